@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "morl/ast/unit.h"
+
+#include <string>
+#include <vector>
+
+namespace ns_ruke {
+
+/// The base of all expressions. Any operand may be null: that is what remains of source text that
+/// failed to parse. It counts as 0 when evaluated and is written as nothing.
+struct MORL_API MorlExpression : MorlUnit {
+    MorlExpression() { unitType = TOKEN_EXPRESSION; }
+    MorlExpression(const MorlExpression&) = default;
+    MorlExpression& operator=(const MorlExpression&) = default;
+    ~MorlExpression() override;
+};
+
+/// A call of a type's constructor or of an intrinsic function.
+struct MORL_API MorlFunctionCall : MorlExpression {
+    std::string name;                        ///< as written
+    ENUM_TOKEN functionToken = TOKEN_NONE;   ///< the token of the called name
+    std::vector<MorlExpression*> arguments;  ///< owned, in source order
+
+    MorlFunctionCall() { unitType = TOKEN_FUNCTION_CALL; }
+    MorlFunctionCall(const MorlFunctionCall&) = default;
+    MorlFunctionCall& operator=(const MorlFunctionCall&) = default;
+    ~MorlFunctionCall() override;
+};
+
+/// A postfix increment or decrement.
+struct MORL_API MorlUnaryOperation : MorlExpression {
+    ENUM_TOKEN operatorToken = TOKEN_NONE;
+    MorlExpression* operand = nullptr;  ///< owned
+
+    MorlUnaryOperation() { unitType = TOKEN_UNARY_OPERATION; }
+    MorlUnaryOperation(const MorlUnaryOperation&) = default;
+    MorlUnaryOperation& operator=(const MorlUnaryOperation&) = default;
+    ~MorlUnaryOperation() override;
+};
+
+/// An operation with two operands. Indexing a[b] has the operator TOKEN_INDEX; a prefix minus is a
+/// subtraction without a left operand.
+struct MORL_API MorlBinaryOperation : MorlExpression {
+    ENUM_TOKEN operatorToken = TOKEN_NONE;
+    MorlExpression* left = nullptr;   ///< owned; for TOKEN_INDEX the indexed value
+    MorlExpression* right = nullptr;  ///< owned; for TOKEN_INDEX the index
+
+    MorlBinaryOperation() { unitType = TOKEN_BINARY_OPERATION; }
+    MorlBinaryOperation(const MorlBinaryOperation&) = default;
+    MorlBinaryOperation& operator=(const MorlBinaryOperation&) = default;
+    ~MorlBinaryOperation() override;
+};
+
+/// An expression in parentheses.
+struct MORL_API MorlParenthesiseExpression : MorlExpression {
+    MorlExpression*
+        expression;  ///< owned; left unset by the constructor, assigned by whoever makes one
+
+    MorlParenthesiseExpression() { unitType = TOKEN_PARENTHESISE_EXPRESSION; }
+    MorlParenthesiseExpression(const MorlParenthesiseExpression&) = default;
+    MorlParenthesiseExpression& operator=(const MorlParenthesiseExpression&) = default;
+    ~MorlParenthesiseExpression() override;
+};
+
+/// A name used as a value, or the member's name after a ".".
+struct MORL_API MorlVariable : MorlExpression {
+    std::string name;
+
+    MorlVariable() { unitType = TOKEN_IDENTIFIER; }
+    MorlVariable(const MorlVariable&) = default;
+    MorlVariable& operator=(const MorlVariable&) = default;
+    ~MorlVariable() override;
+};
+
+/// A number literal, kept as text so that it is written back exactly as it was read.
+struct MORL_API MorlNumber : MorlExpression {
+    std::string value;
+
+    MorlNumber() { unitType = TOKEN_NUMBER; }
+    MorlNumber(const MorlNumber&) = default;
+    MorlNumber& operator=(const MorlNumber&) = default;
+    ~MorlNumber() override;
+};
+
+}  // namespace ns_ruke

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace ns_ruke {
+
+/// Deletes what a vector of owning pointers holds; null entries are allowed.
+template <class T>
+void DeleteElements(const std::vector<T*>& elements)
+{
+    for (T* element : elements) {
+        delete element;
+    }
+}
+
+/// Gives an object to a vector of owning pointers. If the vector cannot grow, the object is freed.
+template <class T, class U>
+void AppendOwned(std::vector<T*>& elements, std::unique_ptr<U> element)
+{
+    elements.push_back(element.get());
+    element.release();
+}
+
+/// Makes room for `count` further elements, so that adding them cannot fail. Keeps growth
+/// geometric.
+template <class T>
+void ReserveMore(std::vector<T>& elements, std::size_t count)
+{
+    const std::size_t wanted = elements.size() + count;
+    if (wanted > elements.capacity()) {
+        elements.reserve(std::max(wanted, 2 * elements.capacity()));
+    }
+}
+
+}  // namespace ns_ruke

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "morl/ast/functions.h"
+
+#include <array>
+#include <vector>
+
+namespace ns_ruke {
+
+/// The condition of one program-level `#if` block, with the declaration groups that share it.
+struct MORL_API MorlSharedCondition {
+    MorlExpression* condition = nullptr;
+    std::array<MorlMarcoIfDeclare*, 3>
+        groups{};  ///< of inputs, outputs, uniforms; null: no such group
+};
+
+/// What the plain rule "a parent deletes its children" does not say about a program.
+struct MORL_API MorlProgramOwnership {
+    /// Whether the program deletes the elements of `functions`. False for a linked program: there
+    /// the functions stay with the programs of the nodes that they came from.
+    bool functions = true;
+
+    /// The conditions of the program's `#if` blocks. Up to four groups of a block refer to one
+    /// condition (and its function group never owns it), so the program frees it in their stead:
+    /// its destructor first takes the condition away from these declaration groups.
+    std::vector<MorlSharedCondition> conditions;
+};
+
+/// A whole source text, or several of them linked into one.
+struct MORL_API MorlProgram : MorlUnit {
+    std::vector<MorlSentence*> comments;   ///< owned; comments outside of functions
+    std::vector<MorlDeclare*> inputs;      ///< owned; plain declarations and macro groups
+    std::vector<MorlDeclare*> outputs;     ///< owned; likewise
+    std::vector<MorlDeclare*> uniforms;    ///< owned; likewise
+    std::vector<MorlFunction*> functions;  ///< owned (see `ownership`); all functions but `main`
+    MorlFunction* mainFunction = nullptr;  ///< owned
+    int stage;                             ///< 0 vertex, 1 fragment; left unset by the constructor
+    MorlProgramOwnership ownership;
+
+    MorlProgram() { unitType = TOKEN_PROGRAM; }
+    MorlProgram(const MorlProgram&) = default;
+    MorlProgram& operator=(const MorlProgram&) = default;
+    ~MorlProgram() override;
+};
+
+}  // namespace ns_ruke

@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "morl/ast/expressions.h"
+
+#include <string>
+#include <vector>
+
+namespace ns_ruke {
+
+/// The base of all statements; it leaves `unitType` unset. A list of statements may hold null
+/// entries, which stand for statements that failed to parse.
+struct MORL_API MorlSentence : MorlUnit {
+    MorlSentence() = default;
+    MorlSentence(const MorlSentence&) = default;
+    MorlSentence& operator=(const MorlSentence&) = default;
+    ~MorlSentence() override;
+};
+
+/// The empty statement.
+struct MORL_API MorlEmptySentence : MorlSentence {
+    MorlEmptySentence() { unitType = TOKEN_EMPTY_SENTENCE; }
+    MorlEmptySentence(const MorlEmptySentence&) = default;
+    MorlEmptySentence& operator=(const MorlEmptySentence&) = default;
+    ~MorlEmptySentence() override;
+};
+
+/// A statement that is one keyword.
+struct MORL_API MorlSpecialSentence : MorlSentence {
+    ENUM_TOKEN keyword;  ///< left unset by the constructor; TOKEN_DISCARD is the only one
+
+    MorlSpecialSentence() { unitType = TOKEN_SPECIAL_SENTENCE; }
+    MorlSpecialSentence(const MorlSpecialSentence&) = default;
+    MorlSpecialSentence& operator=(const MorlSpecialSentence&) = default;
+    ~MorlSpecialSentence() override;
+};
+
+/// A comment up to the end of its line.
+struct MORL_API MorlSingleCommentSentence : MorlSentence {
+    std::string text;  ///< what follows the two slashes, without the line break
+
+    MorlSingleCommentSentence() { unitType = TOKEN_SINGLE_COMMENT; }
+    MorlSingleCommentSentence(const MorlSingleCommentSentence&) = default;
+    MorlSingleCommentSentence& operator=(const MorlSingleCommentSentence&) = default;
+    ~MorlSingleCommentSentence() override;
+};
+
+/// A comment between "/*" and "*/".
+struct MORL_API MorlMultiCommentSentence : MorlSentence {
+    std::string text;  ///< what stands between the marks
+
+    MorlMultiCommentSentence() { unitType = TOKEN_MULTI_COMMENT; }
+    MorlMultiCommentSentence(const MorlMultiCommentSentence&) = default;
+    MorlMultiCommentSentence& operator=(const MorlMultiCommentSentence&) = default;
+    ~MorlMultiCommentSentence() override;
+};
+
+/// The definition of a local variable without a value.
+struct MORL_API MorlDefinitionSentence : MorlSentence {
+    ENUM_TOKEN varType = TOKEN_NONE;
+    std::string name;
+    MorlExpression* arraySize = nullptr;  ///< owned; null: no array
+
+    MorlDefinitionSentence() { unitType = TOKEN_DEFINITION_SENTENCE; }
+    MorlDefinitionSentence(const MorlDefinitionSentence&) = default;
+    MorlDefinitionSentence& operator=(const MorlDefinitionSentence&) = default;
+    ~MorlDefinitionSentence() override;
+};
+
+/// An assignment, the definition of a local variable with a value, or an increment.
+struct MORL_API MorlAssignSentence : MorlSentence {
+    ENUM_TOKEN varType = TOKEN_NONE;        ///< the type when the statement defines its target
+    MorlExpression* target = nullptr;       ///< owned
+    ENUM_TOKEN operatorToken = TOKEN_NONE;  ///< none: an increment or decrement
+    MorlExpression* value = nullptr;        ///< owned
+    bool withSemicolon = true;              ///< false for the step of a `for`
+
+    MorlAssignSentence() { unitType = TOKEN_ASSIGN; }
+    MorlAssignSentence(const MorlAssignSentence&) = default;
+    MorlAssignSentence& operator=(const MorlAssignSentence&) = default;
+    ~MorlAssignSentence() override;
+};
+
+/// An assignment to a macro, executed by the linker.
+struct MORL_API MorlMarcoAssignSentence : MorlAssignSentence {
+    MorlMarcoAssignSentence() { unitType = TOKEN_MARCO_ASSIGN_SENTENCE; }
+    MorlMarcoAssignSentence(const MorlMarcoAssignSentence&) = default;
+    MorlMarcoAssignSentence& operator=(const MorlMarcoAssignSentence&) = default;
+    ~MorlMarcoAssignSentence() override;
+};
+
+/// An `if` with its two parts.
+struct MORL_API MorlIfSentence : MorlSentence {
+    MorlExpression* condition = nullptr;       ///< owned
+    std::vector<MorlSentence*> sentences;      ///< owned
+    std::vector<MorlSentence*> elseSentences;  ///< owned
+
+    MorlIfSentence() { unitType = TOKEN_IF; }
+    MorlIfSentence(const MorlIfSentence&) = default;
+    MorlIfSentence& operator=(const MorlIfSentence&) = default;
+    ~MorlIfSentence() override;
+};
+
+/// An `else if` that begins a statement, as a comment stands before its `else`.
+struct MORL_API MorlElseIfSentence : MorlIfSentence {
+    MorlElseIfSentence() { unitType = TOKEN_ELSE; }
+    MorlElseIfSentence(const MorlElseIfSentence&) = default;
+    MorlElseIfSentence& operator=(const MorlElseIfSentence&) = default;
+    ~MorlElseIfSentence() override;
+};
+
+/// The statements of an `#if` block.
+struct MORL_API MorlMarcoIfSentence : MorlSentence {
+    MorlExpression* condition = nullptr;       ///< owned
+    std::vector<MorlSentence*> sentences;      ///< owned; used when the condition is not zero
+    std::vector<MorlSentence*> elseSentences;  ///< owned; used when it is zero
+
+    MorlMarcoIfSentence() { unitType = TOKEN_MARCO_IF_SENTENCE; }
+    MorlMarcoIfSentence(const MorlMarcoIfSentence&) = default;
+    MorlMarcoIfSentence& operator=(const MorlMarcoIfSentence&) = default;
+    ~MorlMarcoIfSentence() override;
+};
+
+/// A `for` loop of the generated shader.
+struct MORL_API MorlForSentence : MorlSentence {
+    MorlSentence* init = nullptr;          ///< owned
+    MorlExpression* condition = nullptr;   ///< owned
+    MorlAssignSentence* step = nullptr;    ///< owned; without semicolon
+    std::vector<MorlSentence*> sentences;  ///< owned
+
+    MorlForSentence() { unitType = TOKEN_FOR; }
+    MorlForSentence(const MorlForSentence&) = default;
+    MorlForSentence& operator=(const MorlForSentence&) = default;
+    ~MorlForSentence() override;
+};
+
+/// The statements of a `#for` block.
+struct MORL_API MorlMarcoForSentence : MorlSentence {
+    std::string varName;  ///< the macro that bounds the loop, replaced by the loop value
+    int start;            ///< the first loop value; left unset by the constructor
+    int end = 0;          ///< one past the last loop value; written by the linker
+    std::vector<MorlSentence*> sentences;  ///< owned
+
+    MorlMarcoForSentence() { unitType = TOKEN_MARCO_FOR_SENTENCE; }
+    MorlMarcoForSentence(const MorlMarcoForSentence&) = default;
+    MorlMarcoForSentence& operator=(const MorlMarcoForSentence&) = default;
+    ~MorlMarcoForSentence() override;
+};
+
+}  // namespace ns_ruke

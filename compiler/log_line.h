@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "morl/core/export.h"
+#include "morl/core/log_system.h"
+
+#include <string>
+
+namespace ns_ruke {
+
+/// A line of the log taken apart: which node it belongs to, where in the node's content, and what
+/// it says. Make one inside of a LogSink, on the thread that logs, as that is where the node is
+/// known:
+///
+///     TamberLogSystem::SetSink([](LogLevel level, const std::string&, const std::string& message)
+///     {
+///         const LogLine log(level, message);
+///         if (log.IsError()) {
+///             editor.Mark(log.node, log.line, log.column, log.text);
+///         }
+///     });
+class MORL_API LogLine {
+public:
+    LogLine(LogLevel level, const std::string& message);
+
+    bool IsError() const { return level == LogLevel::Error; }
+
+    /// Whether this is one of the two information lines that surround every parse.
+    bool IsParseMark() const;
+
+    LogLevel level;
+    std::string node;  ///< empty: the line belongs to the request as a whole
+    int line = 0;      ///< 1-based line in the node's content; 0: no location
+    int column = 0;    ///< 1-based, in bytes; 0: no location
+    std::string text;  ///< the message without its location
+};
+
+}  // namespace ns_ruke

@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: MIT
+#include "morl/compiler/morl_compiler.h"
+
+#include "morl/core/graphics_log.h"
+#include "morl/linker/morl_linker.h"
+#include "morl/parser/morl_parser.h"
+#include "morl/translator/back_ends.h"
+
+#include <algorithm>
+#include <memory>
+
+namespace ns_ruke {
+namespace {
+
+/// The program that a request is linked into: an empty `void main`.
+void PrepareLinked(MorlProgram& program, int stage)
+{
+    auto main = std::make_unique<MorlFunction>();
+    main->returnType = TOKEN_VOID;
+    main->name = "main";
+    program.mainFunction = main.release();
+    program.stage = stage;
+}
+
+}  // namespace
+
+MorlCompiler::MorlCompiler()
+{
+    try {
+        LoadNodeDefinition("morl/vertex_shader.morl");
+        LoadNodeDefinition("morl/fragment_shader.morl");
+        LoadNodeDefinition("morl/post_effect.morl");
+        LoadNodeDefinition("morl/special_output.morl");
+    } catch (...) {
+        DeleteNodes();
+        throw;
+    }
+}
+
+MorlCompiler::~MorlCompiler()
+{
+    DeleteNodes();
+}
+
+void MorlCompiler::DeleteNodes()
+{
+    for (const auto& entry : nodes) {
+        delete entry.second;
+    }
+    nodes.clear();
+}
+
+void MorlCompiler::Compile(PassProperty& pass, ShaderOutput& output)
+{
+    const std::unique_ptr<MorlTranslator> translator = MakeTranslator(pass.target);
+    if (!translator) {
+        LogGraphicsError("Morl Compiler: unknown target: " + pass.target);
+    }
+    if (FindUnknown(pass) || !translator) {
+        return;
+    }
+    MorlParser parser;
+    parser.Init();
+    std::vector<MorlNode*> list = SelectNodes(pass);
+    for (MorlNode* node : list) {
+        if (node->NeedCompile(pass.target)) {
+            node->Compile(&parser, pass.target);
+        }
+    }
+    MorlProgram linked;
+    PrepareLinked(linked, pass.stage);
+    MorlLinker linker;
+    linker.Link(pass.target, pass.macros, list, linked);
+    translator->WriteProgram(&linked, pass.semantics, pass.samplerRegisters, output);
+}
+
+// Reports every name without a node once, in the order of first appearance.
+bool MorlCompiler::FindUnknown(const PassProperty& pass) const
+{
+    std::unordered_set<std::string> reported;
+    for (const std::string& name : pass.nodeNames) {
+        if (FindNode(name) == nullptr && reported.insert(name).second) {
+            LogGraphicsError("Morl Compiler: unknown node: " + name);
+        }
+    }
+    return !reported.empty();
+}
+
+// The nodes in the order in which they are first named.
+std::vector<MorlNode*> MorlCompiler::SelectNodes(const PassProperty& pass) const
+{
+    std::vector<MorlNode*> list;
+    list.reserve(pass.nodeNames.size());
+    std::unordered_set<MorlNode*> set;
+    set.reserve(pass.nodeNames.size());
+    for (const std::string& name : pass.nodeNames) {
+        MorlNode* node = nodes.at(name);
+        if (set.insert(node).second) {
+            list.push_back(node);
+        }
+    }
+    return list;
+}
+
+std::vector<std::string> MorlCompiler::GetNodeNames() const
+{
+    std::vector<std::string> names;
+    for (const auto& [name, node] : nodes) {
+        if (node != nullptr) {
+            names.push_back(name);
+        }
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+const MorlNode* MorlCompiler::FindNode(const std::string& name) const
+{
+    const auto found = nodes.find(name);
+    return found != nodes.end() ? found->second : nullptr;
+}
+
+// Kept as an empty hook of the class: requests name every node that they want.
+void MorlCompiler::ReferenceNodes(std::unordered_set<MorlNode*>& /*set*/, MorlNode* /*node*/) {}
+
+}  // namespace ns_ruke

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "morl/core/export.h"
+
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace ns_ruke {
+
+/// A request: one stage of a shader in one target language.
+struct MORL_API PassProperty {
+    /// The nodes that take part, by name; duplicates count once.
+    std::vector<std::string> nodeNames;
+
+    /// Values for `#if` conditions and `#for` bounds.
+    std::unordered_map<std::string, int> macros;
+
+    /// "hlsl", "hlsl10", "glsl" or "glsles", exactly.
+    std::string target;
+
+    /// 0 vertex, 1 fragment. Left unset by the constructor: every caller sets it.
+    int stage;
+
+    /// Texture coordinates by declaration name, for the fragment stage: what the vertex pass
+    /// returned in ShaderOutput::semantics.
+    std::unordered_map<std::string, std::string> semantics;
+
+    /// Sampler registers by declaration name, for declarations bound to SAUTO.
+    std::unordered_map<std::string, int> samplerRegisters;
+
+    PassProperty();
+    PassProperty(const PassProperty&);
+    PassProperty& operator=(const PassProperty&);
+    ~PassProperty();
+};
+
+}  // namespace ns_ruke

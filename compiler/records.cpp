@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+// The special members of the records that cross the library's boundary, so that the library exports
+// them.
+#include "morl/compiler/pass_property.h"
+#include "morl/compiler/shader_output.h"
+
+namespace ns_ruke {
+
+PassProperty::PassProperty() = default;
+PassProperty::PassProperty(const PassProperty&) = default;
+PassProperty& PassProperty::operator=(const PassProperty&) = default;
+PassProperty::~PassProperty() = default;
+
+ShaderOutput::ShaderOutput() = default;
+ShaderOutput::ShaderOutput(const ShaderOutput&) = default;
+ShaderOutput& ShaderOutput::operator=(const ShaderOutput&) = default;
+ShaderOutput::~ShaderOutput() = default;
+
+}  // namespace ns_ruke

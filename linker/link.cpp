@@ -1,0 +1,189 @@
+// SPDX-License-Identifier: MIT
+// The order of the nodes, and the merging of their programs.
+#include "morl/ast/ownership.h"
+#include "morl/core/graphics_log.h"
+#include "morl/core/log_scope.h"
+#include "morl/linker/morl_linker.h"
+
+#include <functional>
+#include <queue>
+#include <string_view>
+#include <utility>
+
+namespace ns_ruke {
+namespace {
+
+/// Puts nodes, known by their place in the list, into the order in which they are merged: always
+/// the first of the list whose references are all placed. A node waits for each listed name that it
+/// refers to; a queue holds those that wait for nothing.
+class NodeOrder {
+public:
+    explicit NodeOrder(std::size_t count) : missing(count), placed(count) {}
+
+    void Wait(std::size_t node, std::string_view name)
+    {
+        std::vector<std::size_t>& nodes = waiting[name];
+        if (nodes.empty() || nodes.back() != node) {
+            nodes.push_back(node);
+            ++missing[node];
+        }
+    }
+
+    void SetReady(std::size_t node) { ready.push(node); }
+
+    bool HasReady() const { return !ready.empty(); }
+
+    std::size_t TakeReady()
+    {
+        const std::size_t node = ready.top();
+        ready.pop();
+        placed[node] = true;
+        return node;
+    }
+
+    /// A node of this name is placed: those that waited for nothing else become ready.
+    void Announce(std::string_view name)
+    {
+        const auto found = waiting.find(name);
+        if (found == waiting.end()) {
+            return;
+        }
+        for (const std::size_t node : found->second) {
+            if (--missing[node] == 0) {
+                SetReady(node);
+            }
+        }
+        waiting.erase(found);
+    }
+
+    bool IsPlaced(std::size_t node) const { return placed[node]; }
+
+private:
+    std::unordered_map<std::string_view, std::vector<std::size_t>> waiting;
+    std::vector<std::size_t> missing;  ///< how many names each node waits for
+    std::vector<bool> placed;
+    std::priority_queue<std::size_t, std::vector<std::size_t>, std::greater<>> ready;
+};
+
+}  // namespace
+
+MorlLinker::MorlLinker() = default;
+MorlLinker::~MorlLinker() = default;
+
+void MorlLinker::Link(std::string /*target*/, Macros& macros, std::vector<MorlNode*>& nodes,
+                      MorlProgram& program)
+{
+    loopValues.clear();
+    declareIndex.Clear();
+    iterations = 0;
+    copies = 0;
+    expansionExhausted = false;
+    macroValues = macros;
+    program.ownership.functions = false;
+    for (MorlNode* node : TakeOrdered(nodes)) {
+        MergeProgram(node, macroValues, program);
+    }
+}
+
+// Empties the list. Nodes that wait for ever are reported and left out.
+std::vector<MorlNode*> MorlLinker::TakeOrdered(std::vector<MorlNode*>& nodes)
+{
+    const std::vector<MorlNode*> list = std::move(nodes);
+    nodes.clear();
+
+    std::unordered_set<std::string> linked;
+    std::unordered_set<std::string> all;
+    for (const MorlNode* node : list) {
+        all.insert(node->name);
+    }
+    NodeOrder order(list.size());
+    for (std::size_t i = 0; i < list.size(); ++i) {
+        if (CheckNodeReference(linked, all, list[i])) {
+            order.SetReady(i);
+            continue;
+        }
+        for (const std::string& name : list[i]->references) {
+            if (all.count(name) != 0) {
+                order.Wait(i, name);
+            }
+        }
+    }
+
+    std::vector<MorlNode*> ordered;
+    ordered.reserve(list.size());
+    while (order.HasReady()) {
+        MorlNode* node = list[order.TakeReady()];
+        ordered.push_back(node);
+        order.Announce(node->name);
+    }
+    if (ordered.size() < list.size()) {
+        std::string names;
+        for (std::size_t i = 0; i < list.size(); ++i) {
+            if (!order.IsPlaced(i)) {
+                names += (names.empty() ? "" : ", ") + list[i]->name;
+            }
+        }
+        LogGraphicsError("MorlLinker: reference cycle: " + names);
+    }
+    return ordered;
+}
+
+// Whether every node of `all` that the node refers to is in `linked`. References to other nodes do
+// not count.
+bool MorlLinker::CheckNodeReference(std::unordered_set<std::string>& linked,
+                                    std::unordered_set<std::string>& all, MorlNode* node)
+{
+    for (const std::string& name : node->references) {
+        if (all.count(name) != 0 && linked.count(name) == 0) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// A node without a program, or without a `main`, contributes what it has.
+void MorlLinker::MergeProgram(MorlNode* node, Macros& macros, MorlProgram& program)
+{
+    const MorlProgram* source = node->program;
+    if (source == nullptr) {
+        return;
+    }
+    const LogScope scope(node->name);
+    for (MorlDeclare* declare : source->inputs) {
+        ProcessDeclare(macros, program.inputs, declare, false);
+    }
+    for (MorlDeclare* declare : source->outputs) {
+        ProcessDeclare(macros, program.outputs, declare, true);
+    }
+    for (MorlDeclare* declare : source->uniforms) {
+        ProcessDeclare(macros, program.uniforms, declare, false);
+    }
+    for (MorlFunction* function : source->functions) {
+        ProcessFunction(macros, program.functions, function, false);
+    }
+    if (source->mainFunction == nullptr || program.mainFunction == nullptr) {
+        return;
+    }
+    std::vector<MorlSentence*>& sentences = program.mainFunction->sentences;
+    ReserveMore(sentences, source->mainFunction->sentences.size());
+    for (MorlSentence* sentence : source->mainFunction->sentences) {
+        ProcessSentence(macros, sentences, sentence, false);
+    }
+}
+
+// Hands functions over as they are. The parser gives the groups of `#if` blocks another kind than
+// the one asked for here, so they too are handed over whole; no back end writes functions.
+void MorlLinker::ProcessFunction(Macros& macros, std::vector<MorlFunction*>& functions,
+                                 MorlFunction* function, bool /*flag*/)
+{
+    if (function->unitType != TOKEN_MARCO_IF) {
+        functions.push_back(function);
+        return;
+    }
+    const auto* group = static_cast<const MorlMarcoIfFunction*>(function);
+    const bool taken = CalExpression(macros, group->condition) != 0.0F;
+    const std::vector<MorlFunction*>& chosen = taken ? group->functions : group->elseFunctions;
+    functions.insert(functions.end(), chosen.begin(), chosen.end());
+}
+
+}  // namespace ns_ruke

@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: MIT
+// expression -> primary continuation
+// primary    -> Name | Number | "(" expression ")" | "-" expression | call
+// call       -> (Type | Intrinsic) "(" [ expression { "," expression } ] ")"
+//
+// Ownership: a function that is handed an operand (`left`) owns it from then on; `parent` stays
+// with the caller.
+#include "morl/ast/ownership.h"
+#include "morl/parser/morl_parser.h"
+#include "morl/parser/nesting.h"
+
+#include <memory>
+#include <utility>
+
+namespace ns_ruke {
+
+// `parent` is the operation whose right side is being read; null at the top of an expression.
+MorlExpression* MorlParser::ParseExpression(MorlBinaryOperation* parent)
+{
+    Nesting level(*this, 1);
+    if (level.TooDeep()) {
+        return nullptr;
+    }
+    std::string word;
+    const ENUM_TOKEN token = ParseToken(word);
+    std::unique_ptr<MorlExpression> primary;
+    if (IsVarType(token) || IsSystemFunction(token)) {
+        primary.reset(ParseFunctionCall(token, std::move(word)));
+        if (!primary) {
+            return nullptr;
+        }
+    } else if (token == TOKEN_IDENTIFIER && !IsFunction(word)) {
+        auto variable = std::make_unique<MorlVariable>();
+        variable->name = std::move(word);
+        primary = std::move(variable);
+    } else if (token == TOKEN_NUMBER) {
+        auto number = std::make_unique<MorlNumber>();
+        number->value = std::move(word);
+        primary = std::move(number);
+    } else if (token == TOKEN_LEFT_PARENTHESIS) {
+        primary.reset(ParseParenthesiseExpression());
+    } else if (token == TOKEN_MINUS) {
+        primary.reset(ParsePrefixMinus());
+    } else {
+        LogErrorAndSkipLine(messages::kExpressionError);
+        return nullptr;
+    }
+    return ParseNextExpression(parent, primary.release());
+}
+
+// A prefix minus is a subtraction without a left operand, so it takes part in the climb below.
+MorlExpression* MorlParser::ParsePrefixMinus()
+{
+    return ParseOperation(nullptr, nullptr, TOKEN_MINUS);
+}
+
+// continuation -> [ BinaryOperator expression | "[" expression "]" continuation | "++" | "--" ]
+MorlExpression* MorlParser::ParseNextExpression(MorlBinaryOperation* parent, MorlExpression* left)
+{
+    std::unique_ptr<MorlExpression> operand(left);
+    PushLoction();
+    std::string word;
+    const ENUM_TOKEN token = ParseToken(word);
+    if (IsBinaryOperator(token)) {
+        return ParseOperation(parent, operand.release(), token);
+    }
+    if (token == TOKEN_LEFT_BRACKET) {
+        return ParseIndex(operand.release());
+    }
+    if (IsUnaryOperator(token)) {
+        auto operation = std::make_unique<MorlUnaryOperation>();
+        operation->operatorToken = token;
+        operation->operand = operand.release();
+        return operation.release();
+    }
+    PopLoction();
+    return operand.release();
+}
+
+// Reads the right side of an operation. The climb looks back one level, never further: when
+// `parent` binds at least as tightly as this operator, `left` completes the parent, and this
+// operation takes the whole parent as its left operand and stands in its place. The function that
+// reads the parent's right side then finds its operation `adopted` and passes on what it was given.
+//
+// The parent is attached only after all that can throw, so that an operation never has two owners.
+MorlExpression* MorlParser::ParseOperation(MorlBinaryOperation* parent, MorlExpression* left,
+                                           ENUM_TOKEN operatorToken)
+{
+    std::unique_ptr<MorlExpression> operand(left);
+    auto operation = std::make_unique<MorlBinaryOperation>();
+    operation->operatorToken = operatorToken;
+    const bool adopts = parent != nullptr && GetOperatorPriority(parent->operatorToken) >=
+                                                 GetOperatorPriority(operatorToken);
+    (adopts ? parent->right : operation->left) = operand.release();
+
+    adopted = nullptr;
+    MorlExpression* result = ParseExpression(operation.get());
+    if (adopted != operation.get()) {
+        operation->right = result;
+        result = operation.get();
+    }
+    if (adopts) {
+        operation->left = parent;
+        adopted = parent;
+    }
+    operation.release();
+    return result;
+}
+
+// What follows an index starts afresh, without a parent.
+MorlExpression* MorlParser::ParseIndex(MorlExpression* left)
+{
+    auto index = std::make_unique<MorlBinaryOperation>();
+    index->operatorToken = TOKEN_INDEX;
+    index->left = left;
+    Nesting level(*this, 1);
+    if (level.TooDeep()) {
+        return index.release();
+    }
+    index->right = ParseExpression(nullptr);
+    CheckSkip(']');
+    return ParseNextExpression(nullptr, index.release());
+}
+
+MorlParenthesiseExpression* MorlParser::ParseParenthesiseExpression()
+{
+    std::unique_ptr<MorlExpression> inner(ParseExpression(nullptr));
+    if (!CheckSkip(')')) {
+        return nullptr;
+    }
+    auto parenthesis = std::make_unique<MorlParenthesiseExpression>();
+    parenthesis->expression = inner.release();
+    return parenthesis.release();
+}
+
+MorlFunctionCall* MorlParser::ParseFunctionCall(ENUM_TOKEN token, std::string name)
+{
+    auto call = std::make_unique<MorlFunctionCall>();
+    if (!IsVarType(token) && !IsSystemFunction(token)) {
+        return call.release();
+    }
+    call->name = std::move(name);
+    call->functionToken = token;
+    return ParseParameter(-1, call->arguments) ? call.release() : nullptr;
+}
+
+// `expectedCount` below zero stands for any number of arguments. On failure the arguments read so
+// far stay in the list.
+bool MorlParser::ParseParameter(int expectedCount, std::vector<MorlExpression*>& arguments)
+{
+    if (!CheckSkip('(')) {
+        return false;
+    }
+    SkipSpace();
+    int count = 0;
+    if (Current() != ')') {
+        do {
+            if (count > 0 && !CheckSkip(',')) {
+                return false;
+            }
+            std::unique_ptr<MorlExpression> argument(ParseExpression(nullptr));
+            if (!argument) {
+                LogErrorAndSkipLine(messages::kParameterFailed);
+                return false;
+            }
+            AppendOwned(arguments, std::move(argument));
+            ++count;
+            SkipSpace();
+        } while (Current() != ')');
+    }
+    if (expectedCount >= 0 && count != expectedCount) {
+        LogErrorAndSkipLine(messages::kParameterCount);
+        return false;
+    }
+    return CheckSkip(')');
+}
+
+}  // namespace ns_ruke

@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: MIT
+#include "morl/translator/hlsl_layout.h"
+
+#include "morl/core/string_helper.h"
+#include "morl/translator/shared_hooks.h"
+
+namespace ns_ruke {
+
+HlslStructs HlslStructsOf(int stage)
+{
+    switch (stage) {
+    case kVertexStage:
+        return {"VS_INPUT", "VS_OUTPUT"};
+    case kFragmentStage:
+        return {"FS_INPUT", "FS_OUTPUT"};
+    default:
+        return {"", ""};
+    }
+}
+
+std::string OpenHlslStruct(std::string_view name)
+{
+    return std::string("struct ").append(name).append("{\n");
+}
+
+std::string AutomaticTexcoord(const std::string& name, int stage,
+                              std::unordered_map<std::string, std::string>& inputSemantics,
+                              std::unordered_map<std::string, std::string>& outputSemantics,
+                              std::uint32_t& counter)
+{
+    if (stage == kFragmentStage) {
+        return inputSemantics[name];
+    }
+    std::string semantic = "TEXCOORD" + StringHelper::ConvertToString(counter, 10);
+    outputSemantics[name] = semantic;
+    ++counter;
+    return semantic;
+}
+
+std::string HlslInputMembers(MorlTranslator& translator, const std::vector<MorlDeclare*>& inputs,
+                             std::unordered_map<std::string, std::string>& variableNames)
+{
+    std::string text;
+    for (MorlDeclare* input : inputs) {
+        variableNames[input->name] = "i" + input->name;
+        text.append("\t").append(translator.WriteVariableType(input)).append(" ");
+        text.append(input->name).append(translator.WriteRegister(input, input->registerBinding));
+        text += ";\n";
+    }
+    return text;
+}
+
+std::string HlslOutputMember(MorlTranslator& translator, MorlDeclare* output,
+                             std::unordered_map<std::string, std::string>& variableNames)
+{
+    variableNames[output->name] = "output." + output->name;
+    std::string text = "\t";
+    text.append(translator.WriteVariableType(output)).append(" ").append(output->name);
+    text.append(translator.WriteRegister(output, output->registerBinding)).append(";\n");
+    return text;
+}
+
+std::string HlslInputCopies(MorlTranslator& translator, const std::vector<MorlDeclare*>& inputs)
+{
+    std::string text;
+    for (MorlDeclare* input : inputs) {
+        text.append("\t").append(translator.WriteVariableType(input)).append(" i");
+        text.append(input->name).append(" = input.").append(input->name).append(";\n");
+    }
+    return text;
+}
+
+std::string HlslOutputLocal(int stage)
+{
+    const std::string_view name = HlslStructsOf(stage).output;
+    return name.empty() ? std::string() : "\t" + std::string(name) + " output;\n";
+}
+
+std::string OpenHlslMain(int stage)
+{
+    const HlslStructs structs = HlslStructsOf(stage);
+    std::string text(structs.output);
+    return text.append(" main(").append(structs.input).append(" input){ \n");
+}
+
+}  // namespace ns_ruke

@@ -1,0 +1,472 @@
+// SPDX-License-Identifier: MIT
+#include "morl/translator/morl_translator.h"
+
+#include "morl/ast/ownership.h"
+#include "morl/core/graphics_log.h"
+#include "morl/core/limits.h"
+#include "morl/translator/spellings.h"
+
+#include <iterator>
+#include <utility>
+
+namespace ns_ruke {
+namespace {
+
+void AppendIndent(std::string& text, int indent)
+{
+    text.append(indent > 0 ? static_cast<std::size_t>(indent) : 0, '\t');
+}
+
+/// What `append` adds to an empty text.
+template <class Append>
+std::string Collect(const Append& append)
+{
+    std::string text;
+    append(text);
+    return text;
+}
+
+std::vector<std::string> Names(const std::vector<MorlDeclare*>& declares)
+{
+    std::vector<std::string> names;
+    names.reserve(declares.size());
+    for (const MorlDeclare* declare : declares) {
+        names.push_back(declare->name);
+    }
+    return names;
+}
+
+}  // namespace
+
+MorlTranslator::MorlTranslator() = default;
+MorlTranslator::~MorlTranslator() = default;
+
+// Everything that can fail happens before the first change to `output`.
+void MorlTranslator::WriteProgram(MorlProgram* newProgram,
+                                  std::unordered_map<std::string, std::string>& semantics,
+                                  std::unordered_map<std::string, int>& registers,
+                                  ShaderOutput& output)
+{
+    program = newProgram;
+    Reset();
+    for (const auto& [name, semantic] : semantics) {
+        inputSemantics[name] = semantic;
+    }
+    for (const auto& [name, number] : registers) {
+        samplerRegisters[name] = number;
+    }
+
+    std::string code = WriteFileHeader();
+    code += WriteUniformList(program->uniforms);
+    code += WriteInputList(program->inputs);
+    code += WriteOutputList(program->outputs);
+    code += WriteFunctionList(program->functions);
+    code += WriteMainFunction(program);
+
+    std::vector<std::string> names = Names(program->uniforms);
+    ReserveMore(output.uniformNames, names.size());
+    if (!outputSemantics.empty()) {
+        std::unordered_map<std::string, std::string> merged = output.semantics;
+        for (const auto& [name, semantic] : outputSemantics) {
+            merged[name] = semantic;
+        }
+        output.semantics.swap(merged);
+    }
+    output.uniformNames.insert(output.uniformNames.end(), std::make_move_iterator(names.begin()),
+                               std::make_move_iterator(names.end()));
+    output.code = std::move(code);
+}
+
+void MorlTranslator::Reset()
+{
+    samplerRegisters.clear();
+    variableNames.clear();
+    inputSemantics.clear();
+    outputSemantics.clear();
+    repeatedText = 0;
+}
+
+std::string MorlTranslator::WriteFileHeader()
+{
+    return {};
+}
+
+std::string MorlTranslator::WriteFunctionCall(MorlFunctionCall* call)
+{
+    return Collect([&](std::string& text) { AppendPlainCall(text, call); });
+}
+
+void MorlTranslator::AppendFunctionCall(std::string& text, MorlFunctionCall* call)
+{
+    text += WriteFunctionCall(call);
+}
+
+std::string MorlTranslator::WriteVariable(MorlVariable* variable)
+{
+    return variable->name;
+}
+
+// The bodies of all nodes are in `main`; other functions are never written.
+std::string MorlTranslator::WriteFunctionList(std::vector<MorlFunction*> /*functions*/)
+{
+    return {};
+}
+
+std::string MorlTranslator::WriteFunction(MorlFunction* function)
+{
+    return Collect([&](std::string& text) { AppendSentences(text, function->sentences, 1); });
+}
+
+std::string MorlTranslator::WriteDeclare(MorlDeclare* /*declare*/)
+{
+    return {};
+}
+
+// Statements.
+
+// Macro statements are the linker's; what it leaves of them is not written.
+void MorlTranslator::AppendSentence(std::string& text, MorlSentence* sentence, int indent)
+{
+    if (sentence == nullptr) {
+        return;
+    }
+    switch (sentence->unitType) {
+    case TOKEN_EMPTY_SENTENCE:
+        AppendEmptySentence(text, indent);
+        break;
+    case TOKEN_DEFINITION_SENTENCE:
+        AppendDefinitionSentence(text, static_cast<MorlDefinitionSentence*>(sentence), indent);
+        break;
+    case TOKEN_ASSIGN:
+        AppendAssignSentence(text, static_cast<MorlAssignSentence*>(sentence), indent);
+        break;
+    case TOKEN_IF:
+    case TOKEN_ELSE:
+        AppendIfSentence(text, static_cast<MorlIfSentence*>(sentence), indent);
+        break;
+    case TOKEN_FOR:
+        AppendForSentence(text, static_cast<MorlForSentence*>(sentence), indent);
+        break;
+    case TOKEN_SINGLE_COMMENT:
+        AppendSingleComment(text, static_cast<MorlSingleCommentSentence*>(sentence), indent);
+        break;
+    case TOKEN_MULTI_COMMENT:
+        AppendMultiComment(text, static_cast<MorlMultiCommentSentence*>(sentence), indent);
+        break;
+    case TOKEN_SPECIAL_SENTENCE:
+        AppendSpecialSentence(text, static_cast<MorlSpecialSentence*>(sentence), indent);
+        break;
+    default:
+        break;
+    }
+}
+
+void MorlTranslator::AppendSentences(std::string& text, const std::vector<MorlSentence*>& sentences,
+                                     int indent)
+{
+    for (MorlSentence* sentence : sentences) {
+        AppendSentence(text, sentence, indent);
+    }
+}
+
+void MorlTranslator::AppendEmptySentence(std::string& text, int indent)
+{
+    AppendIndent(text, indent);
+    text += "; \n";
+}
+
+void MorlTranslator::AppendSpecialSentence(std::string& text, MorlSpecialSentence* sentence,
+                                           int indent)
+{
+    AppendIndent(text, indent);
+    text += WriteKeyword(sentence->keyword);
+    text += "; \n";
+}
+
+void MorlTranslator::AppendSingleComment(std::string& text, MorlSingleCommentSentence* sentence,
+                                         int indent)
+{
+    AppendIndent(text, indent);
+    text.append("//").append(sentence->text).append("\n");
+}
+
+void MorlTranslator::AppendMultiComment(std::string& text, MorlMultiCommentSentence* sentence,
+                                        int indent)
+{
+    AppendIndent(text, indent);
+    text.append("/*").append(sentence->text).append("*/\n");
+}
+
+void MorlTranslator::AppendDefinitionSentence(std::string& text, MorlDefinitionSentence* sentence,
+                                              int indent)
+{
+    AppendIndent(text, indent);
+    if (sentence->varType != TOKEN_NONE) {
+        text.append(WriteVariableType(sentence->varType)).append(" ");
+    }
+    text += sentence->name;
+    AppendDefinitionArray(text, sentence->arraySize);
+    text += ";\n";
+}
+
+void MorlTranslator::AppendAssignSentence(std::string& text, MorlAssignSentence* sentence,
+                                          int indent)
+{
+    AppendIndent(text, indent);
+    if (sentence->varType != TOKEN_NONE) {
+        text.append(WriteVariableType(sentence->varType)).append(" ");
+    }
+    AppendExpression(text, sentence->target);
+    text.append(" ").append(kAssignOperators.Text(sentence->operatorToken)).append(" ");
+    AppendExpression(text, sentence->value);
+    if (sentence->withSemicolon) {
+        text += ";\n";
+    }
+}
+
+void MorlTranslator::AppendIfSentence(std::string& text, MorlIfSentence* sentence, int indent)
+{
+    AppendIndent(text, indent);
+    text += sentence->unitType == TOKEN_ELSE ? "else if(" : "if(";
+    AppendExpression(text, sentence->condition);
+    text += " ) {\n";
+    AppendSentences(text, sentence->sentences, indent + 1);
+    AppendIndent(text, indent);
+    text += "} \n";
+    if (sentence->elseSentences.empty()) {
+        return;
+    }
+    AppendIndent(text, indent);
+    text += "else { \n";
+    AppendSentences(text, sentence->elseSentences, indent + 1);
+    AppendIndent(text, indent);
+    text += "} \n";
+}
+
+// The init statement brings its semicolon and a line break, which is taken back.
+void MorlTranslator::AppendForSentence(std::string& text, MorlForSentence* sentence, int indent)
+{
+    AppendIndent(text, indent);
+    text += "for(";
+    AppendSentence(text, sentence->init, 0);
+    text.pop_back();
+    AppendExpression(text, sentence->condition);
+    text += ";";
+    if (sentence->step != nullptr) {
+        AppendAssignSentence(text, sentence->step, 0);
+    }
+    text += " ) {\n";
+    AppendSentences(text, sentence->sentences, indent + 1);
+    AppendIndent(text, indent);
+    text += "} \n";
+}
+
+void MorlTranslator::AppendDefinitionArray(std::string& text, MorlExpression* size)
+{
+    if (size != nullptr) {
+        text += "[";
+        AppendExpression(text, size);
+        text += "]";
+    }
+}
+
+// Expressions.
+
+void MorlTranslator::AppendExpression(std::string& text, MorlExpression* expression)
+{
+    if (expression == nullptr) {
+        return;
+    }
+    switch (expression->unitType) {
+    case TOKEN_FUNCTION_CALL:
+        AppendFunctionCall(text, static_cast<MorlFunctionCall*>(expression));
+        break;
+    case TOKEN_UNARY_OPERATION:
+        AppendUnaryOperation(text, static_cast<MorlUnaryOperation*>(expression));
+        break;
+    case TOKEN_BINARY_OPERATION:
+        AppendBinaryOperation(text, static_cast<MorlBinaryOperation*>(expression));
+        break;
+    case TOKEN_PARENTHESISE_EXPRESSION:
+        AppendParenthesiseExpression(text, static_cast<MorlParenthesiseExpression*>(expression));
+        break;
+    case TOKEN_IDENTIFIER:
+        text += WriteVariable(static_cast<MorlVariable*>(expression));
+        break;
+    case TOKEN_NUMBER:
+        text += static_cast<MorlNumber*>(expression)->value;
+        break;
+    default:
+        break;
+    }
+}
+
+void MorlTranslator::AppendCall(std::string& text, MorlFunctionCall* call, const CallForms& forms)
+{
+    const CallForm* form = forms.Find(call->functionToken);
+    if (form == nullptr) {
+        AppendPlainCall(text, call);
+    } else {
+        AppendFormedCall(text, *form, WriteArguments(call, form->arguments, form->Repeats()));
+    }
+}
+
+void MorlTranslator::AppendPlainCall(std::string& text, MorlFunctionCall* call)
+{
+    text.append(WriteFunctionName(call)).append("(");
+    const char* separator = "";
+    for (MorlExpression* argument : call->arguments) {
+        text += separator;
+        AppendExpression(text, argument);
+        separator = ",";
+    }
+    text += ")";
+}
+
+// The operator always stands in front, although the source has it behind its operand.
+void MorlTranslator::AppendUnaryOperation(std::string& text, MorlUnaryOperation* operation)
+{
+    text += WriteOperator(operation->operatorToken);
+    AppendExpression(text, operation->operand);
+}
+
+// No parentheses are added: the source's own are nodes of the tree.
+void MorlTranslator::AppendBinaryOperation(std::string& text, MorlBinaryOperation* operation)
+{
+    AppendExpression(text, operation->left);
+    if (operation->operatorToken == TOKEN_INDEX) {
+        text += "[";
+        AppendExpression(text, operation->right);
+        text += "]";
+        return;
+    }
+    text += WriteOperator(operation->operatorToken);
+    AppendExpression(text, operation->right);
+}
+
+void MorlTranslator::AppendParenthesiseExpression(std::string& text,
+                                                  MorlParenthesiseExpression* expression)
+{
+    text += "(";
+    AppendExpression(text, expression->expression);
+    text += ")";
+}
+
+void MorlTranslator::AppendGlobal(std::string& text, MorlDeclare* declare)
+{
+    text.append(WriteBuffer(declare->bufferType)).append(" ");
+    text.append(WriteVariableType(declare)).append(" ").append(declare->name);
+    AppendDefinitionArray(text, declare->arraySize);
+}
+
+CallArguments MorlTranslator::WriteArguments(MorlFunctionCall* call, std::size_t count,
+                                             std::size_t repeats)
+{
+    if (call->arguments.size() < count) {
+        ReportMissingArguments(call);
+    }
+    CallArguments texts;
+    std::size_t size = 0;
+    for (std::size_t i = 0; i < count && i < call->arguments.size(); ++i) {
+        AppendExpression(texts[i], call->arguments[i]);
+        size += texts[i].size();
+    }
+    const bool exhausted = repeatedText > kMaxRepeatedText;
+    repeatedText += exhausted ? 0 : size * repeats;
+    if (repeatedText > kMaxRepeatedText) {
+        if (!exhausted) {
+            LogGraphicsError("Morl Compiler: expression too long: " + call->name);
+        }
+        texts = {};
+    }
+    return texts;
+}
+
+void MorlTranslator::ReportMissingArguments(const MorlFunctionCall* call)
+{
+    LogGraphicsError("Morl Compiler: not enough arguments: " + call->name);
+}
+
+// The writers as the interface names them.
+
+std::string MorlTranslator::WriteSentence(MorlSentence* sentence, int indent)
+{
+    return Collect([&](std::string& text) { AppendSentence(text, sentence, indent); });
+}
+
+std::string MorlTranslator::WriteEmptySentence(MorlEmptySentence* /*sentence*/, int indent)
+{
+    return Collect([&](std::string& text) { AppendEmptySentence(text, indent); });
+}
+
+std::string MorlTranslator::WriteSpecialSentence(MorlSpecialSentence* sentence, int indent)
+{
+    return Collect([&](std::string& text) { AppendSpecialSentence(text, sentence, indent); });
+}
+
+std::string MorlTranslator::WriteSingleComment(MorlSingleCommentSentence* sentence, int indent)
+{
+    return Collect([&](std::string& text) { AppendSingleComment(text, sentence, indent); });
+}
+
+std::string MorlTranslator::WriteMultiComment(MorlMultiCommentSentence* sentence, int indent)
+{
+    return Collect([&](std::string& text) { AppendMultiComment(text, sentence, indent); });
+}
+
+std::string MorlTranslator::WriteDefinitionSentence(MorlDefinitionSentence* sentence, int indent)
+{
+    return Collect([&](std::string& text) { AppendDefinitionSentence(text, sentence, indent); });
+}
+
+std::string MorlTranslator::WriteAssignSentence(MorlAssignSentence* sentence, int indent)
+{
+    return Collect([&](std::string& text) { AppendAssignSentence(text, sentence, indent); });
+}
+
+std::string MorlTranslator::WriteIfSentence(MorlIfSentence* sentence, int indent)
+{
+    return Collect([&](std::string& text) { AppendIfSentence(text, sentence, indent); });
+}
+
+std::string MorlTranslator::WriteForSentence(MorlForSentence* sentence, int indent)
+{
+    return Collect([&](std::string& text) { AppendForSentence(text, sentence, indent); });
+}
+
+std::string MorlTranslator::WriteDefinitionArray(MorlExpression* size)
+{
+    return Collect([&](std::string& text) { AppendDefinitionArray(text, size); });
+}
+
+std::string MorlTranslator::WriteAssignOperator(ENUM_TOKEN token)
+{
+    return std::string(kAssignOperators.Text(token));
+}
+
+std::string MorlTranslator::WriteExpression(MorlExpression* expression)
+{
+    return Collect([&](std::string& text) { AppendExpression(text, expression); });
+}
+
+std::string MorlTranslator::WriteUnaryOperation(MorlUnaryOperation* operation)
+{
+    return Collect([&](std::string& text) { AppendUnaryOperation(text, operation); });
+}
+
+std::string MorlTranslator::WriteBinaryOperation(MorlBinaryOperation* operation)
+{
+    return Collect([&](std::string& text) { AppendBinaryOperation(text, operation); });
+}
+
+std::string MorlTranslator::WriteParenthesiseExpression(MorlParenthesiseExpression* expression)
+{
+    return Collect([&](std::string& text) { AppendParenthesiseExpression(text, expression); });
+}
+
+std::string MorlTranslator::WriteNumber(MorlNumber* number)
+{
+    return number->value;
+}
+
+}  // namespace ns_ruke
