@@ -21,7 +21,8 @@ std::string Digits(Integer value, unsigned char base)
     if (base < 2 || base > 36) {
         return {};
     }
-    std::array<char, std::numeric_limits<Integer>::digits + 1> digits;
+    // In base 2 a negative value takes one digit more than a positive one, and a sign.
+    std::array<char, std::numeric_limits<Integer>::digits + 2> digits;
     const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value, base).ptr;
     return {digits.data(), end};
 }

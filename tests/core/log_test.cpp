@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: MIT
+#include "support/log_capture.h"
+
+#include <gtest/gtest.h>
+#include <climits>
+#include <thread>
+
+namespace {
+
+using namespace ns_ruke;
+using morl_test::LogCapture;
+
+TamberLogSystem& Log()
+{
+    TamberLogSystem::LogInitialize();
+    return *Singleton<TamberLogSystem>::GetSingletonPtr();
+}
+
+TEST(Log, TakesAMessageWithoutArgumentsVerbatim)
+{
+    LogCapture capture;
+    const std::string message("100%s %n %d\0 end", 16);
+    Log().LogError("Graphics", message);
+    Log().LogInfo("Graphics", message);
+    EXPECT_EQ(capture.errors, std::vector<std::string>{message});
+    EXPECT_EQ(capture.infos, std::vector<std::string>{message});
+    EXPECT_EQ(capture.categories, (std::vector<std::string>{"Graphics", "Graphics"}));
+}
+
+TEST(Log, AppliesConversionsToItsArguments)
+{
+    LogCapture capture;
+    Log().LogInfo("c", "%d|%5d|%-5d|%05d|%+d", 7, 7, 7, 7, 7);
+    Log().LogInfo("c", "%s|%5s|%-5s|%.2s", "abc", std::string("abc"), "abc", "abc");
+    Log().LogInfo("c", "%u|%x|%lld|%zu|%c|%%", 42U, 255U, LLONG_MIN, sizeof(int), 'x');
+    Log().LogInfo("c", "%.2f|%g|%*d", 1.5, 0.25F, 4, 9);
+    EXPECT_EQ(capture.infos,
+              (std::vector<std::string>{"7|    7|7    |00007|+7", "abc|  abc|abc  |ab",
+                                        "42|ff|-9223372036854775808|4|x|%", "1.50|0.25|   9"}));
+}
+
+TEST(Log, NeverMisreadsAnArgument)
+{
+    LogCapture capture;
+    Log().LogError("c", "%s|%d|%f|%n", 5, "text", 7U, 1);
+    Log().LogError("c", "%d|%d|%s|%", 1);
+    Log().LogError("c", "%s", static_cast<const char*>(nullptr));
+    Log().LogError("c", "%999999999d", 1);
+    EXPECT_EQ(capture.errors[0], "5|text|7|1");
+    EXPECT_EQ(capture.errors[1], "1|%d|%s|%");
+    EXPECT_EQ(capture.errors[2], "(null)");
+    EXPECT_EQ(capture.errors[3].size(), 1024U);
+}
+
+TEST(Log, GivesBackTheSinkInForce)
+{
+    std::vector<std::string> first;
+    std::vector<std::string> second;
+    LogSink original = TamberLogSystem::SetSink(
+        [&first](LogLevel, const std::string&, const std::string& m) { first.push_back(m); });
+    LogSink earlier = TamberLogSystem::SetSink(
+        [&second](LogLevel, const std::string&, const std::string& m) { second.push_back(m); });
+    Log().LogInfo("c", "two");
+    EXPECT_TRUE(TamberLogSystem::SetSink(std::move(earlier)));
+    Log().LogInfo("c", "one");
+    TamberLogSystem::SetSink(std::move(original));
+    EXPECT_EQ(first, std::vector<std::string>{"one"});
+    EXPECT_EQ(second, std::vector<std::string>{"two"});
+}
+
+TEST(Log, WritesToStandardErrorByDefault)
+{
+    const LogSink outer = TamberLogSystem::SetSink({});
+    testing::internal::CaptureStderr();
+    Log().LogError("Graphics", "broken");
+    Log().LogInfo("Graphics", "fine");
+    const std::string text = testing::internal::GetCapturedStderr();
+    TamberLogSystem::SetSink(outer);
+    EXPECT_EQ(text, "[error] Graphics: broken\n[info] Graphics: fine\n");
+}
+
+TEST(Log, LetsASinkLogAndReplaceItself)
+{
+    std::vector<std::string> seen;
+    const LogSink outer =
+        TamberLogSystem::SetSink([&seen](LogLevel, const std::string&, const std::string& m) {
+            const std::string kept = m;
+            TamberLogSystem::SetSink([&seen](LogLevel, const std::string&, const std::string& n) {
+                seen.push_back("second " + n);
+            });
+            Log().LogInfo("c", "nested");
+            seen.push_back("first " + kept);
+        });
+    Log().LogInfo("c", "message");
+    TamberLogSystem::SetSink(outer);
+    EXPECT_EQ(seen, (std::vector<std::string>{"second nested", "first message"}));
+}
+
+TEST(Log, SerialisesConcurrentWriters)
+{
+    LogCapture capture;  // its vectors are not safe by themselves
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 4; ++i) {
+        threads.emplace_back([] {
+            for (int j = 0; j < 500; ++j) {
+                Log().LogError("Graphics", "message");
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(capture.errors, std::vector<std::string>(2000, "message"));
+}
+
+}  // namespace

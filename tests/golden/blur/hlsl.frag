@@ -1,0 +1,54 @@
+uniform sampler2D sceneMap : register(s0);
+uniform float2 blurStep;
+uniform float blurCenter;
+uniform float blurWeight_1;
+uniform float blurWeight_2;
+uniform float blurWeight_3;
+uniform float blurWeight_4;
+uniform float blurWeight_5;
+uniform float blurWeight_6;
+uniform float blurWeight_7;
+struct FS_INPUT{
+	float2 oUV : TEXCOORD0;
+};
+struct FS_OUTPUT{
+	float4 oColor : COLOR0;
+};
+FS_OUTPUT main(FS_INPUT input){ 
+	float2 ioUV = input.oUV;
+	FS_OUTPUT output;
+	float4 scene = tex2D(sceneMap,ioUV);
+	float3 image = scene.xyz;
+	image *= blurCenter;
+	float2 tapOffset = float2(0.0,0.0);
+	tapOffset += blurStep;
+	float4 tapAhead_1 = tex2D(sceneMap,ioUV+tapOffset);
+	float4 tapBehind_1 = tex2D(sceneMap,ioUV-tapOffset);
+	image += (tapAhead_1.xyz+tapBehind_1.xyz)*blurWeight_1;
+	tapOffset += blurStep;
+	float4 tapAhead_2 = tex2D(sceneMap,ioUV+tapOffset);
+	float4 tapBehind_2 = tex2D(sceneMap,ioUV-tapOffset);
+	image += (tapAhead_2.xyz+tapBehind_2.xyz)*blurWeight_2;
+	tapOffset += blurStep;
+	float4 tapAhead_3 = tex2D(sceneMap,ioUV+tapOffset);
+	float4 tapBehind_3 = tex2D(sceneMap,ioUV-tapOffset);
+	image += (tapAhead_3.xyz+tapBehind_3.xyz)*blurWeight_3;
+	tapOffset += blurStep;
+	float4 tapAhead_4 = tex2D(sceneMap,ioUV+tapOffset);
+	float4 tapBehind_4 = tex2D(sceneMap,ioUV-tapOffset);
+	image += (tapAhead_4.xyz+tapBehind_4.xyz)*blurWeight_4;
+	tapOffset += blurStep;
+	float4 tapAhead_5 = tex2D(sceneMap,ioUV+tapOffset);
+	float4 tapBehind_5 = tex2D(sceneMap,ioUV-tapOffset);
+	image += (tapAhead_5.xyz+tapBehind_5.xyz)*blurWeight_5;
+	tapOffset += blurStep;
+	float4 tapAhead_6 = tex2D(sceneMap,ioUV+tapOffset);
+	float4 tapBehind_6 = tex2D(sceneMap,ioUV-tapOffset);
+	image += (tapAhead_6.xyz+tapBehind_6.xyz)*blurWeight_6;
+	tapOffset += blurStep;
+	float4 tapAhead_7 = tex2D(sceneMap,ioUV+tapOffset);
+	float4 tapBehind_7 = tex2D(sceneMap,ioUV-tapOffset);
+	image += (tapAhead_7.xyz+tapBehind_7.xyz)*blurWeight_7;
+	output.oColor = float4(image,scene.w);
+	return output;
+}

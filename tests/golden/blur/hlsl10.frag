@@ -1,0 +1,56 @@
+uniform Texture2D sceneMap : register(t0);
+uniform SamplerState sampler_sceneMap:register(s0);
+uniform float2 blurStep;
+uniform float blurCenter;
+uniform float blurWeight_1;
+uniform float blurWeight_2;
+uniform float blurWeight_3;
+uniform float blurWeight_4;
+uniform float blurWeight_5;
+uniform float blurWeight_6;
+uniform float blurWeight_7;
+struct FS_INPUT{
+float4 oDummyProj : SV_Position; 
+	float2 oUV : TEXCOORD0;
+};
+struct FS_OUTPUT{
+	float4 oColor : SV_Target0;
+};
+FS_OUTPUT main(FS_INPUT input){ 
+	float2 ioUV = input.oUV;
+	FS_OUTPUT output;
+	float4 scene = sceneMap.Sample(sampler_sceneMap,ioUV);
+	float3 image = scene.xyz;
+	image *= blurCenter;
+	float2 tapOffset = float2(0.0,0.0);
+	tapOffset += blurStep;
+	float4 tapAhead_1 = sceneMap.Sample(sampler_sceneMap,ioUV+tapOffset);
+	float4 tapBehind_1 = sceneMap.Sample(sampler_sceneMap,ioUV-tapOffset);
+	image += (tapAhead_1.xyz+tapBehind_1.xyz)*blurWeight_1;
+	tapOffset += blurStep;
+	float4 tapAhead_2 = sceneMap.Sample(sampler_sceneMap,ioUV+tapOffset);
+	float4 tapBehind_2 = sceneMap.Sample(sampler_sceneMap,ioUV-tapOffset);
+	image += (tapAhead_2.xyz+tapBehind_2.xyz)*blurWeight_2;
+	tapOffset += blurStep;
+	float4 tapAhead_3 = sceneMap.Sample(sampler_sceneMap,ioUV+tapOffset);
+	float4 tapBehind_3 = sceneMap.Sample(sampler_sceneMap,ioUV-tapOffset);
+	image += (tapAhead_3.xyz+tapBehind_3.xyz)*blurWeight_3;
+	tapOffset += blurStep;
+	float4 tapAhead_4 = sceneMap.Sample(sampler_sceneMap,ioUV+tapOffset);
+	float4 tapBehind_4 = sceneMap.Sample(sampler_sceneMap,ioUV-tapOffset);
+	image += (tapAhead_4.xyz+tapBehind_4.xyz)*blurWeight_4;
+	tapOffset += blurStep;
+	float4 tapAhead_5 = sceneMap.Sample(sampler_sceneMap,ioUV+tapOffset);
+	float4 tapBehind_5 = sceneMap.Sample(sampler_sceneMap,ioUV-tapOffset);
+	image += (tapAhead_5.xyz+tapBehind_5.xyz)*blurWeight_5;
+	tapOffset += blurStep;
+	float4 tapAhead_6 = sceneMap.Sample(sampler_sceneMap,ioUV+tapOffset);
+	float4 tapBehind_6 = sceneMap.Sample(sampler_sceneMap,ioUV-tapOffset);
+	image += (tapAhead_6.xyz+tapBehind_6.xyz)*blurWeight_6;
+	tapOffset += blurStep;
+	float4 tapAhead_7 = sceneMap.Sample(sampler_sceneMap,ioUV+tapOffset);
+	float4 tapBehind_7 = sceneMap.Sample(sampler_sceneMap,ioUV-tapOffset);
+	image += (tapAhead_7.xyz+tapBehind_7.xyz)*blurWeight_7;
+	output.oColor = float4(image,scene.w);
+	return output;
+}

@@ -1,0 +1,17 @@
+#version 100
+precision highp int; 
+precision highp float; 
+uniform sampler2D albedoMap;
+uniform float alphaReference;
+uniform vec4 objectColor;
+varying vec2 oUV;
+void main(){ 
+	vec2 ioUV = oUV;
+	vec4 retoColor = vec4(1.0);
+	vec4 albedo = texture2D(albedoMap,ioUV);
+	if(albedo.w<alphaReference ) {
+		discard; 
+	} 
+	retoColor = objectColor;
+	gl_FragColor = retoColor; 
+}

@@ -1,0 +1,14 @@
+#version 100
+precision highp int; 
+precision highp float; 
+uniform vec4 surfaceColor;
+varying vec4 oVertexColor;
+void main(){ 
+	vec4 ioVertexColor = oVertexColor;
+	vec4 retoColor = vec4(1.0);
+	vec4 albedo = surfaceColor;
+	albedo *= ioVertexColor;
+	vec3 lit = albedo.xyz;
+	retoColor = vec4(lit,albedo.w);
+	gl_FragColor = retoColor; 
+}

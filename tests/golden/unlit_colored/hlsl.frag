@@ -1,0 +1,16 @@
+uniform float4 surfaceColor;
+struct FS_INPUT{
+	float4 oVertexColor : TEXCOORD2;
+};
+struct FS_OUTPUT{
+	float4 oColor : COLOR0;
+};
+FS_OUTPUT main(FS_INPUT input){ 
+	float4 ioVertexColor = input.oVertexColor;
+	FS_OUTPUT output;
+	float4 albedo = surfaceColor;
+	albedo *= ioVertexColor;
+	float3 lit = albedo.xyz;
+	output.oColor = float4(lit,albedo.w);
+	return output;
+}

@@ -1,0 +1,188 @@
+// SPDX-License-Identifier: MIT
+#include "support/graph.h"
+#include "support/log_capture.h"
+#include "support/tree_text.h"
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <random>
+
+namespace {
+
+using namespace ns_ruke;
+using morl_test::LogCapture;
+using Strings = std::vector<std::string>;
+
+/// Nodes parsed from sources, and the program that they are linked into.
+class Linked {
+public:
+    explicit Linked(const std::vector<morl_test::NodeSource>& sources)
+    {
+        for (const morl_test::NodeSource& source : sources) {
+            nodes.push_back(std::make_unique<MorlNode>());
+            nodes.back()->SetName(source.name);
+            nodes.back()->SetContent(source.content);
+            for (const std::string& reference : source.references) {
+                nodes.back()->AddReference(reference);
+            }
+            nodes.back()->Compile(&parser, "glsl");
+        }
+        program.mainFunction = new MorlFunction;
+        program.stage = 0;
+    }
+
+    void Link(std::unordered_map<std::string, int> macros = {})
+    {
+        std::vector<MorlNode*> list;
+        for (const auto& node : nodes) {
+            list.push_back(node.get());
+        }
+        MorlLinker().Link("glsl", macros, list, program);
+        EXPECT_TRUE(list.empty());
+    }
+
+    /// The names of the uniforms, which tell the order of the nodes.
+    std::string Uniforms() const
+    {
+        std::string names;
+        for (const MorlDeclare* uniform : program.uniforms) {
+            names += (names.empty() ? "" : " ") + uniform->name;
+        }
+        return names;
+    }
+
+    MorlParser parser;
+    std::vector<std::unique_ptr<MorlNode>> nodes;
+    MorlProgram program;
+};
+
+morl_test::NodeSource Marked(const std::string& name, const Strings& references)
+{
+    return {name, "uniform float " + name + ";", references};
+}
+
+TEST(Link, PutsReferencesFirst)
+{
+    struct Row {
+        std::vector<morl_test::NodeSource> nodes;
+        const char* order;
+    };
+    const Row rows[] = {
+        {{Marked("A", {"C"}), Marked("B", {}), Marked("C", {})}, "B C A"},
+        {{Marked("X", {}), Marked("Y", {})}, "X Y"},
+        {{Marked("Y", {}), Marked("X", {})}, "Y X"},
+        {{Marked("A", {"unlisted", "B", "B"}), Marked("B", {})}, "B A"},
+        {{}, ""},
+    };
+    for (const Row& row : rows) {
+        Linked linked(row.nodes);
+        linked.Link();
+        EXPECT_EQ(linked.Uniforms(), row.order);
+    }
+}
+
+TEST(Link, LeavesCyclesOutAndNamesThem)
+{
+    Linked linked({Marked("A", {"B"}), Marked("good", {}), Marked("B", {"A"}), Marked("S", {"S"}),
+                   Marked("after", {"A"})});
+    const LogCapture log;
+    linked.Link();
+    EXPECT_EQ(linked.Uniforms(), "good");
+    EXPECT_EQ(log.errors, Strings{"MorlLinker: reference cycle: A, B, S, after"});
+}
+
+/// The rule as it is described: scan from the front, take the first node that is ready, begin
+/// again.
+std::string OrderByScanning(std::vector<morl_test::NodeSource> nodes)
+{
+    std::string order;
+    Strings placed;
+    const auto contains = [](const auto& list, const auto& matches) {
+        return std::find_if(list.begin(), list.end(), matches) != list.end();
+    };
+    const std::vector<morl_test::NodeSource> all = nodes;
+    const auto ready = [&](const morl_test::NodeSource& node) {
+        return std::all_of(
+            node.references.begin(), node.references.end(), [&](const std::string& name) {
+                return !contains(all, [&](const auto& other) { return other.name == name; }) ||
+                       contains(placed, [&](const auto& other) { return other == name; });
+            });
+    };
+    for (auto next = nodes.begin(); next != nodes.end(); next = nodes.begin()) {
+        next = std::find_if(nodes.begin(), nodes.end(), ready);
+        if (next == nodes.end()) {
+            break;
+        }
+        order += (order.empty() ? "" : " ") + next->name;
+        placed.push_back(next->name);
+        nodes.erase(next);
+    }
+    return order;
+}
+
+TEST(Link, OrdersRandomGraphsAsScanningDoes)
+{
+    std::mt19937 random(7);
+    for (int round = 0; round < 200; ++round) {
+        std::vector<morl_test::NodeSource> nodes;
+        const auto count = static_cast<unsigned>(random() % 12);
+        for (unsigned i = 0; i < count; ++i) {
+            Strings references;
+            for (auto j = random() % 3; j > 0; --j) {
+                references.push_back("n" + std::to_string(random() % (count + 1)));
+            }
+            nodes.push_back(Marked("n" + std::to_string(i), references));
+        }
+        const LogCapture log;
+        Linked linked(nodes);
+        linked.Link();
+        EXPECT_EQ(linked.Uniforms(), OrderByScanning(nodes)) << "round " << round;
+    }
+}
+
+TEST(Link, KeepsTheFirstDeclarationOfAName)
+{
+    Linked linked(
+        {{"A", "in float2 uv : TEXCOORD0; void main() { x = uv.x; }", {}},
+         {"B", "in float3 uv; in float UV; uniform float k; void main() { y = x * k; }", {"A"}}});
+    linked.Link();
+    EXPECT_EQ(morl_test::TreeText(linked.program),
+              "in{26 2 uv : 34 TEXCOORD0 26 1 UV} uniform{25 1 k} "
+              "main- {}{assign(- x = (uv . x)); assign(- y = (x * k));}");
+}
+
+TEST(Link, KeepsTheFirstOfManyDeclarations)
+{
+    std::string source;
+    for (int i = 0; i < 100; ++i) {
+        source += "in float a" + std::to_string(i) + ";";
+    }
+    std::string again = source;
+    again.replace(0, 12, "in int2 a0;");
+    Linked linked({{"A", source, {}}, {"B", again + "in float b;", {}}});
+    linked.Link();
+    ASSERT_EQ(linked.program.inputs.size(), 101U);
+    EXPECT_EQ(morl_test::TreeText(linked.program.inputs[0]), "26 1 a0");
+    EXPECT_EQ(linked.program.inputs[100]->name, "b");
+}
+
+TEST(Link, HandsFunctionsOverAsTheyAre)
+{
+    Linked linked(
+        {{"A", "float f() { } #if X float g() { } #endif", {}}, {"B", "float h() { }", {}}});
+    linked.Link({{"X", 1}});
+    ASSERT_EQ(linked.program.functions.size(), 3U);
+    EXPECT_EQ(linked.program.functions[0], linked.nodes[0]->GetProgram()->functions[0]);
+    EXPECT_EQ(linked.program.functions[1], linked.nodes[0]->GetProgram()->functions[1]);
+    EXPECT_EQ(linked.program.functions[2], linked.nodes[1]->GetProgram()->functions[0]);
+}
+
+TEST(Link, TakesWhatANodeHas)
+{
+    Linked linked({Marked("A", {}), Marked("B", {})});
+    linked.nodes[0] = std::make_unique<MorlNode>();  // never parsed
+    linked.Link();
+    EXPECT_EQ(linked.Uniforms(), "B");
+}
+
+}  // namespace

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+// Every variant of every sample shader goes through a real compiler's front end.
+#include "support/graph.h"
+#include "support/log_capture.h"
+#include "support/process.h"
+#include "support/samples.h"
+
+#include <gtest/gtest.h>
+#include <map>
+#include <set>
+
+namespace {
+
+using morl_test::SampleRequest;
+using morl_test::SampleTexts;
+using Command = std::vector<std::string>;
+
+/// How the validator is told what a target is. It links the two stages of GLSL; of HLSL it cannot,
+/// as it puts the uniforms of each stage into a block of one name.
+const std::map<std::string, std::vector<Command>>& Commands()
+{
+    static const std::map<std::string, std::vector<Command>> commands = {
+        {"hlsl",
+         {{"-D", "--hlsl-dx9-compatible", "-V", "-e", "main", "-o", "/dev/null", "-S", "vert", "V"},
+          {"-D", "--hlsl-dx9-compatible", "-V", "-e", "main", "-o", "/dev/null", "-S", "frag",
+           "F"}}},
+        {"hlsl10",
+         {{"-D", "-V", "-e", "main", "-o", "/dev/null", "-S", "vert", "V"},
+          {"-D", "-V", "-e", "main", "-o", "/dev/null", "-S", "frag", "F"}}},
+        {"glsl", {{"-l", "V", "F"}}},
+        {"glsles", {{"-l", "V", "F"}}},
+    };
+    return commands;
+}
+
+void Validate(const SampleRequest& request, const SampleTexts& texts)
+{
+    const morl_test::TemporaryDirectory directory;
+    const std::string vertex = (directory.path / "shader.vert").string();
+    const std::string fragment = (directory.path / "shader.frag").string();
+    morl_test::WriteText(vertex, texts.vertex);
+    morl_test::WriteText(fragment, texts.fragment);
+    for (Command command : Commands().at(request.target)) {
+        for (std::string& word : command) {
+            word = word == "V" ? vertex : word == "F" ? fragment : word;
+        }
+        command.insert(command.begin(), "glslangValidator");
+        const morl_test::ProcessResult result = morl_test::RunProcess(command);
+        ASSERT_NE(result.status, 127) << "glslangValidator is not installed: ./dev setup";
+        EXPECT_EQ(result.status, 0)
+            << request.shader << " (" << request.variant << ") in " << request.target << "\n"
+            << result.out << result.err << texts.vertex << texts.fragment;
+    }
+}
+
+TEST(Validator, AcceptsEveryVariantOfEverySampleShader)
+{
+    const morl_test::LogCapture log;
+    const auto compiler = morl_test::MakeSampleCompiler();
+    std::set<std::string> seen;
+    std::size_t shaders = 0;
+    for (const SampleRequest& request : morl_test::SampleGrid()) {
+        const SampleTexts texts = morl_test::CompileSample(*compiler, request);
+        shaders += 2;
+        if (seen.insert(request.target + texts.vertex + "\n" + texts.fragment).second) {
+            Validate(request, texts);
+        }
+    }
+    EXPECT_EQ(log.errors, std::vector<std::string>{});
+    EXPECT_GE(shaders, 150U);
+    std::cout << "accepted " << shaders << " shaders, " << seen.size()
+              << " different pairs of stages\n";
+}
+
+}  // namespace

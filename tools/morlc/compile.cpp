@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: MIT
+#include "compile.h"
+
+#include "output_file.h"
+#include "tables.h"
+
+#include <morl/morl.h>
+#include <filesystem>
+#include <stdexcept>
+
+namespace morlc {
+namespace {
+
+using ns_ruke::MorlCompiler;
+using ns_ruke::PassProperty;
+using ns_ruke::ShaderOutput;
+
+constexpr int kVertex = 0;
+constexpr int kFragment = 1;
+
+PassProperty MakePass(const Options& options, const std::string& target, int stage,
+                      const std::vector<std::string>& nodes)
+{
+    PassProperty pass;
+    pass.nodeNames = nodes;
+    pass.macros = options.macros;
+    pass.target = target;
+    pass.stage = stage;
+    pass.samplerRegisters = options.samplers;
+    return pass;
+}
+
+/// A request that is refused leaves the code empty; then there is nothing to write.
+void WriteCode(const std::string& path, const ShaderOutput& output)
+{
+    if (!output.code.empty()) {
+        WriteWhole(path, output.code);
+    }
+}
+
+void CompileOne(const Options& options, MorlCompiler& compiler)
+{
+    PassProperty pass = MakePass(options, options.target, options.stage, options.nodes);
+    if (!options.semanticsIn.empty()) {
+        pass.semantics = ReadSemantics(options.semanticsIn);
+    }
+    ShaderOutput output;
+    compiler.Compile(pass, output);
+    WriteCode(options.output, output);
+    if (!options.semanticsOut.empty()) {
+        WriteWhole(options.semanticsOut, FormatSemantics(output.semantics));
+    }
+}
+
+// The GLSL targets assign no texture coordinates of their own: there the table of the target before
+// serves, so that all targets order their varyings alike.
+void CompileBoth(const Options& options, MorlCompiler& compiler)
+{
+    const std::filesystem::path directory = options.output;
+    std::filesystem::create_directories(directory);
+    Semantics semantics;
+    for (const std::string& target : ns_ruke::MorlTargets()) {
+        if (options.target != "all" && options.target != target) {
+            continue;
+        }
+        PassProperty vertex = MakePass(options, target, kVertex, options.vertexNodes);
+        ShaderOutput vertexOutput;
+        compiler.Compile(vertex, vertexOutput);
+        if (!vertexOutput.semantics.empty()) {
+            semantics = vertexOutput.semantics;
+        }
+        PassProperty fragment = MakePass(options, target, kFragment, options.fragmentNodes);
+        fragment.semantics = semantics;
+        ShaderOutput fragmentOutput;
+        compiler.Compile(fragment, fragmentOutput);
+        WriteCode(directory / (target + ".vert"), vertexOutput);
+        WriteCode(directory / (target + ".frag"), fragmentOutput);
+    }
+}
+
+}  // namespace
+
+void Compile(const Options& options, Diagnostics& diagnostics)
+{
+    std::error_code error;
+    std::filesystem::current_path(options.directory, error);
+    if (error) {
+        throw std::runtime_error("cannot enter " + options.directory + ": " + error.message());
+    }
+    MorlCompiler compiler;
+    diagnostics.SetCompiler(&compiler);
+    if (options.BothPasses()) {
+        CompileBoth(options, compiler);
+    } else {
+        CompileOne(options, compiler);
+    }
+    diagnostics.SetCompiler(nullptr);
+}
+
+}  // namespace morlc

@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: MIT
+#include "output_file.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <stdexcept>
+#include <string_view>
+#include <system_error>
+
+namespace morlc {
+namespace {
+
+[[noreturn]] void Fail(const std::string& name, int error)
+{
+    throw std::runtime_error("cannot write " + name + ": " +
+                             std::generic_category().message(error));
+}
+
+/// Whether the stream took the whole text. Closes nothing.
+bool Put(std::FILE* stream, std::string_view text)
+{
+    return std::fwrite(text.data(), 1, text.size(), stream) == text.size() &&
+           std::fflush(stream) == 0;
+}
+
+/// Devices and pipes cannot be replaced, only written to.
+void WriteInPlace(const std::string& path, std::string_view text)
+{
+    std::FILE* const file = std::fopen(path.c_str(), "wb");
+    if (file == nullptr) {
+        Fail(path, errno);
+    }
+    const bool complete = Put(file, text);
+    const int error = errno;
+    std::fclose(file);
+    if (!complete) {
+        Fail(path, error);
+    }
+}
+
+/// A new file beside the one to be replaced; it is gone with this object unless it was renamed.
+class TemporaryFile {
+public:
+    explicit TemporaryFile(const std::string& target) : path(target + ".XXXXXX")
+    {
+        const int descriptor = ::mkstemp(path.data());
+        if (descriptor < 0) {
+            Fail(target, errno);
+        }
+        // mkstemp makes the file private; give it the permissions of any new file.
+        const mode_t mask = ::umask(0);
+        ::umask(mask);
+        ::fchmod(descriptor, 0666 & ~mask);
+        file = ::fdopen(descriptor, "wb");
+    }
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+    ~TemporaryFile()
+    {
+        if (file != nullptr) {
+            std::fclose(file);
+        }
+        if (!renamed) {
+            ::unlink(path.c_str());
+        }
+    }
+
+    /// Whether the text was written and now stands under its name. `errno` says why not.
+    bool Commit(std::string_view text, const std::string& target)
+    {
+        if (file == nullptr || !Put(file, text)) {
+            return false;
+        }
+        const bool closed = std::fclose(file) == 0;
+        file = nullptr;
+        renamed = closed && std::rename(path.c_str(), target.c_str()) == 0;
+        return renamed;
+    }
+
+private:
+    std::string path;
+    std::FILE* file = nullptr;
+    bool renamed = false;
+};
+
+}  // namespace
+
+void WriteWhole(const std::string& path, const std::string& text)
+{
+    if (path == "-") {
+        if (!Put(stdout, text)) {
+            Fail("standard output", errno);
+        }
+        return;
+    }
+    std::error_code ignored;
+    const auto status = std::filesystem::status(path, ignored);
+    if (std::filesystem::is_directory(status)) {
+        Fail(path, EISDIR);
+    }
+    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
+        WriteInPlace(path, text);
+        return;
+    }
+    TemporaryFile temporary(path);
+    if (!temporary.Commit(text, path)) {
+        Fail(path, errno);
+    }
+}
+
+}  // namespace morlc
