@@ -30,9 +30,9 @@ constexpr std::size_t kMaxLoopIterations = 1'000'000;
 /// `kMaxLoopIterations` does, before memory runs out (one node takes about 100 bytes).
 constexpr std::size_t kMaxLoopCopies = 32'000'000;
 
-/// The most bytes that one written program may gain from calls whose form repeats an argument (the
-/// matrix constructors, texture sampling through a sampler object). Nested, such calls would grow
-/// the text exponentially.
+/// The most bytes that one written program may gain from repetition inside of repetition: some call
+/// forms write an argument more than once (the matrix constructors, texture sampling through a
+/// sampler object), and nested in each other they would grow the text exponentially.
 constexpr std::size_t kMaxRepeatedText = std::size_t{4} * 1024 * 1024;
 
 }  // namespace ns_ruke

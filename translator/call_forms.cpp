@@ -9,30 +9,30 @@ namespace {
 
 /// HLSL. The semicolon that closes the transposing form is deliberate.
 constexpr CallForm kHlsl[] = {
-    {TOKEN_FLOAT3X3_CONSTRUCT, CallLayout::Columns, 3, "float3x3", "float3", ""},
-    {TOKEN_FLOAT4X4_CONSTRUCT, CallLayout::Columns, 4, "float4x4", "float4", ""},
-    {TOKEN_FLOAT4X4_TRANPOSE, CallLayout::Rows, 4, "float4x4", "", ");"},
+    {TOKEN_FLOAT3X3_CONSTRUCT, CallLayout::Transposed, 3, "float3x3", "float3", ""},
+    {TOKEN_FLOAT4X4_CONSTRUCT, CallLayout::Transposed, 4, "float4x4", "float4", ""},
+    {TOKEN_FLOAT4X4_TRANPOSE, CallLayout::Plain, 4, "float4x4", "", ");"},
 };
 
 /// GLSL. The type names are those of HLSL, deliberately.
 constexpr CallForm kGlsl[] = {
-    {TOKEN_FLOAT3X3_CONSTRUCT, CallLayout::Rows, 3, "float3x3", "", ")"},
-    {TOKEN_FLOAT4X4_CONSTRUCT, CallLayout::Rows, 4, "float4x4", "", ")"},
-    {TOKEN_FLOAT4X4_TRANPOSE, CallLayout::Columns, 4, "float4x4", "float4", ""},
+    {TOKEN_FLOAT3X3_CONSTRUCT, CallLayout::Plain, 3, "float3x3", "", ")"},
+    {TOKEN_FLOAT4X4_CONSTRUCT, CallLayout::Plain, 4, "float4x4", "", ")"},
+    {TOKEN_FLOAT4X4_TRANPOSE, CallLayout::Transposed, 4, "float4x4", "float4", ""},
     {TOKEN_SATURATE, CallLayout::Saturate, 1, "", "", ""},
     {TOKEN_MUL, CallLayout::Product, 2, "", "", ""},
 };
 
 /// GLSL ES.
 constexpr CallForm kGlslEs[] = {
-    {TOKEN_FLOAT3X3_CONSTRUCT, CallLayout::Rows, 3, "mat3", "", ")"},
-    {TOKEN_FLOAT4X4_CONSTRUCT, CallLayout::Rows, 4, "mat4", "", ")"},
-    {TOKEN_FLOAT4X4_TRANPOSE, CallLayout::Columns, 4, "mat4", "vec4", ""},
+    {TOKEN_FLOAT3X3_CONSTRUCT, CallLayout::Plain, 3, "mat3", "", ")"},
+    {TOKEN_FLOAT4X4_CONSTRUCT, CallLayout::Plain, 4, "mat4", "", ")"},
+    {TOKEN_FLOAT4X4_TRANPOSE, CallLayout::Transposed, 4, "mat4", "vec4", ""},
     {TOKEN_SATURATE, CallLayout::Saturate, 1, "", "", ""},
     {TOKEN_MUL, CallLayout::Product, 2, "", "", ""},
 };
 
-void AppendRows(std::string& text, const CallForm& form, const CallArguments& arguments)
+void AppendPlainMatrix(std::string& text, const CallForm& form, const CallArguments& arguments)
 {
     text.append(form.matrix).append("(");
     for (std::size_t i = 0; i < form.arguments; ++i) {
@@ -41,7 +41,7 @@ void AppendRows(std::string& text, const CallForm& form, const CallArguments& ar
     text += form.end;
 }
 
-void AppendColumns(std::string& text, const CallForm& form, const CallArguments& arguments)
+void AppendTransposedMatrix(std::string& text, const CallForm& form, const CallArguments& arguments)
 {
     constexpr std::string_view kComponents = "xyzw";
     text.append(form.matrix).append("(");
@@ -65,11 +65,11 @@ constexpr CallForms kGlslEsCallForms(kGlslEs);
 void AppendFormedCall(std::string& text, const CallForm& form, const CallArguments& arguments)
 {
     switch (form.layout) {
-    case CallLayout::Rows:
-        AppendRows(text, form, arguments);
+    case CallLayout::Plain:
+        AppendPlainMatrix(text, form, arguments);
         break;
-    case CallLayout::Columns:
-        AppendColumns(text, form, arguments);
+    case CallLayout::Transposed:
+        AppendTransposedMatrix(text, form, arguments);
         break;
     case CallLayout::Product:
         text.append(arguments[0]).append("*").append(arguments[1]);

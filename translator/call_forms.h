@@ -10,15 +10,15 @@
 
 namespace ns_ruke {
 
-/// The texts of a call's arguments, in order.
+/// The texts of a call's arguments, in order. A form reads at most this many.
 using CallArguments = std::array<std::string, 4>;
 
 /// The forms, other than name and arguments, in which a target writes a call.
 enum class CallLayout {
-    Rows,     ///< the matrix's constructor over the arguments: M(a0,a1,a2)
-    Columns,  ///< the matrix's constructor over their components: M(V(a0.x,a1.x,a2.x),V(a0.y,...
-    Product,  ///< a0*a1, without parentheses of its own
-    Saturate  ///< clamp(a0,0.0,1.0)
+    Plain,       ///< the matrix's constructor over the arguments: M(a0,a1,a2)
+    Transposed,  ///< the matrix's constructor over their components: M(V(a0.x,a1.x,a2.x),V(a0.y,...
+    Product,     ///< a0*a1, without parentheses of its own
+    Saturate     ///< clamp(a0,0.0,1.0)
 };
 
 /// How a target writes the calls of one intrinsic.
@@ -27,13 +27,13 @@ struct CallForm {
     CallLayout layout;
     std::size_t arguments;    ///< how many arguments the form reads, at most 4
     std::string_view matrix;  ///< the name of the matrix type
-    std::string_view vector;  ///< the name of the vector type (Columns)
-    std::string_view end;     ///< what closes the call (Rows)
+    std::string_view vector;  ///< the name of the vector type (Transposed)
+    std::string_view end;     ///< what closes the call (Plain)
 
     /// How often the form writes each argument beyond the first time.
     constexpr std::size_t Repeats() const
     {
-        return layout == CallLayout::Columns ? arguments - 1 : 0;
+        return layout == CallLayout::Transposed ? arguments - 1 : 0;
     }
 };
 

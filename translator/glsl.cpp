@@ -65,7 +65,7 @@ std::string MorlTranslatorGLSL::WriteOperator(ENUM_TOKEN token)
 
 std::string MorlTranslatorGLSL::WriteKeyword(ENUM_TOKEN token)
 {
-    return Spell(kKeywordTexts, token);
+    return Spell(kKeywords, token);
 }
 
 std::string MorlTranslatorGLSL::WriteUniformList(std::vector<MorlDeclare*> uniforms)
@@ -109,7 +109,7 @@ std::string MorlTranslatorGLSL::WriteMainFunction(MorlProgram* linked)
     std::string text(kGlslMainStart);
     text += WriteInputConvert(linked->inputs);
     text += WriteOutputConvert(linked->outputs);
-    AppendSentences(text, linked->mainFunction->sentences, 1);
+    AppendMainBody(text, linked);
     text.append(WriteFinalOutput(linked->outputs)).append(kGlslMainEnd);
     return text;
 }
@@ -141,14 +141,9 @@ std::string MorlTranslatorGLSL::WriteFinalOutput(std::vector<MorlDeclare*> outpu
     return text;
 }
 
-// Not written into shaders of this target; for tools that ask for it.
 std::string MorlTranslatorGLSL::WriteRegister(MorlDeclare* declare, MorlRegister* binding)
 {
-    std::string text = BindingText(kGlslSemantics, binding);
-    if (binding != nullptr && binding->registerToken == TOKEN_SAUTO) {
-        text += SamplerRegister('s', samplerRegisters, declare->name);
-    }
-    return text;
+    return GlslBinding(samplerRegisters, declare, binding);
 }
 
 }  // namespace ns_ruke

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "morl/translator/glsl_layout.h"
 
+#include "morl/translator/shared_hooks.h"
+
 namespace ns_ruke {
 
 std::string GlslInputLocal(const std::string& name)
@@ -47,6 +49,16 @@ std::string GlslCopyOut(std::string_view target, const MorlDeclare* output)
 {
     std::string text = "\t";
     return text.append(target).append(" = ").append(GlslOutputLocal(output->name)).append("; \n");
+}
+
+std::string GlslBinding(std::unordered_map<std::string, int>& samplerRegisters,
+                        const MorlDeclare* declare, const MorlRegister* binding)
+{
+    std::string text = BindingText(kGlslSemantics, binding);
+    if (binding != nullptr && binding->registerToken == TOKEN_SAUTO) {
+        text += SamplerRegister('s', samplerRegisters, declare->name);
+    }
+    return text;
 }
 
 }  // namespace ns_ruke

@@ -31,6 +31,11 @@ std::string GlslOutputLocals(MorlTranslator& translator, const std::vector<MorlD
 /// The line that copies an output's local to `target`.
 std::string GlslCopyOut(std::string_view target, const MorlDeclare* output);
 
+/// The binding of a declaration. It is not written into shaders of these targets; it serves tools
+/// that ask a back end for it.
+std::string GlslBinding(std::unordered_map<std::string, int>& samplerRegisters,
+                        const MorlDeclare* declare, const MorlRegister* binding);
+
 /// The line that opens the entry function.
 constexpr std::string_view kGlslMainStart = "void main(){ \n";
 

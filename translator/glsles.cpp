@@ -10,8 +10,9 @@
 namespace ns_ruke {
 namespace {
 
-/// The declaration of this name carries the projected position: gl_Position takes its place.
-bool IsProjectedPosition(const MorlDeclare* declare)
+/// A declaration of this name is never an attribute or varying, whatever it is bound to. (Copying
+/// an output out goes by its semantic instead: see CopyOutTarget.)
+bool IsUndeclared(const MorlDeclare* declare)
 {
     return declare->name == "oProjPos";
 }
@@ -88,7 +89,7 @@ std::string MorlTranslatorGLSLES::WriteOperator(ENUM_TOKEN token)
 
 std::string MorlTranslatorGLSLES::WriteKeyword(ENUM_TOKEN token)
 {
-    return Spell(kKeywordTexts, token);
+    return Spell(kKeywords, token);
 }
 
 std::string MorlTranslatorGLSLES::WriteUniformList(std::vector<MorlDeclare*> uniforms)
@@ -109,7 +110,7 @@ std::string MorlTranslatorGLSLES::WriteInputList(std::vector<MorlDeclare*> input
     std::string text;
     for (MorlDeclare* input : inputs) {
         variableNames[input->name] = GlslInputLocal(input->name);
-        text += IsProjectedPosition(input) ? "" : GlslStageGlobal(*this, input);
+        text += IsUndeclared(input) ? "" : GlslStageGlobal(*this, input);
     }
     return text;
 }
@@ -126,12 +127,13 @@ std::string MorlTranslatorGLSLES::WriteOutputList(std::vector<MorlDeclare*> outp
     return text;
 }
 
-// A fragment stage reaches its target through gl_FragColor only.
+// A fragment stage reaches its target through gl_FragColor only, so none of its outputs is
+// declared.
 std::string MorlTranslatorGLSLES::WriteOutputDeclare(MorlDeclare* declare)
 {
     variableNames[declare->name] = GlslOutputLocal(declare->name);
-    const bool builtIn = program->stage == kFragmentStage || IsProjectedPosition(declare);
-    return builtIn ? "" : GlslStageGlobal(*this, declare);
+    const bool undeclared = program->stage == kFragmentStage || IsUndeclared(declare);
+    return undeclared ? "" : GlslStageGlobal(*this, declare);
 }
 
 std::string MorlTranslatorGLSLES::WriteMainFunction(MorlProgram* linked)
@@ -139,7 +141,7 @@ std::string MorlTranslatorGLSLES::WriteMainFunction(MorlProgram* linked)
     std::string text(kGlslMainStart);
     text += WriteInputConvert(linked->inputs);
     text += WriteOutputConvert(linked->outputs);
-    AppendSentences(text, linked->mainFunction->sentences, 1);
+    AppendMainBody(text, linked);
     text.append(WriteFinalOutput(linked->outputs)).append(kGlslMainEnd);
     return text;
 }
@@ -164,14 +166,9 @@ std::string MorlTranslatorGLSLES::WriteFinalOutput(std::vector<MorlDeclare*> out
     return text;
 }
 
-// Not written into shaders of this target; for tools that ask for it.
 std::string MorlTranslatorGLSLES::WriteRegister(MorlDeclare* declare, MorlRegister* binding)
 {
-    std::string text = BindingText(kGlslSemantics, binding);
-    if (binding != nullptr && binding->registerToken == TOKEN_SAUTO) {
-        text += SamplerRegister('s', samplerRegisters, declare->name);
-    }
-    return text;
+    return GlslBinding(samplerRegisters, declare, binding);
 }
 
 std::int32_t MorlTranslatorGLSLES::GetRegisterIndex(MorlDeclare* declare)

@@ -64,7 +64,7 @@ std::string MorlTranslatorHLSL::WriteOperator(ENUM_TOKEN token)
 
 std::string MorlTranslatorHLSL::WriteKeyword(ENUM_TOKEN token)
 {
-    return Spell(kKeywordTexts, token);
+    return Spell(kKeywords, token);
 }
 
 std::string MorlTranslatorHLSL::WriteUniformList(std::vector<MorlDeclare*> uniforms)
@@ -103,7 +103,7 @@ std::string MorlTranslatorHLSL::WriteMainFunction(MorlProgram* linked)
     std::string text = OpenHlslMain(linked->stage);
     text += WriteInputConvert(linked->inputs);
     text += WriteOutputConvert(linked->outputs);
-    AppendSentences(text, linked->mainFunction->sentences, 1);
+    AppendMainBody(text, linked);
     text += kHlslMainEnd;
     return text;
 }
@@ -120,14 +120,9 @@ std::string MorlTranslatorHLSL::WriteOutputConvert(std::vector<MorlDeclare*> /*o
 
 std::string MorlTranslatorHLSL::WriteRegister(MorlDeclare* declare, MorlRegister* binding)
 {
-    std::string text = BindingText(kHlslSemantics, binding);
-    if (binding != nullptr && binding->registerToken == TOKEN_TEXAUTO) {
-        text += AutomaticTexcoord(declare->name, program->stage, inputSemantics, outputSemantics,
-                                  texcoordCounter);
-    } else if (binding != nullptr && binding->registerToken == TOKEN_SAUTO) {
-        text += SamplerRegister('s', samplerRegisters, declare->name);
-    }
-    return text;
+    const HlslBindings bindings = {
+        kHlslSemantics, 's', inputSemantics, outputSemantics, samplerRegisters, texcoordCounter};
+    return HlslBinding(bindings, program->stage, declare, binding);
 }
 
 }  // namespace ns_ruke

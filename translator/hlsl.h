@@ -10,7 +10,8 @@
 namespace ns_ruke {
 
 /// The target "hlsl": HLSL for shader model 3. Inputs and outputs are structs, samplers have
-/// registers, and texture coordinates bound to TEXAUTO are numbered in the vertex stage.
+/// registers, and texture coordinates bound to TEXAUTO are numbered (but looked up in the fragment
+/// stage).
 class MORL_API MorlTranslatorHLSL : public MorlTranslator {
 public:
     MorlTranslatorHLSL();

@@ -26,7 +26,17 @@ std::string SamplerState(const std::string& texture)
 
 bool IsSampling(ENUM_TOKEN token)
 {
-    return token >= TOKEN_TEX1D && token <= TOKEN_TEXCUBE;
+    switch (token) {
+    case TOKEN_TEX1D:
+    case TOKEN_TEX2D:
+    case TOKEN_TEX2DARRAY:
+    case TOKEN_TEX3D:
+    case TOKEN_TEX2DPROJ:
+    case TOKEN_TEXCUBE:
+        return true;
+    default:
+        return false;
+    }
 }
 
 }  // namespace
@@ -60,7 +70,7 @@ void MorlTranslatorHLSL10::AppendFunctionCall(std::string& text, MorlFunctionCal
 // and array sampling included; a shadow map takes the value to compare with as its third argument.
 void MorlTranslatorHLSL10::AppendSampling(std::string& text, MorlFunctionCall* call)
 {
-    const CallArguments arguments = WriteArguments(call, 2, 1);
+    const CallArguments arguments = WriteArguments(call, 2, 1, 1);
     const bool compares = IsShadowMap(arguments[0]);
     text.append(arguments[0]).append(compares ? ".SampleCmpLevelZero(" : ".Sample(");
     text.append(SamplerState(arguments[0])).append(",").append(arguments[1]);
@@ -117,7 +127,7 @@ std::string MorlTranslatorHLSL10::WriteOperator(ENUM_TOKEN token)
 
 std::string MorlTranslatorHLSL10::WriteKeyword(ENUM_TOKEN token)
 {
-    return Spell(kKeywordTexts, token);
+    return Spell(kKeywords, token);
 }
 
 // A sampler that the compiler numbers has a second line: its sampler state.
@@ -172,7 +182,7 @@ std::string MorlTranslatorHLSL10::WriteMainFunction(MorlProgram* linked)
     std::string text = OpenHlslMain(linked->stage);
     text += WriteInputConvert(linked->inputs);
     text += WriteOutputConvert(linked->outputs);
-    AppendSentences(text, linked->mainFunction->sentences, 1);
+    AppendMainBody(text, linked);
     text += kHlslMainEnd;
     return text;
 }
@@ -189,14 +199,9 @@ std::string MorlTranslatorHLSL10::WriteOutputConvert(std::vector<MorlDeclare*> /
 
 std::string MorlTranslatorHLSL10::WriteRegister(MorlDeclare* declare, MorlRegister* binding)
 {
-    std::string text = BindingText(kHlsl10Semantics, binding);
-    if (binding != nullptr && binding->registerToken == TOKEN_TEXAUTO) {
-        text += AutomaticTexcoord(declare->name, program->stage, inputSemantics, outputSemantics,
-                                  texcoordCounter);
-    } else if (binding != nullptr && binding->registerToken == TOKEN_SAUTO) {
-        text += SamplerRegister('t', samplerRegisters, declare->name);
-    }
-    return text;
+    const HlslBindings bindings = {
+        kHlsl10Semantics, 't', inputSemantics, outputSemantics, samplerRegisters, texcoordCounter};
+    return HlslBinding(bindings, program->stage, declare, binding);
 }
 
 std::int32_t MorlTranslatorHLSL10::GetRegisterIndex(MorlDeclare* declare)

@@ -23,18 +23,22 @@ std::string OpenHlslStruct(std::string_view name)
     return std::string("struct ").append(name).append("{\n");
 }
 
-std::string AutomaticTexcoord(const std::string& name, int stage,
-                              std::unordered_map<std::string, std::string>& inputSemantics,
-                              std::unordered_map<std::string, std::string>& outputSemantics,
-                              std::uint32_t& counter)
+std::string HlslBinding(const HlslBindings& bindings, int stage, const MorlDeclare* declare,
+                        const MorlRegister* binding)
 {
-    if (stage == kFragmentStage) {
-        return inputSemantics[name];
+    std::string text = BindingText(bindings.semantics, binding);
+    const ENUM_TOKEN token = binding != nullptr ? binding->registerToken : TOKEN_NONE;
+    if (token == TOKEN_SAUTO) {
+        text += SamplerRegister(bindings.registerKind, bindings.samplerRegisters, declare->name);
+    } else if (token == TOKEN_TEXAUTO && stage == kFragmentStage) {
+        text += bindings.inputSemantics[declare->name];
+    } else if (token == TOKEN_TEXAUTO) {
+        std::string& semantic = bindings.outputSemantics[declare->name];
+        semantic = "TEXCOORD" + StringHelper::ConvertToString(bindings.texcoordCounter, 10);
+        text += semantic;
+        ++bindings.texcoordCounter;
     }
-    std::string semantic = "TEXCOORD" + StringHelper::ConvertToString(counter, 10);
-    outputSemantics[name] = semantic;
-    ++counter;
-    return semantic;
+    return text;
 }
 
 std::string HlslInputMembers(MorlTranslator& translator, const std::vector<MorlDeclare*>& inputs,

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "morl/translator/morl_translator.h"
+#include "morl/translator/spellings.h"
 
 #include <cstdint>
 #include <string>
@@ -26,12 +27,21 @@ HlslStructs HlslStructsOf(int stage);
 /// The line that opens a struct.
 std::string OpenHlslStruct(std::string_view name);
 
-/// The texture coordinate of a declaration bound to TEXAUTO: in the fragment stage what the vertex
-/// stage assigned to its name, otherwise the next number, which is entered into `outputSemantics`.
-std::string AutomaticTexcoord(const std::string& name, int stage,
-                              std::unordered_map<std::string, std::string>& inputSemantics,
-                              std::unordered_map<std::string, std::string>& outputSemantics,
-                              std::uint32_t& counter);
+/// The tables of a translator that bindings are looked up in and entered into.
+struct HlslBindings {
+    const SpellingTable& semantics;
+    char registerKind;  ///< of samplers: 's', or 't' for texture objects
+    std::unordered_map<std::string, std::string>& inputSemantics;
+    std::unordered_map<std::string, std::string>& outputSemantics;
+    std::unordered_map<std::string, int>& samplerRegisters;
+    std::uint32_t& texcoordCounter;
+};
+
+/// The binding of a declaration. The texture coordinate of one bound to TEXAUTO is, in the fragment
+/// stage, what the vertex stage assigned to its name; otherwise the next number, which is entered
+/// into the output semantics.
+std::string HlslBinding(const HlslBindings& bindings, int stage, const MorlDeclare* declare,
+                        const MorlRegister* binding);
 
 /// The members of an input struct. From here on the body's inputs are their local copies.
 std::string HlslInputMembers(MorlTranslator& translator, const std::vector<MorlDeclare*>& inputs,

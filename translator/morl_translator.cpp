@@ -83,6 +83,7 @@ void MorlTranslator::Reset()
     variableNames.clear();
     inputSemantics.clear();
     outputSemantics.clear();
+    repeatingCalls = 0;
     repeatedText = 0;
 }
 
@@ -166,6 +167,13 @@ void MorlTranslator::AppendSentences(std::string& text, const std::vector<MorlSe
 {
     for (MorlSentence* sentence : sentences) {
         AppendSentence(text, sentence, indent);
+    }
+}
+
+void MorlTranslator::AppendMainBody(std::string& text, const MorlProgram* linked)
+{
+    if (linked->mainFunction != nullptr) {
+        AppendSentences(text, linked->mainFunction->sentences, 1);
     }
 }
 
@@ -307,7 +315,8 @@ void MorlTranslator::AppendCall(std::string& text, MorlFunctionCall* call, const
     if (form == nullptr) {
         AppendPlainCall(text, call);
     } else {
-        AppendFormedCall(text, *form, WriteArguments(call, form->arguments, form->Repeats()));
+        AppendFormedCall(text, *form,
+                         WriteArguments(call, form->arguments, form->arguments, form->Repeats()));
     }
 }
 
@@ -360,26 +369,38 @@ void MorlTranslator::AppendGlobal(std::string& text, MorlDeclare* declare)
 }
 
 CallArguments MorlTranslator::WriteArguments(MorlFunctionCall* call, std::size_t count,
-                                             std::size_t repeats)
+                                             std::size_t repeated, std::size_t repeats)
 {
     if (call->arguments.size() < count) {
         ReportMissingArguments(call);
     }
+    const bool repeating = repeated > 0 && repeats > 0;
+    repeatingCalls += repeating ? 1 : 0;
     CallArguments texts;
     std::size_t size = 0;
     for (std::size_t i = 0; i < count && i < call->arguments.size(); ++i) {
         AppendExpression(texts[i], call->arguments[i]);
-        size += texts[i].size();
+        size += i < repeated ? texts[i].size() : 0;
     }
-    const bool exhausted = repeatedText > kMaxRepeatedText;
-    repeatedText += exhausted ? 0 : size * repeats;
-    if (repeatedText > kMaxRepeatedText) {
-        if (!exhausted) {
-            LogGraphicsError("Morl Compiler: expression too long: " + call->name);
-        }
-        texts = {};
+    repeatingCalls -= repeating ? 1 : 0;
+    if (repeating && repeatingCalls > 0 && !WithinRepeatedText(call, size * repeats)) {
+        return {};
     }
     return texts;
+}
+
+// Only repetition inside of repetition counts: it alone grows exponentially.
+bool MorlTranslator::WithinRepeatedText(const MorlFunctionCall* call, std::size_t size)
+{
+    if (repeatedText > kMaxRepeatedText) {
+        return false;
+    }
+    repeatedText += size;
+    if (repeatedText <= kMaxRepeatedText) {
+        return true;
+    }
+    LogGraphicsError("Morl Compiler: expression too long: " + call->name);
+    return false;
 }
 
 void MorlTranslator::ReportMissingArguments(const MorlFunctionCall* call)

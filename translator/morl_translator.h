@@ -98,6 +98,8 @@ protected:
     void AppendSentences(std::string& text, const std::vector<MorlSentence*>& sentences,
                          int indent);
     void AppendExpression(std::string& text, MorlExpression* expression);
+    /// The statements of the program's `main`, if it has one.
+    void AppendMainBody(std::string& text, const MorlProgram* linked);
     /// A call in the usual form: the name, and the arguments in parentheses.
     void AppendPlainCall(std::string& text, MorlFunctionCall* call);
 
@@ -108,11 +110,14 @@ protected:
 
     /// The texts of the first `count` arguments of a call that has a form of its own; further
     /// arguments are ignored. Missing ones are reported in one error line and are empty.
-    /// @param count at most 4.
-    /// @param repeats how often the form writes the arguments, all together, beyond once each. When
-    ///        that would take the program past kMaxRepeatedText, it is reported once and all
-    ///        arguments are empty.
-    CallArguments WriteArguments(MorlFunctionCall* call, std::size_t count, std::size_t repeats);
+    /// @param repeated how many of the arguments, the first ones, the form writes more than once,
+    /// and
+    /// @param repeats how often beyond once. Inside of an argument that is itself repeated this
+    /// counts
+    ///        against kMaxRepeatedText; past that bound, which is reported once, the arguments of
+    ///        such calls are empty.
+    CallArguments WriteArguments(MorlFunctionCall* call, std::size_t count, std::size_t repeated,
+                                 std::size_t repeats);
     static void ReportMissingArguments(const MorlFunctionCall* call);
 
     MorlProgram* program;  ///< the program being written; not owned; unset before the first one
@@ -139,7 +144,10 @@ private:
     void AppendBinaryOperation(std::string& text, MorlBinaryOperation* operation);
     void AppendParenthesiseExpression(std::string& text, MorlParenthesiseExpression* expression);
 
-    std::size_t repeatedText = 0;  ///< bytes that call forms have repeated in this program
+    bool WithinRepeatedText(const MorlFunctionCall* call, std::size_t size);
+
+    unsigned repeatingCalls = 0;   ///< calls whose repeated arguments are being written
+    std::size_t repeatedText = 0;  ///< bytes of this program that count against kMaxRepeatedText
 };
 
 }  // namespace ns_ruke

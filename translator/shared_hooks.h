@@ -10,7 +10,7 @@
 
 namespace ns_ruke {
 
-// Answers that all back ends give alike.
+// What several back ends answer alike, and what their layouts are made of.
 
 /// The stages that change what is written; every other stage is neither.
 constexpr int kVertexStage = 0;

@@ -32,7 +32,7 @@ constexpr SpellingTable kAssignOperators({
     {TOKEN_DIVIDE_ASSIGN, "/="},
 });
 
-constexpr SpellingTable kKeywordTexts({
+constexpr SpellingTable kKeywords({
     {TOKEN_DISCARD, "discard"},
 });
 
@@ -152,7 +152,8 @@ constexpr SpellingTable kGlslEsTypes({
     {TOKEN_SAMPLER3D, ""},      {TOKEN_SAMPLER3DARRAY, ""},     {TOKEN_SAMPLERCUBE, "samplerCube"},
 });
 
-/// HLSL of both kinds; Direct3D 10 writes its texture sampling in another form.
+/// HLSL of both kinds. Calls that have a form of their own (call_forms.cpp, and sampling in
+/// Direct3D 10) do not use their rows, here and below.
 constexpr SpellingTable kHlslFunctions({
     {TOKEN_FLOAT2, "float2"},
     {TOKEN_FLOAT3, "float3"},

@@ -50,7 +50,7 @@ private:
 // The same in every target.
 extern const SpellingTable kOperators;
 extern const SpellingTable kAssignOperators;
-extern const SpellingTable kKeywordTexts;
+extern const SpellingTable kKeywords;
 
 /// The storage words of global declarations in the vertex stage, the fragment stage and any other.
 struct StageSpellings {

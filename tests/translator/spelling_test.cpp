@@ -185,6 +185,19 @@ TEST(Spelling, BoundsRepeatedArguments)
               std::vector<std::string>{"Morl Compiler: expression too long: float3x3construct"});
 }
 
+TEST(Spelling, BoundsNestedRepetitionOnly)
+{
+    // A long flat argument, and many flat calls, are no reason to give anything up.
+    std::string statements;
+    for (int i = 0; i < 2000; ++i) {
+        statements += "y = tex2D(s, " + std::string(3000, 'u') + ");";
+    }
+    const LogCapture log;
+    const std::string code = CompileSource("void main() {" + statements + "}", "hlsl10", 0);
+    EXPECT_GT(code.size(), 2000U * 3000U);
+    EXPECT_EQ(log.errors, std::vector<std::string>{});
+}
+
 TEST(Spelling, OfSemantics)
 {
     const std::array<const char*, 3> rows[] = {
