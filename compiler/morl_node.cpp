@@ -3,7 +3,6 @@
 
 #include "morl/core/log_scope.h"
 
-#include <memory>
 #include <utility>
 
 namespace ns_ruke {
@@ -61,7 +60,7 @@ std::vector<std::string> MorlNode::GetReference() const
     return references;
 }
 
-bool MorlNode::NeedCompile(const std::string& target) const
+bool MorlNode::NeedCompile(std::string target) const
 {
     return program == nullptr || compiledTarget != target;
 }
@@ -71,10 +70,16 @@ void MorlNode::Compile(MorlParser* parser, std::string target)
     const LogScope scope(name);
     delete program;
     program = nullptr;
+    program = new MorlProgram;
     compiledTarget = std::move(target);
-    auto parsed = std::make_unique<MorlProgram>();
-    parser->Parse(content, *parsed);
-    program = parsed.release();
+    try {
+        parser->Parse(content, *program);
+    } catch (...) {
+        // Half a program must not be taken for the node's program at the next request.
+        delete program;
+        program = nullptr;
+        throw;
+    }
 }
 
 MorlProgram* MorlNode::GetProgram() const

@@ -41,7 +41,7 @@ public:
 
     /// Whether there is no program, or one that was parsed for another target. The comparison is
     /// exact.
-    bool NeedCompile(const std::string& target) const;
+    bool NeedCompile(std::string target) const;
 
     /// Parses the content, whether that is needed or not. If an exception passes through, the node
     /// is left without a program.

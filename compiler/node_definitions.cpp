@@ -2,9 +2,11 @@
 // Reading node-definition files.
 #include "morl/compiler/morl_compiler.h"
 #include "morl/core/graphics_log.h"
+#include "morl/core/limits.h"
 
 #include <json/json.h>
 
+#include <algorithm>
 #include <fstream>
 #include <memory>
 #include <optional>
@@ -31,16 +33,53 @@ std::optional<std::string> ReadFile(const std::string& path)
     return std::move(text).str();
 }
 
-/// The document; of one that is malformed, whatever the reader made of it, usually nothing.
-Json::Value ReadDocument(const std::string& text)
+/// Where the string or comment that starts at `start` ends: one past its last character.
+std::size_t EndOfString(const std::string& text, std::size_t start)
 {
+    std::size_t end = start + 1;
+    while (end < text.size() && text[end] != '"') {
+        end += text[end] == '\\' ? 2 : 1;
+    }
+    return std::min(end + 1, text.size());
+}
+
+std::size_t EndOfComment(const std::string& text, std::size_t start)
+{
+    const bool block = text[start + 1] == '*';
+    const std::size_t end = text.find(block ? "*/" : "\n", start + 2);
+    return end == std::string::npos ? text.size() : end + (block ? 2 : 0);
+}
+
+/// Blanks the comments out. The reader takes comments itself, but not everywhere between values:
+/// one in an empty array, or before a comma, would make it give the document up.
+void RemoveComments(std::string& text)
+{
+    std::size_t position = text.find_first_of("\"/");
+    while (position != std::string::npos) {
+        const char next = position + 1 < text.size() ? text[position + 1] : '\0';
+        if (text[position] == '"') {
+            position = EndOfString(text, position);
+        } else if (next == '/' || next == '*') {
+            const std::size_t end = EndOfComment(text, position);
+            text.replace(position, end - position, end - position, ' ');
+            position = end;
+        } else {
+            ++position;
+        }
+        position = text.find_first_of("\"/", position);
+    }
+}
+
+/// The document. One that is malformed counts as null: nothing of it is loaded.
+Json::Value ReadDocument(std::string text)
+{
+    RemoveComments(text);
     Json::CharReaderBuilder builder;
-    builder["collectComments"] = true;
-    builder["allowComments"] = true;
+    builder["stackLimit"] = kMaxJsonNesting;
     const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
     Json::Value root;
-    reader->parse(text.data(), text.data() + text.size(), &root, nullptr);
-    return root;
+    const bool whole = reader->parse(text.data(), text.data() + text.size(), &root, nullptr);
+    return whole ? root : Json::Value();
 }
 
 /// A string, "true" or "false" of a boolean, or the empty text of null. The reader's library would
@@ -74,12 +113,12 @@ std::unique_ptr<MorlNode> ReadNode(const Json::Value& element)
 
 void MorlCompiler::LoadNodeDefinition(std::string path)
 {
-    const std::optional<std::string> text = ReadFile(path);
+    std::optional<std::string> text = ReadFile(path);
     if (!text) {
         LogGraphicsError("Can't Find File: " + path);
         return;
     }
-    const Json::Value root = ReadDocument(*text);
+    const Json::Value root = ReadDocument(std::move(*text));
     if (!root.isArray()) {
         return;
     }

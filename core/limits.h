@@ -25,10 +25,21 @@ constexpr unsigned kBlockNesting = 2;
 /// The most `#for` iterations of one link, nested ones included.
 constexpr std::size_t kMaxLoopIterations = 1'000'000;
 
-/// The most tree that the iterations of one link may copy: every copied node counts one, and one
-/// more for each 64 bytes of its name. Reached only by large loop bodies; it ends the loops just as
-/// `kMaxLoopIterations` does, before memory runs out (one node takes about 100 bytes).
-constexpr std::size_t kMaxLoopCopies = 32'000'000;
+/// The most work of one link, in units of about ten instructions. It ends the expansion of sources
+/// whose loops stay below `kMaxLoopIterations` but have large bodies, before they take minutes or
+/// exhaust the memory (one copied node takes about 100 bytes): no further iteration runs, and no
+/// further name is substituted. A real shader uses less than a thousandth of it.
+constexpr std::size_t kMaxLinkWork = 500'000'000;
+
+/// What it costs, in units of `kMaxLinkWork`, to visit a statement or declaration and to copy a
+/// node.
+constexpr std::size_t kVisitWork = 4;
+constexpr std::size_t kCopyWork = 16;
+
+/// The deepest nesting of arrays and objects in a node-definition file; what a node needs is 3.
+/// Beyond it the JSON reader raises its error. (Its own default would let it overflow a stack of
+/// 512 KiB.)
+constexpr int kMaxJsonNesting = 200;
 
 /// The most bytes that one written program may gain from repetition inside of repetition: some call
 /// forms write an argument more than once (the matrix constructors, texture sampling through a

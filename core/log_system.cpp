@@ -97,19 +97,8 @@ private:
             WriteText(conversion, argument.text);
             break;
         case LogArgument::Kind::Signed:
-            if (conversion.letter == 'c') {
-                const char character = static_cast<char>(argument.signedValue);
-                WriteText(conversion, std::string_view(&character, 1));
-            } else if (Contains("uoxX", conversion.letter)) {
-                Print(conversion, "ll", conversion.letter,
-                      static_cast<unsigned long long>(argument.signedValue));
-            } else {
-                Print(conversion, "ll", 'd', static_cast<long long>(argument.signedValue));
-            }
-            break;
         case LogArgument::Kind::Unsigned:
-            Print(conversion, "ll", Contains("uoxX", conversion.letter) ? conversion.letter : 'u',
-                  static_cast<unsigned long long>(argument.unsignedValue));
+            WriteInteger(conversion, argument);
             break;
         case LogArgument::Kind::Real:
             Print(conversion, "", Contains("fFeEgGaA", conversion.letter) ? conversion.letter : 'g',
@@ -118,6 +107,22 @@ private:
         case LogArgument::Kind::Pointer:
             Print(Conversion{"", conversion.width, -1, 'p'}, "", 'p', argument.pointer);
             break;
+        }
+    }
+
+    void WriteInteger(const Conversion& conversion, const LogArgument& argument)
+    {
+        const bool isSigned = argument.kind == LogArgument::Kind::Signed;
+        if (conversion.letter == 'c') {
+            const char character = static_cast<char>(argument.signedValue);
+            WriteText(conversion, std::string_view(&character, 1));
+        } else if (Contains("uoxX", conversion.letter)) {
+            Print(conversion, "ll", conversion.letter,
+                  static_cast<unsigned long long>(argument.unsignedValue));
+        } else if (isSigned) {
+            Print(conversion, "ll", 'd', static_cast<long long>(argument.signedValue));
+        } else {
+            Print(conversion, "ll", 'u', static_cast<unsigned long long>(argument.unsignedValue));
         }
     }
 

@@ -47,15 +47,17 @@ public:
         } else if constexpr (std::is_signed_v<Number>) {
             kind = Kind::Signed;
             signedValue = number;
+            unsignedValue = static_cast<std::make_unsigned_t<Number>>(number);
         } else {
             kind = Kind::Unsigned;
+            signedValue = static_cast<std::int64_t>(number);
             unsignedValue = number;
         }
     }
 
     Kind kind = Kind::Signed;
-    std::int64_t signedValue = 0;
-    std::uint64_t unsignedValue = 0;
+    std::int64_t signedValue = 0;     ///< of both integer kinds
+    std::uint64_t unsignedValue = 0;  ///< of both: the same bits, in the argument's own width
     double real = 0.0;
     std::string_view text;  ///< refers to the caller's text; valid during the log call only
     const void* pointer = nullptr;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Deep copies with the loop values substituted into names.
-#include "morl/ast/ownership.h"
+#include "morl/core/limits.h"
 #include "morl/linker/morl_linker.h"
 
 #include <algorithm>
@@ -10,10 +10,10 @@
 namespace ns_ruke {
 namespace {
 
-/// What one copied node costs, in the units of kMaxLoopCopies.
-std::size_t CopyCost(const std::string& name)
+/// What it costs to copy a text, in units of kMaxLinkWork.
+std::size_t TextWork(const std::string& text)
 {
-    return name.size() / 64;
+    return text.size() / 4;
 }
 
 /// Reads a name that begins with 0 to 3 as components of a vector: in the loop value 2, v.N is v.b.
@@ -41,10 +41,10 @@ Unit* MorlLinker::CopyChild(const Unit* unit)
 // Macro groups, macro assignments and programs are not copied: they give null.
 MorlUnit* MorlLinker::CopyMorlUnit(const MorlUnit* unit)
 {
+    work += kCopyWork;
     if (unit == nullptr) {
         return nullptr;
     }
-    ++copies;
     switch (unit->unitType) {
     case TOKEN_FUNCTION:
         return CopyFunction(static_cast<const MorlFunction*>(unit));
@@ -91,12 +91,12 @@ MorlUnit* MorlLinker::CopyMorlUnit(const MorlUnit* unit)
 // substituted.
 void MorlLinker::CopyName(const std::string& from, std::string& to)
 {
-    if (loopValues.empty()) {
+    if (loopValues.empty() || !HasWorkLeft(from)) {
         to = from;
     } else {
-        to = SubstituteLoopValues(loopValues, from);
+        to = SubstituteLoopValues(loopValues, from, work);
     }
-    copies += CopyCost(to);
+    work += TextWork(to);
 }
 
 MorlVariable* MorlLinker::CopyVariable(const MorlVariable* variable)
@@ -111,7 +111,7 @@ MorlNumber* MorlLinker::CopyNumber(const MorlNumber* number)
 {
     auto copy = std::make_unique<MorlNumber>();
     copy->value = number->value;
-    copies += CopyCost(copy->value);
+    work += TextWork(copy->value);
     return copy.release();
 }
 
@@ -164,6 +164,7 @@ MorlRegister* MorlLinker::CopyRegister(const MorlRegister* binding)
 // A plain declaration, whatever the kind of the source.
 MorlDeclare* MorlLinker::CopyDeclare(const MorlDeclare* declare)
 {
+    work += kCopyWork;
     auto copy = std::make_unique<MorlDeclare>();
     copy->bufferType = declare->bufferType;
     copy->varType = declare->varType;
@@ -190,7 +191,7 @@ MorlSingleCommentSentence* MorlLinker::CopySingleCommentSentence(
 {
     auto copy = std::make_unique<MorlSingleCommentSentence>();
     copy->text = sentence->text;
-    copies += CopyCost(copy->text);
+    work += TextWork(copy->text);
     return copy.release();
 }
 
@@ -199,7 +200,7 @@ MorlMultiCommentSentence* MorlLinker::CopyMultiCommentSentence(
 {
     auto copy = std::make_unique<MorlMultiCommentSentence>();
     copy->text = sentence->text;
-    copies += CopyCost(copy->text);
+    work += TextWork(copy->text);
     return copy.release();
 }
 

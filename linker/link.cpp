@@ -76,8 +76,8 @@ void MorlLinker::Link(std::string /*target*/, Macros& macros, std::vector<MorlNo
     loopValues.clear();
     declareIndex.Clear();
     iterations = 0;
-    copies = 0;
-    expansionExhausted = false;
+    work = 0;
+    exhausted = false;
     macroValues = macros;
     program.ownership.functions = false;
     for (MorlNode* node : TakeOrdered(nodes)) {
@@ -117,13 +117,15 @@ std::vector<MorlNode*> MorlLinker::TakeOrdered(std::vector<MorlNode*>& nodes)
         order.Announce(node->name);
     }
     if (ordered.size() < list.size()) {
-        std::string names;
+        std::string message = "MorlLinker: reference cycle: ";
+        const char* separator = "";
         for (std::size_t i = 0; i < list.size(); ++i) {
             if (!order.IsPlaced(i)) {
-                names += (names.empty() ? "" : ", ") + list[i]->name;
+                message.append(separator).append(list[i]->name);
+                separator = ", ";
             }
         }
-        LogGraphicsError("MorlLinker: reference cycle: " + names);
+        LogGraphicsError(message);
     }
     return ordered;
 }

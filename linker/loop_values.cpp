@@ -5,69 +5,102 @@
 
 #include <algorithm>
 #include <set>
+#include <utility>
 
 namespace ns_ruke {
 namespace {
 
 using Position = LoopValues::const_iterator;
 
-/// Substitutes the names of one length that come after `last`. There may be many more of them than
-/// `text` has pieces of that length, so the pieces are looked up among the names. A replacement can
-/// complete a further name, which counts if its turn is still to come.
-void SubstitutePieces(std::string& text, const LoopValues& values, std::size_t length,
-                      Position last)
-{
-    for (;;) {
-        std::set<std::string_view> pieces;
-        for (std::size_t i = 0; i + length <= text.size(); ++i) {
-            pieces.insert(std::string_view(text).substr(i, length));
-        }
-        Position next = values.end();
-        for (auto piece = pieces.upper_bound(last->first);
-             piece != pieces.end() && next == values.end(); ++piece) {
-            next = values.find(*piece);
-        }
-        if (next == values.end()) {
-            return;
-        }
-        text = StringHelper::ReplaceAll(text, next->first, next->second);
-        last = next;
+/// One substitution: the text as it is so far, and what it has cost.
+class Substitution {
+public:
+    Substitution(const LoopValues& valuesInForce, const std::string& name)
+        : values(valuesInForce), text(name)
+    {
     }
-}
 
-/// Substitutes the names from `first` to `end`, all of one length.
-void SubstituteLength(std::string& text, const LoopValues& values, Position first, Position end)
-{
-    const std::size_t length = first->first.size();
-    const std::size_t pieces = text.size() - length + 1;
-    Position last = first;
-    for (std::size_t tried = 0; first != end; ++first, ++tried) {
-        if (tried > pieces) {
-            SubstitutePieces(text, values, length, last);
-            return;
+    void Run()
+    {
+        Position first = values.lower_bound(text.size());
+        while (first != values.end()) {
+            const std::size_t length = first->first.size();
+            if (length == 0) {
+                break;
+            }
+            SubstituteLength(first, values.upper_bound(length));
+            first = values.lower_bound(std::min(length - 1, text.size()));
+            ++work;
         }
-        if (text.find(first->first) != std::string::npos) {
-            text = StringHelper::ReplaceAll(text, first->first, first->second);
-        }
-        last = first;
     }
-}
+
+    std::string& Text() { return text; }
+    std::size_t Work() const { return work; }
+
+private:
+    /// Substitutes the names from `first` to `end`, all of one length. When they are more than the
+    /// pieces of that length in the text, the pieces are looked up among the names instead.
+    void SubstituteLength(Position first, Position end)
+    {
+        const std::size_t length = first->first.size();
+        const std::size_t pieces = text.size() - length + 1;
+        Position last = first;
+        for (std::size_t tried = 0; first != end; ++first, ++tried) {
+            if (tried > pieces) {
+                SubstitutePieces(length, last);
+                return;
+            }
+            work += 1 + text.size() / 16;
+            if (text.find(first->first) != std::string::npos) {
+                Replace(first);
+            }
+            last = first;
+        }
+    }
+
+    /// Substitutes the names of one length that come after `last`. A replacement can complete a
+    /// further name, which counts if its turn is still to come.
+    void SubstitutePieces(std::size_t length, Position last)
+    {
+        for (;;) {
+            std::set<std::string_view> pieces;
+            for (std::size_t i = 0; i + length <= text.size(); ++i) {
+                pieces.insert(std::string_view(text).substr(i, length));
+            }
+            work += 16 * pieces.size();
+            Position next = values.end();
+            for (auto piece = pieces.upper_bound(last->first);
+                 piece != pieces.end() && next == values.end(); ++piece) {
+                next = values.find(*piece);
+            }
+            if (next == values.end()) {
+                return;
+            }
+            Replace(next);
+            last = next;
+        }
+    }
+
+    void Replace(Position value)
+    {
+        text = StringHelper::ReplaceAll(text, value->first, value->second);
+        work += 16 + text.size() / 16;
+    }
+
+    const LoopValues& values;
+    std::string text;
+    std::size_t work = 1;
+};
 
 }  // namespace
 
-std::string SubstituteLoopValues(const LoopValues& values, const std::string& name)
+std::string SubstituteLoopValues(const LoopValues& values, const std::string& name,
+                                 std::size_t& work)
 {
-    std::string text = name;
-    Position first = values.lower_bound(text.size());
-    while (first != values.end()) {
-        const std::size_t length = first->first.size();
-        if (length == 0) {
-            break;
-        }
-        SubstituteLength(text, values, first, values.upper_bound(length));
-        first = values.lower_bound(std::min(length - 1, text.size()));
-    }
-    return text;
+    Substitution substitution(values, name);
+    substitution.Run();
+    work += substitution.Work();
+    return std::move(substitution.Text());
 }
 
 }  // namespace ns_ruke

@@ -31,6 +31,8 @@ using LoopValues = std::map<std::string, std::string, LongerNameFirst>;
 
 /// A copy of `name` in which every name in force is replaced by its value, as plain text, wherever
 /// it occurs: one after the other in the order of the map, as by StringHelper::ReplaceAll.
-std::string SubstituteLoopValues(const LoopValues& values, const std::string& name);
+/// @param work is increased by what it took, in units of kMaxLinkWork.
+std::string SubstituteLoopValues(const LoopValues& values, const std::string& name,
+                                 std::size_t& work);
 
 }  // namespace ns_ruke

@@ -132,20 +132,31 @@ float MorlLinker::CalNumber(Macros& /*macros*/, const MorlNumber* number)
     return whole + fraction;
 }
 
-// Whether one more iteration may run. The first time that a bound is met is reported; from then on
-// no iteration of this link runs.
+// Whether the expansion may go on. The first time that it may not is reported with the name of what
+// is being expanded.
+bool MorlLinker::HasWorkLeft(const std::string& name)
+{
+    if (!exhausted && work > kMaxLinkWork) {
+        exhausted = true;
+        LogGraphicsError("MorlLinker: too much expansion: " + name);
+    }
+    return !exhausted;
+}
+
+// Whether one more iteration may run. Once a bound is met, no iteration of this link runs any more.
 bool MorlLinker::BeginIteration(const std::string& varName)
 {
-    if (expansionExhausted) {
+    if (!HasWorkLeft(varName)) {
         return false;
     }
-    if (iterations < kMaxLoopIterations && copies < kMaxLoopCopies) {
-        ++iterations;
-        return true;
+    if (iterations == kMaxLoopIterations) {
+        exhausted = true;
+        LogGraphicsError("MorlLinker: too many iterations: " + varName);
+        return false;
     }
-    expansionExhausted = true;
-    LogGraphicsError("MorlLinker: too many iterations: " + varName);
-    return false;
+    ++iterations;
+    work += kVisitWork;
+    return true;
 }
 
 // Runs `body` for every value of a `#for` group whose name is a macro of the request. Afterwards
@@ -169,6 +180,7 @@ void MorlLinker::Repeat(Macros& macros, Group* group, const Body& body)
 void MorlLinker::ProcessDeclare(Macros& macros, std::vector<MorlDeclare*>& declares,
                                 MorlDeclare* declare, bool /*flag*/)
 {
+    work += kVisitWork;
     if (declare->unitType == TOKEN_MARCO_IF_DECLARE) {
         const auto* group = static_cast<const MorlMarcoIfDeclare*>(declare);
         const bool taken = CalExpression(macros, group->condition) != 0.0F;
@@ -193,6 +205,7 @@ void MorlLinker::ProcessSentence(Macros& macros, std::vector<MorlSentence*>& sen
     if (&macros != &macroValues) {
         macroValues = macros;
     }
+    work += kVisitWork;
     const ENUM_TOKEN kind = sentence != nullptr ? sentence->unitType : TOKEN_NONE;
     if (kind == TOKEN_MARCO_IF_SENTENCE) {
         const auto* group = static_cast<const MorlMarcoIfSentence*>(sentence);

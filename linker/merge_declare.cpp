@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "morl/ast/ownership.h"
 #include "morl/core/graphics_log.h"
+#include "morl/core/limits.h"
 #include "morl/linker/morl_linker.h"
 
 #include <memory>
@@ -13,6 +14,7 @@ namespace ns_ruke {
 void MorlLinker::MergeDeclare(std::vector<MorlDeclare*>& declares, MorlDeclare* declare,
                               bool reportConflict)
 {
+    work += kVisitWork;
     if (!declareIndex.Contains(declares, declare->name)) {
         AppendOwned(declares, std::unique_ptr<MorlDeclare>(CopyDeclare(declare)));
     } else if (reportConflict) {

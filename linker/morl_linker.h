@@ -62,6 +62,7 @@ private:
     template <class Group, class Body>
     void Repeat(Macros& macros, Group* group, const Body& body);
     bool BeginIteration(const std::string& varName);
+    bool HasWorkLeft(const std::string& name);
 
     // Evaluation. A null expression counts as 0.
     float CalExpression(Macros& macros, const MorlExpression* expression);
@@ -100,9 +101,9 @@ private:
     Macros macroValues;
     DeclareIndex declareIndex;
 
-    std::size_t iterations = 0;       ///< `#for` iterations of the link so far
-    std::size_t copies = 0;           ///< tree copied by the link so far (kMaxLoopCopies)
-    bool expansionExhausted = false;  ///< a bound was met and reported
+    std::size_t iterations = 0;  ///< `#for` iterations of the link so far
+    std::size_t work = 0;        ///< of the link so far, in units of kMaxLinkWork
+    bool exhausted = false;      ///< a bound was met and reported: no further expansion
 };
 
 }  // namespace ns_ruke

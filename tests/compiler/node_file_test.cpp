@@ -28,9 +28,11 @@ TEST(NodeFile, ReadsNodes)
          "other": [1]} /* the first */,
         {"name": "b", "x": true, "content": null},
         {"name": "c", "ref": null}, null,
-        {"name": true, "content": false}
+        {"name": true, "content": false, "ref": [ /* none */ ]}, // "the last, \" one"
+        {"name": "e//", "ref": [ // one
+            "\"/*" /**/, "*/" ]}
     ])");
-    EXPECT_EQ(compiler->GetNodeNames(), (Strings{"", "a", "b", "c", "true"}));
+    EXPECT_EQ(compiler->GetNodeNames(), (Strings{"", "a", "b", "c", "e//", "true"}));
     const MorlNode* a = compiler->FindNode("a");
     EXPECT_EQ(a->GetName(), "a");
     EXPECT_EQ(a->GetX(), 10.0F);
@@ -42,14 +44,17 @@ TEST(NodeFile, ReadsNodes)
     EXPECT_EQ(compiler->FindNode("b")->GetContent(), "");
     EXPECT_EQ(compiler->FindNode("c")->GetReference(), Strings{});
     EXPECT_EQ(compiler->FindNode("true")->GetContent(), "false");
+    EXPECT_EQ(compiler->FindNode("e//")->GetReference(), (Strings{"\"/*", "*/"}));
     EXPECT_EQ(compiler->FindNode("d"), nullptr);
 }
 
 TEST(NodeFile, LoadsNothingFromOtherDocuments)
 {
-    for (const char* text : {"[]", "", "{\"name\": \"a\"}", "null", "3", "[", "{"}) {
+    for (const char* text :
+         {"[]", "[ // none\n]", "[/*", "", "{\"name\": \"a\"}", "null", "3", "[", "[,]", "{",
+          "[{\"name\": \"a\"}, x]", "[{\"name\": \"a\"}", "\"", "/"}) {
         const LogCapture log;
-        EXPECT_EQ(Load(text)->FindNode("a"), nullptr) << text;
+        EXPECT_EQ(Load(text)->GetNodeNames(), Strings{}) << text;
         EXPECT_EQ(log.errors, Strings{}) << text;
     }
 }

@@ -89,6 +89,10 @@ TEST(Link, LeavesCyclesOutAndNamesThem)
     linked.Link();
     EXPECT_EQ(linked.Uniforms(), "good");
     EXPECT_EQ(log.errors, Strings{"MorlLinker: reference cycle: A, B, S, after"});
+
+    Linked nameless({Marked("", {""}), Marked("B", {"B"})});
+    nameless.Link();
+    EXPECT_EQ(log.errors.back(), "MorlLinker: reference cycle: , B");
 }
 
 /// The rule as it is described: scan from the front, take the first node that is ready, begin

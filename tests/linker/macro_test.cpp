@@ -147,4 +147,35 @@ TEST(Macro, BoundsIterations)
     EXPECT_EQ(body.size(), 1'000'000 * 2 + std::string("y = 1;").size());
 }
 
+// Below the bound of iterations, but with bodies that would fill the memory or take minutes.
+TEST(Macro, BoundsTheWorkOfAnExpansion)
+{
+    const auto repeat = [](const std::string& text, int count) {
+        std::string repeated;
+        for (int i = 0; i < count; ++i) {
+            repeated += text;
+        }
+        return repeated;
+    };
+    const std::string bodies[] = {
+        "if (a) {" + repeat(";", 5000) + "}",
+        repeat("$x = 1;", 5000),
+        repeat("#if A #endif ", 5000),
+        "x = " + std::string(100'000, 'N') + ";",
+    };
+    for (const std::string& body : bodies) {
+        const morl_test::LogCapture log;
+        Expand("#for N : 0 " + body + " #endfor", {{"N", 900'000}});
+        EXPECT_EQ(log.errors, Strings{"MorlLinker: too much expansion: N"}) << body.substr(0, 20);
+    }
+    std::string declares;
+    for (int i = 0; i < 1000; ++i) {
+        declares += "uniform float a" + std::to_string(i) + "_N;";
+    }
+    const morl_test::LogCapture log;
+    morl_test::CompileSource("#for N : 0 " + declares + " #endfor", "glsl", 0, {{"N", 900'000}});
+    ASSERT_EQ(log.errors.size(), 1U);
+    EXPECT_EQ(log.errors[0].find("MorlLinker: too much expansion: "), 0U);
+}
+
 }  // namespace
