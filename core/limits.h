@@ -31,10 +31,13 @@ constexpr std::size_t kMaxLoopIterations = 1'000'000;
 /// further name is substituted. A real shader uses less than a thousandth of it.
 constexpr std::size_t kMaxLinkWork = 500'000'000;
 
-/// What it costs, in units of `kMaxLinkWork`, to visit a statement or declaration and to copy a
-/// node.
+/// What it costs, in units of `kMaxLinkWork`, to visit a statement, declaration or condition, to
+/// execute a macro assignment, to copy a node (one more for each byte of its text) and to merge a
+/// declaration.
 constexpr std::size_t kVisitWork = 4;
+constexpr std::size_t kAssignWork = 32;
 constexpr std::size_t kCopyWork = 16;
+constexpr std::size_t kMergeWork = 256;
 
 /// The deepest nesting of arrays and objects in a node-definition file; what a node needs is 3.
 /// Beyond it the JSON reader raises its error. (Its own default would let it overflow a stack of

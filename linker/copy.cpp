@@ -10,12 +10,6 @@
 namespace ns_ruke {
 namespace {
 
-/// What it costs to copy a text, in units of kMaxLinkWork.
-std::size_t TextWork(const std::string& text)
-{
-    return text.size() / 4;
-}
-
 /// Reads a name that begins with 0 to 3 as components of a vector: in the loop value 2, v.N is v.b.
 void ApplySwizzle(std::string& name)
 {
@@ -96,7 +90,7 @@ void MorlLinker::CopyName(const std::string& from, std::string& to)
     } else {
         to = SubstituteLoopValues(loopValues, from, work);
     }
-    work += TextWork(to);
+    work += to.size();
 }
 
 MorlVariable* MorlLinker::CopyVariable(const MorlVariable* variable)
@@ -111,7 +105,7 @@ MorlNumber* MorlLinker::CopyNumber(const MorlNumber* number)
 {
     auto copy = std::make_unique<MorlNumber>();
     copy->value = number->value;
-    work += TextWork(copy->value);
+    work += copy->value.size();
     return copy.release();
 }
 
@@ -164,7 +158,6 @@ MorlRegister* MorlLinker::CopyRegister(const MorlRegister* binding)
 // A plain declaration, whatever the kind of the source.
 MorlDeclare* MorlLinker::CopyDeclare(const MorlDeclare* declare)
 {
-    work += kCopyWork;
     auto copy = std::make_unique<MorlDeclare>();
     copy->bufferType = declare->bufferType;
     copy->varType = declare->varType;
@@ -191,7 +184,7 @@ MorlSingleCommentSentence* MorlLinker::CopySingleCommentSentence(
 {
     auto copy = std::make_unique<MorlSingleCommentSentence>();
     copy->text = sentence->text;
-    work += TextWork(copy->text);
+    work += copy->text.size();
     return copy.release();
 }
 
@@ -200,7 +193,7 @@ MorlMultiCommentSentence* MorlLinker::CopyMultiCommentSentence(
 {
     auto copy = std::make_unique<MorlMultiCommentSentence>();
     copy->text = sentence->text;
-    work += TextWork(copy->text);
+    work += copy->text.size();
     return copy.release();
 }
 

@@ -84,7 +84,7 @@ private:
     void Replace(Position value)
     {
         text = StringHelper::ReplaceAll(text, value->first, value->second);
-        work += 16 + text.size() / 16;
+        work += 16 + text.size();
     }
 
     const LoopValues& values;

@@ -41,6 +41,7 @@ float Truth(bool value)
 // Calls and increments count as 0, as does anything else that is not arithmetic on macros.
 float MorlLinker::CalExpression(Macros& macros, const MorlExpression* expression)
 {
+    work += kVisitWork;
     if (expression == nullptr) {
         return 0.0F;
     }
@@ -120,12 +121,12 @@ float MorlLinker::CalVariable(Macros& macros, const MorlVariable* variable)
 // than 1. Deliberately so, with all that follows: 2.5 is 2.5, but 1.1 is 2 and 0.05 is 0.5.
 float MorlLinker::CalNumber(Macros& /*macros*/, const MorlNumber* number)
 {
-    const std::vector<std::string> pieces = StringHelper::Split(number->value, ".", false);
-    const auto whole = static_cast<float>(StringHelper::ConvertToInt32(pieces[0]));
-    if (pieces.size() < 2) {
+    const auto whole = static_cast<float>(StringHelper::ConvertToInt32(number->value));
+    if (number->value.find('.') == std::string::npos) {
         return whole;
     }
-    auto fraction = static_cast<float>(StringHelper::ConvertToInt32(pieces[1]));
+    const std::string digits = StringHelper::Split(number->value, ".", false)[1];
+    auto fraction = static_cast<float>(StringHelper::ConvertToInt32(digits));
     while (fraction > 1.0F) {
         fraction /= 10.0F;
     }
@@ -235,6 +236,7 @@ void MorlLinker::ExecuteAssignment(Macros& macros, const MorlMarcoAssignSentence
     if (sentence->target == nullptr || sentence->target->unitType != TOKEN_IDENTIFIER) {
         return;
     }
+    work += kAssignWork;
     const auto* target = static_cast<const MorlVariable*>(sentence->target);
     const int value = ToInt32(CalExpression(macros, sentence->value));
     loopValues[target->name] = StringHelper::ConvertToString(value, 10);

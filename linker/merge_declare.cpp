@@ -16,6 +16,7 @@ void MorlLinker::MergeDeclare(std::vector<MorlDeclare*>& declares, MorlDeclare* 
 {
     work += kVisitWork;
     if (!declareIndex.Contains(declares, declare->name)) {
+        work += kMergeWork;
         AppendOwned(declares, std::unique_ptr<MorlDeclare>(CopyDeclare(declare)));
     } else if (reportConflict) {
         LogGraphicsError("MorlLinker: declare " + declare->name + " conflicts!");
