@@ -60,6 +60,10 @@ private:
             conversion.flags += format[position++];
         }
         conversion.width = ReadNumber();
+        if (conversion.width < 0) {
+            conversion.flags += '-';
+            conversion.width = -conversion.width;
+        }
         if (position < format.size() && format[position] == '.') {
             ++position;
             conversion.precision = ReadNumber();
@@ -73,6 +77,7 @@ private:
         return conversion;
     }
 
+    /// Digits, or "*" for the next argument, which may be negative.
     int ReadNumber()
     {
         if (position < format.size() && format[position] == '*') {
@@ -80,7 +85,8 @@ private:
             const bool signedArgument =
                 next < arguments.size() && arguments[next].kind == LogArgument::Kind::Signed;
             const std::int64_t value = signedArgument ? arguments[next++].signedValue : 0;
-            return static_cast<int>(std::clamp<std::int64_t>(value, 0, kMaxFieldWidth));
+            return static_cast<int>(
+                std::clamp<std::int64_t>(value, -kMaxFieldWidth, kMaxFieldWidth));
         }
         int value = 0;
         for (; position < format.size() && format[position] >= '0' && format[position] <= '9';
@@ -141,6 +147,9 @@ private:
     void Print(const Conversion& conversion, const char* size, char letter, Value value)
     {
         std::string pattern = "%" + conversion.flags + "*";
+        if (Contains("du", letter)) {  // for them the alternative form is not defined
+            pattern.erase(std::remove(pattern.begin(), pattern.end(), '#'), pattern.end());
+        }
         pattern += conversion.precision >= 0 ? "." + std::to_string(conversion.precision) : "";
         pattern.append(size) += letter;
         const int length = Printf(nullptr, 0, pattern, conversion.width, value);

@@ -38,6 +38,11 @@ public:
     }
     LogArgument(const void* value) : kind(Kind::Pointer), pointer(value) {}
 
+    template <class Enum, std::enable_if_t<std::is_enum_v<Enum>, int> = 0>
+    LogArgument(Enum value) : LogArgument(static_cast<std::underlying_type_t<Enum>>(value))
+    {
+    }
+
     template <class Number, std::enable_if_t<std::is_arithmetic_v<Number>, int> = 0>
     LogArgument(Number number)
     {

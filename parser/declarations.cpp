@@ -29,7 +29,7 @@ MorlDeclare* MorlParser::ParseGlobalDeclare(ENUM_TOKEN bufferToken)
     case TOKEN_SEMICOLON:
         return declare.release();
     default:
-        LogErrorAndSkipLine(messages::kInvalidEndOfLine + word);
+        LogErrorAndSkipLine(messages::kInvalidEndOfLine, word);
         return nullptr;
     }
 }
@@ -41,11 +41,11 @@ bool MorlParser::ParseVarDeclare(ENUM_TOKEN& varType, std::string& name)
     std::string word;
     const ENUM_TOKEN type = ParseToken(word);
     if (!IsVarType(type)) {
-        LogErrorAndSkipLine(messages::kInvalidVarType + word);
+        LogErrorAndSkipLine(messages::kInvalidVarType, word);
         return false;
     }
     if (ParseToken(word) != TOKEN_IDENTIFIER) {
-        LogErrorAndSkipLine(messages::kNotValidVar + word);
+        LogErrorAndSkipLine(messages::kNotValidVar, word);
         return false;
     }
     varType = type;
@@ -70,7 +70,7 @@ MorlRegister* MorlParser::ParseRegister()
     std::string word;
     const ENUM_TOKEN token = ParseToken(word);
     if (!IsRegister(token)) {
-        LogErrorAndSkipLine(messages::kNeedRegister + word);
+        LogErrorAndSkipLine(messages::kNeedRegister, word);
         return nullptr;
     }
     auto binding = std::make_unique<MorlRegister>();
@@ -86,7 +86,7 @@ MorlRegister* MorlParser::ParseNamedRegister()
     Advance(1);
     std::string word;
     if (ParseToken(word) != TOKEN_IDENTIFIER) {
-        LogErrorAndSkipLine(messages::kNotValidVar + word);
+        LogErrorAndSkipLine(messages::kNotValidVar, word);
         return nullptr;
     }
     SkipSpace();
@@ -105,7 +105,7 @@ MorlFunction* MorlParser::ParseFunction(ENUM_TOKEN returnType)
 {
     std::string word;
     if (ParseToken(word) != TOKEN_IDENTIFIER) {
-        LogError(messages::kNotValidVar + word);
+        LogError(messages::kNotValidVar, word);
     }
     auto function = std::make_unique<MorlFunction>();
     function->returnType = returnType;

@@ -59,8 +59,7 @@ MorlExpression* MorlParser::ParseNextExpression(MorlBinaryOperation* parent, Mor
 {
     std::unique_ptr<MorlExpression> operand(left);
     PushLoction();
-    std::string word;
-    const ENUM_TOKEN token = ParseToken(word);
+    const ENUM_TOKEN token = ParseToken(unusedWord);
     if (IsBinaryOperator(token)) {
         return ParseOperation(parent, operand.release(), token);
     }
@@ -110,9 +109,10 @@ MorlExpression* MorlParser::ParseOperation(MorlBinaryOperation* parent, MorlExpr
 // What follows an index starts afresh, without a parent.
 MorlExpression* MorlParser::ParseIndex(MorlExpression* left)
 {
+    std::unique_ptr<MorlExpression> operand(left);
     auto index = std::make_unique<MorlBinaryOperation>();
     index->operatorToken = TOKEN_INDEX;
-    index->left = left;
+    index->left = operand.release();
     Nesting level(*this, 1);
     if (level.TooDeep()) {
         return index.release();

@@ -164,7 +164,8 @@ bool MorlParser::CheckSkip(char expected)
         PeekNext();
         return true;
     }
-    LogErrorAndSkipLine(std::string("miss '") + expected + "':");
+    const char message[] = {'m', 'i', 's', 's', ' ', '\'', expected, '\'', ':', '\0'};
+    LogErrorAndSkipLine(message);
     return false;
 }
 
@@ -178,14 +179,25 @@ std::string MorlParser::GetLocation() const
     return location;
 }
 
-void MorlParser::LogError(const std::string& message) const
+void MorlParser::LogError(const char* message) const
 {
     LogGraphicsError(GetLocation() + message);
 }
 
-void MorlParser::LogErrorAndSkipLine(const std::string& message)
+void MorlParser::LogError(const char* message, const std::string& word) const
+{
+    LogGraphicsError(GetLocation() + message + word);
+}
+
+void MorlParser::LogErrorAndSkipLine(const char* message)
 {
     LogError(message);
+    SkipLine();
+}
+
+void MorlParser::LogErrorAndSkipLine(const char* message, const std::string& word)
+{
+    LogError(message, word);
     SkipLine();
 }
 

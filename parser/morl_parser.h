@@ -17,7 +17,7 @@ namespace ns_ruke {
 ///
 /// Problems are logged as errors of the category "Graphics", each beginning with its location,
 /// "Morl Compiler(line:L,ch:C): " (1-based; the column counts bytes), and parsing goes on with the
-/// next line. No text makes it fail: the program receives what could be read.
+/// next line: the program receives what could be read.
 ///
 /// A parser may be used for any number of texts, by one thread at a time.
 class MORL_API MorlParser {
@@ -69,8 +69,12 @@ private:
     bool IsSpace(char c) const;
     bool IsEnter(char c) const;
     std::string GetLocation() const;
-    void LogError(const std::string& message) const;
-    void LogErrorAndSkipLine(const std::string& message);
+    /// Log a message with the current location. Call sites pass the parts, not a text that they
+    /// built: that would enlarge the frames of the recursive rules.
+    void LogError(const char* message) const;
+    void LogError(const char* message, const std::string& word) const;
+    void LogErrorAndSkipLine(const char* message);
+    void LogErrorAndSkipLine(const char* message, const std::string& word);
 
     // Expressions.
     MorlExpression* ParseExpression(MorlBinaryOperation* parent);
@@ -132,6 +136,8 @@ private:
     std::int32_t savedLine = 0;
     std::int32_t savedColumn = 0;
 
+    /// Where the text of tokens goes that only their kind matters of.
+    std::string unusedWord;
     /// The nesting in force, in the units of kMaxNesting.
     unsigned nesting = 0;
     /// The operation that the last finished operation took as its left operand (see

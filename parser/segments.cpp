@@ -158,7 +158,7 @@ void MorlParser::ParseProgramSegment(MorlProgram* program)
     } else if (token == TOKEN_SINGLE_COMMENT || token == TOKEN_MULTI_COMMENT_BEGIN) {
         AppendOwned(program->comments, std::unique_ptr<MorlSentence>(ParseComment(token)));
     } else {
-        LogErrorAndSkipLine(messages::kInvalidVarDeclare + word);
+        LogErrorAndSkipLine(messages::kInvalidVarDeclare, word);
     }
 }
 
@@ -241,7 +241,7 @@ void MorlParser::ParseMarcoForProgramSegment(MorlProgram* program)
 bool MorlParser::ParseMarcoForHead(std::string& name, int& start)
 {
     if (ParseToken(name) != TOKEN_IDENTIFIER) {
-        LogErrorAndSkipLine(messages::kNotValidMarcoName + name);
+        LogErrorAndSkipLine(messages::kNotValidMarcoName, name);
         return false;
     }
     if (!CheckSkip(':')) {
@@ -249,7 +249,7 @@ bool MorlParser::ParseMarcoForHead(std::string& name, int& start)
     }
     std::string number;
     if (ParseToken(number) != TOKEN_NUMBER) {
-        LogErrorAndSkipLine(messages::kNotValidNumber + number);
+        LogErrorAndSkipLine(messages::kNotValidNumber, number);
         return false;
     }
     start = StringHelper::ConvertToInt32(number);
@@ -262,7 +262,7 @@ ENUM_TOKEN MorlParser::ParseBlockToken(const char* closingWord)
 {
     SkipSpace();
     if (Eof()) {
-        LogError(std::string("miss '") + closingWord + "':");
+        LogError("miss '", closingWord + std::string("':"));
         return TOKEN_NONE;
     }
     PushLoction();

@@ -119,7 +119,7 @@ MorlSentence* MorlParser::ParseDefinitionSentence(ENUM_TOKEN varType, std::strin
     auto definition = std::make_unique<MorlDefinitionSentence>();
     definition->varType = varType;
     if (ParseToken(definition->name) != TOKEN_IDENTIFIER) {
-        LogErrorAndSkipLine(messages::kNotValidVar + definition->name);
+        LogErrorAndSkipLine(messages::kNotValidVar, definition->name);
         return nullptr;
     }
     SkipSpace();
@@ -134,7 +134,7 @@ MorlSentence* MorlParser::ParseDefinitionSentence(ENUM_TOKEN varType, std::strin
         Advance(1);
         return definition.release();
     default:
-        LogErrorAndSkipLine(messages::kWrongDefinition + definition->name);
+        LogErrorAndSkipLine(messages::kWrongDefinition, definition->name);
         return nullptr;
     }
 }
@@ -158,7 +158,7 @@ MorlAssignSentence* MorlParser::ParseAssignSentence(ENUM_TOKEN token, std::strin
         std::string word;
         operatorToken = ParseToken(word);
         if (!IsAssignOperator(operatorToken)) {
-            LogErrorAndSkipLine(messages::kNeedAssignOperator + word);
+            LogErrorAndSkipLine(messages::kNeedAssignOperator, word);
             return nullptr;
         }
         value.reset(ParseExpression(nullptr));
@@ -196,7 +196,7 @@ MorlSentence* MorlParser::ParseControlSentence(ENUM_TOKEN token)
     if (ParseToken(word) == TOKEN_IF) {
         return ParseIfSentence(true);
     }
-    LogErrorAndSkipLine(messages::kNeedIf + word);
+    LogErrorAndSkipLine(messages::kNeedIf, word);
     return nullptr;
 }
 
@@ -220,8 +220,7 @@ MorlSentence* MorlParser::ParseIfSentence(bool isElseIf)
         return nullptr;
     }
     PushLoction();
-    std::string word;
-    if (ParseToken(word) != TOKEN_ELSE) {
+    if (ParseToken(unusedWord) != TOKEN_ELSE) {
         PopLoction();
         return sentence.release();
     }
@@ -305,7 +304,7 @@ void MorlParser::SkipUnexpected()
     const auto ascii = [](char c) { return static_cast<unsigned char>(c) < 128; };
     const auto end = std::find_if(rest.begin(), rest.end(), ascii);
     const auto count = std::max<std::ptrdiff_t>(end - rest.begin(), 1);
-    LogErrorAndSkipLine(messages::kUnexpectedCharacter +
+    LogErrorAndSkipLine(messages::kUnexpectedCharacter,
                         std::string(rest.substr(0, static_cast<std::size_t>(count))));
 }
 

@@ -35,10 +35,11 @@ TEST(Log, AppliesConversionsToItsArguments)
     Log().LogInfo("c", "%u|%x|%lld|%zu|%c|%%", 42U, 255U, LLONG_MIN, sizeof(int), 'x');
     Log().LogInfo("c", "%.2f|%g|%*d", 1.5, 0.25F, 4, 9);
     Log().LogInfo("c", "%x|%u|%c", -1, static_cast<short>(-1), 65U);
+    Log().LogInfo("c", "%*d|%.*f|%#d|%d", -4, 7, -1, 2.5, 3, TOKEN_NONE);
     EXPECT_EQ(capture.infos,
               (std::vector<std::string>{"7|    7|7    |00007|+7", "abc|  abc|abc  |ab",
                                         "42|ff|-9223372036854775808|4|x|%", "1.50|0.25|   9",
-                                        "ffffffff|65535|A"}));
+                                        "ffffffff|65535|A", "7   |2.500000|3|138"}));
 }
 
 TEST(Log, NeverMisreadsAnArgument)
