@@ -12,10 +12,10 @@ namespace ns_ruke {
 constexpr std::size_t kMaxSourceSize = 0x7fffffff;
 
 /// The most units of nesting that the parser lets through. An expression (an operand, an operator's
-/// right side, an argument, an index) costs one unit; a block (an `if`, a `for`, a macro block)
-/// costs `kBlockNesting`. 480 admits chains of 400 operators and 200 nested blocks with room to
-/// spare, and keeps parsing, linking, writing and destroying within a stack of 512 KiB, also in an
-/// unoptimised build with the address sanitizer.
+/// right side, an argument, an index) costs one unit, a call one more, and a block (an `if`, a
+/// `for`, a macro block) `kBlockNesting`. 480 admits chains of 400 operators and 200 nested calls
+/// or blocks with room to spare, and keeps parsing, linking, writing and destroying within a stack
+/// of 512 KiB, also under the sanitizers.
 constexpr unsigned kMaxNesting = 480;
 
 /// What one nested block costs of `kMaxNesting`: its parser frames are about twice as large as

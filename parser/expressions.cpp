@@ -21,31 +21,40 @@ MorlExpression* MorlParser::ParseExpression(MorlBinaryOperation* parent)
     if (level.TooDeep()) {
         return nullptr;
     }
+    bool failed = false;
+    MorlExpression* primary = ParsePrimary(failed);
+    return failed ? nullptr : ParseNextExpression(parent, primary);
+}
+
+// Parentheses that fail give null and the expression goes on; anything else that fails ends it.
+MorlExpression* MorlParser::ParsePrimary(bool& failed)
+{
     std::string word;
     const ENUM_TOKEN token = ParseToken(word);
-    std::unique_ptr<MorlExpression> primary;
-    if (IsVarType(token) || IsSystemFunction(token)) {
-        primary.reset(ParseFunctionCall(token, std::move(word)));
-        if (!primary) {
-            return nullptr;
-        }
-    } else if (token == TOKEN_IDENTIFIER && !IsFunction(word)) {
+    if (token == TOKEN_IDENTIFIER && !IsFunction(word)) {
         auto variable = std::make_unique<MorlVariable>();
         variable->name = std::move(word);
-        primary = std::move(variable);
-    } else if (token == TOKEN_NUMBER) {
+        return variable.release();
+    }
+    if (token == TOKEN_NUMBER) {
         auto number = std::make_unique<MorlNumber>();
         number->value = std::move(word);
-        primary = std::move(number);
-    } else if (token == TOKEN_LEFT_PARENTHESIS) {
-        primary.reset(ParseParenthesiseExpression());
-    } else if (token == TOKEN_MINUS) {
-        primary.reset(ParsePrefixMinus());
-    } else {
-        LogErrorAndSkipLine(messages::kExpressionError);
-        return nullptr;
+        return number.release();
     }
-    return ParseNextExpression(parent, primary.release());
+    if (IsVarType(token) || IsSystemFunction(token)) {
+        MorlFunctionCall* call = ParseFunctionCall(token, std::move(word));
+        failed = call == nullptr;
+        return call;
+    }
+    if (token == TOKEN_LEFT_PARENTHESIS) {
+        return ParseParenthesiseExpression();
+    }
+    if (token == TOKEN_MINUS) {
+        return ParsePrefixMinus();
+    }
+    LogErrorAndSkipLine(messages::kExpressionError);
+    failed = true;
+    return nullptr;
 }
 
 // A prefix minus is a subtraction without a left operand, so it takes part in the climb below.
@@ -135,6 +144,10 @@ MorlParenthesiseExpression* MorlParser::ParseParenthesiseExpression()
 
 MorlFunctionCall* MorlParser::ParseFunctionCall(ENUM_TOKEN token, std::string name)
 {
+    Nesting level(*this, 1);  // calls have the largest frames of all expressions
+    if (level.TooDeep()) {
+        return nullptr;
+    }
     auto call = std::make_unique<MorlFunctionCall>();
     if (!IsVarType(token) && !IsSystemFunction(token)) {
         return call.release();

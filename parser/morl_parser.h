@@ -78,6 +78,7 @@ private:
 
     // Expressions.
     MorlExpression* ParseExpression(MorlBinaryOperation* parent);
+    MorlExpression* ParsePrimary(bool& failed);
     MorlExpression* ParsePrefixMinus();
     MorlExpression* ParseNextExpression(MorlBinaryOperation* parent, MorlExpression* left);
     MorlExpression* ParseOperation(MorlBinaryOperation* parent, MorlExpression* left,
