@@ -23,20 +23,20 @@ public:
     MorlNode& operator=(const MorlNode&) = default;
     virtual ~MorlNode();
 
-    void SetName(std::string name);
+    void SetName(std::string newName);
     std::string GetName() const;
 
     /// The node's place on the canvas of an editor; the compiler does not read it.
-    void SetPosition(float x, float y);
+    void SetPosition(float newX, float newY);
     float GetX() const;
     float GetY() const;
 
     /// Replaces the source. A program that was parsed before stays in use until the target changes.
-    void SetContent(std::string content);
+    void SetContent(std::string newContent);
     std::string GetContent() const;
 
     /// Appends a name to the references; duplicates are kept.
-    void AddReference(std::string name);
+    void AddReference(std::string reference);
     std::vector<std::string> GetReference() const;
 
     /// Whether there is no program, or one that was parsed for another target. The comparison is

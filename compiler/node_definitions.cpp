@@ -103,7 +103,8 @@ std::unique_ptr<MorlNode> ReadNode(const Json::Value& element)
     node->SetPosition(static_cast<float>(x), static_cast<float>(y));
     node->SetContent(std::move(content));
     const Json::Value& references = element["ref"];
-    for (Json::ArrayIndex i = 0; i < references.size(); ++i) {
+    // By index, as an object in place of the list then raises the reader's error.
+    for (Json::ArrayIndex i = 0; i < references.size(); ++i) {  // NOLINT(modernize-loop-convert)
         node->AddReference(ReadString(references[i]));
     }
     return node;

@@ -31,8 +31,8 @@ struct MORL_API PassProperty {
     std::unordered_map<std::string, int> samplerRegisters;
 
     PassProperty();
-    PassProperty(const PassProperty&);
-    PassProperty& operator=(const PassProperty&);
+    PassProperty(const PassProperty& other);
+    PassProperty& operator=(const PassProperty& other);
     ~PassProperty();
 };
 

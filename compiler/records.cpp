@@ -7,13 +7,13 @@
 namespace ns_ruke {
 
 PassProperty::PassProperty() = default;
-PassProperty::PassProperty(const PassProperty&) = default;
-PassProperty& PassProperty::operator=(const PassProperty&) = default;
+PassProperty::PassProperty(const PassProperty& other) = default;
+PassProperty& PassProperty::operator=(const PassProperty& other) = default;
 PassProperty::~PassProperty() = default;
 
 ShaderOutput::ShaderOutput() = default;
-ShaderOutput::ShaderOutput(const ShaderOutput&) = default;
-ShaderOutput& ShaderOutput::operator=(const ShaderOutput&) = default;
+ShaderOutput::ShaderOutput(const ShaderOutput& other) = default;
+ShaderOutput& ShaderOutput::operator=(const ShaderOutput& other) = default;
 ShaderOutput::~ShaderOutput() = default;
 
 }  // namespace ns_ruke

@@ -23,8 +23,8 @@ struct MORL_API ShaderOutput {
     std::vector<std::string> uniformNames;
 
     ShaderOutput();
-    ShaderOutput(const ShaderOutput&);
-    ShaderOutput& operator=(const ShaderOutput&);
+    ShaderOutput(const ShaderOutput& other);
+    ShaderOutput& operator=(const ShaderOutput& other);
     ~ShaderOutput();
 };
 

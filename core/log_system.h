@@ -51,7 +51,7 @@ public:
             real = static_cast<double>(number);
         } else if constexpr (std::is_signed_v<Number>) {
             kind = Kind::Signed;
-            signedValue = number;
+            signedValue = static_cast<std::int64_t>(number);  // NOLINT(bugprone-signed-char-misuse)
             unsignedValue = static_cast<std::make_unsigned_t<Number>>(number);
         } else {
             kind = Kind::Unsigned;

@@ -5,6 +5,7 @@
 #include "morl/core/log_scope.h"
 #include "morl/linker/morl_linker.h"
 
+#include <algorithm>
 #include <functional>
 #include <queue>
 #include <string_view>
@@ -135,12 +136,9 @@ std::vector<MorlNode*> MorlLinker::TakeOrdered(std::vector<MorlNode*>& nodes)
 bool MorlLinker::CheckNodeReference(std::unordered_set<std::string>& linked,
                                     std::unordered_set<std::string>& all, MorlNode* node)
 {
-    for (const std::string& name : node->references) {
-        if (all.count(name) != 0 && linked.count(name) == 0) {
-            return false;
-        }
-    }
-    return true;
+    return std::none_of(
+        node->references.begin(), node->references.end(),
+        [&](const std::string& name) { return all.count(name) != 0 && linked.count(name) == 0; });
 }
 
 // A node without a program, or without a `main`, contributes what it has.

@@ -119,6 +119,11 @@ static_assert(kLanguage.size() == kKeywordCount, "no two keywords are spelled al
 
 }  // namespace
 
+const std::array<Keyword, kKeywordCount>& KeywordMap::Keywords()
+{
+    return kKeywords;
+}
+
 const KeywordMap& KeywordMap::Language()
 {
     return kLanguage;

@@ -33,8 +33,9 @@ public:
         }
     }
 
-    /// The keywords of the Morl language.
+    /// The keywords of the Morl language, as a map and as they stand in its table.
     static const KeywordMap& Language();
+    static const std::array<Keyword, kKeywordCount>& Keywords();
 
     /// The token of `word`, or TOKEN_NONE when it is no keyword. The match is exact.
     constexpr ENUM_TOKEN Find(std::string_view word) const

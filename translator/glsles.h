@@ -32,7 +32,7 @@ public:
     std::string WriteUniformList(std::vector<MorlDeclare*> uniforms) override;
     std::string WriteInputList(std::vector<MorlDeclare*> inputs) override;
     std::string WriteOutputList(std::vector<MorlDeclare*> outputs) override;
-    std::string WriteMainFunction(MorlProgram* program) override;
+    std::string WriteMainFunction(MorlProgram* linked) override;
     std::string WriteInputConvert(std::vector<MorlDeclare*> inputs) override;
     std::string WriteOutputConvert(std::vector<MorlDeclare*> outputs) override;
     std::string WriteRegister(MorlDeclare* declare, MorlRegister* binding) override;

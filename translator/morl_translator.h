@@ -33,11 +33,12 @@ public:
     /// Writes `program` and fills `output`: replaces its code, appends the names of the uniforms,
     /// sets the semantics that were assigned. If an exception passes through, `output` is as it
     /// was.
-    /// @param program not owned; read only.
+    /// @param newProgram not owned; read only.
     /// @param semantics texture coordinates by declaration name, for the fragment stage.
-    /// @param samplerRegisters sampler registers by declaration name.
-    void WriteProgram(MorlProgram* program, std::unordered_map<std::string, std::string>& semantics,
-                      std::unordered_map<std::string, int>& samplerRegisters, ShaderOutput& output);
+    /// @param registers sampler registers by declaration name.
+    void WriteProgram(MorlProgram* newProgram,
+                      std::unordered_map<std::string, std::string>& semantics,
+                      std::unordered_map<std::string, int>& registers, ShaderOutput& output);
 
     // What a back end supplies. Each returns new text; the lists are copies of the program's lists.
 
@@ -59,7 +60,7 @@ public:
     virtual std::string WriteUniformList(std::vector<MorlDeclare*> uniforms) = 0;
     virtual std::string WriteInputList(std::vector<MorlDeclare*> inputs) = 0;
     virtual std::string WriteOutputList(std::vector<MorlDeclare*> outputs) = 0;
-    virtual std::string WriteMainFunction(MorlProgram* program) = 0;
+    virtual std::string WriteMainFunction(MorlProgram* linked) = 0;
     /// What stands at the head of the entry function for the inputs, and for the outputs.
     virtual std::string WriteInputConvert(std::vector<MorlDeclare*> inputs) = 0;
     virtual std::string WriteOutputConvert(std::vector<MorlDeclare*> outputs) = 0;

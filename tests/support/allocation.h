@@ -5,7 +5,8 @@
 
 namespace morl_test {
 
-// Linking support/allocation.cpp into a test replaces the global operator new, also for the library.
+// Linking support/allocation.cpp into a test replaces the global operator new, also for the
+// library.
 
 /// What was allocated since the last Reset. Counts all threads.
 struct AllocationCounts {

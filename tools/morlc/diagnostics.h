@@ -10,14 +10,14 @@ namespace morlc {
 /// "node NAME:LINE:COLUMN: error: TEXT", or "morlc: error: TEXT" where no node is concerned.
 class Diagnostics {
 public:
-    /// @param showParses also print the information lines about each parse.
-    explicit Diagnostics(bool showParses);
+    /// @param showParseLines also print the information lines about each parse.
+    explicit Diagnostics(bool showParseLines);
     Diagnostics(const Diagnostics&) = delete;
     Diagnostics& operator=(const Diagnostics&) = delete;
     ~Diagnostics();
 
     /// The nodes among which a name that is unknown is looked for, to offer the nearest one.
-    void SetCompiler(const ns_ruke::MorlCompiler* compiler);
+    void SetCompiler(const ns_ruke::MorlCompiler* newCompiler);
 
     /// Reports an error of the tool itself.
     void Error(const std::string& text);
@@ -25,7 +25,7 @@ public:
     bool HasErrors() const { return hasErrors; }
 
 private:
-    void Print(const ns_ruke::LogLine& line);
+    void Print(const ns_ruke::LogLine& log);
     std::string Hint(const std::string& text) const;
 
     bool showParses;

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+// Any bytes as a node-definition file.
+#include "graph_directory.h"
+
+#include <json/json.h>
+#include <cstdint>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    static const morl_fuzz::GraphDirectory directory;
+    directory.Write("vertex_shader", std::string(data, data + size));
+    const std::unordered_map<std::string, std::string> sources;
+    const morl_fuzz::LocationOracle silent(sources);
+    try {
+        ns_ruke::MorlCompiler compiler;
+        ns_ruke::PassProperty pass;
+        pass.nodeNames = compiler.GetNodeNames();
+        pass.target = "glsl";
+        pass.stage = 0;
+        ns_ruke::ShaderOutput output;
+        compiler.Compile(pass, output);
+        if (output.code.empty()) {
+            morl_fuzz::Fail("a request for loaded nodes was refused");
+        }
+    } catch (const Json::Exception&) {
+        // Values of a wrong type, and files that nest too deeply, raise the reader's own errors.
+    }
+    return 0;
+}
