@@ -7,30 +7,37 @@
 #include <json/json.h>
 
 #include <algorithm>
-#include <fstream>
+#include <array>
+#include <cstdio>
 #include <memory>
 #include <optional>
-#include <sstream>
 #include <utility>
 
 namespace ns_ruke {
 namespace {
 
+struct CloseFile {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
 /// The whole file, or nothing when it cannot be read (it is missing, or a directory, say).
 std::optional<std::string> ReadFile(const std::string& path)
 {
-    std::ifstream file(path);
+    const std::unique_ptr<std::FILE, CloseFile> file(std::fopen(path.c_str(), "r"));
     if (!file) {
         return std::nullopt;
     }
-    std::ostringstream text;
-    if (file.peek() != std::ifstream::traits_type::eof()) {
-        text << file.rdbuf();
-    }
-    if (file.bad() || text.fail()) {
+    std::string text;
+    std::array<char, 16384> block;
+    std::size_t count = 0;
+    do {
+        count = std::fread(block.data(), 1, block.size(), file.get());
+        text.append(block.data(), count);
+    } while (count == block.size());
+    if (std::ferror(file.get()) != 0) {
         return std::nullopt;
     }
-    return std::move(text).str();
+    return text;
 }
 
 /// Where the string or comment that starts at `start` ends: one past its last character.

@@ -19,11 +19,13 @@ std::mutex mutex;
 morl_test::AllocationCounts counts;
 std::size_t measurement = 0;
 std::size_t failAfter = 0;
+bool hasFailed = false;
 
 void* Allocate(std::size_t size)
 {
     const std::lock_guard<std::mutex> lock(mutex);
     if (failAfter > 0 && --failAfter == 0) {
+        hasFailed = true;
         return nullptr;
     }
     auto* header = static_cast<Header*>(std::malloc(sizeof(Header) + size));
@@ -70,10 +72,13 @@ AllocationCounts Allocations()
     return counts;
 }
 
-void FailAllocation(std::size_t n)
+bool FailAllocation(std::size_t n)
 {
     const std::lock_guard<std::mutex> lock(mutex);
+    const bool failed = hasFailed;
     failAfter = n;
+    hasFailed = false;
+    return failed;
 }
 
 }  // namespace morl_test

@@ -21,7 +21,8 @@ void ResetAllocations();
 
 AllocationCounts Allocations();
 
-/// Makes the n-th allocation from now on throw std::bad_alloc, counting from 1; 0: none.
-void FailAllocation(std::size_t n);
+/// Makes the n-th allocation from now on throw std::bad_alloc, counting from 1; 0: none. Returns
+/// whether the one asked for before has failed.
+bool FailAllocation(std::size_t n);
 
 }  // namespace morl_test
