@@ -4,6 +4,8 @@
 #include "morl/core/export.h"
 #include "morl/parser/token.h"
 
+#include <cstddef>
+
 namespace ns_ruke {
 
 /// The base of every node of the syntax tree.
@@ -19,6 +21,16 @@ struct MORL_API MorlUnit {
     MorlUnit(const MorlUnit&) = default;
     MorlUnit& operator=(const MorlUnit&) = default;
     virtual ~MorlUnit();
+
+    // Nodes are small, many, and die together. Each thread keeps a bounded number of freed ones for
+    // the next tree, as otherwise a third of a request's time goes to the allocator. Not so under
+    // the address sanitizer, which then sees every use of a freed node.
+    static void* operator new(std::size_t size);
+    static void operator delete(void* unit, std::size_t size) noexcept;
+
+    /// Gives the memory back that the calling thread keeps for further nodes: at most 1 MiB. A
+    /// thread that ends does so by itself.
+    static void ReleaseMemory() noexcept;
 };
 
 }  // namespace ns_ruke

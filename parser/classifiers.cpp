@@ -35,7 +35,7 @@ bool MorlParser::IsControl(ENUM_TOKEN token) const
 }
 
 // The hook by which a name could become callable. The language has no calls of user functions.
-bool MorlParser::IsFunction(const std::string& /*name*/) const
+bool MorlParser::IsFunction(std::string_view /*name*/) const
 {
     return false;
 }

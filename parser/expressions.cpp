@@ -13,6 +13,12 @@
 #include <utility>
 
 namespace ns_ruke {
+namespace {
+
+/// Room for the arguments of nearly every call.
+constexpr std::size_t kUsualArguments = 4;
+
+}  // namespace
 
 // `parent` is the operation whose right side is being read; null at the top of an expression.
 MorlExpression* MorlParser::ParseExpression(MorlBinaryOperation* parent)
@@ -29,20 +35,20 @@ MorlExpression* MorlParser::ParseExpression(MorlBinaryOperation* parent)
 // Parentheses that fail give null and the expression goes on; anything else that fails ends it.
 MorlExpression* MorlParser::ParsePrimary(bool& failed)
 {
-    std::string word;
-    const ENUM_TOKEN token = ParseToken(word);
+    std::string_view word;
+    const ENUM_TOKEN token = ReadToken(word);
     if (token == TOKEN_IDENTIFIER && !IsFunction(word)) {
         auto variable = std::make_unique<MorlVariable>();
-        variable->name = std::move(word);
+        variable->name = word;
         return variable.release();
     }
     if (token == TOKEN_NUMBER) {
         auto number = std::make_unique<MorlNumber>();
-        number->value = std::move(word);
+        number->value = word;
         return number.release();
     }
     if (IsVarType(token) || IsSystemFunction(token)) {
-        MorlFunctionCall* call = ParseFunctionCall(token, std::move(word));
+        MorlFunctionCall* call = ParseFunctionCall(token, std::string(word));
         failed = call == nullptr;
         return call;
     }
@@ -68,7 +74,8 @@ MorlExpression* MorlParser::ParseNextExpression(MorlBinaryOperation* parent, Mor
 {
     std::unique_ptr<MorlExpression> operand(left);
     PushLoction();
-    const ENUM_TOKEN token = ParseToken(unusedWord);
+    std::string_view word;
+    const ENUM_TOKEN token = ReadToken(word);
     if (IsBinaryOperator(token)) {
         return ParseOperation(parent, operand.release(), token);
     }
@@ -154,6 +161,7 @@ MorlFunctionCall* MorlParser::ParseFunctionCall(ENUM_TOKEN token, std::string na
     }
     call->name = std::move(name);
     call->functionToken = token;
+    call->arguments.reserve(kUsualArguments);
     return ParseParameter(-1, call->arguments) ? call.release() : nullptr;
 }
 

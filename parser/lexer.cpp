@@ -49,10 +49,7 @@ bool Is(char c, unsigned classes)
 
 }  // namespace
 
-MorlParser::MorlParser()
-{
-    Init();
-}
+MorlParser::MorlParser() : keywords(KeywordMap::Language()) {}
 
 MorlParser::~MorlParser() = default;
 
@@ -130,8 +127,14 @@ void MorlParser::Advance(std::uint32_t count)
 
 void MorlParser::SkipSpace()
 {
-    while (!Eof() && IsSpace(Current())) {
-        PeekNext();
+    // The NUL at the end of the text is no space.
+    for (char c = Current(); IsSpace(c); c = Current()) {
+        ++position;
+        ++column;
+        if (c == '\n') {
+            ++line;
+            column = 0;
+        }
     }
 }
 
@@ -201,10 +204,20 @@ void MorlParser::LogErrorAndSkipLine(const char* message, const std::string& wor
     SkipLine();
 }
 
-// Names, keywords and numbers leave their text in `word`; other tokens leave it as it was. A
-// character that begins no token, the end of the text included, gives TOKEN_NONE and is not
-// consumed.
+// Names, keywords and numbers leave their text in `word`; other tokens leave it as it was.
 ENUM_TOKEN MorlParser::ParseToken(std::string& word)
+{
+    std::string_view spelling;
+    const ENUM_TOKEN token = ReadToken(spelling);
+    if (!spelling.empty()) {
+        word = spelling;
+    }
+    return token;
+}
+
+// As ParseToken, with a view of the text in place of a copy. A character that begins no token, the
+// end of the text included, gives TOKEN_NONE and is not consumed.
+ENUM_TOKEN MorlParser::ReadToken(std::string_view& word)
 {
     SkipSpace();
     const char c = Current();
@@ -213,30 +226,35 @@ ENUM_TOKEN MorlParser::ParseToken(std::string& word)
         while (Is(text[end], kLetter | kDigit)) {
             ++end;
         }
-        const std::string_view spelling(text + position, end - position);
-        word = spelling;
+        word = std::string_view(text + position, end - position);
         Advance(end - position);
-        const ENUM_TOKEN keyword = keywords.Find(spelling);
+        const ENUM_TOKEN keyword = keywords.Find(word);
         return keyword != TOKEN_NONE ? keyword : TOKEN_IDENTIFIER;
     }
     if (Is(c, kDigit)) {
-        ParseNumber(word);
+        word = ReadNumber();
         return TOKEN_NUMBER;
     }
     return ParseSymbol();
 }
 
-// Digits with at most one "." among or after them: no sign, exponent or suffix.
 void MorlParser::ParseNumber(std::string& word)
 {
+    word = ReadNumber();
+}
+
+// Digits with at most one "." among or after them: no sign, exponent or suffix.
+std::string_view MorlParser::ReadNumber()
+{
+    const std::uint32_t start = position;
     std::uint32_t end = position;
     bool allowDot = true;
     while (IsNumber(text[end], allowDot)) {
         allowDot = allowDot && text[end] != '.';
         ++end;
     }
-    word.assign(text + position, end - position);
     Advance(end - position);
+    return {text + start, end - start};
 }
 
 ENUM_TOKEN MorlParser::ParseSymbol()

@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace ns_ruke {
@@ -42,7 +43,7 @@ private:
     bool IsVarType(ENUM_TOKEN token) const;
     bool IsRegister(ENUM_TOKEN token) const;
     bool IsControl(ENUM_TOKEN token) const;
-    bool IsFunction(const std::string& name) const;
+    bool IsFunction(std::string_view name) const;
     bool IsAssignOperator(ENUM_TOKEN token) const;
     bool IsBinaryOperator(ENUM_TOKEN token) const;
     bool IsUnaryOperator(ENUM_TOKEN token) const;
@@ -62,8 +63,10 @@ private:
     void PopLoction();
     bool CheckSkip(char expected);
     ENUM_TOKEN ParseToken(std::string& word);
+    ENUM_TOKEN ReadToken(std::string_view& word);
     ENUM_TOKEN ParseSymbol();
     void ParseNumber(std::string& word);
+    std::string_view ReadNumber();
     bool ValidVariable(char c, bool first) const;
     bool IsNumber(char c, bool allowDot) const;
     bool IsSpace(char c) const;
@@ -137,8 +140,6 @@ private:
     std::int32_t savedLine = 0;
     std::int32_t savedColumn = 0;
 
-    /// Where the text of tokens goes that only their kind matters of.
-    std::string unusedWord;
     /// The nesting in force, in the units of kMaxNesting.
     unsigned nesting = 0;
     /// The operation that the last finished operation took as its left operand (see

@@ -266,8 +266,8 @@ ENUM_TOKEN MorlParser::ParseBlockToken(const char* closingWord)
         return TOKEN_NONE;
     }
     PushLoction();
-    std::string word;
-    const ENUM_TOKEN token = Current() == '#' ? ParseToken(word) : TOKEN_NONE;
+    std::string_view word;
+    const ENUM_TOKEN token = Current() == '#' ? ReadToken(word) : TOKEN_NONE;
     const bool closes = std::string_view(closingWord) == word;
     const bool divides = token == TOKEN_MARCO_ELSE && std::string_view(closingWord) == "#endif";
     if (closes || divides) {

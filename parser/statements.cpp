@@ -42,13 +42,13 @@ MorlSentence* MorlParser::ParseSentence()
         return nullptr;
     }
     PushLoction();
-    std::string word;
-    const ENUM_TOKEN token = ParseToken(word);
+    std::string_view word;
+    const ENUM_TOKEN token = ReadToken(word);
     if (IsVarType(token)) {
-        return ParseDefinitionSentence(token, std::move(word));
+        return ParseDefinitionSentence(token, std::string(word));
     }
     if (token == TOKEN_IDENTIFIER) {
-        return ParseAssignSentence(token, std::move(word), true);
+        return ParseAssignSentence(token, std::string(word), true);
     }
     if (IsControl(token)) {
         return ParseControlSentence(token);
@@ -220,7 +220,8 @@ MorlSentence* MorlParser::ParseIfSentence(bool isElseIf)
         return nullptr;
     }
     PushLoction();
-    if (ParseToken(unusedWord) != TOKEN_ELSE) {
+    std::string_view word;
+    if (ReadToken(word) != TOKEN_ELSE) {
         PopLoction();
         return sentence.release();
     }

@@ -12,6 +12,9 @@
 namespace ns_ruke {
 namespace {
 
+/// Bytes of a written statement, for an estimate of the whole.
+constexpr std::size_t kUsualSentence = 64;
+
 void AppendIndent(std::string& text, int indent)
 {
     text.append(indent > 0 ? static_cast<std::size_t>(indent) : 0, '\t');
@@ -173,6 +176,7 @@ void MorlTranslator::AppendSentences(std::string& text, const std::vector<MorlSe
 void MorlTranslator::AppendMainBody(std::string& text, const MorlProgram* linked)
 {
     if (linked->mainFunction != nullptr) {
+        text.reserve(text.size() + kUsualSentence * linked->mainFunction->sentences.size());
         AppendSentences(text, linked->mainFunction->sentences, 1);
     }
 }
@@ -210,7 +214,8 @@ void MorlTranslator::AppendDefinitionSentence(std::string& text, MorlDefinitionS
 {
     AppendIndent(text, indent);
     if (sentence->varType != TOKEN_NONE) {
-        text.append(WriteVariableType(sentence->varType)).append(" ");
+        text += WriteVariableType(sentence->varType);
+        text += ' ';
     }
     text += sentence->name;
     AppendDefinitionArray(text, sentence->arraySize);
@@ -222,10 +227,13 @@ void MorlTranslator::AppendAssignSentence(std::string& text, MorlAssignSentence*
 {
     AppendIndent(text, indent);
     if (sentence->varType != TOKEN_NONE) {
-        text.append(WriteVariableType(sentence->varType)).append(" ");
+        text += WriteVariableType(sentence->varType);
+        text += ' ';
     }
     AppendExpression(text, sentence->target);
-    text.append(" ").append(kAssignOperators.Text(sentence->operatorToken)).append(" ");
+    text += ' ';
+    text += kAssignOperators.Text(sentence->operatorToken);
+    text += ' ';
     AppendExpression(text, sentence->value);
     if (sentence->withSemicolon) {
         text += ";\n";
@@ -259,7 +267,7 @@ void MorlTranslator::AppendForSentence(std::string& text, MorlForSentence* sente
     AppendSentence(text, sentence->init, 0);
     text.pop_back();
     AppendExpression(text, sentence->condition);
-    text += ";";
+    text += ';';
     if (sentence->step != nullptr) {
         AppendAssignSentence(text, sentence->step, 0);
     }
@@ -272,9 +280,9 @@ void MorlTranslator::AppendForSentence(std::string& text, MorlForSentence* sente
 void MorlTranslator::AppendDefinitionArray(std::string& text, MorlExpression* size)
 {
     if (size != nullptr) {
-        text += "[";
+        text += '[';
         AppendExpression(text, size);
-        text += "]";
+        text += ']';
     }
 }
 
@@ -322,14 +330,17 @@ void MorlTranslator::AppendCall(std::string& text, MorlFunctionCall* call, const
 
 void MorlTranslator::AppendPlainCall(std::string& text, MorlFunctionCall* call)
 {
-    text.append(WriteFunctionName(call)).append("(");
-    const char* separator = "";
+    text += WriteFunctionName(call);
+    text += '(';
+    bool first = true;
     for (MorlExpression* argument : call->arguments) {
-        text += separator;
+        if (!first) {
+            text += ',';
+        }
+        first = false;
         AppendExpression(text, argument);
-        separator = ",";
     }
-    text += ")";
+    text += ')';
 }
 
 // The operator always stands in front, although the source has it behind its operand.
@@ -344,9 +355,9 @@ void MorlTranslator::AppendBinaryOperation(std::string& text, MorlBinaryOperatio
 {
     AppendExpression(text, operation->left);
     if (operation->operatorToken == TOKEN_INDEX) {
-        text += "[";
+        text += '[';
         AppendExpression(text, operation->right);
-        text += "]";
+        text += ']';
         return;
     }
     text += WriteOperator(operation->operatorToken);
@@ -356,9 +367,9 @@ void MorlTranslator::AppendBinaryOperation(std::string& text, MorlBinaryOperatio
 void MorlTranslator::AppendParenthesiseExpression(std::string& text,
                                                   MorlParenthesiseExpression* expression)
 {
-    text += "(";
+    text += '(';
     AppendExpression(text, expression->expression);
-    text += ")";
+    text += ')';
 }
 
 void MorlTranslator::AppendGlobal(std::string& text, MorlDeclare* declare)

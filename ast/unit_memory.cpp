@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: MIT
+#include "morl/ast/unit.h"
+
+#include <array>
+#include <new>
+
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define MORL_PLAIN_UNITS
+#endif
+#endif
+#if defined(__SANITIZE_ADDRESS__)
+#define MORL_PLAIN_UNITS
+#endif
+
+namespace ns_ruke {
+namespace {
+
+#ifdef MORL_PLAIN_UNITS
+constexpr bool kKeepsUnits = false;
+#else
+constexpr bool kKeepsUnits = true;
+#endif
+
+/// Nodes are kept by size, in steps of 16 bytes up to 256. Larger ones (programs) are rare.
+constexpr std::size_t kStep = 16;
+constexpr std::size_t kSizes = 16;
+
+/// The most bytes that a thread keeps of one size.
+constexpr std::size_t kMostKept = 64 * 1024;
+
+/// A freed node, as an element of a list.
+struct FreeUnit {
+    FreeUnit* next;
+};
+
+/// The freed nodes of one size, each still an allocation of its own.
+struct FreeList {
+    FreeUnit* first = nullptr;
+    std::size_t bytes = 0;
+};
+
+/// The freed nodes of one thread. Plain data, so that a thread's first node costs no registration;
+/// the guard below frees them.
+struct UnitMemory {
+    std::array<FreeList, kSizes> lists;
+    bool guarded = false;  ///< the thread's end will free them
+    bool closed = false;   ///< the thread has come to its end: nothing is kept any more
+};
+
+thread_local UnitMemory memory __attribute__((tls_model("initial-exec")));
+
+struct MemoryGuard {
+    MemoryGuard() = default;
+    MemoryGuard(const MemoryGuard&) = delete;
+    MemoryGuard& operator=(const MemoryGuard&) = delete;
+    ~MemoryGuard()
+    {
+        memory.closed = true;
+        MorlUnit::ReleaseMemory();
+    }
+};
+
+/// Makes sure that this thread frees what it keeps when it ends.
+void Guard()
+{
+    thread_local const MemoryGuard guard;
+    static_cast<void>(guard);
+    memory.guarded = true;
+}
+
+std::size_t ListOf(std::size_t size)
+{
+    return (size - 1) / kStep;
+}
+
+}  // namespace
+
+void* MorlUnit::operator new(std::size_t size)
+{
+    const std::size_t index = ListOf(size);
+    if (!kKeepsUnits || index >= kSizes) {
+        return ::operator new(size);
+    }
+    FreeList& list = memory.lists[index];
+    if (list.first == nullptr) {
+        return ::operator new((index + 1) * kStep);
+    }
+    FreeUnit* unit = list.first;
+    list.first = unit->next;
+    list.bytes -= (index + 1) * kStep;
+    return unit;
+}
+
+void MorlUnit::operator delete(void* unit, std::size_t size) noexcept
+{
+    const std::size_t index = ListOf(size);
+    if (!kKeepsUnits || index >= kSizes || memory.closed ||
+        memory.lists[index].bytes >= kMostKept) {
+        ::operator delete(unit);
+        return;
+    }
+    if (!memory.guarded) {
+        Guard();
+    }
+    FreeList& list = memory.lists[index];
+    list.first = new (unit) FreeUnit{list.first};
+    list.bytes += (index + 1) * kStep;
+}
+
+void MorlUnit::ReleaseMemory() noexcept
+{
+    for (FreeList& list : memory.lists) {
+        while (list.first != nullptr) {
+            FreeUnit* unit = list.first;
+            list.first = unit->next;
+            ::operator delete(unit);
+        }
+        list.bytes = 0;
+    }
+}
+
+}  // namespace ns_ruke

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: MIT
+// counted WORK TIMES: does one kind of work that often and prints how many bytes one time handles. Run
+// under valgrind's callgrind, the difference between two counts of times is the work itself, without the
+// start of the process.
+#include "support/graph.h"
+#include "support/samples.h"
+
+#include <cstdlib>
+#include <iostream>
+#include <morl/morl.h>
+#include <string>
+
+namespace {
+
+using namespace ns_ruke;
+
+/// Parses every sample node. Bytes of source.
+std::size_t Parse(int times)
+{
+    const auto compiler = morl_test::MakeSampleCompiler();
+    std::vector<std::string> sources;
+    std::size_t bytes = 0;
+    for (const std::string& name : compiler->GetNodeNames()) {
+        sources.push_back(compiler->FindNode(name)->GetContent());
+        bytes += sources.back().size();
+    }
+    MorlParser parser;
+    for (int i = 0; i < times; ++i) {
+        for (const std::string& source : sources) {
+            MorlProgram program;
+            parser.Parse(source, program);
+        }
+    }
+    return bytes;
+}
+
+/// Requests that find everything parsed: every sample shader in "glsl", both passes. Bytes of output.
+std::size_t Warm(int times)
+{
+    const auto compiler = morl_test::MakeSampleCompiler();
+    std::vector<PassProperty> passes;
+    for (morl_test::SampleRequest& request : morl_test::RichestSamples()) {
+        if (request.target == "glsl") {
+            passes.push_back(request.vertex);
+            passes.push_back(request.fragment);
+        }
+    }
+    std::size_t bytes = 0;
+    for (int i = 0; i <= times; ++i) {
+        bytes = 0;
+        for (PassProperty& pass : passes) {
+            ShaderOutput output;
+            compiler->Compile(pass, output);
+            bytes += output.code.size();
+        }
+    }
+    return bytes;
+}
+
+/// Requests without nodes. One per time.
+std::size_t Empty(int times)
+{
+    const auto compiler = morl_test::MakeSampleCompiler();
+    PassProperty pass = morl_test::MakePass("glsl", 0, {});
+    for (int i = 0; i < times; ++i) {
+        ShaderOutput output;
+        compiler->Compile(pass, output);
+    }
+    return 1;
+}
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    const std::string work = argc == 3 ? argv[1] : "";
+    const int times = argc == 3 ? std::atoi(argv[2]) : 0;
+    TamberLogSystem::SetSink([](LogLevel, const std::string&, const std::string&) {});
+    if (work == "parse") {
+        std::cout << Parse(times) << "\n";
+    } else if (work == "warm") {
+        std::cout << Warm(times) << "\n";
+    } else if (work == "empty") {
+        std::cout << Empty(times) << "\n";
+    } else {
+        std::cerr << "usage: counted parse|warm|empty TIMES\n";
+        return 2;
+    }
+    return 0;
+}
