@@ -40,33 +40,34 @@ struct FreeList {
     std::size_t bytes = 0;
 };
 
-/// The freed nodes of one thread. Plain data, so that a thread's first node costs no registration;
-/// the guard below frees them.
+/// The freed nodes of one thread. Plain data, so that it needs no initialisation when it is
+/// reached.
 struct UnitMemory {
     std::array<FreeList, kSizes> lists;
-    bool guarded = false;  ///< the thread's end will free them
-    bool closed = false;   ///< the thread has come to its end: nothing is kept any more
+    std::size_t limit = 0;  ///< how many bytes of one size to keep: 0 before the guard and after it
+    bool closed = false;    ///< the guard is gone
 };
 
 thread_local UnitMemory memory __attribute__((tls_model("initial-exec")));
 
+/// Frees what a thread keeps when it ends.
 struct MemoryGuard {
-    MemoryGuard() = default;
+    MemoryGuard() { memory.limit = kMostKept; }
     MemoryGuard(const MemoryGuard&) = delete;
     MemoryGuard& operator=(const MemoryGuard&) = delete;
     ~MemoryGuard()
     {
+        memory.limit = 0;
         memory.closed = true;
         MorlUnit::ReleaseMemory();
     }
 };
 
-/// Makes sure that this thread frees what it keeps when it ends.
+/// Sets the guard up, at a thread's first freed node.
 void Guard()
 {
     thread_local const MemoryGuard guard;
     static_cast<void>(guard);
-    memory.guarded = true;
 }
 
 std::size_t ListOf(std::size_t size)
@@ -95,15 +96,18 @@ void* MorlUnit::operator new(std::size_t size)
 void MorlUnit::operator delete(void* unit, std::size_t size) noexcept
 {
     const std::size_t index = ListOf(size);
-    if (!kKeepsUnits || index >= kSizes || memory.closed ||
-        memory.lists[index].bytes >= kMostKept) {
+    if (!kKeepsUnits || index >= kSizes) {
         ::operator delete(unit);
         return;
     }
-    if (!memory.guarded) {
-        Guard();
-    }
     FreeList& list = memory.lists[index];
+    if (list.bytes >= memory.limit) {
+        ::operator delete(unit);
+        if (memory.limit == 0 && !memory.closed) {
+            Guard();
+        }
+        return;
+    }
     list.first = new (unit) FreeUnit{list.first};
     list.bytes += (index + 1) * kStep;
 }

@@ -12,6 +12,9 @@
 namespace ns_ruke {
 namespace {
 
+/// Up to this many nodes, comparing pointers costs less than a set of them.
+constexpr std::size_t kFewNodes = 32;
+
 /// The program that a request is linked into: an empty `void main`.
 void PrepareLinked(MorlProgram& program, int stage)
 {
@@ -77,22 +80,40 @@ void MorlCompiler::Compile(PassProperty& pass, ShaderOutput& output)
 // Reports every name without a node once, in the order of first appearance.
 bool MorlCompiler::FindUnknown(const PassProperty& pass) const
 {
+    const auto isKnown = [this](const std::string& name) { return FindNode(name) != nullptr; };
+    if (std::all_of(pass.nodeNames.begin(), pass.nodeNames.end(), isKnown)) {
+        return false;
+    }
     std::unordered_set<std::string> reported;
     for (const std::string& name : pass.nodeNames) {
-        if (FindNode(name) == nullptr && reported.insert(name).second) {
+        if (!isKnown(name) && reported.insert(name).second) {
             LogGraphicsError("Morl Compiler: unknown node: " + name);
         }
     }
-    return !reported.empty();
+    return true;
 }
 
 // The nodes in the order in which they are first named.
 std::vector<MorlNode*> MorlCompiler::SelectNodes(const PassProperty& pass) const
 {
+    if (pass.nodeNames.size() > kFewNodes) {
+        return SelectManyNodes(pass);
+    }
     std::vector<MorlNode*> list;
     list.reserve(pass.nodeNames.size());
+    for (const std::string& name : pass.nodeNames) {
+        MorlNode* node = nodes.at(name);
+        if (std::find(list.begin(), list.end(), node) == list.end()) {
+            list.push_back(node);
+        }
+    }
+    return list;
+}
+
+std::vector<MorlNode*> MorlCompiler::SelectManyNodes(const PassProperty& pass) const
+{
+    std::vector<MorlNode*> list;
     std::unordered_set<MorlNode*> set;
-    set.reserve(pass.nodeNames.size());
     for (const std::string& name : pass.nodeNames) {
         MorlNode* node = nodes.at(name);
         if (set.insert(node).second) {

@@ -56,6 +56,7 @@ private:
     void DeleteNodes();
     bool FindUnknown(const PassProperty& pass) const;
     std::vector<MorlNode*> SelectNodes(const PassProperty& pass) const;
+    std::vector<MorlNode*> SelectManyNodes(const PassProperty& pass) const;
 
     std::unordered_map<std::string, MorlNode*> nodes;  ///< owned, by name
 };

@@ -19,16 +19,29 @@ namespace {
 /// refers to; a queue holds those that wait for nothing.
 class NodeOrder {
 public:
-    explicit NodeOrder(std::size_t count) : missing(count), placed(count) {}
+    explicit NodeOrder(std::size_t count) : missing(count), placed(count)
+    {
+        waiting.reserve(count);
+    }
 
+    /// All names are listed before the first node waits. The names must outlive the order.
+    void List(std::string_view name) { waiting[name]; }
+
+    /// Lets the node wait for the name, if that is listed.
     void Wait(std::size_t node, std::string_view name)
     {
-        std::vector<std::size_t>& nodes = waiting[name];
+        const auto found = waiting.find(name);
+        if (found == waiting.end()) {
+            return;
+        }
+        std::vector<std::size_t>& nodes = found->second;
         if (nodes.empty() || nodes.back() != node) {
             nodes.push_back(node);
             ++missing[node];
         }
     }
+
+    bool IsMissingNames(std::size_t node) const { return missing[node] > 0; }
 
     void SetReady(std::size_t node) { ready.push(node); }
 
@@ -45,16 +58,11 @@ public:
     /// A node of this name is placed: those that waited for nothing else become ready.
     void Announce(std::string_view name)
     {
-        const auto found = waiting.find(name);
-        if (found == waiting.end()) {
-            return;
-        }
-        for (const std::size_t node : found->second) {
+        for (const std::size_t node : std::exchange(waiting[name], {})) {
             if (--missing[node] == 0) {
                 SetReady(node);
             }
         }
-        waiting.erase(found);
     }
 
     bool IsPlaced(std::size_t node) const { return placed[node]; }
@@ -79,7 +87,7 @@ void MorlLinker::Link(std::string /*target*/, Macros& macros, std::vector<MorlNo
     iterations = 0;
     work = 0;
     exhausted = false;
-    macroValues = macros;
+    UseMacros(macros);
     program.ownership.functions = false;
     for (MorlNode* node : TakeOrdered(nodes)) {
         MergeProgram(node, macroValues, program);
@@ -91,22 +99,20 @@ std::vector<MorlNode*> MorlLinker::TakeOrdered(std::vector<MorlNode*>& nodes)
 {
     const std::vector<MorlNode*> list = std::move(nodes);
     nodes.clear();
-
-    std::unordered_set<std::string> linked;
-    std::unordered_set<std::string> all;
-    for (const MorlNode* node : list) {
-        all.insert(node->name);
+    if (list.empty()) {
+        return {};
     }
+
     NodeOrder order(list.size());
+    for (const MorlNode* node : list) {
+        order.List(node->name);
+    }
     for (std::size_t i = 0; i < list.size(); ++i) {
-        if (CheckNodeReference(linked, all, list[i])) {
-            order.SetReady(i);
-            continue;
-        }
         for (const std::string& name : list[i]->references) {
-            if (all.count(name) != 0) {
-                order.Wait(i, name);
-            }
+            order.Wait(i, name);
+        }
+        if (!order.IsMissingNames(i)) {
+            order.SetReady(i);
         }
     }
 
@@ -131,8 +137,9 @@ std::vector<MorlNode*> MorlLinker::TakeOrdered(std::vector<MorlNode*>& nodes)
     return ordered;
 }
 
-// Whether every node of `all` that the node refers to is in `linked`. References to other nodes do
-// not count.
+// The rule that TakeOrdered follows: whether every node of `all` that the node refers to is in
+// `linked`. References to other nodes do not count. Asking again and again would take quadratic
+// time, so the order is kept by counts instead; the tests hold the two against each other.
 bool MorlLinker::CheckNodeReference(std::unordered_set<std::string>& linked,
                                     std::unordered_set<std::string>& all, MorlNode* node)
 {
@@ -149,6 +156,9 @@ void MorlLinker::MergeProgram(MorlNode* node, Macros& macros, MorlProgram& progr
         return;
     }
     const LogScope scope(node->name);
+    ReserveMore(program.inputs, source->inputs.size());
+    ReserveMore(program.outputs, source->outputs.size());
+    ReserveMore(program.uniforms, source->uniforms.size());
     for (MorlDeclare* declare : source->inputs) {
         ProcessDeclare(macros, program.inputs, declare, false);
     }

@@ -12,6 +12,9 @@ namespace {
 
 using Position = LoopValues::const_iterator;
 
+/// Up to this many names are tried one by one.
+constexpr std::size_t kFewValues = 8;
+
 /// One substitution: the text as it is so far, and what it has cost.
 class Substitution {
 public:
@@ -22,6 +25,12 @@ public:
 
     void Run()
     {
+        if (values.size() <= kFewValues) {
+            for (Position value = values.begin(); value != values.end(); ++value) {
+                Try(value);
+            }
+            return;
+        }
         Position first = values.lower_bound(text.size());
         while (first != values.end()) {
             const std::size_t length = first->first.size();
@@ -50,10 +59,7 @@ private:
                 SubstitutePieces(length, last);
                 return;
             }
-            work += 1 + text.size() / 16;
-            if (text.find(first->first) != std::string::npos) {
-                Replace(first);
-            }
+            Try(first);
             last = first;
         }
     }
@@ -78,6 +84,14 @@ private:
             }
             Replace(next);
             last = next;
+        }
+    }
+
+    void Try(Position value)
+    {
+        work += 1 + text.size() / 16;
+        if (text.find(value->first) != std::string::npos) {
+            Replace(value);
         }
     }
 

@@ -200,12 +200,18 @@ void MorlLinker::ProcessDeclare(Macros& macros, std::vector<MorlDeclare*>& decla
     }
 }
 
+// Link copies the macros once and hands the copy on, so that this costs nothing for most statements.
+void MorlLinker::UseMacros(const Macros& macros)
+{
+    if (&macros != &macroValues && !(macros.empty() && macroValues.empty())) {
+        macroValues = macros;
+    }
+}
+
 void MorlLinker::ProcessSentence(Macros& macros, std::vector<MorlSentence*>& sentences,
                                  MorlSentence* sentence, bool /*flag*/)
 {
-    if (&macros != &macroValues) {
-        macroValues = macros;
-    }
+    UseMacros(macros);
     work += kVisitWork;
     const ENUM_TOKEN kind = sentence != nullptr ? sentence->unitType : TOKEN_NONE;
     if (kind == TOKEN_MARCO_IF_SENTENCE) {

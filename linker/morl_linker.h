@@ -58,6 +58,7 @@ private:
     // Macro statements.
     void ProcessSentence(Macros& macros, std::vector<MorlSentence*>& sentences,
                          MorlSentence* sentence, bool flag);
+    void UseMacros(const Macros& macros);
     void ExecuteAssignment(Macros& macros, const MorlMarcoAssignSentence* sentence);
     template <class Group, class Body>
     void Repeat(Macros& macros, Group* group, const Body& body);

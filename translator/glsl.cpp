@@ -71,6 +71,7 @@ std::string MorlTranslatorGLSL::WriteKeyword(ENUM_TOKEN token)
 std::string MorlTranslatorGLSL::WriteUniformList(std::vector<MorlDeclare*> uniforms)
 {
     std::string text;
+    ReserveLines(text, uniforms.size());
     for (MorlDeclare* uniform : uniforms) {
         AppendGlobal(text, uniform);
         text += ";\n";
@@ -81,6 +82,7 @@ std::string MorlTranslatorGLSL::WriteUniformList(std::vector<MorlDeclare*> unifo
 std::string MorlTranslatorGLSL::WriteInputList(std::vector<MorlDeclare*> inputs)
 {
     std::string text;
+    ReserveLines(text, inputs.size());
     for (MorlDeclare* input : inputs) {
         text += GlslStageGlobal(*this, input);
         variableNames[input->name] = GlslInputLocal(input->name);
@@ -91,6 +93,7 @@ std::string MorlTranslatorGLSL::WriteInputList(std::vector<MorlDeclare*> inputs)
 std::string MorlTranslatorGLSL::WriteOutputList(std::vector<MorlDeclare*> outputs)
 {
     std::string text;
+    ReserveLines(text, outputs.size());
     for (MorlDeclare* output : outputs) {
         text += WriteOutputDeclare(output);
     }
@@ -106,7 +109,9 @@ std::string MorlTranslatorGLSL::WriteOutputDeclare(MorlDeclare* declare)
 
 std::string MorlTranslatorGLSL::WriteMainFunction(MorlProgram* linked)
 {
-    std::string text(kGlslMainStart);
+    std::string text;
+    text.reserve(kUsualMain);
+    text += kGlslMainStart;
     text += WriteInputConvert(linked->inputs);
     text += WriteOutputConvert(linked->outputs);
     AppendMainBody(text, linked);

@@ -26,6 +26,7 @@ std::string GlslStageGlobal(MorlTranslator& translator, MorlDeclare* declare)
 std::string GlslInputCopies(MorlTranslator& translator, const std::vector<MorlDeclare*>& inputs)
 {
     std::string text;
+    ReserveLines(text, inputs.size());
     for (MorlDeclare* input : inputs) {
         text.append("\t").append(translator.WriteVariableType(input)).append(" ");
         text.append(GlslInputLocal(input->name)).append(" = ").append(input->name).append(";\n");
@@ -37,6 +38,7 @@ std::string GlslOutputLocals(MorlTranslator& translator, const std::vector<MorlD
                              std::string_view start)
 {
     std::string text;
+    ReserveLines(text, outputs.size());
     for (MorlDeclare* output : outputs) {
         const std::string type = translator.WriteVariableType(output);
         text.append("\t").append(type).append(" ").append(GlslOutputLocal(output->name));

@@ -95,6 +95,7 @@ std::string MorlTranslatorGLSLES::WriteKeyword(ENUM_TOKEN token)
 std::string MorlTranslatorGLSLES::WriteUniformList(std::vector<MorlDeclare*> uniforms)
 {
     std::string text;
+    ReserveLines(text, uniforms.size());
     for (MorlDeclare* uniform : uniforms) {
         AppendGlobal(text, uniform);
         text += ";\n";
@@ -108,6 +109,7 @@ std::string MorlTranslatorGLSLES::WriteInputList(std::vector<MorlDeclare*> input
         Sort(inputs);
     }
     std::string text;
+    ReserveLines(text, inputs.size());
     for (MorlDeclare* input : inputs) {
         variableNames[input->name] = GlslInputLocal(input->name);
         text += IsUndeclared(input) ? "" : GlslStageGlobal(*this, input);
@@ -121,6 +123,7 @@ std::string MorlTranslatorGLSLES::WriteOutputList(std::vector<MorlDeclare*> outp
         Sort(outputs);
     }
     std::string text;
+    ReserveLines(text, outputs.size());
     for (MorlDeclare* output : outputs) {
         text += WriteOutputDeclare(output);
     }
@@ -138,7 +141,9 @@ std::string MorlTranslatorGLSLES::WriteOutputDeclare(MorlDeclare* declare)
 
 std::string MorlTranslatorGLSLES::WriteMainFunction(MorlProgram* linked)
 {
-    std::string text(kGlslMainStart);
+    std::string text;
+    text.reserve(kUsualMain);
+    text += kGlslMainStart;
     text += WriteInputConvert(linked->inputs);
     text += WriteOutputConvert(linked->outputs);
     AppendMainBody(text, linked);
@@ -160,6 +165,7 @@ std::string MorlTranslatorGLSLES::WriteOutputConvert(std::vector<MorlDeclare*> o
 std::string MorlTranslatorGLSLES::WriteFinalOutput(std::vector<MorlDeclare*> outputs)
 {
     std::string text;
+    ReserveLines(text, outputs.size());
     for (const MorlDeclare* output : outputs) {
         text += GlslCopyOut(CopyOutTarget(output), output);
     }

@@ -70,6 +70,7 @@ std::string MorlTranslatorHLSL::WriteKeyword(ENUM_TOKEN token)
 std::string MorlTranslatorHLSL::WriteUniformList(std::vector<MorlDeclare*> uniforms)
 {
     std::string text;
+    ReserveLines(text, uniforms.size());
     for (MorlDeclare* uniform : uniforms) {
         AppendGlobal(text, uniform);
         text.append(WriteRegister(uniform, uniform->registerBinding)).append(";\n");
@@ -100,7 +101,9 @@ std::string MorlTranslatorHLSL::WriteOutputDeclare(MorlDeclare* declare)
 
 std::string MorlTranslatorHLSL::WriteMainFunction(MorlProgram* linked)
 {
-    std::string text = OpenHlslMain(linked->stage);
+    std::string text;
+    text.reserve(kUsualMain);
+    text += OpenHlslMain(linked->stage);
     text += WriteInputConvert(linked->inputs);
     text += WriteOutputConvert(linked->outputs);
     AppendMainBody(text, linked);

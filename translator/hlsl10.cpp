@@ -134,6 +134,7 @@ std::string MorlTranslatorHLSL10::WriteKeyword(ENUM_TOKEN token)
 std::string MorlTranslatorHLSL10::WriteUniformList(std::vector<MorlDeclare*> uniforms)
 {
     std::string text;
+    ReserveLines(text, uniforms.size());
     for (MorlDeclare* uniform : uniforms) {
         AppendGlobal(text, uniform);
         text.append(WriteRegister(uniform, uniform->registerBinding)).append(";\n");
@@ -179,7 +180,9 @@ std::string MorlTranslatorHLSL10::WriteOutputDeclare(MorlDeclare* declare)
 
 std::string MorlTranslatorHLSL10::WriteMainFunction(MorlProgram* linked)
 {
-    std::string text = OpenHlslMain(linked->stage);
+    std::string text;
+    text.reserve(kUsualMain);
+    text += OpenHlslMain(linked->stage);
     text += WriteInputConvert(linked->inputs);
     text += WriteOutputConvert(linked->outputs);
     AppendMainBody(text, linked);

@@ -45,6 +45,7 @@ std::string HlslInputMembers(MorlTranslator& translator, const std::vector<MorlD
                              std::unordered_map<std::string, std::string>& variableNames)
 {
     std::string text;
+    ReserveLines(text, inputs.size());
     for (MorlDeclare* input : inputs) {
         variableNames[input->name] = "i" + input->name;
         text.append("\t").append(translator.WriteVariableType(input)).append(" ");
@@ -67,6 +68,7 @@ std::string HlslOutputMember(MorlTranslator& translator, MorlDeclare* output,
 std::string HlslInputCopies(MorlTranslator& translator, const std::vector<MorlDeclare*>& inputs)
 {
     std::string text;
+    ReserveLines(text, inputs.size());
     for (MorlDeclare* input : inputs) {
         text.append("\t").append(translator.WriteVariableType(input)).append(" i");
         text.append(input->name).append(" = input.").append(input->name).append(";\n");

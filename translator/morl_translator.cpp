@@ -6,7 +6,6 @@
 #include "morl/core/limits.h"
 #include "morl/translator/spellings.h"
 
-#include <iterator>
 #include <utility>
 
 namespace ns_ruke {
@@ -20,6 +19,16 @@ void AppendIndent(std::string& text, int indent)
     text.append(indent > 0 ? static_cast<std::size_t>(indent) : 0, '\t');
 }
 
+/// Appends a text that often is one character, which is cheaper to append by itself.
+void AppendShort(std::string& text, const std::string& addition)
+{
+    if (addition.size() == 1) {
+        text += addition.front();
+    } else {
+        text += addition;
+    }
+}
+
 /// What `append` adds to an empty text.
 template <class Append>
 std::string Collect(const Append& append)
@@ -27,6 +36,21 @@ std::string Collect(const Append& append)
     std::string text;
     append(text);
     return text;
+}
+
+template <std::size_t count>
+std::string Join(const std::string (&texts)[count])
+{
+    std::size_t size = 0;
+    for (const std::string& text : texts) {
+        size += text.size();
+    }
+    std::string joined;
+    joined.reserve(size);
+    for (const std::string& text : texts) {
+        joined += text;
+    }
+    return joined;
 }
 
 std::vector<std::string> Names(const std::vector<MorlDeclare*>& declares)
@@ -59,12 +83,16 @@ void MorlTranslator::WriteProgram(MorlProgram* newProgram,
         samplerRegisters[name] = number;
     }
 
-    std::string code = WriteFileHeader();
-    code += WriteUniformList(program->uniforms);
-    code += WriteInputList(program->inputs);
-    code += WriteOutputList(program->outputs);
-    code += WriteFunctionList(program->functions);
-    code += WriteMainFunction(program);
+    // A section may rename variables for those after it, so their order is also that of the calls.
+    const std::string sections[] = {
+        WriteFileHeader(),
+        WriteUniformList(program->uniforms),
+        WriteInputList(program->inputs),
+        WriteOutputList(program->outputs),
+        WriteFunctionList(program->functions),
+        WriteMainFunction(program),
+    };
+    std::string code = Join(sections);
 
     std::vector<std::string> names = Names(program->uniforms);
     ReserveMore(output.uniformNames, names.size());
@@ -75,8 +103,9 @@ void MorlTranslator::WriteProgram(MorlProgram* newProgram,
         }
         output.semantics.swap(merged);
     }
-    output.uniformNames.insert(output.uniformNames.end(), std::make_move_iterator(names.begin()),
-                               std::make_move_iterator(names.end()));
+    for (std::string& name : names) {
+        output.uniformNames.push_back(std::move(name));
+    }
     output.code = std::move(code);
 }
 
@@ -307,7 +336,7 @@ void MorlTranslator::AppendExpression(std::string& text, MorlExpression* express
         AppendParenthesiseExpression(text, static_cast<MorlParenthesiseExpression*>(expression));
         break;
     case TOKEN_IDENTIFIER:
-        text += WriteVariable(static_cast<MorlVariable*>(expression));
+        AppendShort(text, WriteVariable(static_cast<MorlVariable*>(expression)));
         break;
     case TOKEN_NUMBER:
         text += static_cast<MorlNumber*>(expression)->value;
@@ -346,7 +375,7 @@ void MorlTranslator::AppendPlainCall(std::string& text, MorlFunctionCall* call)
 // The operator always stands in front, although the source has it behind its operand.
 void MorlTranslator::AppendUnaryOperation(std::string& text, MorlUnaryOperation* operation)
 {
-    text += WriteOperator(operation->operatorToken);
+    AppendShort(text, WriteOperator(operation->operatorToken));
     AppendExpression(text, operation->operand);
 }
 
@@ -360,7 +389,7 @@ void MorlTranslator::AppendBinaryOperation(std::string& text, MorlBinaryOperatio
         text += ']';
         return;
     }
-    text += WriteOperator(operation->operatorToken);
+    AppendShort(text, WriteOperator(operation->operatorToken));
     AppendExpression(text, operation->right);
 }
 

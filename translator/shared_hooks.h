@@ -16,6 +16,18 @@ namespace ns_ruke {
 constexpr int kVertexStage = 0;
 constexpr int kFragmentStage = 1;
 
+/// Makes room in a new text for the lines of this many declarations.
+inline void ReserveLines(std::string& text, std::size_t count)
+{
+    constexpr std::size_t kUsualLine = 48;
+    if (count > 0) {
+        text.reserve(count * kUsualLine);
+    }
+}
+
+/// Room for an entry function with few statements.
+constexpr std::size_t kUsualMain = 512;
+
 /// The semantic that a declaration is bound to. Without a binding it is TOKEN_NONE, which no table
 /// lists.
 ENUM_TOKEN BindingToken(const MorlDeclare* declare);
