@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
-// counted WORK TIMES: does one kind of work that often and prints how many bytes one time handles. Run
-// under valgrind's callgrind, the difference between two counts of times is the work itself, without the
-// start of the process.
+// counted WORK TIMES: does one kind of work that often and prints how many bytes one time handles.
+// Run under valgrind's callgrind, the difference between two counts of times is the work itself,
+// without the start of the process.
 #include "support/graph.h"
 #include "support/samples.h"
 
+#include <morl/morl.h>
 #include <cstdlib>
 #include <iostream>
-#include <morl/morl.h>
 #include <string>
 
 namespace {
@@ -34,7 +34,8 @@ std::size_t Parse(int times)
     return bytes;
 }
 
-/// Requests that find everything parsed: every sample shader in "glsl", both passes. Bytes of output.
+/// Requests that find everything parsed: every sample shader in "glsl", both passes. Bytes of
+/// output.
 std::size_t Warm(int times)
 {
     const auto compiler = morl_test::MakeSampleCompiler();

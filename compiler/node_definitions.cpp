@@ -77,16 +77,26 @@ void RemoveComments(std::string& text)
     }
 }
 
+/// How the documents are read. The comments are gone by then.
+Json::CharReaderBuilder MakeReaderBuilder()
+{
+    Json::CharReaderBuilder builder;
+    builder["collectComments"] = false;
+    builder["stackLimit"] = kMaxJsonNesting;
+    return builder;
+}
+
 /// The document. One that is malformed counts as null: nothing of it is loaded.
 Json::Value ReadDocument(std::string text)
 {
     RemoveComments(text);
-    Json::CharReaderBuilder builder;
-    builder["stackLimit"] = kMaxJsonNesting;
+    static const Json::CharReaderBuilder builder = MakeReaderBuilder();
     const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
     Json::Value root;
-    const bool whole = reader->parse(text.data(), text.data() + text.size(), &root, nullptr);
-    return whole ? root : Json::Value();
+    if (!reader->parse(text.data(), text.data() + text.size(), &root, nullptr)) {
+        root = Json::Value();
+    }
+    return root;
 }
 
 /// A string, "true" or "false" of a boolean, or the empty text of null. The reader's library would

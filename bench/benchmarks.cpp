@@ -1,0 +1,158 @@
+// SPDX-License-Identifier: MIT
+// What a request costs on the sample library, beside what else a host would do with the same bytes.
+#include "bench_support.h"
+#include "support/graph.h"
+#include "support/samples.h"
+
+#include <benchmark/benchmark.h>
+#include <json/json.h>
+#include <morl/morl.h>
+
+namespace {
+
+using namespace ns_ruke;
+using morl_bench::Allocations;
+using morl_bench::SourceBytes;
+
+std::vector<morl_test::SampleRequest> Samples(const std::string& target)
+{
+    std::vector<morl_test::SampleRequest> samples;
+    for (morl_test::SampleRequest& request : morl_test::RichestSamples()) {
+        if (request.target == target) {
+            samples.push_back(std::move(request));
+        }
+    }
+    return samples;
+}
+
+/// Both passes of every sample shader. Returns the bytes of output.
+std::size_t CompileAll(MorlCompiler& compiler, const std::vector<morl_test::SampleRequest>& samples)
+{
+    std::size_t bytes = 0;
+    for (const morl_test::SampleRequest& sample : samples) {
+        const morl_test::SampleTexts texts = morl_test::CompileSample(compiler, sample);
+        bytes += texts.vertex.size() + texts.fragment.size();
+    }
+    return bytes;
+}
+
+void Construction(benchmark::State& state)
+{
+    const morl_test::InDirectory inDirectory(std::string(MORL_SOURCE_DIR) + "/examples");
+    for (auto _ : state) {
+        const MorlCompiler compiler;
+        benchmark::DoNotOptimize(&compiler);
+    }
+    state.SetBytesProcessed(
+        static_cast<std::int64_t>(state.iterations() * morl_bench::FileBytes()));
+}
+BENCHMARK(Construction);
+
+/// The same files through the JSON reader alone.
+void ConstructionJsonAlone(benchmark::State& state)
+{
+    const morl_test::InDirectory inDirectory(std::string(MORL_SOURCE_DIR) + "/examples");
+    for (auto _ : state) {
+        for (const std::string& path : morl_bench::NodeFiles()) {
+            const std::string text = morl_test::ReadText(path);
+            const std::unique_ptr<Json::CharReader> reader(
+                Json::CharReaderBuilder().newCharReader());
+            Json::Value root;
+            reader->parse(text.data(), text.data() + text.size(), &root, nullptr);
+            benchmark::DoNotOptimize(root);
+        }
+    }
+    state.SetBytesProcessed(
+        static_cast<std::int64_t>(state.iterations() * morl_bench::FileBytes()));
+}
+BENCHMARK(ConstructionJsonAlone);
+
+/// Requests that find nothing parsed: a new compiler every time, whose loading is not timed.
+void Cold(benchmark::State& state, const std::string& target)
+{
+    const auto samples = Samples(target);
+    std::size_t bytes = 0;
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto compiler = morl_test::MakeSampleCompiler();
+        state.ResumeTiming();
+        bytes = CompileAll(*compiler, samples);
+        state.PauseTiming();
+        compiler.reset();
+        state.ResumeTiming();
+    }
+    state.counters["source_per_second"] = benchmark::Counter(
+        static_cast<double>(SourceBytes()), benchmark::Counter::kIsIterationInvariantRate);
+    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * bytes));
+}
+
+/// Requests that find everything parsed.
+void Warm(benchmark::State& state, const std::string& target)
+{
+    const auto samples = Samples(target);
+    const auto compiler = morl_test::MakeSampleCompiler();
+    std::size_t bytes = CompileAll(*compiler, samples);
+    const Allocations before = Allocations::Now();
+    for (auto _ : state) {
+        bytes = CompileAll(*compiler, samples);
+    }
+    const Allocations used = Allocations::Now() - before;
+    const auto requests =
+        static_cast<double>(state.iterations()) * 2.0 * static_cast<double>(samples.size());
+    state.counters["allocations"] = static_cast<double>(used.calls) / requests;
+    state.counters["allocated_bytes"] = static_cast<double>(used.bytes) / requests;
+    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * bytes));
+}
+
+/// Every request finds the nodes parsed for another target.
+void Switch(benchmark::State& state, const std::string& target)
+{
+    const auto samples = Samples(target);
+    const auto others = Samples(target == "hlsl" ? "glsl" : "hlsl");
+    const auto compiler = morl_test::MakeSampleCompiler();
+    std::size_t bytes = 0;
+    for (auto _ : state) {
+        for (std::size_t i = 0; i < samples.size(); ++i) {
+            bytes += morl_test::CompileSample(*compiler, samples[i]).fragment.size();
+            bytes += morl_test::CompileSample(*compiler, others[i]).fragment.size();
+        }
+    }
+    state.SetBytesProcessed(static_cast<std::int64_t>(bytes));
+}
+
+#define MORL_FOR_TARGETS(function)                 \
+    BENCHMARK_CAPTURE(function, hlsl, "hlsl");     \
+    BENCHMARK_CAPTURE(function, hlsl10, "hlsl10"); \
+    BENCHMARK_CAPTURE(function, glsl, "glsl");     \
+    BENCHMARK_CAPTURE(function, glsles, "glsles")
+
+MORL_FOR_TARGETS(Cold);
+MORL_FOR_TARGETS(Warm);
+MORL_FOR_TARGETS(Switch);
+
+void EmptyRequest(benchmark::State& state)
+{
+    const auto compiler = morl_test::MakeSampleCompiler();
+    PassProperty pass = morl_test::MakePass("glsl", 0, {});
+    for (auto _ : state) {
+        ShaderOutput output;
+        compiler->Compile(pass, output);
+        benchmark::DoNotOptimize(output.code.data());
+    }
+}
+BENCHMARK(EmptyRequest);
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    TamberLogSystem::SetSink([](LogLevel, const std::string&, const std::string&) {});
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
+        return 1;
+    }
+    benchmark::RunSpecifiedBenchmarks();
+    morl_bench::PrintComparison();
+    benchmark::Shutdown();
+    return 0;
+}
