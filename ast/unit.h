@@ -26,6 +26,7 @@ struct MORL_API MorlUnit {
     // the next tree, as otherwise a third of a request's time goes to the allocator. Not so under
     // the address sanitizer, which then sees every use of a freed node.
     static void* operator new(std::size_t size);
+    static void* operator new(std::size_t /*size*/, void* place) noexcept { return place; }
     static void operator delete(void* unit, std::size_t size) noexcept;
 
     /// Gives the memory back that the calling thread keeps for further nodes: at most 1 MiB. A

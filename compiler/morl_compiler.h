@@ -25,7 +25,7 @@ public:
     /// in this order. Each is a JSON array of objects with "name", "x", "y", "content" and "ref". A
     /// file that cannot be read is logged and left out. Of several nodes of one name the last one
     /// stays.
-    /// A file that is no JSON, or no array, is left out without a word.
+    /// A file that is malformed, or no array, is left out without a word.
     /// @throws Json::LogicError when a value has the wrong JSON type, Json::RuntimeError when a
     /// file
     ///         nests deeper than kMaxJsonNesting. Nothing leaks then.

@@ -53,7 +53,8 @@ std::size_t EndOfString(const std::string& text, std::size_t start)
 std::size_t EndOfComment(const std::string& text, std::size_t start)
 {
     const bool block = text[start + 1] == '*';
-    const std::size_t end = text.find(block ? "*/" : "\n", start + 2);
+    const std::size_t end =
+        block ? text.find("*/", start + 2) : text.find_first_of("\r\n", start + 2);
     return end == std::string::npos ? text.size() : end + (block ? 2 : 0);
 }
 
@@ -86,7 +87,8 @@ Json::CharReaderBuilder MakeReaderBuilder()
     return builder;
 }
 
-/// The document. One that is malformed counts as null: nothing of it is loaded.
+/// The document. One that is malformed counts as null: nothing of it is loaded. What follows the
+/// document in its file is not looked at.
 Json::Value ReadDocument(std::string text)
 {
     RemoveComments(text);
@@ -103,7 +105,7 @@ Json::Value ReadDocument(std::string text)
 /// turn a number into text silently; here it is a wrong type like the others.
 std::string ReadString(const Json::Value& value)
 {
-    if (value.isNumeric() && !value.isBool()) {
+    if (value.isNumeric()) {
         Json::throwLogicError("Type is not convertible to string");
     }
     return value.asString();

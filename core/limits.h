@@ -26,9 +26,10 @@ constexpr unsigned kBlockNesting = 2;
 constexpr std::size_t kMaxLoopIterations = 1'000'000;
 
 /// The most work of one link, in units of about ten instructions. It ends the expansion of sources
-/// whose loops stay below `kMaxLoopIterations` but have large bodies, before they take minutes or
-/// exhaust the memory (one copied node takes about 100 bytes): no further iteration runs, and no
-/// further name is substituted. A real shader uses less than a thousandth of it.
+/// whose loops stay below `kMaxLoopIterations` but have large bodies: no further iteration runs,
+/// and no further name is substituted. What would take minutes, or any amount of memory, so takes
+/// seconds and at most about 2.5 GB (30 million nodes). A real shader uses less than a thousandth
+/// of it.
 constexpr std::size_t kMaxLinkWork = 500'000'000;
 
 /// What it costs, in units of `kMaxLinkWork`, to visit a statement, declaration or condition, to

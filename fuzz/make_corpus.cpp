@@ -80,6 +80,24 @@ morl_fuzz::RequestInput MakeRequest(const Json::Value& shader, const Json::Value
     return request;
 }
 
+/// More nodes, declarations, macro assignments and iterations than any sample has.
+morl_fuzz::RequestInput MakeManyNodes()
+{
+    morl_fuzz::RequestInput request;
+    request.macros = {{"N", 40}};
+    std::string assignments;
+    for (int i = 10; i < 60; ++i) {
+        assignments += "$v" + std::to_string(i) + " = " + std::to_string(i % 7) + ";";
+    }
+    request.nodes.push_back({{}, "void main() {" + assignments + " }"});
+    request.nodes.push_back(
+        {{"n0"}, "#for N : 0 uniform float u_N; #endfor void main() { x_$v11$v1$v2 = $v59; }"});
+    for (int i = 2; i < 45; ++i) {
+        request.nodes.push_back({{"n" + std::to_string(i - 1)}, "uniform float a;"});
+    }
+    return request;
+}
+
 void WriteDictionary(const fs::path& path)
 {
     std::string text;
@@ -141,6 +159,7 @@ void Run(const fs::path& examples, const fs::path& out)
                   morl_fuzz::WriteRequest(MakeRequest(shader, shader[pass], stage, nodes)));
         }
     }
+    Write(out / "request" / "many", morl_fuzz::WriteRequest(MakeManyNodes()));
     WriteDictionary(out / "morl.dict");
 }
 

@@ -5,6 +5,27 @@
 #include <json/json.h>
 #include <cstdint>
 
+namespace {
+
+/// A loaded node can be rebuilt from what it says of itself.
+void CheckNode(const ns_ruke::MorlNode& node, const std::string& name)
+{
+    ns_ruke::MorlNode copy;
+    copy.SetName(node.GetName());
+    copy.SetPosition(node.GetX(), node.GetY());
+    copy.SetContent(node.GetContent());
+    for (const std::string& reference : node.GetReference()) {
+        copy.AddReference(reference);
+    }
+    const bool parsed = !node.NeedCompile("glsl") && node.NeedCompile("hlsl");
+    if (node.GetName() != name || !parsed || node.GetProgram() == nullptr ||
+        copy.GetReference() != node.GetReference()) {
+        morl_fuzz::Fail("a node is not what was loaded");
+    }
+}
+
+}  // namespace
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     static const morl_fuzz::GraphDirectory directory;
@@ -21,6 +42,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         compiler.Compile(pass, output);
         if (output.code.empty()) {
             morl_fuzz::Fail("a request for loaded nodes was refused");
+        }
+        for (const std::string& name : pass.nodeNames) {
+            CheckNode(*compiler.FindNode(name), name);
         }
     } catch (const Json::Exception&) {
         // Values of a wrong type, and files that nest too deeply, raise the reader's own errors.

@@ -11,7 +11,7 @@ using ns_ruke::StringHelper;
 
 /// Large loops say nothing new and cost time; the bound of iterations has its own test.
 constexpr int kLargestMacro = 60;
-constexpr std::size_t kMostNodes = 6;
+constexpr std::size_t kMostNodes = 48;
 
 std::pair<std::string, std::string> SplitOnce(const std::string& text, char separator)
 {

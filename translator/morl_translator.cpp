@@ -414,16 +414,16 @@ CallArguments MorlTranslator::WriteArguments(MorlFunctionCall* call, std::size_t
     if (call->arguments.size() < count) {
         ReportMissingArguments(call);
     }
-    const bool repeating = repeated > 0 && repeats > 0;
-    repeatingCalls += repeating ? 1 : 0;
     CallArguments texts;
     std::size_t size = 0;
     for (std::size_t i = 0; i < count && i < call->arguments.size(); ++i) {
+        const bool isRepeated = repeats > 0 && i < repeated;
+        repeatingCalls += isRepeated ? 1 : 0;
         AppendExpression(texts[i], call->arguments[i]);
-        size += i < repeated ? texts[i].size() : 0;
+        repeatingCalls -= isRepeated ? 1 : 0;
+        size += isRepeated ? texts[i].size() : 0;
     }
-    repeatingCalls -= repeating ? 1 : 0;
-    if (repeating && repeatingCalls > 0 && !WithinRepeatedText(call, size * repeats)) {
+    if (size > 0 && repeatingCalls > 0 && !WithinRepeatedText(call, size * repeats)) {
         return {};
     }
     return texts;

@@ -48,6 +48,14 @@ TEST(NodeFile, ReadsNodes)
     EXPECT_EQ(compiler->FindNode("d"), nullptr);
 }
 
+TEST(NodeFile, EndsCommentsAtAnyLineBreak)
+{
+    for (const char* text : {"[ // x\r{\"name\": \"a\"}]", "[ // x\r\n{\"name\": \"a\"}]",
+                             "[{\"name\": \"a\"}] what follows is not looked at"}) {
+        EXPECT_EQ(Load(text)->GetNodeNames(), Strings{"a"}) << text;
+    }
+}
+
 TEST(NodeFile, LoadsNothingFromOtherDocuments)
 {
     for (const char* text :

@@ -41,6 +41,28 @@ TEST(Thread, CompilersDoNotDisturbEachOther)
     EXPECT_EQ(log.errors, std::vector<std::string>{});
 }
 
+// Nodes made on one thread may be freed on another, which keeps some of them for itself.
+TEST(Thread, FreesNodesOfOtherThreads)
+{
+    std::vector<std::unique_ptr<ns_ruke::MorlProgram>> programs;
+    std::thread maker([&programs] {
+        ns_ruke::MorlParser parser;
+        for (int i = 0; i < 2000; ++i) {
+            programs.push_back(std::make_unique<ns_ruke::MorlProgram>());
+            parser.Parse("void main() { x = a[1] + max(b, 2); }", *programs.back());
+        }
+    });
+    maker.join();
+    std::thread([&programs] {
+        programs.resize(1000);
+        ns_ruke::MorlProgram program;
+        ns_ruke::MorlParser().Parse("void main() { y = 1; }", program);
+        EXPECT_EQ(program.mainFunction->sentences.size(), 1U);
+    }).join();
+    programs.clear();
+    ns_ruke::MorlUnit::ReleaseMemory();
+}
+
 // A sink learns on each thread of that thread's node.
 TEST(Thread, KnowsItsNode)
 {

@@ -208,6 +208,32 @@ TEST(Morlc, LeavesAnOldFileWhenItCannotWriteANewOne)
     EXPECT_EQ(std::distance(fs::directory_iterator(directory.path), fs::directory_iterator()), 1);
 }
 
+TEST(Morlc, ReplacesAFileInPlace)
+{
+    const TemporaryDirectory directory;
+    const fs::path real = directory.path / "real.glsl";
+    const fs::path link = directory.path / "link.glsl";
+    WriteText(real, "old");
+    fs::permissions(real, fs::perms::owner_read | fs::perms::owner_write);
+    fs::create_symlink(real, link);
+    const std::string table = (directory.path / "table.json").string();
+    EXPECT_EQ(
+        Morlc({"-C", kExamples, "-t", "glsl", "-s", "vertex", "-o", link.string(), "vertex_static"})
+            .status,
+        0);
+    EXPECT_TRUE(fs::is_symlink(link));
+    EXPECT_NE(ReadText(real), "old");
+    EXPECT_EQ(fs::status(real).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+
+    // A refused request leaves both files.
+    WriteText(table, "{}");
+    const std::string before = ReadText(real);
+    Morlc({"-C", kExamples, "-t", "glsl", "-s", "vertex", "-o", link.string(), "--semantics-out",
+           table, "nosuchnode"});
+    EXPECT_EQ(ReadText(real), before);
+    EXPECT_EQ(ReadText(table), "{}");
+}
+
 TEST(Morlc, ReportsBrokenNodeFiles)
 {
     const TemporaryDirectory directory;

@@ -187,10 +187,10 @@ TEST(Spelling, BoundsRepeatedArguments)
 
 TEST(Spelling, BoundsNestedRepetitionOnly)
 {
-    // A long flat argument, and many flat calls, are no reason to give anything up.
+    // Long arguments that are written once, and many calls, are no reason to give anything up.
     std::string statements;
     for (int i = 0; i < 2000; ++i) {
-        statements += "y = tex2D(s, " + std::string(3000, 'u') + ");";
+        statements += "y = tex2D(s, tex2D(t, " + std::string(3000, 'u') + "));";
     }
     const LogCapture log;
     const std::string code = CompileSource("void main() {" + statements + "}", "hlsl10", 0);

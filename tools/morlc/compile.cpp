@@ -30,12 +30,10 @@ PassProperty MakePass(const Options& options, const std::string& target, int sta
     return pass;
 }
 
-/// A request that is refused leaves the code empty; then there is nothing to write.
-void WriteCode(const std::string& path, const ShaderOutput& output)
+/// A request that is refused leaves the code empty; then nothing is written.
+bool IsRefused(const ShaderOutput& output)
 {
-    if (!output.code.empty()) {
-        WriteWhole(path, output.code);
-    }
+    return output.code.empty();
 }
 
 void CompileOne(const Options& options, MorlCompiler& compiler)
@@ -46,7 +44,10 @@ void CompileOne(const Options& options, MorlCompiler& compiler)
     }
     ShaderOutput output;
     compiler.Compile(pass, output);
-    WriteCode(options.output, output);
+    if (IsRefused(output)) {
+        return;
+    }
+    WriteWhole(options.output, output.code);
     if (!options.semanticsOut.empty()) {
         WriteWhole(options.semanticsOut, FormatSemantics(output.semantics));
     }
@@ -73,8 +74,11 @@ void CompileBoth(const Options& options, MorlCompiler& compiler)
         fragment.semantics = semantics;
         ShaderOutput fragmentOutput;
         compiler.Compile(fragment, fragmentOutput);
-        WriteCode(directory / (target + ".vert"), vertexOutput);
-        WriteCode(directory / (target + ".frag"), fragmentOutput);
+        if (IsRefused(vertexOutput) || IsRefused(fragmentOutput)) {
+            return;
+        }
+        WriteWhole(directory / (target + ".vert"), vertexOutput.code);
+        WriteWhole(directory / (target + ".frag"), fragmentOutput.code);
     }
 }
 

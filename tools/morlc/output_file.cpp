@@ -42,20 +42,35 @@ void WriteInPlace(const std::string& path, std::string_view text)
     }
 }
 
+/// The permissions of any new file. (mkstemp makes its file private.)
+mode_t NewFileMode()
+{
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    return 0666 & ~mask;
+}
+
+mode_t ModeOf(const std::string& path)
+{
+    struct stat status = {};
+    return ::stat(path.c_str(), &status) == 0 ? status.st_mode & 07777 : NewFileMode();
+}
+
 /// A new file beside the one to be replaced; it is gone with this object unless it was renamed.
 class TemporaryFile {
 public:
-    explicit TemporaryFile(const std::string& target) : path(target + ".XXXXXX")
+    /// @param mode the permissions that the file gets.
+    TemporaryFile(const std::string& target, mode_t mode) : path(target + ".XXXXXX")
     {
         const int descriptor = ::mkstemp(path.data());
         if (descriptor < 0) {
             Fail(target, errno);
         }
-        // mkstemp makes the file private; give it the permissions of any new file.
-        const mode_t mask = ::umask(0);
-        ::umask(mask);
-        ::fchmod(descriptor, 0666 & ~mask);
+        ::fchmod(descriptor, mode);
         file = ::fdopen(descriptor, "wb");
+        if (file == nullptr) {
+            ::close(descriptor);
+        }
     }
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
@@ -106,8 +121,12 @@ void WriteWhole(const std::string& path, const std::string& text)
         WriteInPlace(path, text);
         return;
     }
-    TemporaryFile temporary(path);
-    if (!temporary.Commit(text, path)) {
+    // A link stays a link: what it points to is replaced.
+    const std::filesystem::path real = std::filesystem::weakly_canonical(path, ignored);
+    const std::string target = ignored ? path : real.string();
+    TemporaryFile temporary(target,
+                            std::filesystem::exists(status) ? ModeOf(target) : NewFileMode());
+    if (!temporary.Commit(text, target)) {
         Fail(path, errno);
     }
 }
