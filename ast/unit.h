@@ -28,6 +28,7 @@ struct MORL_API MorlUnit {
     static void* operator new(std::size_t size);
     static void* operator new(std::size_t /*size*/, void* place) noexcept { return place; }
     static void operator delete(void* unit, std::size_t size) noexcept;
+    static void operator delete(void* /*unit*/, void* /*place*/) noexcept {}
 
     /// Gives the memory back that the calling thread keeps for further nodes: at most 1 MiB. A
     /// thread that ends does so by itself.

@@ -7,15 +7,19 @@
 #include <iostream>
 #include <iterator>
 #include <string>
+#include <vector>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 int main(int argc, char** argv)
 {
-    std::size_t count = 0;
+    // Absolute, as fuzzers may change the current directory.
+    std::vector<std::filesystem::path> directories;
     for (int i = 1; i < argc; ++i) {
-        // Fuzzers may change the current directory.
-        const auto directory = std::filesystem::absolute(argv[i]);
+        directories.push_back(std::filesystem::absolute(argv[i]));
+    }
+    std::size_t count = 0;
+    for (const std::filesystem::path& directory : directories) {
         for (const auto& entry : std::filesystem::recursive_directory_iterator(directory)) {
             if (!entry.is_regular_file()) {
                 continue;

@@ -60,6 +60,20 @@ PassProperty MakePass(const morl_fuzz::RequestInput& request)
     return pass;
 }
 
+/// A request with an unknown node or target changes nothing.
+void CheckRefusal(MorlCompiler& compiler, PassProperty pass, ShaderOutput& output)
+{
+    const ShaderOutput before = output;
+    pass.nodeNames.insert(pass.nodeNames.begin(), {"unknown", "unknown"});
+    compiler.Compile(pass, output);
+    pass.target = "unknown";
+    compiler.Compile(pass, output);
+    if (output.code != before.code || output.semantics != before.semantics ||
+        output.uniformNames != before.uniformNames) {
+        morl_fuzz::Fail("a refused request changed the output");
+    }
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
@@ -87,5 +101,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             text = output.code;
         }
     }
+    CheckRefusal(compiler, pass, output);
     return 0;
 }

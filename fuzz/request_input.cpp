@@ -53,18 +53,18 @@ std::string WriteRequest(const RequestInput& request)
 {
     std::string bytes = std::to_string(request.stage) + ";";
     for (const auto& [name, value] : request.macros) {
-        bytes += name + "=" + std::to_string(value) + ",";
+        bytes.append(name).append("=").append(std::to_string(value)).append(",");
     }
     bytes += ";";
     for (const auto& [name, semantic] : request.semantics) {
-        bytes += name + "=" + semantic + ",";
+        bytes.append(name).append("=").append(semantic).append(",");
     }
     for (const RequestInput::Node& node : request.nodes) {
         bytes += kPieceEnd;
         for (const std::string& reference : node.references) {
-            bytes += reference + " ";
+            bytes.append(reference).append(" ");
         }
-        bytes += "|" + node.source;
+        bytes.append("|").append(node.source);
     }
     return bytes;
 }
