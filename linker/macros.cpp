@@ -200,7 +200,8 @@ void MorlLinker::ProcessDeclare(Macros& macros, std::vector<MorlDeclare*>& decla
     }
 }
 
-// Link copies the macros once and hands the copy on, so that this costs nothing for most statements.
+// Link copies the macros once and hands the copy on, so that this costs nothing for most
+// statements.
 void MorlLinker::UseMacros(const Macros& macros)
 {
     if (&macros != &macroValues && !(macros.empty() && macroValues.empty())) {
