@@ -12,6 +12,7 @@
 #include "morl/compiler/pass_property.h"
 #include "morl/compiler/shader_output.h"
 #include "morl/core/limits.h"
+#include "morl/core/log_scope.h"
 #include "morl/core/log_system.h"
 #include "morl/core/string_helper.h"
 #include "morl/linker/morl_linker.h"
