@@ -27,7 +27,7 @@ constexpr std::size_t kStep = 16;
 constexpr std::size_t kSizes = 16;
 
 /// The most bytes that a thread keeps of one size.
-constexpr std::size_t kMostKept = 64 * 1024;
+constexpr std::size_t kMostKept = std::size_t{64} * 1024;
 
 /// A freed node, as an element of a list.
 struct FreeUnit {

@@ -52,7 +52,7 @@ private:
             return this->WriteMultiComment(static_cast<MorlMultiCommentSentence*>(sentence), 1);
         case TOKEN_DEFINITION_SENTENCE: {
             auto* definition = static_cast<MorlDefinitionSentence*>(sentence);
-            const std::string text = this->WriteDefinitionSentence(definition, 1);
+            std::string text = this->WriteDefinitionSentence(definition, 1);
             if (text.find(this->WriteDefinitionArray(definition->arraySize)) == std::string::npos) {
                 Fail("a definition lost its array size");
             }
