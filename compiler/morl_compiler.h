@@ -27,8 +27,7 @@ public:
     /// stays.
     /// A file that is malformed, or no array, is left out without a word.
     /// @throws Json::LogicError when a value has the wrong JSON type, Json::RuntimeError when a
-    /// file
-    ///         nests deeper than kMaxJsonNesting. Nothing leaks then.
+    ///         file nests deeper than kMaxJsonNesting. Nothing leaks then.
     MorlCompiler();
     MorlCompiler(const MorlCompiler&) = default;
     MorlCompiler& operator=(const MorlCompiler&) = default;

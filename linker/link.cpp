@@ -139,7 +139,7 @@ std::vector<MorlNode*> MorlLinker::TakeOrdered(std::vector<MorlNode*>& nodes)
 
 // The rule that TakeOrdered follows: whether every node of `all` that the node refers to is in
 // `linked`. References to other nodes do not count. Asking again and again would take quadratic
-// time, so the order is kept by counts instead; the tests hold the two against each other.
+// time, so the order is kept by counts instead; a test holds it against a plain scan.
 bool MorlLinker::CheckNodeReference(std::unordered_set<std::string>& linked,
                                     std::unordered_set<std::string>& all, MorlNode* node)
 {
