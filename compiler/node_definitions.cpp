@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 // Reading node-definition files.
+#include "morl/compiler/json_comments.h"
 #include "morl/compiler/morl_compiler.h"
 #include "morl/core/graphics_log.h"
 #include "morl/core/limits.h"
 
 #include <json/json.h>
 
-#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <memory>
@@ -38,44 +38,6 @@ std::optional<std::string> ReadFile(const std::string& path)
         return std::nullopt;
     }
     return text;
-}
-
-/// Where the string or comment that starts at `start` ends: one past its last character.
-std::size_t EndOfString(const std::string& text, std::size_t start)
-{
-    std::size_t end = start + 1;
-    while (end < text.size() && text[end] != '"') {
-        end += text[end] == '\\' ? 2 : 1;
-    }
-    return std::min(end + 1, text.size());
-}
-
-std::size_t EndOfComment(const std::string& text, std::size_t start)
-{
-    const bool block = text[start + 1] == '*';
-    const std::size_t end =
-        block ? text.find("*/", start + 2) : text.find_first_of("\r\n", start + 2);
-    return end == std::string::npos ? text.size() : end + (block ? 2 : 0);
-}
-
-/// Blanks the comments out. The reader takes comments itself, but not everywhere between values:
-/// one in an empty array, or before a comma, would make it give the document up.
-void RemoveComments(std::string& text)
-{
-    std::size_t position = text.find_first_of("\"/");
-    while (position != std::string::npos) {
-        const char next = position + 1 < text.size() ? text[position + 1] : '\0';
-        if (text[position] == '"') {
-            position = EndOfString(text, position);
-        } else if (next == '/' || next == '*') {
-            const std::size_t end = EndOfComment(text, position);
-            text.replace(position, end - position, end - position, ' ');
-            position = end;
-        } else {
-            ++position;
-        }
-        position = text.find_first_of("\"/", position);
-    }
 }
 
 /// How the documents are read. The comments are gone by then.

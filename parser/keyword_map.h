@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "morl/core/export.h"
 #include "morl/parser/token.h"
 
 #include <array>
@@ -20,7 +21,7 @@ constexpr std::size_t kKeywordCount = 94;
 
 /// A hash map from spelling to token: open addressing over a table that is computed at compile
 /// time, so that filling it copies a few hundred bytes and looking a word up allocates nothing.
-class KeywordMap {
+class MORL_API KeywordMap {
 public:
     constexpr KeywordMap() = default;
 

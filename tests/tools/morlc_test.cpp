@@ -1,27 +1,23 @@
 // SPDX-License-Identifier: MIT
+#include "tools/morlc.h"
 #include "support/graph.h"
 #include "support/process.h"
 
 #include <gtest/gtest.h>
 #include <json/json.h>
 #include <sstream>
+#include <tuple>
 
 namespace {
 
 namespace fs = std::filesystem;
 using morl_test::ProcessResult;
 using morl_test::ReadText;
-using morl_test::RunProcess;
 using morl_test::TemporaryDirectory;
 using morl_test::WriteText;
 
-const std::string kExamples = std::string(MORL_SOURCE_DIR) + "/examples";
-
-ProcessResult Morlc(std::vector<std::string> arguments)
-{
-    arguments.insert(arguments.begin(), MORLC);
-    return RunProcess(arguments);
-}
+using morl_test::kExamples;
+using morl_test::Morlc;
 
 /// Runs on a graph of one node, "node", with this source.
 ProcessResult MorlcOn(const fs::path& directory, const std::string& source,
@@ -92,17 +88,18 @@ TEST(Morlc, NamesTheNodeOfAnError)
     const ProcessResult result = MorlcOn(directory.path, "in float a;\nvoid main() { x = ; }",
                                          {"-t", "glsl", "-s", "vertex", "node"});
     EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.err,
-              "node node:2:20: error: expression error:\n"
-              "node node:2:22: error: miss '}':\n");
+    const std::string file = (directory.path / "morl/vertex_shader.morl").string();
+    EXPECT_EQ(result.err, file + ": node node:2:20: error: expression error:\n" +
+                              "    void main() { x = ; }\n" + "                       ^\n" + file +
+                              ": node node:2:22: error: miss '}':\n" +
+                              "    void main() { x = ; }\n" + "                         ^\n");
     EXPECT_NE(result.out.find("void main(){"), std::string::npos);
 
     const ProcessResult verbose =
         MorlcOn(directory.path, "in float a;", {"-t", "glsl", "-s", "vertex", "--verbose", "node"});
     EXPECT_EQ(verbose.status, 0);
-    EXPECT_EQ(verbose.err,
-              "node node: info: Morl Compiler: Compiler Start\n"
-              "node node: info: Morl Compiler: Compiler End\n");
+    EXPECT_EQ(verbose.err, file + ": node node: info: Morl Compiler: Compiler Start\n" + file +
+                               ": node node: info: Morl Compiler: Compiler End\n");
 }
 
 TEST(Morlc, OffersTheNearestName)
@@ -116,32 +113,62 @@ TEST(Morlc, OffersTheNearestName)
               "morlc: error: Morl Compiler: unknown node: zzzzzzzzzz\n");
 }
 
+// Every answer names the option and says what to do.
 TEST(Morlc, RefusesWrongUsage)
 {
-    const std::vector<std::string> rows[] = {
-        {},
-        {"-t", "spirv", "-s", "vertex", "n"},
-        {"-t", "glsl", "n"},
-        {"-t", "glsl", "-s", "geometry", "n"},
-        {"-t", "glsl", "-s", "vertex"},
-        {"-t", "glsl", "-s", "vertex", "-D", "A", "n"},
-        {"-t", "glsl", "-s", "vertex", "-D", "=1", "n"},
-        {"-t", "glsl", "-s", "vertex", "-D", "A=1x", "n"},
-        {"-t", "glsl", "-s", "vertex", "-D", "A=2147483648", "n"},
-        {"-t", "glsl", "-s", "vertex", "--sampler", "A=", "n"},
-        {"-t", "glsl", "-s", "vertex", "--nonsense", "n"},
-        {"-t", "all", "-s", "vertex", "n"},
-        {"-t", "all", "--vertex", "n", "-o", "out"},
-        {"-t", "all", "--vertex", "n", "--fragment", "n"},
-        {"-t", "all", "--vertex", "n", "--fragment", "n", "-o", "out", "n"},
+    const std::pair<std::vector<std::string>, std::string> rows[] = {
+        {{}, "--target: say -t with one of hlsl, hlsl10, glsl, glsles"},
+        {{"-t", "spirv", "-s", "vertex", "n"},
+         "--target: spirv not in {hlsl,hlsl10,glsl,glsles,all}"},
+        {{"-t", "glsl", "n"}, "--stage: say -s vertex or -s fragment"},
+        {{"-t", "glsl", "-s", "geometry", "n"}, "--stage: geometry not in {vertex,fragment}"},
+        {{"-t", "glsl", "-s", "vertex"}, "NODE: name at least one node (--list shows them)"},
+        {{"-t", "glsl", "-s", "vertex", "-D", "A", "n"}, "--define: 'A' should read NAME=INTEGER"},
+        {{"-t", "glsl", "-s", "vertex", "-D", "=1", "n"},
+         "--define: '=1' should read NAME=INTEGER"},
+        {{"-t", "glsl", "-s", "vertex", "-D", "A=1x", "n"}, "--define: '1x' is not an integer"},
+        {{"-t", "glsl", "-s", "vertex", "-D", "A=2147483648", "n"},
+         "--define: 2147483648 is outside of the 32-bit range"},
+        {{"-t", "glsl", "-s", "vertex", "--sampler", "A=", "n"}, "--sampler: '' is not an integer"},
+        {{"--taget", "glsl"}, "unknown option --taget (did you mean '--target'?)"},
+        {{"--nonsense"}, "unknown option --nonsense"},
+        {{"-t", "all", "-s", "vertex", "n"},
+         "--target: 'all' needs --vertex, --fragment and -o DIR"},
+        {{"-t", "all", "--vertex", "n", "-o", "out"},
+         "--vertex: --vertex and --fragment go together"},
+        {{"-t", "all", "--vertex", "n", "--fragment", "n"},
+         "--output: both passes need a directory: -o DIR"},
+        {{"-t", "all", "--vertex", "n", "--fragment", "n", "-o", "out", "n"},
+         "--vertex: takes the place of --stage and of the node names"},
+        {{"-t", "all", "--vertex", "n", "--fragment", "n", "-o", "out", "--semantics-in", "x"},
+         "--vertex: hands the table to the fragment pass by itself: leave --semantics-in and "
+         "--semantics-out out"},
+        {{"--list", "-t", "glsl"}, "--list: compiles nothing: leave --target out"},
+        {{"--graph", "png"}, "--graph: png not in {svg,dot}"},
+        {{"--list", "--graph", "svg"}, "--list: compiles nothing: leave --graph out"},
+        {{"--diagnostics", "xml"}, "--diagnostics: xml not in {text,json}"},
+        {{"build"}, "FILE: name the manifest, such as shaders.json"},
+        {{"build", "m.json"}, "--output: say where to write: -o DIR"},
+        {{"build", "m.json", "-o", "d", "x"}, "unexpected argument 'x'"},
+        {{"build", "m.json", "-o", "d", "--shard", "3"},
+         "--shard: '3' should read I/N, such as 1/4"},
+        {{"build", "m.json", "-o", "d", "--shard", "3/2"}, "--shard: 3 is not between 1 and 2"},
+        {{"build", "m.json", "-o", "d", "-j", "257"}, "--jobs: 257 is not between 0 and 256"},
+        {{"build", "m.json", "-o", "d", "--join", "2", "--index"},
+         "--index: does not go with --join: give one of them"},
+        {{"build", "m.json", "-o", "d", "--index", "--depfile", "f"},
+         "--depfile: does not go with --index"},
     };
-    for (const std::vector<std::string>& arguments : rows) {
+    for (const auto& [arguments, message] : rows) {
         const ProcessResult result = Morlc(arguments);
-        EXPECT_EQ(result.status, 2) << testing::PrintToString(arguments);
-        EXPECT_EQ(result.out, "") << testing::PrintToString(arguments);
-        EXPECT_NE(result.err, "") << testing::PrintToString(arguments);
+        const bool isBuild = !arguments.empty() && arguments[0] == "build";
+        EXPECT_EQ(result.status, 2) << message;
+        EXPECT_EQ(result.out, "") << message;
+        EXPECT_EQ(result.err, "morlc: error: " + message + "\nSee 'morlc" +
+                                  (isBuild ? " build" : "") + " --help'.\n");
     }
     EXPECT_EQ(Morlc({"--help"}).status, 0);
+    EXPECT_EQ(Morlc({"build", "--help"}).status, 0);
     EXPECT_EQ(Morlc({"--version"}).out, "morlc 1.0.0\n");
 }
 
@@ -155,32 +182,33 @@ TEST(Morlc, ReportsFilesThatCannotBeReadOrWritten)
     const std::string base = directory.path.string();
     const std::pair<std::vector<std::string>, std::string> rows[] = {
         {{"--semantics-in", base + "/none.json"},
-         "cannot read " + base + "/none.json: No such file or directory"},
-        {{"--semantics-in", base}, "cannot read " + base + ": Is a directory"},
-        {{"--semantics-in", base + "/empty.json"},
-         "cannot read " + base + "/empty.json: the file is empty"},
-        {{"--semantics-in", base + "/array.json"}, base + "/array.json: not a JSON object"},
+         "morlc: error: cannot read " + base + "/none.json: No such file or directory"},
+        {{"--semantics-in", base}, "morlc: error: cannot read " + base + ": Is a directory"},
+        {{"--semantics-in", base + "/empty.json"}, base + "/empty.json: error: the file is empty"},
+        {{"--semantics-in", base + "/array.json"},
+         base + "/array.json:1:1: error: not a JSON object\n    []\n    ^"},
         {{"--semantics-in", base + "/number.json"},
-         base + "/number.json: the value of \"a\" is not a string"},
-        {{"-o", base}, "cannot write " + base + ": Is a directory"},
+         base + "/number.json:1:7: error: the value of \"a\" is not a string\n    {\"a\": 3}\n" +
+             "          ^"},
+        {{"--semantics-in", base + "/wrong.json"},
+         base +
+             "/wrong.json:1:8: error: not valid JSON: Syntax error: value, object or array "
+             "expected.\n" +
+             "    {\"a\": [\n           ^"},
+        {{"-o", base}, "morlc: error: cannot write " + base + ": Is a directory"},
         {{"-o", base + "/none/out"},
-         "cannot write " + base + "/none/out: No such file or directory"},
-        {{"-o", "/dev/full"}, "cannot write /dev/full: No space left on device"},
-        {{"--semantics-out", "/dev/full"}, "cannot write /dev/full: No space left on device"},
+         "morlc: error: cannot write " + base + "/none/out: No such file or directory"},
+        {{"-o", "/dev/full"}, "morlc: error: cannot write /dev/full: No space left on device"},
+        {{"--semantics-out", "/dev/full"},
+         "morlc: error: cannot write /dev/full: No space left on device"},
     };
     for (const auto& [extra, message] : rows) {
         std::vector<std::string> arguments = extra;
         arguments.insert(arguments.end(), {"-t", "glsl", "-s", "vertex", "node"});
         const ProcessResult result = MorlcOn(directory.path, "in float a;", arguments);
         EXPECT_EQ(result.status, 1) << message;
-        EXPECT_EQ(result.err, "morlc: error: " + message + "\n");
+        EXPECT_EQ(result.err, message + "\n");
     }
-    const ProcessResult wrong =
-        MorlcOn(directory.path, "in float a;",
-                {"--semantics-in", base + "/wrong.json", "-t", "glsl", "-s", "vertex", "node"});
-    EXPECT_EQ(wrong.status, 1);
-    EXPECT_EQ(wrong.err.find("morlc: error: " + base + "/wrong.json: not valid JSON: "), 0U);
-    EXPECT_EQ(std::count(wrong.err.begin(), wrong.err.end(), '\n'), 1);
     EXPECT_EQ(Morlc({"-C", base + "/none", "-t", "glsl", "-s", "vertex", "n"}).status, 1);
 }
 
@@ -234,21 +262,163 @@ TEST(Morlc, ReplacesAFileInPlace)
     EXPECT_EQ(ReadText(table), "{}");
 }
 
+// What the compiler leaves out without a word, or raises without saying where.
 TEST(Morlc, ReportsBrokenNodeFiles)
 {
-    const TemporaryDirectory directory;
-    morl_test::WriteNodeFiles(directory.path, "[{\"name\": 3}]");
-    const ProcessResult wrong =
-        Morlc({"-C", directory.path.string(), "-t", "glsl", "-s", "vertex", "n"});
-    EXPECT_EQ(wrong.status, 1);
-    EXPECT_EQ(wrong.err, "morlc: error: Type is not convertible to string\n");
+    const std::pair<std::string, std::string> rows[] = {
+        {"[{\"name\": 3}]", ":1:11: error: a node's \"name\" must be a string"},
+        {"[{},\n /* x\n */ {\"x\": []}]", ":3:11: error: a node's \"x\" must be a number"},
+        {"[{\"ref\": [[]]}]", ":1:11: error: a reference must be a string, the name of a node"},
+        {"[{\"ref\": {\"a\": 1}}]", ":1:10: error: a node's \"ref\" must be a list of names"},
+        {"[{\"name\": \"a\"} // x\n {}]",
+         ":2:2: error: not valid JSON: Missing ',' or ']' in array declaration"},
+        {"{}", ":1:1: error: not a list of nodes (a JSON array)"},
+        {std::string(300, '['), ": error: not valid JSON: nested too deeply"},
+    };
+    for (const auto& [text, message] : rows) {
+        const TemporaryDirectory directory;
+        morl_test::WriteNodeFiles(directory.path, text);
+        const ProcessResult result =
+            Morlc({"-C", directory.path.string(), "-t", "glsl", "-s", "vertex", "n"});
+        EXPECT_EQ(result.status, 1) << text;
+        EXPECT_EQ(result.out, "") << text;
+        const std::string start = directory.path.string() + "/morl/vertex_shader.morl" + message;
+        EXPECT_EQ(result.err.substr(0, start.size() + 1), start + "\n");
+    }
+}
 
+TEST(Morlc, TakesStrangeNames)
+{
+    const TemporaryDirectory directory;
     morl_test::WriteNodeFiles(directory.path,
-                              "[{\"name\": \"a\\u0000\\n\xff\", \"content\": \"in float a\"}]");
+                              "[null, {\"name\": true, \"x\": false, \"ref\": null}, /**/"
+                              "{\"name\": \"a\\u0000\\n\xff\", \"content\": \"in float a\"}]");
     const ProcessResult strange =
         Morlc({"-C", directory.path.string(), "-t", "glsl", "-s", "vertex", "b\n"});
     EXPECT_EQ(strange.status, 1);
     EXPECT_EQ(strange.err, "morlc: error: Morl Compiler: unknown node: b?\n");
+    EXPECT_EQ(Morlc({"-C", directory.path.string(), "-t", "glsl", "-s", "vertex", "true"}).err, "");
+
+    fs::remove(directory.path / "morl/post_effect.morl");
+    EXPECT_EQ(Morlc({"-C", directory.path.string(), "-t", "glsl", "-s", "vertex", "true"}).err,
+              directory.path.string() +
+                  "/morl/post_effect.morl: error: Can't Find File: " + "morl/post_effect.morl\n");
+}
+
+// The caret stands under the column whatever is to its left; of a long line a part is shown.
+TEST(Morlc, PointsAtTheColumn)
+{
+    const std::string blanks(200, ' ');
+    const std::tuple<std::string, std::string> rows[] = {
+        {"void main() {\n\tfloat a\u00df = 1.0;\n}", "     float a\u00df = 1.0;\n            ^\n"},
+        {"void main() {\n  /*\u00df\u20ac*/ x = ;\n}",
+         "      /*\u00df\u20ac*/ x = ;\n                  ^\n"},
+        {"void main() { x =" + blanks + ";" + blanks + "}",
+         std::string(63, ' ') + ";" + std::string(60, ' ') + "\n" + std::string(64, ' ') + "^\n"},
+    };
+    for (const auto& [source, excerpt] : rows) {
+        const TemporaryDirectory directory;
+        const ProcessResult result =
+            MorlcOn(directory.path, source, {"-t", "glsl", "-s", "vertex", "node"});
+        const std::size_t line = result.err.find('\n');
+        ASSERT_NE(line, std::string::npos) << source;
+        EXPECT_EQ(result.err.substr(line + 1, excerpt.size()), excerpt) << result.err;
+    }
+}
+
+TEST(Morlc, WritesDiagnosticsAsJson)
+{
+    const TemporaryDirectory directory;
+    const ProcessResult result =
+        MorlcOn(directory.path, "in float a;\nvoid main() { x = \"; }",
+                {"-t", "glsl", "-s", "vertex", "--diagnostics", "json", "node"});
+    std::istringstream lines(result.err);
+    std::string line;
+    ASSERT_TRUE(std::getline(lines, line));
+    Json::Value object;
+    std::istringstream(line) >> object;
+    EXPECT_EQ(object["file"].asString(), (directory.path / "morl/vertex_shader.morl").string());
+    EXPECT_EQ(object["node"].asString(), "node");
+    EXPECT_EQ(object["line"].asInt(), 2);
+    EXPECT_EQ(object["column"].asInt(), 19);
+    EXPECT_EQ(object["severity"].asString(), "error");
+    EXPECT_EQ(object["message"].asString(), "expression error:");
+    EXPECT_EQ(object.size(), 6U);
+}
+
+TEST(Morlc, IsColouredOnATerminalOnly)
+{
+    const std::string command = std::string(MORLC) + " -C " + kExamples + " -t glsl -s vertex nope";
+    const std::string terminal = "script -qec '" + command + "' /dev/null";
+    const std::string plain = "morlc: error: Morl Compiler: unknown node: nope\r\n";
+    EXPECT_EQ(morl_test::RunShell("TERM=xterm " + terminal).out,
+              "\x1b[1mmorlc:\x1b[0m \x1b[1;31merror:\x1b[0m Morl Compiler: unknown node: nope\r\n");
+    EXPECT_EQ(morl_test::RunShell("TERM=xterm NO_COLOR=1 " + terminal).out, plain);
+    EXPECT_EQ(morl_test::RunShell("TERM=dumb " + terminal).out, plain);
+    EXPECT_EQ(morl_test::RunShell("TERM=xterm " + command).err,
+              "morlc: error: Morl Compiler: unknown node: nope\n");
+}
+
+TEST(Morlc, ListsNodes)
+{
+    const TemporaryDirectory directory;
+    const ProcessResult result = MorlcOn(
+        directory.path,
+        "uniform float3 colors[4];\n#if LIGHTS > 1\nin float3 n : TEXAUTO;\n#else\nin float m;\n"
+        "#endif\n#for LIGHTS:0\nuniform float light_LIGHTS;\n#endfor\nout auto c : COLOR;",
+        {"--list"});
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.out, "node  " + directory.path.string() + "/morl/vertex_shader.morl\n" +
+                              "  in       float3 n : TEXAUTO  #if\n"
+                              "  in       float m  #else\n"
+                              "  out      auto c : COLOR\n"
+                              "  uniform  float3 colors[4]\n"
+                              "  uniform  float light_LIGHTS  #for LIGHTS\n");
+    const ProcessResult samples = Morlc({"-C", kExamples, "--list"});
+    EXPECT_EQ(samples.status, 0);
+    EXPECT_NE(samples.out.find("\nfog  " + kExamples +
+                               "/morl/fragment_shader.morl\n  ref      lighting\n"),
+              std::string::npos);
+}
+
+TEST(Morlc, DrawsTheGraph)
+{
+    const TemporaryDirectory directory;
+    morl_test::WriteNodeFiles(directory.path, R"([{"name": "a<", "x": 5, "y": 7, "ref": ["b", "b"]},
+        {"name": "b", "x": 5, "y": 7, "ref": ["c", "gone"]}, {"name": "c", "ref": ["b"]},
+        {"name": "d", "x": 1e300, "y": -1e300}])");
+    const std::string base = directory.path.string();
+    const std::string dot = Morlc({"-C", base, "--graph", "dot"}).out;
+    const char* const edges =
+        "  n0 -> n1;\n"
+        "  n1 -> n2 [color=red, penwidth=2];\n"
+        "  n1 -> n4 [color=red, style=dashed];\n"
+        "  n2 -> n1 [color=red, penwidth=2];\n}\n";
+    EXPECT_NE(dot.find(edges), std::string::npos) << dot;
+    EXPECT_NE(dot.find("n0 [label=\"a<\", pos=\"5,-7\"];"), std::string::npos) << dot;
+    EXPECT_NE(dot.find("n1 [label=\"b\", pos=\"5,-7\", color=red, penwidth=2];"), std::string::npos)
+        << dot;
+
+    const std::string svg = Morlc({"-C", base, "--graph", "svg"}).out;
+    const auto count = [&](const std::string& text) {
+        std::size_t found = 0;
+        for (std::size_t i = svg.find(text); i != std::string::npos; i = svg.find(text, i + 1)) {
+            ++found;
+        }
+        return found;
+    };
+    EXPECT_EQ(count("<rect class=\"box\""), 2U);
+    EXPECT_EQ(count("<rect class=\"cycle\""), 2U);
+    EXPECT_EQ(count("<rect class=\"missing\""), 1U);
+    EXPECT_EQ(count("<path class=\"arrow cycleArrow\""), 2U);
+    EXPECT_EQ(count("<path class=\"arrow brokenArrow\""), 1U);
+    EXPECT_EQ(count("a&lt;</text>"), 1U);
+    EXPECT_EQ(count("inf") + count("nan"), 0U);
+    EXPECT_EQ(morl_test::RunShell(std::string(MORLC) + " -C " + kExamples +
+                                  " --graph svg | python3 -c 'import sys, xml.dom.minidom as m; "
+                                  "print(len(m.parse(sys.stdin).getElementsByTagName(\"rect\")))'")
+                  .out,
+              "38\n");
 }
 
 }  // namespace

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "compile.h"
 
+#include "node_files.h"
 #include "output_file.h"
 #include "tables.h"
 
 #include <morl/morl.h>
 #include <filesystem>
-#include <stdexcept>
 
 namespace morlc {
 namespace {
@@ -18,7 +18,7 @@ using ns_ruke::ShaderOutput;
 constexpr int kVertex = 0;
 constexpr int kFragment = 1;
 
-PassProperty MakePass(const Options& options, const std::string& target, int stage,
+PassProperty MakePass(const PassOptions& options, const std::string& target, int stage,
                       const std::vector<std::string>& nodes)
 {
     PassProperty pass;
@@ -36,7 +36,7 @@ bool IsRefused(const ShaderOutput& output)
     return output.code.empty();
 }
 
-void CompileOne(const Options& options, MorlCompiler& compiler)
+void CompileOne(const PassOptions& options, MorlCompiler& compiler)
 {
     PassProperty pass = MakePass(options, options.target, options.stage, options.nodes);
     if (!options.semanticsIn.empty()) {
@@ -53,13 +53,10 @@ void CompileOne(const Options& options, MorlCompiler& compiler)
     }
 }
 
-// The GLSL targets assign no texture coordinates of their own: there the table of the target before
-// serves, so that all targets order their varyings alike.
-void CompileBoth(const Options& options, MorlCompiler& compiler)
+void CompileBoth(const PassOptions& options, MorlCompiler& compiler)
 {
     const std::filesystem::path directory = options.output;
     std::filesystem::create_directories(directory);
-    Semantics semantics;
     for (const std::string& target : ns_ruke::MorlTargets()) {
         if (options.target != "all" && options.target != target) {
             continue;
@@ -67,11 +64,8 @@ void CompileBoth(const Options& options, MorlCompiler& compiler)
         PassProperty vertex = MakePass(options, target, kVertex, options.vertexNodes);
         ShaderOutput vertexOutput;
         compiler.Compile(vertex, vertexOutput);
-        if (!vertexOutput.semantics.empty()) {
-            semantics = vertexOutput.semantics;
-        }
         PassProperty fragment = MakePass(options, target, kFragment, options.fragmentNodes);
-        fragment.semantics = semantics;
+        fragment.semantics = vertexOutput.semantics;
         ShaderOutput fragmentOutput;
         compiler.Compile(fragment, fragmentOutput);
         if (IsRefused(vertexOutput) || IsRefused(fragmentOutput)) {
@@ -86,19 +80,17 @@ void CompileBoth(const Options& options, MorlCompiler& compiler)
 
 void Compile(const Options& options, Diagnostics& diagnostics)
 {
-    std::error_code error;
-    std::filesystem::current_path(options.directory, error);
-    if (error) {
-        throw std::runtime_error("cannot enter " + options.directory + ": " + error.message());
+    const std::string prefix = EnterDirectory(options.common.directory);
+    const auto compiler = LoadNodes(NodeFiles(prefix, diagnostics), prefix, diagnostics);
+    if (!compiler) {
+        return;
     }
-    MorlCompiler compiler;
-    diagnostics.SetCompiler(&compiler);
-    if (options.BothPasses()) {
-        CompileBoth(options, compiler);
+    const LogCollection log(*compiler, LogCollection::Mode::Show);
+    if (options.pass.BothPasses()) {
+        CompileBoth(options.pass, *compiler);
     } else {
-        CompileOne(options, compiler);
+        CompileOne(options.pass, *compiler);
     }
-    diagnostics.SetCompiler(nullptr);
 }
 
 }  // namespace morlc

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "diagnostics.h"
 
-#include <algorithm>
+#include "nearest.h"
+
+#include <unistd.h>
 #include <cstdio>
-#include <numeric>
+#include <cstdlib>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 namespace morlc {
 namespace {
@@ -15,54 +16,57 @@ using ns_ruke::LogLevel;
 using ns_ruke::LogLine;
 using ns_ruke::TamberLogSystem;
 
-/// How many insertions, deletions and replacements make one name of the other.
-std::size_t EditDistance(std::string_view a, std::string_view b)
+/// The collection in force on this thread, or null.
+thread_local LogCollection* currentCollection = nullptr;
+
+bool StartsWith(std::string_view text, std::string_view start)
 {
-    std::vector<std::size_t> row(b.size() + 1);
-    std::iota(row.begin(), row.end(), std::size_t{0});
-    for (std::size_t i = 1; i <= a.size(); ++i) {
-        std::size_t diagonal = std::exchange(row[0], i);
-        for (std::size_t j = 1; j <= b.size(); ++j) {
-            const std::size_t replaced = diagonal + (a[i - 1] == b[j - 1] ? 0 : 1);
-            diagonal = std::exchange(row[j], std::min({replaced, row[j] + 1, row[j - 1] + 1}));
-        }
-    }
-    return row.back();
+    return text.substr(0, start.size()) == start;
 }
 
-/// The name most like `wanted`; empty when none is like it.
-std::string Nearest(const std::vector<std::string>& names, const std::string& wanted)
+// Terminals that show no colour, and people who want none, say so in the environment.
+bool WantsColour()
 {
-    std::string nearest;
-    std::size_t best = wanted.size() / 3 + 2;
-    for (const std::string& name : names) {
-        const std::size_t distance = EditDistance(name, wanted);
-        if (distance < best) {
-            best = distance;
-            nearest = name;
-        }
-    }
-    return nearest;
+    const char* const noColour = std::getenv("NO_COLOR");
+    const char* const terminal = std::getenv("TERM");
+    const bool refused = noColour != nullptr && *noColour != '\0';
+    const bool dumb = terminal == nullptr || std::string_view(terminal) == "dumb";
+    return ::isatty(STDERR_FILENO) == 1 && !refused && !dumb;
 }
 
-/// The text on one line and without control characters, whatever the names in it hold.
-std::string Printable(std::string text)
+/// The file that a message about a file names at its end; empty for other messages.
+std::string NamedFile(const std::string& text)
 {
-    for (char& c : text) {
-        if (static_cast<unsigned char>(c) < ' ' || c == '\x7f') {
-            c = '?';
+    for (const std::string_view start :
+         {"Can't Find File: ", "Morl Compiler: node definition is not an object: "}) {
+        if (StartsWith(text, start)) {
+            return text.substr(start.size());
         }
     }
-    return text;
+    return {};
+}
+
+std::string Hint(const std::string& text, const ns_ruke::MorlCompiler& compiler)
+{
+    constexpr std::string_view kUnknownNode = "Morl Compiler: unknown node: ";
+    constexpr std::string_view kUnknownTarget = "Morl Compiler: unknown target: ";
+    if (StartsWith(text, kUnknownNode)) {
+        return Suggestion(compiler.GetNodeNames(), text.substr(kUnknownNode.size()));
+    }
+    if (StartsWith(text, kUnknownTarget)) {
+        return Suggestion(ns_ruke::MorlTargets(), text.substr(kUnknownTarget.size()));
+    }
+    return {};
 }
 
 }  // namespace
 
-Diagnostics::Diagnostics(bool showParseLines) : showParses(showParseLines)
+Diagnostics::Diagnostics(DiagnosticFormat newFormat, bool showParseLines)
+    : format(newFormat), showParses(showParseLines), colour(WantsColour())
 {
     previous = TamberLogSystem::SetSink(
         [this](LogLevel level, const std::string& /*category*/, const std::string& message) {
-            Print(LogLine(level, message));
+            Take(LogLine(level, message));
         });
 }
 
@@ -71,42 +75,83 @@ Diagnostics::~Diagnostics()
     TamberLogSystem::SetSink(std::move(previous));
 }
 
-void Diagnostics::SetCompiler(const ns_ruke::MorlCompiler* newCompiler)
+void Diagnostics::SetNodeFiles(std::string prefix,
+                               std::unordered_map<std::string, std::string> files)
 {
-    compiler = newCompiler;
+    filePrefix = std::move(prefix);
+    nodeFiles = std::move(files);
+}
+
+void Diagnostics::Report(const Diagnostic& diagnostic)
+{
+    const std::string line =
+        format == DiagnosticFormat::Json ? FormatJson(diagnostic) : FormatText(diagnostic, colour);
+    if (diagnostic.isError && !shown.insert(line).second) {
+        return;
+    }
+    errors += diagnostic.isError ? 1 : 0;
+    std::fwrite(line.data(), 1, line.size(), stderr);
 }
 
 void Diagnostics::Error(const std::string& text)
 {
-    hasErrors = true;
-    const std::string line = "morlc: error: " + Printable(text) + "\n";
-    std::fwrite(line.data(), 1, line.size(), stderr);
+    Diagnostic diagnostic;
+    diagnostic.text = text;
+    Report(diagnostic);
 }
 
-void Diagnostics::Print(const LogLine& log)
+// Runs on the thread that logs; the log lets one line through at a time.
+void Diagnostics::Take(const LogLine& log)
 {
-    hasErrors = hasErrors || log.IsError();
     if (log.IsParseMark() && !showParses) {
         return;
     }
-    std::string line = log.node.empty() ? "morlc" : "node " + log.node;
-    if (log.line > 0) {
-        line += ":" + std::to_string(log.line) + ":" + std::to_string(log.column);
+    Diagnostic diagnostic;
+    diagnostic.isError = log.IsError();
+    const std::string namedFile = NamedFile(log.text);
+    diagnostic.file = namedFile.empty() ? "" : filePrefix + namedFile;
+    diagnostic.node = log.node;
+    diagnostic.line = log.line;
+    diagnostic.column = log.column;
+    diagnostic.text = log.text;
+    const auto file = nodeFiles.find(log.node);
+    if (file != nodeFiles.end()) {
+        diagnostic.file = file->second;
     }
-    line += log.IsError() ? ": error: " : ": info: ";
-    line += log.text + Hint(log.text);
-    line = Printable(std::move(line)) + "\n";
-    std::fwrite(line.data(), 1, line.size(), stderr);
+    if (currentCollection == nullptr) {
+        Report(diagnostic);
+        return;
+    }
+    diagnostic.text += Hint(log.text, currentCollection->compiler);
+    if (log.line > 0) {
+        diagnostic.excerpt = currentCollection->ExcerptOf(log);
+    }
+    if (currentCollection->mode == LogCollection::Mode::Show) {
+        Report(diagnostic);
+    } else {
+        currentCollection->kept.push_back(std::move(diagnostic));
+    }
 }
 
-std::string Diagnostics::Hint(const std::string& text) const
+LogCollection::LogCollection(const ns_ruke::MorlCompiler& owner, Mode newMode)
+    : compiler(owner), mode(newMode)
 {
-    constexpr std::string_view kUnknownNode = "Morl Compiler: unknown node: ";
-    if (compiler == nullptr || text.compare(0, kUnknownNode.size(), kUnknownNode) != 0) {
-        return {};
+    currentCollection = this;
+}
+
+Excerpt LogCollection::ExcerptOf(const LogLine& log)
+{
+    if (log.node != lastNode || !lastLines) {
+        const ns_ruke::MorlNode* const node = compiler.FindNode(log.node);
+        lastNode = log.node;
+        lastLines.emplace(node != nullptr ? node->GetContent() : "");
     }
-    const std::string nearest = Nearest(compiler->GetNodeNames(), text.substr(kUnknownNode.size()));
-    return nearest.empty() ? "" : " (did you mean '" + nearest + "'?)";
+    return lastLines->At(log.line, log.column);
+}
+
+LogCollection::~LogCollection()
+{
+    currentCollection = nullptr;
 }
 
 }  // namespace morlc

@@ -1,37 +1,79 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "diagnostic.h"
+
 #include <morl/morl.h>
+#include <optional>
 #include <string>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
 
 namespace morlc {
 
-/// Routes the compiler's log to standard error for as long as it lives, one line per message:
-/// "node NAME:LINE:COLUMN: error: TEXT", or "morlc: error: TEXT" where no node is concerned.
+/// Shows what goes wrong, on standard error, and routes the compiler's log there for as long as it
+/// lives. What has been shown is not shown again: a node that several passes use is parsed several
+/// times, but its faults are to be mended once.
 class Diagnostics {
 public:
-    /// @param showParseLines also print the information lines about each parse.
-    explicit Diagnostics(bool showParseLines);
+    /// @param showParseLines also show the information lines about each parse.
+    Diagnostics(DiagnosticFormat newFormat, bool showParseLines);
     Diagnostics(const Diagnostics&) = delete;
     Diagnostics& operator=(const Diagnostics&) = delete;
     ~Diagnostics();
 
-    /// The nodes among which a name that is unknown is looked for, to offer the nearest one.
-    void SetCompiler(const ns_ruke::MorlCompiler* newCompiler);
+    /// Tells where the nodes are from. To be called before any compiler is made.
+    /// @param prefix stands before the file names that the compiler itself mentions.
+    /// @param files file names, with the prefix, by node name.
+    void SetNodeFiles(std::string prefix, std::unordered_map<std::string, std::string> files);
 
-    /// Reports an error of the tool itself.
+    /// Shows one.
+    void Report(const Diagnostic& diagnostic);
+
+    /// Reports an error of the tool itself, without a location.
     void Error(const std::string& text);
 
-    bool HasErrors() const { return hasErrors; }
+    std::size_t ErrorCount() const { return errors; }
 
 private:
-    void Print(const ns_ruke::LogLine& log);
-    std::string Hint(const std::string& text) const;
+    friend class LogCollection;
 
+    void Take(const ns_ruke::LogLine& log);
+
+    DiagnosticFormat format;
     bool showParses;
-    bool hasErrors = false;
-    const ns_ruke::MorlCompiler* compiler = nullptr;
+    bool colour;
+    std::size_t errors = 0;
+    std::string filePrefix;
+    std::unordered_map<std::string, std::string> nodeFiles;
+    std::unordered_set<std::string> shown;
     ns_ruke::LogSink previous;
+};
+
+/// While it lives, what one compiler logs on this thread gets its file, its source line and the
+/// nearest name from that compiler; and it is kept here instead of being shown, if so wished.
+class LogCollection {
+public:
+    enum class Mode { Show, Keep };
+
+    LogCollection(const ns_ruke::MorlCompiler& owner, Mode newMode);
+    LogCollection(const LogCollection&) = delete;
+    LogCollection& operator=(const LogCollection&) = delete;
+    ~LogCollection();
+
+    std::vector<Diagnostic> kept;
+
+private:
+    friend class Diagnostics;
+
+    Excerpt ExcerptOf(const ns_ruke::LogLine& log);
+
+    const ns_ruke::MorlCompiler& compiler;
+    Mode mode;
+    // The source of the node that logged last: a parse reports all its faults in a row.
+    std::string lastNode;
+    std::optional<SourceLines> lastLines;
 };
 
 }  // namespace morlc

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "options.h"
 
+#include "command_line.h"
+
 #include <morl/morl.h>
-#include <CLI/CLI.hpp>
-#include <charconv>
+#include <string_view>
 
 namespace morlc {
 namespace {
@@ -13,21 +14,9 @@ struct RawOptions {
     std::string stage;
     std::vector<std::string> macros;
     std::vector<std::string> samplers;
+    std::string output = "-";
+    bool list = false;
 };
-
-int ReadInteger(const std::string& option, const std::string& text)
-{
-    int value = 0;
-    const char* const end = text.data() + text.size();
-    const auto result = std::from_chars(text.data(), end, value);
-    if (result.ec == std::errc::result_out_of_range) {
-        throw CLI::ValidationError(option, text + " is outside of the 32-bit range");
-    }
-    if (result.ec != std::errc() || result.ptr != end) {
-        throw CLI::ValidationError(option, "'" + text + "' is not an integer");
-    }
-    return value;
-}
 
 std::unordered_map<std::string, int> ReadAssignments(const std::string& option,
                                                      const std::vector<std::string>& texts)
@@ -43,19 +32,20 @@ std::unordered_map<std::string, int> ReadAssignments(const std::string& option,
     return values;
 }
 
-void Declare(CLI::App& app, Options& options, RawOptions& raw)
+std::vector<std::string> TargetNames()
 {
     std::vector<std::string> targets = ns_ruke::MorlTargets();
     targets.emplace_back("all");
+    return targets;
+}
 
-    app.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::Throw);
-    app.add_option("-C,--directory", options.directory,
-                   "Enter DIR first; its folder morl/ holds the node files")
-        ->type_name("DIR");
+void DeclarePasses(CLI::App& app, PassOptions& options, RawOptions& raw)
+{
     app.add_option("-t,--target", options.target, "The target language, or all of them")
-        ->required()
-        ->check(CLI::IsMember(targets));
+        ->type_name("TARGET")
+        ->check(CLI::IsMember(TargetNames()));
     app.add_option("-s,--stage", raw.stage, "The stage of the pass")
+        ->type_name("STAGE")
         ->check(CLI::IsMember({"vertex", "fragment"}));
     app.add_option("nodes", options.nodes, "The nodes of the pass")->type_name("NODE");
     app.add_option("--vertex", options.vertexNodes, "Both passes: the nodes of the vertex pass")
@@ -81,33 +71,55 @@ void Declare(CLI::App& app, Options& options, RawOptions& raw)
     app.add_option("--semantics-out", options.semanticsOut,
                    "Write the table of automatic texture coordinates, a JSON object")
         ->type_name("FILE");
-    app.add_option("-o,--output", options.output,
+}
+
+void Declare(CLI::App& app, Options& options, RawOptions& raw)
+{
+    DeclareCommon(app, options.common);
+    DeclarePasses(app, options.pass, raw);
+    app.add_option("-o,--output", raw.output,
                    "The file to write (\"-\": standard output); for both passes the directory")
         ->type_name("FILE");
-    app.add_flag("--verbose", options.verbose, "Also report the start and end of every parse");
+    app.add_flag("--list", raw.list, "List the nodes: file, references, inputs, outputs, uniforms");
+    app.add_option("--graph", options.graph.format, "Draw the node graph")
+        ->type_name("FORMAT")
+        ->check(CLI::IsMember({"svg", "dot"}));
     app.footer(
         "Writes one pass, from the nodes named, to standard output or FILE; or, with --vertex and\n"
         "--fragment, both passes of the target (or of all targets) as DIR/TARGET.vert and\n"
         "DIR/TARGET.frag. Paths are relative to the directory given with -C.\n"
+        "\n"
+        "'morlc build FILE.json -o DIR' builds all shaders of a manifest: see 'morlc build "
+        "--help'.\n"
+        "\n"
         "Exit status: 0 without errors, 1 after any error, 2 for wrong usage.");
 }
 
-void CheckPasses(Options& options, const RawOptions& raw)
+std::string TargetHelp()
 {
-    const bool both = !options.vertexNodes.empty() || !options.fragmentNodes.empty();
-    if (!both) {
-        if (options.target == "all") {
-            throw CLI::ValidationError("--target", "'all' needs --vertex, --fragment and -o DIR");
-        }
-        if (raw.stage.empty()) {
-            throw CLI::ValidationError("--stage", "say -s vertex or -s fragment");
-        }
-        if (options.nodes.empty()) {
-            throw CLI::ValidationError("nodes", "name at least one node");
-        }
-        options.stage = raw.stage == "vertex" ? 0 : 1;
-        return;
+    std::string names;
+    for (const std::string& target : ns_ruke::MorlTargets()) {
+        names += (names.empty() ? "" : ", ") + target;
     }
+    return "say -t with one of " + names;
+}
+
+void CheckOnePass(PassOptions& options, const RawOptions& raw)
+{
+    if (options.target == "all") {
+        throw CLI::ValidationError("--target", "'all' needs --vertex, --fragment and -o DIR");
+    }
+    if (raw.stage.empty()) {
+        throw CLI::ValidationError("--stage", "say -s vertex or -s fragment");
+    }
+    if (options.nodes.empty()) {
+        throw CLI::ValidationError("NODE", "name at least one node (--list shows them)");
+    }
+    options.stage = raw.stage == "vertex" ? 0 : 1;
+}
+
+void CheckBothPasses(const PassOptions& options, const RawOptions& raw)
+{
     if (options.vertexNodes.empty() || options.fragmentNodes.empty()) {
         throw CLI::ValidationError("--vertex", "--vertex and --fragment go together");
     }
@@ -124,24 +136,68 @@ void CheckPasses(Options& options, const RawOptions& raw)
     }
 }
 
-}  // namespace
+void CheckPasses(PassOptions& options, const RawOptions& raw)
+{
+    if (options.target.empty()) {
+        throw CLI::ValidationError("--target", TargetHelp());
+    }
+    options.macros = ReadAssignments("--define", raw.macros);
+    options.samplers = ReadAssignments("--sampler", raw.samplers);
+    options.output = raw.output;
+    if (options.vertexNodes.empty() && options.fragmentNodes.empty()) {
+        CheckOnePass(options, raw);
+    } else {
+        CheckBothPasses(options, raw);
+    }
+}
 
-bool ReadOptions(int argc, char** argv, Options& options, ExitStatus& status)
+/// The first option of a pass that was given; empty: none.
+std::string PassOption(const CLI::App& app)
+{
+    for (const char* name : {"--target", "--stage", "--vertex", "--fragment", "--define",
+                             "--sampler", "--semantics-in", "--semantics-out"}) {
+        if (app.count(name) > 0) {
+            return name;
+        }
+    }
+    return app.count("nodes") > 0 ? "NODE" : "";
+}
+
+void Check(const CLI::App& app, Options& options, const RawOptions& raw)
+{
+    const bool wantsGraph = !options.graph.format.empty();
+    if (!raw.list && !wantsGraph) {
+        CheckPasses(options.pass, raw);
+        return;
+    }
+    const std::string asked = raw.list ? "--list" : "--graph";
+    const std::string other = raw.list && wantsGraph ? "--graph" : PassOption(app);
+    if (!other.empty()) {
+        throw CLI::ValidationError(asked, "compiles nothing: leave " + other + " out");
+    }
+    options.command = raw.list ? Command::List : Command::Graph;
+    options.graph.output = raw.output;
+}
+
+bool ReadPassOptions(int argc, char** argv, Options& options, ExitStatus& status)
 {
     CLI::App app("Compiles shader graphs to HLSL and GLSL.", "morlc");
     RawOptions raw;
     Declare(app, options, raw);
-    app.set_version_flag("--version", std::string("morlc ") + MORL_VERSION);
-    try {
-        app.parse(argc, argv);
-        options.macros = ReadAssignments("--define", raw.macros);
-        options.samplers = ReadAssignments("--sampler", raw.samplers);
-        CheckPasses(options, raw);
-        return true;
-    } catch (const CLI::ParseError& error) {
-        status = app.exit(error) == 0 ? kSuccess : kUsage;
-        return false;
+    return ParseCommandLine(
+        app, argc, argv, [&] { Check(app, options, raw); }, status);
+}
+
+}  // namespace
+
+bool ReadOptions(int argc, char** argv, Options& options, ExitStatus& status)
+{
+    options.program = argv[0];
+    if (argc > 1 && std::string_view(argv[1]) == "build") {
+        options.command = Command::Build;
+        return ReadBuildOptions(argc - 1, argv + 1, options, status);
     }
+    return ReadPassOptions(argc, argv, options, status);
 }
 
 }  // namespace morlc

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -14,10 +15,19 @@ enum ExitStatus {
     kUsage = 2     ///< the command line is wrong
 };
 
-/// What the command line asks for.
-struct Options {
-    std::string directory = ".";  ///< entered before anything else
-    std::string target;           ///< a target, or "all"
+/// What is asked for.
+enum class Command { Pass, List, Graph, Build };
+
+/// What every command understands.
+struct CommonOptions {
+    std::string directory = ".";       ///< entered before anything else
+    std::string diagnostics = "text";  ///< how problems are written: "text" or "json"
+    bool verbose = false;
+};
+
+/// One pass, or both passes of a shader.
+struct PassOptions {
+    std::string target;  ///< a target, or "all"
     int stage = 0;
     std::vector<std::string> nodes;          ///< of the one pass of `stage`
     std::vector<std::string> vertexNodes;    ///< of the vertex pass, when both passes are asked for
@@ -27,9 +37,38 @@ struct Options {
     std::string semanticsIn;   ///< empty: none
     std::string semanticsOut;  ///< empty: none
     std::string output = "-";  ///< a file ("-": standard output); a directory for both passes
-    bool verbose = false;
 
     bool BothPasses() const { return !vertexNodes.empty(); }
+};
+
+/// A picture of the node graph.
+struct GraphOptions {
+    std::string format;  ///< "svg" or "dot"
+    std::string output = "-";
+};
+
+/// The shaders of a manifest.
+struct BuildOptions {
+    std::string manifest;
+    std::string output;                ///< the directory that is written to
+    std::vector<std::string> shaders;  ///< the only ones to be built; empty: all of them
+    std::size_t jobs = 1;              ///< threads
+    std::size_t shard = 0;             ///< 1-based; 0: the whole
+    std::size_t shardCount = 0;
+    std::size_t joinCount = 0;  ///< of shares to be put together; 0: this is not asked for
+    bool indexOnly = false;     ///< only write the index of what was built before
+    std::string ninjaFile;      ///< empty: none; otherwise nothing else is written
+    std::string depfile;        ///< empty: none
+    bool quiet = false;
+};
+
+struct Options {
+    Command command = Command::Pass;
+    std::string program;  ///< how this tool was called
+    CommonOptions common;
+    PassOptions pass;
+    GraphOptions graph;
+    BuildOptions build;
 };
 
 /// Reads the command line into `options`. Returns true to go on; otherwise the process ends with

@@ -7,6 +7,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <stdexcept>
 #include <string_view>
 #include <system_error>
@@ -102,6 +104,19 @@ private:
     bool renamed = false;
 };
 
+/// Whether a regular file has exactly this text.
+bool Holds(const std::string& path, const std::string& text)
+{
+    std::error_code ignored;
+    if (!std::filesystem::is_regular_file(path, ignored) ||
+        std::filesystem::file_size(path, ignored) != text.size()) {
+        return false;
+    }
+    std::ifstream file(path, std::ios::binary);
+    const std::string old(std::istreambuf_iterator<char>(file), {});
+    return file.is_open() && old == text;
+}
+
 }  // namespace
 
 void WriteWhole(const std::string& path, const std::string& text)
@@ -129,6 +144,19 @@ void WriteWhole(const std::string& path, const std::string& text)
     if (!temporary.Commit(text, target)) {
         Fail(path, errno);
     }
+}
+
+bool WriteIfChanged(const std::string& path, const std::string& text)
+{
+    if (Holds(path, text)) {
+        return false;
+    }
+    const std::filesystem::path parent = std::filesystem::path(path).parent_path();
+    if (!parent.empty()) {
+        std::filesystem::create_directories(parent);
+    }
+    WriteWhole(path, text);
+    return true;
 }
 
 }  // namespace morlc

@@ -10,8 +10,7 @@ namespace morlc {
 using Semantics = std::unordered_map<std::string, std::string>;
 
 /// Reads a table: a JSON object whose values are strings.
-/// @throws std::runtime_error, with a text that names the file, when it cannot be read or is not
-/// one.
+/// @throws DiagnosticError when it cannot be read or is not one.
 Semantics ReadSemantics(const std::string& path);
 
 /// The table as JSON text, in the order of the names.

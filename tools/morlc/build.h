@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "diagnostics.h"
+#include "options.h"
+
+namespace morlc {
+
+/// "morlc build": makes of a manifest what the options ask for. Problems of the shaders go to the
+/// diagnostics. A shader with errors is not written, nor the index then: what an earlier build left
+/// stays.
+/// @throws std::exception when the manifest is not valid, or a file cannot be read or written.
+void Build(const Options& options, Diagnostics& diagnostics);
+
+}  // namespace morlc

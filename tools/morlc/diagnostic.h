@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "excerpt.h"
+
+#include <stdexcept>
+#include <string>
+
+namespace morlc {
+
+/// One problem, or one remark, as it is shown.
+struct Diagnostic {
+    bool isError = true;
+    std::string file;    ///< empty: none is concerned
+    std::string node;    ///< empty: none is concerned; otherwise the location is in its source
+    std::string shader;  ///< of a manifest; empty: none is concerned
+    int line = 0;        ///< 1-based; 0: no location
+    int column = 0;      ///< 1-based, in bytes; 0: no location
+    std::string text;    ///< may hold anything; it is made printable when it is shown
+    Excerpt excerpt;     ///< the source line
+};
+
+/// A problem that ends what the tool is doing.
+class DiagnosticError : public std::runtime_error {
+public:
+    explicit DiagnosticError(Diagnostic what)
+        : std::runtime_error(what.text), diagnostic(std::move(what))
+    {
+    }
+
+    Diagnostic diagnostic;
+};
+
+/// How diagnostics are written.
+enum class DiagnosticFormat { Text, Json };
+
+/// A text diagnostic, with its line breaks: "FILE: node NAME:LINE:COLUMN: error: TEXT", and the
+/// source line with a caret under it where there is one.
+/// @param colour with the control sequences of a terminal.
+std::string FormatText(const Diagnostic& diagnostic, bool colour);
+
+/// The same as one JSON object on one line, with its line break. It has "severity" and "message",
+/// and of "file", "node", "shader", "line" and "column" those that apply.
+std::string FormatJson(const Diagnostic& diagnostic);
+
+}  // namespace morlc

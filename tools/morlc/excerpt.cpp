@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#include "excerpt.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+namespace morlc {
+namespace {
+
+/// How much of a line is shown, in bytes.
+constexpr std::size_t kWidth = 120;
+
+/// Whether a byte continues a character of UTF-8.
+bool IsContinuation(char c)
+{
+    return (static_cast<unsigned char>(c) & 0xC0U) == 0x80;
+}
+
+}  // namespace
+
+SourceLines::SourceLines(std::string newText) : text(std::move(newText)), starts(1)
+{
+    for (std::size_t end = text.find('\n'); end != std::string::npos;
+         end = text.find('\n', end + 1)) {
+        starts.push_back(end + 1);
+    }
+}
+
+Excerpt SourceLines::At(int line, int column) const
+{
+    const auto index = static_cast<std::size_t>(line) - 1;
+    if (line < 1 || column < 1 || index >= starts.size()) {
+        return {};
+    }
+    const std::size_t end = index + 1 < starts.size() ? starts[index + 1] - 1 : text.size();
+    std::string_view shown(text.data() + starts[index], end - starts[index]);
+    std::size_t place = std::min(static_cast<std::size_t>(column) - 1, shown.size());
+    if (shown.size() > kWidth) {
+        const std::size_t skipped = place - std::min(place, kWidth / 2);
+        shown = shown.substr(skipped, kWidth);
+        place -= skipped;
+    }
+    if (shown.find_first_not_of(" \t\r") == std::string_view::npos) {
+        return {};
+    }
+    Excerpt excerpt;
+    excerpt.line = shown;
+    // One blank wide in both lines, so that the caret stands right on any terminal.
+    std::replace(excerpt.line.begin(), excerpt.line.end(), '\t', ' ');
+    const std::string_view left = shown.substr(0, place);
+    excerpt.caret = left.size() - static_cast<std::size_t>(
+                                      std::count_if(left.begin(), left.end(), IsContinuation));
+    return excerpt;
+}
+
+std::pair<int, int> SourceLines::Locate(std::size_t offset) const
+{
+    const auto next = std::upper_bound(starts.begin(), starts.end(), offset);
+    return {static_cast<int>(next - starts.begin()), static_cast<int>(offset - *(next - 1)) + 1};
+}
+
+}  // namespace morlc

@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: MIT
+#include "json_file.h"
+
+#include <cerrno>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <sstream>
+#include <system_error>
+#include <tuple>
+
+namespace morlc {
+namespace {
+
+/// The reader's messages span lines; one line is wanted.
+std::string OnOneLine(const std::string& message)
+{
+    std::istringstream words(message);
+    std::string line;
+    for (std::string word; words >> word;) {
+        line += (line.empty() ? "" : " ") + word;
+    }
+    return line;
+}
+
+}  // namespace
+
+std::string ReadFile(const std::string& path)
+{
+    errno = 0;
+    std::ifstream file(path, std::ios::binary);
+    // Opening a directory succeeds; only reading it fails.
+    std::string text;
+    if (file && file.peek() != std::ifstream::traits_type::eof()) {
+        text.assign(std::istreambuf_iterator<char>(file), {});
+    }
+    if (errno != 0 && text.empty()) {
+        Diagnostic diagnostic;
+        diagnostic.text = "cannot read " + path + ": " + std::generic_category().message(errno);
+        throw DiagnosticError(diagnostic);
+    }
+    return text;
+}
+
+Diagnostic DiagnosticAt(const std::string& path, const SourceLines& source, std::size_t offset,
+                        const std::string& text)
+{
+    Diagnostic diagnostic;
+    diagnostic.file = path;
+    diagnostic.text = text;
+    std::tie(diagnostic.line, diagnostic.column) = source.Locate(offset);
+    diagnostic.excerpt = source.At(diagnostic.line, diagnostic.column);
+    return diagnostic;
+}
+
+Diagnostic JsonError(const std::string& path, const SourceLines& source,
+                     const std::string& messages)
+{
+    Diagnostic diagnostic;
+    diagnostic.file = path;
+    std::istringstream text(messages);
+    std::string word;
+    char comma = '\0';
+    // "* Line 3, Column 5", then the message, up to the next such line.
+    if (text >> word >> word >> diagnostic.line >> comma >> word >> diagnostic.column) {
+        std::string first(std::istreambuf_iterator<char>(text), {});
+        diagnostic.text = "not valid JSON: " + OnOneLine(first.substr(0, first.find("\n*")));
+        diagnostic.excerpt = source.At(diagnostic.line, diagnostic.column);
+    } else {
+        diagnostic.line = 0;
+        diagnostic.text = "not valid JSON: " + OnOneLine(messages);
+    }
+    return diagnostic;
+}
+
+JsonFile::JsonFile(const std::string& newPath) : path(newPath), source(ReadFile(newPath))
+{
+    if (source.IsEmpty()) {
+        Diagnostic diagnostic;
+        diagnostic.file = path;
+        diagnostic.text = "the file is empty";
+        throw DiagnosticError(diagnostic);
+    }
+    Json::CharReaderBuilder builder;
+    Json::CharReaderBuilder::strictMode(&builder.settings_);
+    const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
+    std::string errors;
+    const std::string& text = source.Text();
+    bool isValid = false;
+    try {
+        isValid = reader->parse(text.data(), text.data() + text.size(), &root, &errors);
+    } catch (const Json::RuntimeError&) {
+        errors = "nested too deeply";
+    }
+    if (!isValid) {
+        throw DiagnosticError(JsonError(path, source, errors));
+    }
+}
+
+Diagnostic JsonFile::At(const Json::Value& value, const std::string& text) const
+{
+    return DiagnosticAt(path, source, static_cast<std::size_t>(value.getOffsetStart()), text);
+}
+
+void JsonFile::Fail(const Json::Value& value, const std::string& text) const
+{
+    throw DiagnosticError(At(value, text));
+}
+
+std::string FormatJsonFile(const Json::Value& root)
+{
+    Json::StreamWriterBuilder builder;
+    builder["indentation"] = "  ";
+    builder["enableYAMLCompatibility"] = true;  // "name": value, without a blank before the colon
+    return Json::writeString(builder, root) + "\n";
+}
+
+}  // namespace morlc

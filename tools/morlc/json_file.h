@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "diagnostic.h"
+
+#include <json/json.h>
+#include <string>
+#include <string_view>
+
+namespace morlc {
+
+/// A JSON document that was read from a file, with what it takes to point at its values.
+class JsonFile {
+public:
+    /// Reads a file, which must hold one strict JSON document.
+    /// @throws DiagnosticError when it cannot be read or is not one.
+    explicit JsonFile(const std::string& path);
+
+    const Json::Value& Root() const { return root; }
+
+    /// A diagnostic that points at a value of the document.
+    Diagnostic At(const Json::Value& value, const std::string& text) const;
+
+    /// Throws such a diagnostic.
+    [[noreturn]] void Fail(const Json::Value& value, const std::string& text) const;
+
+private:
+    std::string path;
+    SourceLines source;
+    Json::Value root;
+};
+
+/// The whole file.
+/// @throws DiagnosticError when it cannot be read.
+std::string ReadFile(const std::string& path);
+
+/// What the reader of JSON reports of a document that it cannot read ("* Line 1, Column 2\n ..."),
+/// as a diagnostic: its first message.
+Diagnostic JsonError(const std::string& path, const SourceLines& source,
+                     const std::string& messages);
+
+/// A diagnostic that points at a byte of a file.
+Diagnostic DiagnosticAt(const std::string& path, const SourceLines& source, std::size_t offset,
+                        const std::string& text);
+
+/// A document as text, with its line break at the end; indented by two blanks.
+std::string FormatJsonFile(const Json::Value& root);
+
+}  // namespace morlc

@@ -1,0 +1,311 @@
+// SPDX-License-Identifier: MIT
+#include "manifest.h"
+
+#include "json_file.h"
+#include "nearest.h"
+
+#include <morl/morl.h>
+#include <algorithm>
+#include <set>
+#include <utility>
+
+namespace morlc {
+namespace {
+
+/// How many variants a manifest may have, over all its shaders and targets. More are a slip rather
+/// than a wish, and would fill the disk.
+constexpr std::size_t kMaxVariants = 1'000'000;
+
+/// How long the names of files may be, in bytes, on the usual file systems.
+constexpr std::size_t kMaxFileName = 255 - sizeof(".vert.XXXXXX");
+
+bool IsLetter(char c)
+{
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
+}
+
+bool IsDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+
+/// The name of the index in the directory that is written to, so that no shader can have it.
+constexpr const char* kIndexName = "index";
+
+/// Names become names of files and directories.
+bool IsFileName(const std::string& name)
+{
+    return !name.empty() && name[0] != '-' && name != kIndexName &&
+           std::all_of(name.begin(), name.end(),
+                       [](char c) { return IsLetter(c) || IsDigit(c) || c == '-'; });
+}
+
+bool IsMacroName(const std::string& name)
+{
+    return !name.empty() && IsLetter(name[0]) &&
+           std::all_of(name.begin(), name.end(), [](char c) { return IsLetter(c) || IsDigit(c); });
+}
+
+/// Reads the values of one manifest.
+class ManifestReader {
+public:
+    explicit ManifestReader(const std::string& path) : file(path) {}
+
+    std::vector<ManifestShader> Read()
+    {
+        const Json::Value& root = file.Root();
+        CheckMembers(root, "the manifest", {"shaders", "targets"});
+        const std::vector<std::string> targets =
+            root.isMember("targets") ? ReadTargets(root["targets"]) : ns_ruke::MorlTargets();
+        if (!root["shaders"].isArray()) {
+            file.Fail(Or(root["shaders"], root), "\"shaders\" must be a list of shaders");
+        }
+        std::vector<ManifestShader> shaders;
+        std::set<std::string> names;
+        std::size_t variants = 0;
+        for (const Json::Value& entry : root["shaders"]) {
+            shaders.push_back(ReadShader(entry, targets));
+            const ManifestShader& shader = shaders.back();
+            if (!names.insert(shader.name).second) {
+                file.Fail(entry["name"], "two shaders are called '" + shader.name + "'");
+            }
+            variants += shader.variants * shader.targets.size();
+            if (variants > kMaxVariants) {
+                file.Fail(entry, "with this shader there are more than " +
+                                     std::to_string(kMaxVariants) + " variants");
+            }
+        }
+        return shaders;
+    }
+
+private:
+    /// A missing value has no place; then that of its parent serves.
+    static const Json::Value& Or(const Json::Value& value, const Json::Value& parent)
+    {
+        return value.isNull() && value.getOffsetLimit() == 0 ? parent : value;
+    }
+
+    void CheckMembers(const Json::Value& object, const std::string& what,
+                      const std::vector<std::string>& known) const
+    {
+        if (!object.isObject()) {
+            file.Fail(object, what + " must be an object");
+        }
+        for (auto member = object.begin(); member != object.end(); ++member) {
+            if (std::find(known.begin(), known.end(), member.name()) == known.end()) {
+                file.Fail(*member, DescribeUnknown(member.name(), what, known));
+            }
+        }
+    }
+
+    static std::string DescribeUnknown(const std::string& name, const std::string& what,
+                                       const std::vector<std::string>& known)
+    {
+        return "unknown member \"" + name + "\" of " + what + Suggestion(known, name);
+    }
+
+    int ReadInt(const Json::Value& value, const std::string& what) const
+    {
+        if (!value.isInt() || value.isBool()) {
+            file.Fail(value, what + " must be an integer of 32 bits");
+        }
+        return value.asInt();
+    }
+
+    std::vector<std::string> ReadTargets(const Json::Value& value) const
+    {
+        if (!value.isArray() || value.empty()) {
+            file.Fail(value, "\"targets\" must be a list of targets");
+        }
+        const std::vector<std::string> known = ns_ruke::MorlTargets();
+        std::set<std::string> named;
+        for (const Json::Value& target : value) {
+            const std::string name = target.isString() ? target.asString() : "";
+            if (std::find(known.begin(), known.end(), name) == known.end()) {
+                file.Fail(target, "unknown target '" + name + "'" + Suggestion(known, name));
+            }
+            named.insert(name);
+        }
+        std::vector<std::string> targets;
+        std::copy_if(known.begin(), known.end(), std::back_inserter(targets),
+                     [&](const std::string& name) { return named.count(name) > 0; });
+        return targets;
+    }
+
+    std::vector<NodeName> ReadNodes(const Json::Value& shader, const char* member) const
+    {
+        std::vector<NodeName> nodes;
+        const Json::Value& value = shader[member];
+        if (value.isNull()) {
+            return nodes;
+        }
+        if (!value.isArray()) {
+            file.Fail(value, std::string("\"") + member + "\" must be a list of nodes");
+        }
+        for (const Json::Value& node : value) {
+            if (!node.isString()) {
+                file.Fail(node, "a node must be a string, its name");
+            }
+            nodes.push_back({node.asString(), file.At(node, "")});
+        }
+        return nodes;
+    }
+
+    MacroRange ReadMacro(const std::string& name, const Json::Value& value) const
+    {
+        if (!IsMacroName(name)) {
+            file.Fail(value, "'" + name + "' is no name of a macro");
+        }
+        MacroRange range;
+        range.name = name;
+        range.isAxis = value.isArray();
+        if (!range.isAxis) {
+            range.values = {ReadInt(value, "the value of " + name)};
+            return range;
+        }
+        for (const Json::Value& one : value) {
+            const int number = ReadInt(one, "each value of " + name);
+            if (std::count(range.values.begin(), range.values.end(), number) > 0) {
+                file.Fail(one, name + " has this value twice");
+            }
+            range.values.push_back(number);
+        }
+        if (range.values.empty()) {
+            file.Fail(value, name + " has no values");
+        }
+        return range;
+    }
+
+    std::map<std::string, int> ReadInts(const Json::Value& value, const std::string& what) const
+    {
+        std::map<std::string, int> ints;
+        if (value.isNull()) {
+            return ints;
+        }
+        if (!value.isObject()) {
+            file.Fail(value, what + " must be an object");
+        }
+        for (auto member = value.begin(); member != value.end(); ++member) {
+            ints[member.name()] = ReadInt(*member, "the value of " + member.name());
+        }
+        return ints;
+    }
+
+    void ReadMacros(const Json::Value& entry, ManifestShader& shader) const
+    {
+        const Json::Value& macros = entry["macros"];
+        if (!macros.isNull() && !macros.isObject()) {
+            file.Fail(macros, "\"macros\" must be an object");
+        }
+        for (auto macro = macros.begin(); macro != macros.end(); ++macro) {
+            shader.macros.push_back(ReadMacro(macro.name(), *macro));
+            shader.variants *= shader.macros.back().values.size();
+            if (shader.variants > kMaxVariants) {
+                file.Fail(macros,
+                          "these are more than " + std::to_string(kMaxVariants) + " combinations");
+            }
+        }
+        const Json::Value& own = entry["targetMacros"];
+        if (!own.isNull()) {
+            CheckMembers(own, "\"targetMacros\"", ns_ruke::MorlTargets());
+        }
+        for (auto target = own.begin(); target != own.end(); ++target) {
+            shader.targetMacros[target.name()] = ReadInts(*target, "\"" + target.name() + "\"");
+        }
+        if (shader.VariantName(shader.variants - 1).size() > kMaxFileName) {
+            file.Fail(macros, "the names of the variants are too long for names of files");
+        }
+    }
+
+    ManifestShader ReadShader(const Json::Value& entry,
+                              const std::vector<std::string>& targets) const
+    {
+        CheckMembers(
+            entry, "a shader",
+            {"name", "vertex", "fragment", "targets", "macros", "targetMacros", "samplers"});
+        ManifestShader shader;
+        const Json::Value& name = entry["name"];
+        shader.name = name.isString() ? name.asString() : "";
+        if (!IsFileName(shader.name) || shader.name.size() > kMaxFileName) {
+            file.Fail(Or(name, entry),
+                      "a shader needs a \"name\" of letters, digits, '_' and '-' (not "
+                      "\"index\"), as files are called by it");
+        }
+        shader.place = file.At(name, "");
+        shader.place.shader = shader.name;
+        shader.entry = entry;
+        shader.targets = entry.isMember("targets") ? ReadTargets(entry["targets"]) : targets;
+        shader.vertex = ReadNodes(entry, "vertex");
+        shader.fragment = ReadNodes(entry, "fragment");
+        if (shader.vertex.empty() && shader.fragment.empty()) {
+            file.Fail(entry, "the shader has neither \"vertex\" nor \"fragment\" nodes");
+        }
+        ReadMacros(entry, shader);
+        shader.samplers = ReadInts(entry["samplers"], "\"samplers\"");
+        return shader;
+    }
+
+    JsonFile file;
+};
+
+}  // namespace
+
+std::string ManifestShader::VariantName(std::size_t variant) const
+{
+    std::string text;
+    for (auto macro = macros.rbegin(); macro != macros.rend(); ++macro) {
+        const std::size_t count = macro->values.size();
+        if (macro->isAxis) {
+            text.insert(0, text.empty() ? "" : ",");
+            text.insert(0, std::to_string(macro->values[variant % count]));
+            text.insert(0, macro->name + "=");
+        }
+        variant /= count;
+    }
+    return text.empty() ? "default" : text;
+}
+
+MacroValues ManifestShader::Macros(std::size_t variant, const std::string& target) const
+{
+    MacroValues values;
+    for (auto macro = macros.rbegin(); macro != macros.rend(); ++macro) {
+        const std::size_t count = macro->values.size();
+        values[macro->name] = macro->values[variant % count];
+        variant /= count;
+    }
+    const auto own = targetMacros.find(target);
+    if (own != targetMacros.end()) {
+        for (const auto& [macro, value] : own->second) {
+            values[macro] = value;
+        }
+    }
+    return values;
+}
+
+Manifest::Manifest(const std::string& newPath)
+    : path(newPath), shaders(ManifestReader(newPath).Read())
+{
+}
+
+void Manifest::Select(const std::vector<std::string>& names)
+{
+    std::vector<std::string> known;
+    for (const ManifestShader& shader : shaders) {
+        known.push_back(shader.name);
+    }
+    for (const std::string& name : names) {
+        if (std::find(known.begin(), known.end(), name) == known.end()) {
+            Diagnostic diagnostic;
+            diagnostic.file = path;
+            diagnostic.text =
+                "--shader: no shader is called '" + name + "'" + Suggestion(known, name);
+            throw DiagnosticError(diagnostic);
+        }
+    }
+    const auto isUnwanted = [&](const ManifestShader& shader) {
+        return std::find(names.begin(), names.end(), shader.name) == names.end();
+    };
+    shaders.erase(std::remove_if(shaders.begin(), shaders.end(), isUnwanted), shaders.end());
+}
+
+}  // namespace morlc

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "diagnostic.h"
+
+#include <json/json.h>
+#include <cstddef>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace morlc {
+
+class JsonFile;
+
+/// Values by macro name.
+using MacroValues = std::map<std::string, int>;
+
+/// A macro of a shader, with the values that it takes.
+struct MacroRange {
+    std::string name;
+    std::vector<int> values;  ///< at least one
+    bool isAxis = false;  ///< whether the manifest gives a list: then it is part of variants' names
+};
+
+/// A node that a shader names.
+struct NodeName {
+    std::string name;
+    Diagnostic place;  ///< where the manifest names it
+};
+
+/// A shader of a manifest. Its variants are all combinations of the values of its macros, numbered
+/// with the last macro varying fastest.
+struct ManifestShader {
+    std::string name;
+    std::vector<NodeName> vertex;                     ///< empty: the shader has no such pass
+    std::vector<NodeName> fragment;                   ///< likewise
+    std::vector<std::string> targets;                 ///< in the order of ns_ruke::MorlTargets()
+    std::vector<MacroRange> macros;                   ///< in ascending order of the names
+    std::map<std::string, MacroValues> targetMacros;  ///< values that hold in one target only
+    std::map<std::string, int> samplers;
+    Diagnostic place;          ///< where the manifest names it
+    std::size_t variants = 1;  ///< how many there are
+    Json::Value entry;         ///< as the manifest has it
+
+    /// The macros that are lists, with their values: "FOG=1,LIGHTS=2"; "default" without lists.
+    std::string VariantName(std::size_t variant) const;
+
+    /// All macros of a variant.
+    MacroValues Macros(std::size_t variant, const std::string& target) const;
+};
+
+/// The shaders that a JSON file lists:
+///
+///     {"targets": ["hlsl", "glsl"],
+///      "shaders": [{"name": "lit", "vertex": ["a", "b"], "fragment": ["c"], "targets": ["glsl"],
+///                   "macros": {"LIGHTS": [1, 2, 4], "FOG": 1},
+///                   "targetMacros": {"hlsl10": {"SHADOWS": 1}},
+///                   "samplers": {"albedoMap": 0}}]}
+///
+/// "name" and one of "vertex" and "fragment" must be there.
+struct Manifest {
+    std::string path;
+    std::vector<ManifestShader> shaders;
+
+    /// @throws DiagnosticError when the file cannot be read or says anything else.
+    explicit Manifest(const std::string& newPath);
+
+    /// Leaves only the shaders of these names.
+    /// @throws DiagnosticError for a name that is not there.
+    void Select(const std::vector<std::string>& names);
+};
+
+}  // namespace morlc

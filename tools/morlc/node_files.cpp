@@ -1,0 +1,161 @@
+// SPDX-License-Identifier: MIT
+#include "node_files.h"
+
+#include "json_file.h"
+
+#include <morl/compiler/json_comments.h>
+#include <morl/core/limits.h>
+#include <filesystem>
+#include <stdexcept>
+
+namespace morlc {
+namespace {
+
+/// One node file on its way through the checks.
+struct NodeFile {
+    std::string path;  ///< as it is reported
+    SourceLines source;
+    Json::Value root;
+};
+
+/// Reads the document as the compiler does, which is lenient.
+/// @throws DiagnosticError when there is none.
+void ParseNodeFile(NodeFile& file)
+{
+    Json::CharReaderBuilder builder;
+    builder["collectComments"] = false;
+    builder["stackLimit"] = ns_ruke::kMaxJsonNesting;
+    const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
+    std::string errors;
+    std::string text = file.source.Text();
+    ns_ruke::RemoveComments(text);
+    bool isValid = false;
+    try {
+        isValid = reader->parse(text.data(), text.data() + text.size(), &file.root, &errors);
+    } catch (const Json::RuntimeError&) {
+        errors = "nested too deeply";
+    }
+    if (!isValid) {
+        throw DiagnosticError(JsonError(file.path, file.source, errors));
+    }
+    if (!file.root.isArray()) {
+        throw DiagnosticError(
+            DiagnosticAt(file.path, file.source, 0, "not a list of nodes (a JSON array)"));
+    }
+}
+
+bool IsText(const Json::Value& value)
+{
+    return value.isString() || value.isBool() || value.isNull();
+}
+
+bool IsNumber(const Json::Value& value)
+{
+    return value.isNumeric() || value.isBool() || value.isNull();
+}
+
+/// What is wrong with a member of a node; empty when it is as it should be. The compiler takes more
+/// than strings and numbers: booleans, and nothing at all.
+std::string FaultOf(const std::string& member, const Json::Value& value)
+{
+    if (member == "name" || member == "content") {
+        return IsText(value) ? "" : "a node's \"" + member + "\" must be a string";
+    }
+    if (member == "x" || member == "y") {
+        return IsNumber(value) ? "" : "a node's \"" + member + "\" must be a number";
+    }
+    if (member == "ref" && value.isObject() && !value.empty()) {
+        return "a node's \"ref\" must be a list of names";
+    }
+    return {};
+}
+
+/// Reports what is wrong with one node; returns whether anything is.
+bool ReportFaults(const NodeFile& file, const Json::Value& node, Diagnostics& diagnostics)
+{
+    bool faulty = false;
+    const auto report = [&](const Json::Value& value, const std::string& text) {
+        const auto offset = static_cast<std::size_t>(value.getOffsetStart());
+        diagnostics.Report(DiagnosticAt(file.path, file.source, offset, text));
+        faulty = true;
+    };
+    for (const char* member : {"name", "x", "y", "content", "ref"}) {
+        const std::string fault = FaultOf(member, node[member]);
+        if (!fault.empty()) {
+            report(node[member], fault);
+        }
+    }
+    if (node["ref"].isArray()) {
+        for (const Json::Value& reference : node["ref"]) {
+            if (!IsText(reference)) {
+                report(reference, "a reference must be a string, the name of a node");
+            }
+        }
+    }
+    return faulty;
+}
+
+}  // namespace
+
+const std::vector<std::string>& NodeFilePaths()
+{
+    static const std::vector<std::string> paths = {
+        "morl/vertex_shader.morl", "morl/fragment_shader.morl", "morl/post_effect.morl",
+        "morl/special_output.morl"};
+    return paths;
+}
+
+NodeFiles::NodeFiles(const std::string& prefix, Diagnostics& diagnostics)
+{
+    for (const std::string& path : NodeFilePaths()) {
+        NodeFile file;
+        file.path = prefix + path;
+        try {
+            file.source = SourceLines(ReadFile(path));
+        } catch (const DiagnosticError&) {
+            continue;  // The compiler reports files that it cannot read.
+        }
+        try {
+            ParseNodeFile(file);
+        } catch (const DiagnosticError& error) {
+            diagnostics.Report(error.diagnostic);
+            broken = true;
+            continue;
+        }
+        for (const Json::Value& node : file.root) {
+            if (!node.isObject()) {
+                continue;  // The compiler reports these, too.
+            }
+            if (ReportFaults(file, node, diagnostics)) {
+                broken = true;
+            } else {
+                fileByNode[node["name"].asString()] = file.path;
+            }
+        }
+    }
+}
+
+std::unique_ptr<ns_ruke::MorlCompiler> LoadNodes(const NodeFiles& files, const std::string& prefix,
+                                                 Diagnostics& diagnostics)
+{
+    if (files.IsBroken()) {
+        return nullptr;
+    }
+    diagnostics.SetNodeFiles(prefix, files.FileByNode());
+    return std::make_unique<ns_ruke::MorlCompiler>();
+}
+
+std::string EnterDirectory(const std::string& directory)
+{
+    std::error_code error;
+    std::filesystem::current_path(directory, error);
+    if (error) {
+        throw std::runtime_error("cannot enter " + directory + ": " + error.message());
+    }
+    if (directory == ".") {
+        return {};
+    }
+    return directory.back() == '/' ? directory : directory + "/";
+}
+
+}  // namespace morlc

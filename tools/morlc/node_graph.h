@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <morl/morl.h>
+#include <cstddef>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace morlc {
+
+/// A node of the picture.
+struct GraphNode {
+    std::string name;
+    std::string file;
+    double x = 0;  ///< where the author put it on the canvas of its file, in the canvas's units
+    double y = 0;
+    bool isMissing = false;  ///< it is referred to, but there is no such node
+    bool isInCycle = false;
+};
+
+/// A reference, from the node that makes it.
+struct GraphEdge {
+    std::size_t from;
+    std::size_t to;
+    bool isBroken = false;   ///< `to` is missing
+    bool isInCycle = false;  ///< it is part of a cycle of references
+};
+
+/// The nodes and their references. Each file has a canvas of its own.
+struct NodeGraph {
+    std::vector<GraphNode> nodes;  ///< in ascending order of the names; missing ones at the end
+    std::vector<GraphEdge> edges;
+
+    /// @param files the file of each node.
+    NodeGraph(const ns_ruke::MorlCompiler& compiler,
+              const std::unordered_map<std::string, std::string>& files);
+
+    /// The files, in ascending order.
+    std::vector<std::string> Files() const;
+
+    /// A picture that any browser shows: a panel per file, boxes for the nodes, arrows from each
+    /// node to those that it refers to. Broken references and cycles are red.
+    std::string FormatSvg() const;
+
+    /// The same for the tools of Graphviz, "neato -n" among them: positions are in points.
+    std::string FormatDot() const;
+
+private:
+    void AddEdges(const ns_ruke::MorlCompiler& compiler);
+    void AddMissing(std::size_t from, const std::string& name);
+    void MarkCycles();
+};
+
+}  // namespace morlc

@@ -1,0 +1,169 @@
+// SPDX-License-Identifier: MIT
+#include "record.h"
+
+#include "json_file.h"
+
+namespace morlc {
+namespace {
+
+template <class Container>
+Json::Value StringArray(const Container& strings)
+{
+    Json::Value array(Json::arrayValue);
+    for (const auto& string : strings) {
+        array.append(string);
+    }
+    return array;
+}
+
+template <class Map>
+Json::Value Object(const Map& map)
+{
+    Json::Value object(Json::objectValue);
+    for (const auto& [name, value] : map) {
+        object[name] = value;
+    }
+    return object;
+}
+
+Json::Value NodeNames(const std::vector<NodeName>& nodes)
+{
+    Json::Value array(Json::arrayValue);
+    for (const NodeName& node : nodes) {
+        array.append(node.name);
+    }
+    return array;
+}
+
+Json::Value Variants(const ShaderRecord& record)
+{
+    Json::Value targets(Json::objectValue);
+    for (const auto& [target, variants] : record.variants) {
+        for (const auto& [name, variant] : variants) {
+            Json::Value& files = targets[target][name];
+            files = Json::Value(Json::objectValue);
+            if (!variant.vertex.empty()) {
+                files["vertex"] = variant.vertex;
+            }
+            if (!variant.fragment.empty()) {
+                files["fragment"] = variant.fragment;
+            }
+        }
+    }
+    return targets;
+}
+
+Json::Value Texts(const ShaderRecord& record)
+{
+    Json::Value texts(Json::objectValue);
+    for (const auto& [file, text] : record.texts) {
+        Json::Value& object = texts[file];
+        object["target"] = text.target;
+        object["stage"] = text.stage;
+        object["uniforms"] = StringArray(text.uniforms);
+        object["samplers"] = Object(text.samplers);
+        object["semantics"] = Object(text.semantics);
+    }
+    return texts;
+}
+
+Json::Value Macros(const ManifestShader& shader)
+{
+    Json::Value macros(Json::objectValue);
+    for (const MacroRange& macro : shader.macros) {
+        macros[macro.name] =
+            macro.isAxis ? StringArray(macro.values) : Json::Value(macro.values.front());
+    }
+    return macros;
+}
+
+TextRecord ReadTextRecord(const Json::Value& object)
+{
+    TextRecord text;
+    text.target = object["target"].asString();
+    text.stage = object["stage"].asString();
+    for (const Json::Value& uniform : object["uniforms"]) {
+        text.uniforms.push_back(uniform.asString());
+    }
+    const Json::Value& samplers = object["samplers"];
+    for (auto sampler = samplers.begin(); sampler != samplers.end(); ++sampler) {
+        text.samplers[sampler.name()] = sampler->asInt();
+    }
+    const Json::Value& semantics = object["semantics"];
+    for (auto semantic = semantics.begin(); semantic != semantics.end(); ++semantic) {
+        text.semantics[semantic.name()] = semantic->asString();
+    }
+    return text;
+}
+
+ShaderRecord ReadRecord(const Json::Value& root)
+{
+    ShaderRecord record;
+    const Json::Value& texts = root["texts"];
+    for (auto text = texts.begin(); text != texts.end(); ++text) {
+        record.texts[text.name()] = ReadTextRecord(*text);
+    }
+    const Json::Value& targets = root["variants"];
+    for (auto target = targets.begin(); target != targets.end(); ++target) {
+        for (auto variant = target->begin(); variant != target->end(); ++variant) {
+            record.variants[target.name()][variant.name()] = {(*variant)["vertex"].asString(),
+                                                              (*variant)["fragment"].asString()};
+        }
+    }
+    return record;
+}
+
+}  // namespace
+
+Json::Value ShaderRecord::ToJson(const ManifestShader& shader) const
+{
+    Json::Value root(Json::objectValue);
+    root["name"] = shader.name;
+    root["nodes"]["vertex"] = NodeNames(shader.vertex);
+    root["nodes"]["fragment"] = NodeNames(shader.fragment);
+    root["macros"] = Macros(shader);
+    root["targetMacros"] = Json::Value(Json::objectValue);
+    for (const auto& [target, values] : shader.targetMacros) {
+        root["targetMacros"][target] = Object(values);
+    }
+    root["samplers"] = Object(shader.samplers);
+    root["texts"] = Texts(*this);
+    root["variants"] = Variants(*this);
+    return root;
+}
+
+ShaderRecord ShaderRecord::Read(const std::filesystem::path& path)
+{
+    const JsonFile file(path.string());
+    try {
+        return ReadRecord(file.Root());
+    } catch (const Json::Exception&) {
+        file.Fail(file.Root(), "this is not what 'morlc build' writes");
+    }
+}
+
+Json::Value MakeIndex(const std::map<std::string, ShaderRecord>& records)
+{
+    Json::Value root(Json::objectValue);
+    Json::Value& shaders = root["shaders"];
+    shaders = Json::Value(Json::objectValue);
+    for (const auto& [name, record] : records) {
+        shaders[name] = Variants(record);
+    }
+    return root;
+}
+
+std::filesystem::path RecordPath(const std::filesystem::path& directory, const std::string& shader,
+                                 std::size_t shard, std::size_t shardCount)
+{
+    const std::string share =
+        shardCount == 0 ? "" : "." + std::to_string(shard) + "-of-" + std::to_string(shardCount);
+    return directory / (shader + share + ".json");
+}
+
+std::filesystem::path IndexPath(const std::filesystem::path& directory)
+{
+    return directory / "index.json";
+}
+
+}  // namespace morlc

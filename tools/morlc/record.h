@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "manifest.h"
+
+#include <json/json.h>
+#include <filesystem>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace morlc {
+
+/// What the engine has to know of one text.
+struct TextRecord {
+    std::string target;
+    std::string stage;                  ///< "vertex" or "fragment"
+    std::vector<std::string> uniforms;  ///< in the order of their declarations
+    std::map<std::string, int>
+        samplers;  ///< the registers of those uniforms that the manifest has one of
+    std::map<std::string, std::string> semantics;  ///< assigned texture coordinates
+};
+
+/// The files of one variant, relative to the directory that is written to.
+struct VariantRecord {
+    std::string vertex;    ///< empty: the shader has no such pass
+    std::string fragment;  ///< likewise
+};
+
+/// What is known of a built shader: the reflection file DIR/SHADER.json.
+struct ShaderRecord {
+    std::map<std::string, TextRecord> texts;                               ///< by file
+    std::map<std::string, std::map<std::string, VariantRecord>> variants;  ///< by target and name
+
+    /// @param shader what the record is of; the file also repeats what the manifest says.
+    Json::Value ToJson(const ManifestShader& shader) const;
+
+    /// Reads back what ToJson wrote.
+    /// @throws DiagnosticError when the file is not there or is something else.
+    static ShaderRecord Read(const std::filesystem::path& path);
+};
+
+/// The index of a whole manifest: of each shader and target the files of each variant.
+Json::Value MakeIndex(const std::map<std::string, ShaderRecord>& records);
+
+/// Where the reflection of a shader is written; of a share of it when `shardCount` is not 0.
+std::filesystem::path RecordPath(const std::filesystem::path& directory, const std::string& shader,
+                                 std::size_t shard = 0, std::size_t shardCount = 0);
+
+/// Where the index is written.
+std::filesystem::path IndexPath(const std::filesystem::path& directory);
+
+}  // namespace morlc
