@@ -1,15 +1,28 @@
 // SPDX-License-Identifier: MIT
-// The installed package, as another project finds it.
+// The package, as those find it who install it.
 #include "support/graph.h"
 #include "support/process.h"
 
 #include <gtest/gtest.h>
+#include <memory>
+#include <set>
 #include <sstream>
 
 namespace {
 
 using morl_test::ProcessResult;
+using morl_test::ReadText;
 using morl_test::RunProcess;
+using morl_test::RunShell;
+using morl_test::TemporaryDirectory;
+using morl_test::WriteText;
+
+const std::string kExamples = std::string(MORL_SOURCE_DIR) + "/examples";
+
+/// What the example host prints: that both passes of all targets came out.
+const std::string kHostOutput =
+    "hlsl: vertex 783 bytes, 2 uniforms, 3 semantics; fragment 1933 bytes, 11 uniforms; textures "
+    "register(s0)\n";
 
 void Succeed(const std::vector<std::string>& command)
 {
@@ -17,63 +30,216 @@ void Succeed(const std::vector<std::string>& command)
     ASSERT_EQ(result.status, 0) << testing::PrintToString(command) << result.out << result.err;
 }
 
-TEST(Package, IsFoundAndLinked)
+/// The build installed into a prefix of its own.
+class Package : public testing::Test {
+protected:
+    static void SetUpTestSuite()
+    {
+        directory = std::make_unique<TemporaryDirectory>();
+        prefix = (directory->path / "pre fix").string();
+        Succeed({"cmake", "--install", MORL_BINARY_DIR, "--prefix", prefix});
+    }
+
+    static void TearDownTestSuite() { directory.reset(); }
+
+    /// Builds the example host with CMake and runs it.
+    static ProcessResult RunHost(const std::vector<std::string>& options)
+    {
+        const TemporaryDirectory build;
+        std::vector<std::string> configure = {"cmake",
+                                              "-S",
+                                              kExamples + "/embed",
+                                              "-B",
+                                              build.path.string(),
+                                              "-G",
+                                              "Ninja",
+                                              "-DCMAKE_CXX_COMPILER=" MORL_CXX_COMPILER,
+                                              "-DCMAKE_CXX_FLAGS=" MORL_SANITIZE_FLAGS};
+        configure.insert(configure.end(), options.begin(), options.end());
+        Succeed(configure);
+        Succeed({"cmake", "--build", build.path.string()});
+        return RunProcess({(build.path / "embed").string(), kExamples});
+    }
+
+    /// Builds the example host with what pkg-config says, passed through a filter, and runs it.
+    static ProcessResult RunHostOfPkgConfig(const std::string& options, const std::string& filter)
+    {
+        const TemporaryDirectory build;
+        const std::string host = (build.path / "host").string();
+        // The paths that pkg-config prints escape their blanks for the shell.
+        const ProcessResult compiled =
+            RunShell("export PKG_CONFIG_PATH='" + prefix + "/lib/pkgconfig'; eval " +
+                     MORL_CXX_COMPILER " -std=c++17 " MORL_SANITIZE_FLAGS " " + kExamples +
+                     "/embed/main.cpp -o " + host + " $(pkg-config " + options +
+                     " --cflags --libs morl | " + filter + ")");
+        EXPECT_EQ(compiled.status, 0) << compiled.err;
+        return RunShell("LD_LIBRARY_PATH='" + prefix + "/lib' " + host + " " + kExamples);
+    }
+
+    static std::unique_ptr<TemporaryDirectory> directory;
+    static std::string prefix;
+};
+
+std::unique_ptr<TemporaryDirectory> Package::directory;
+std::string Package::prefix;
+
+TEST_F(Package, IsFoundAndLinked)
 {
-    const morl_test::TemporaryDirectory directory;
-    const std::string prefix = (directory.path / "prefix").string();
-    const std::string build = (directory.path / "build").string();
-    Succeed({"cmake", "--install", MORL_BINARY_DIR, "--prefix", prefix});
-    Succeed({"cmake", "-S", std::string(MORL_SOURCE_DIR) + "/tests/package", "-B", build, "-G",
-             "Ninja", "-DCMAKE_PREFIX_PATH=" + prefix, "-DCMAKE_CXX_COMPILER=" MORL_CXX_COMPILER,
-             "-DCMAKE_CXX_FLAGS=" MORL_SANITIZE_FLAGS});
-    Succeed({"cmake", "--build", build});
-    const ProcessResult host = RunProcess({build + "/host"});
-    EXPECT_EQ(host.status, 0) << host.err;
-    EXPECT_EQ(host.out, "#version 150\nvoid main(){ \n}\n");
-    Succeed({prefix + "/bin/morlc", "--version"});
+    const std::vector<std::string> rows[] = {
+        {"-DCMAKE_PREFIX_PATH=" + prefix},
+        {"-DCMAKE_PREFIX_PATH=" + prefix, "-DSTATIC=ON"},
+        {"-DCMAKE_PREFIX_PATH=" MORL_BINARY_DIR},
+    };
+    for (const std::vector<std::string>& options : rows) {
+        const ProcessResult host = RunHost(options);
+        EXPECT_EQ(host.status, 0) << host.err;
+        EXPECT_EQ(host.out.substr(0, kHostOutput.size()), kHostOutput);
+        EXPECT_EQ(std::count(host.out.begin(), host.out.end(), '\n'), 4) << host.out;
+    }
+#ifdef MORL_SHARED
+    EXPECT_EQ(RunHostOfPkgConfig("", "cat").out.substr(0, kHostOutput.size()), kHostOutput);
+#endif
+    EXPECT_EQ(RunHostOfPkgConfig("--static", "sed s/-lmorl/-l:libmorl.a/")
+                  .out.substr(0, kHostOutput.size()),
+              kHostOutput);
+}
+
+TEST_F(Package, TellsOneVersion)
+{
+    const std::string version = MORL_PROJECT_VERSION;
+    EXPECT_EQ(RunProcess({prefix + "/bin/morlc", "--version"}).out, "morlc " + version + "\n");
+    EXPECT_EQ(
+        RunShell("PKG_CONFIG_PATH='" + prefix + "/lib/pkgconfig' pkg-config --modversion morl").out,
+        version + "\n");
+    EXPECT_NE(ReadText(prefix + "/share/man/man1/morlc.1").find("\"morl " + version + "\""),
+              std::string::npos);
+#ifdef MORL_SHARED
+    const std::string major = version.substr(0, version.find('.'));
+    EXPECT_NE(RunProcess({"objdump", "-p", MORL_LIBRARY}).out.find("libmorl.so." + major + "\n"),
+              std::string::npos);
+#endif
 }
 
 // Every installed header compiles by itself, without the headers of the JSON reader.
-TEST(Package, HasHeadersThatCompileAlone)
+TEST_F(Package, HasHeadersThatCompileAlone)
 {
-    const morl_test::TemporaryDirectory directory;
-    Succeed({"cmake", "--install", MORL_BINARY_DIR, "--prefix", directory.path.string()});
-    const auto include = directory.path / "include";
+    const TemporaryDirectory work;
+    const std::filesystem::path include = prefix + "/include";
     std::string sources;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(include)) {
         if (entry.is_regular_file()) {
-            const std::string source = directory.path.string() + "/" + entry.path().stem().string();
-            morl_test::WriteText(source + ".cpp", "#include \"" + entry.path().string() + "\"\n");
+            const std::string source = work.path.string() + "/" + entry.path().stem().string();
+            WriteText(source + ".cpp", "#include \"" + entry.path().string() + "\"\n");
             sources += " " + source + ".cpp";
         }
     }
     EXPECT_GT(sources.size(), 20U);
-    const ProcessResult result = morl_test::RunShell(
+    const ProcessResult result = RunShell(
         std::string(MORL_CXX_COMPILER) +
-        " -std=c++17 -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror -fsyntax-only -I" +
-        include.string() + sources);
+        " -std=c++17 -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror -fsyntax-only -I'" +
+        include.string() + "'" + sources);
     EXPECT_EQ(result.status, 0) << result.err;
 }
 
 #ifdef MORL_SHARED
-TEST(Package, ExportsItsClassesOnly)
+TEST_F(Package, ExportsThePublicClassesOnly)
 {
+    const std::set<std::string> expected = {
+        "DeclareIndex",
+        "KeywordMap",
+        "LogLine",
+        "LogScope",
+        "MorlAssignSentence",
+        "MorlBinaryOperation",
+        "MorlCompiler",
+        "MorlDeclare",
+        "MorlDefinitionSentence",
+        "MorlElseIfSentence",
+        "MorlEmptySentence",
+        "MorlExpression",
+        "MorlForSentence",
+        "MorlFunction",
+        "MorlFunctionCall",
+        "MorlIfSentence",
+        "MorlLinker",
+        "MorlMarcoAssignSentence",
+        "MorlMarcoForDeclare",
+        "MorlMarcoForFunction",
+        "MorlMarcoForSentence",
+        "MorlMarcoIfDeclare",
+        "MorlMarcoIfFunction",
+        "MorlMarcoIfSentence",
+        "MorlMultiCommentSentence",
+        "MorlNode",
+        "MorlNumber",
+        "MorlParenthesiseExpression",
+        "MorlParser",
+        "MorlProgram",
+        "MorlRegister",
+        "MorlSentence",
+        "MorlSingleCommentSentence",
+        "MorlSpecialSentence",
+        "MorlTargets",
+        "MorlTranslator",
+        "MorlTranslatorGLSL",
+        "MorlTranslatorGLSLES",
+        "MorlTranslatorHLSL",
+        "MorlTranslatorHLSL10",
+        "MorlUnaryOperation",
+        "MorlUnit",
+        "MorlVariable",
+        "PassProperty",
+        "ShaderOutput",
+        "Singleton",
+        "StringHelper",
+        "TamberLogSystem",
+    };
     const ProcessResult result =
-        morl_test::RunShell("nm -DC --defined-only " MORL_LIBRARY " | cut -d' ' -f3- | sort -u");
+        RunShell("nm -DC --defined-only " MORL_LIBRARY " | cut -d' ' -f3- | sort -u");
     ASSERT_EQ(result.status, 0) << result.err;
-    EXPECT_NE(result.out.find("ns_ruke::MorlCompiler::Compile("), std::string::npos);
+    std::set<std::string> exported;
     std::istringstream lines(result.out);
     for (std::string line; std::getline(lines, line);) {
-        const bool ours = line.find("ns_ruke::") != std::string::npos;
-        // Templates of the standard library that take our types, or are instantiated for our use.
-        const bool standard = line.find("std::") != std::string::npos;
-        EXPECT_TRUE(ours || standard) << line;
-        for (const char* internal : {"LogGraphics", "MakeTranslator", "AppendFormedCall",
-                                     "SubstituteLoopValues", "(anonymous namespace)", "Json::"}) {
-            EXPECT_EQ(line.find(internal), std::string::npos) << line;
-        }
+        const std::string start = "ns_ruke::";
+        const std::size_t found = line.find(start);
+        ASSERT_NE(found, std::string::npos) << line;
+        const std::size_t name = found + start.size();
+        exported.insert(line.substr(name, line.find_first_of(":(<[", name) - name));
+        EXPECT_EQ(line.find("(anonymous namespace)"), std::string::npos) << line;
     }
+    EXPECT_EQ(exported, expected);
 }
 #endif
+
+TEST_F(Package, BecomesADebianPackage)
+{
+    const TemporaryDirectory work;
+    const std::string base = work.path.string();
+    Succeed({"cpack", "-G", "DEB", "-B", base, "--config", MORL_BINARY_DIR "/CPackConfig.cmake"});
+    const std::string package =
+        base + "/morl_" MORL_PROJECT_VERSION "_$(dpkg --print-architecture).deb";
+    const ProcessResult fields = RunShell("dpkg-deb -f " + package + " Depends Version");
+    EXPECT_NE(fields.out.find("libjsoncpp"), std::string::npos) << fields.out << fields.err;
+
+    // A root of its own, in which nothing is installed and no script of a package can be run.
+    const std::string root = base + "/root";
+    std::filesystem::create_directories(root + "/var/lib/dpkg/updates");
+    std::filesystem::create_directories(root + "/var/lib/dpkg/info");
+    WriteText(root + "/var/lib/dpkg/status", "");
+    const ProcessResult installed =
+        RunShell("PATH=$PATH:/usr/sbin:/sbin dpkg --root=" + root +
+                 " --force-not-root --force-depends --no-triggers --unpack " + package);
+    ASSERT_EQ(installed.status, 0) << installed.out << installed.err;
+    for (const char* file :
+         {"/usr/include/morl/morl.h", "/usr/share/man/man1/morlc.1", "/usr/lib/pkgconfig/morl.pc",
+          "/usr/share/bash-completion/completions/morlc", "/usr/share/doc/morl/LICENSE"}) {
+        EXPECT_TRUE(std::filesystem::exists(root + file)) << file;
+    }
+    const ProcessResult run =
+        RunProcess({root + "/usr/bin/morlc", "build", "-C", root + "/usr/share/morl/examples",
+                    "shaders.json", "-o", base + "/out"});
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_NE(run.out.find("16 shaders, 272 variants"), std::string::npos) << run.out;
+}
 
 }  // namespace

@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: MIT
+// The editor grammars, with the engine that editors use, on the sample nodes: each word gets the scope
+// that its token in the compiler's own table calls for, in a plain source and inside of a node file.
+'use strict';
+
+const assert = require('assert');
+const fs = require('fs');
+const path = require('path');
+const oniguruma = require('vscode-oniguruma');
+const textmate = require('vscode-textmate');
+
+const root = path.resolve(__dirname, '../..');
+const extension = path.join(root, 'editors/vscode');
+const read = (file) => fs.readFileSync(file, 'utf8');
+
+// Words by what they are, from the rows of the keyword table, which are in the order of the tokens.
+const firstTokens = [
+  ['TOKEN_VOID', 'storage.type'],
+  ['TOKEN_FLOAT3X3_CONSTRUCT', 'support.function'],
+  ['TOKEN_SAMPLER1D', 'storage.type'],
+  ['TOKEN_UNIFORM', 'storage.modifier'],
+  ['TOKEN_POSITION', 'constant.language.semantic'],
+  ['TOKEN_IF', 'keyword.control'],
+  ['TOKEN_WHILE', 'invalid.illegal'],
+  ['TOKEN_MARCO_IF', 'keyword.control.directive'],
+  ['TOKEN_PLUS', 'keyword.operator'],
+  ['TOKEN_TEX1D', 'support.function'],
+  ['TOKEN_DISCARD', 'keyword.control'],
+];
+
+function readKeywords() {
+  const keywords = new Map();
+  let scope = null;
+  for (const [, word, token] of read(path.join(root, 'parser/keyword_map.cpp')).matchAll(/\{"([^"]+)", (TOKEN_\w+)\}/g)) {
+    const first = firstTokens.find(([name]) => name === token);
+    scope = first ? first[1] : scope;
+    keywords.set(word, scope);
+  }
+  assert.strictEqual(keywords.size, 94);
+  return keywords;
+}
+
+async function loadRegistry() {
+  const wasm = fs.readFileSync(require.resolve('vscode-oniguruma/release/onig.wasm'));
+  await oniguruma.loadWASM(wasm.buffer.slice(wasm.byteOffset, wasm.byteOffset + wasm.byteLength));
+  const contributed = JSON.parse(read(path.join(extension, 'package.json'))).contributes.grammars;
+  return new textmate.Registry({
+    onigLib: Promise.resolve({
+      createOnigScanner: (patterns) => new oniguruma.OnigScanner(patterns),
+      createOnigString: (text) => new oniguruma.OnigString(text),
+    }),
+    loadGrammar: async (scopeName) => {
+      const grammar = contributed.find((entry) => entry.scopeName === scopeName);
+      assert(grammar, `no grammar for ${scopeName}`);
+      const file = path.join(extension, grammar.path);
+      return textmate.parseRawGrammar(read(file), file);
+    },
+  });
+}
+
+// [text, innermost scope] of every token that is more than blanks.
+function tokenize(grammar, source) {
+  const tokens = [];
+  let state = textmate.INITIAL;
+  for (const line of source.split('\n')) {
+    const result = grammar.tokenizeLine(line, state);
+    for (const token of result.tokens) {
+      const text = line.substring(token.startIndex, token.endIndex).trim();
+      if (text !== '') {
+        tokens.push([text, token.scopes[token.scopes.length - 1], token.scopes]);
+      }
+    }
+    state = result.ruleStack;
+  }
+  return tokens;
+}
+
+function checkRows(grammar) {
+  const rows = [
+    ['in float3 p : TEXCOORD7;', 'in:storage.modifier float3:storage.type p:variable.other TEXCOORD7:constant.language'],
+    ['#for LIGHTS : 0', '#for:keyword.control.directive LIGHTS:entity.name.macro 0:constant.numeric'],
+    ['$n = $n + 1;', '$n:entity.name.macro =:keyword.operator $n:entity.name.macro +:keyword.operator 1:constant.numeric'],
+    ['x = 2.; // float', 'x:variable.other =:keyword.operator 2.:constant.numeric //:punctuation.definition.comment float:comment.line'],
+    ['/* in', '/*:comment.block in:comment.block'],
+    ['floating = v.min;', 'floating:variable.other =:keyword.operator v:variable.other .:keyword.operator min:support.function'],
+    ['c.length_ = texcube(a);', 'c:variable.other .:keyword.operator length_:variable.other.member =:keyword.operator texcube:variable.other'],
+    ['float4x4transpose(m) float4x4tranpose(m)', 'float4x4transpose:variable.other m:variable.other float4x4tranpose:support.function m:variable.other'],
+    ['while', 'while:invalid.illegal'],
+  ];
+  for (const [source, expected] of rows) {
+    const got = tokenize(grammar, source)
+      .flatMap(([text, scope]) => text.split(/\s+/).map((word) => [word, scope]));
+    for (const pair of expected.split(' ')) {
+      const colon = pair.lastIndexOf(':');
+      const word = pair.substring(0, colon);
+      assert(got.some(([text, scope]) => text === word && scope.startsWith(pair.substring(colon + 1))),
+        `${source}: ${pair} is not in ${JSON.stringify(got)}`);
+    }
+  }
+}
+
+// Every word of a source, whether or not it is a keyword.
+function checkWords(tokens, keywords, where) {
+  let checked = 0;
+  for (const [text, scope] of tokens) {
+    if (scope.startsWith('comment') || scope.startsWith('punctuation')) {
+      continue;
+    }
+    const isWord = /^[#A-Za-z_$]/.test(text);
+    const expected = keywords.get(text) || (text.startsWith('$') ? 'entity.name.macro' : null);
+    if (expected) {
+      assert(scope.startsWith(expected), `${where}: ${text} is ${scope}, not ${expected}`);
+    } else if (isWord) {
+      assert(/^(variable\.other|entity\.name)/.test(scope), `${where}: ${text} is ${scope}`);
+    }
+    checked += isWord ? 1 : 0;
+  }
+  return checked;
+}
+
+async function main() {
+  const keywords = readKeywords();
+  const registry = await loadRegistry();
+  const plain = await registry.loadGrammar('source.morl');
+  const nodeFiles = await registry.loadGrammar('source.morl-nodes');
+  checkRows(plain);
+  for (const [word, scope] of keywords) {
+    if (!scope.startsWith('keyword.operator')) {
+      const [[text, got]] = tokenize(plain, word);
+      assert(text === word && got.startsWith(scope), `${word} is ${got}, not ${scope}`);
+    }
+  }
+  let words = 0;
+  const folder = path.join(root, 'examples/morl');
+  for (const file of fs.readdirSync(folder).sort()) {
+    const text = read(path.join(folder, file));
+    const inFile = tokenize(nodeFiles, text)
+      .filter(([, , scopes]) => scopes.includes('meta.embedded.morl'))
+      .filter(([, scope]) => !scope.startsWith('constant.character.escape') && scope !== 'punctuation.definition.string.end.json');
+    const inSource = [];
+    for (const node of JSON.parse(text)) {
+      const tokens = tokenize(plain, node.content);
+      words += checkWords(tokens, keywords, `${file}, ${node.name}`);
+      inSource.push(...tokens);
+    }
+    // What is highlighted inside of the strings is what is highlighted outside, comments aside, whose
+    // marks and text are cut differently.
+    const shape = (tokens) => tokens
+      .filter(([, scope]) => !/comment|^source\.morl$|^meta\.embedded/.test(scope))
+      .map(([word, scope]) => `${word} ${scope}`);
+    assert.deepStrictEqual(shape(inFile), shape(inSource), file);
+  }
+  assert(words > 800, `only ${words} words were checked`);
+  console.log(`checked ${words} words`);
+}
+
+main().catch((error) => {
+  console.error(error.message);
+  process.exit(1);
+});

@@ -1,0 +1,71 @@
+# SPDX-License-Identifier: MIT
+# Completion of morlc for bash.
+
+# The names of the nodes of the directory that the command line enters.
+_morlc_nodes() {
+    local directory=. i
+    for ((i = 1; i < COMP_CWORD; ++i)); do
+        case ${COMP_WORDS[i]} in
+        -C | --directory) directory=${COMP_WORDS[i + 1]} ;;
+        esac
+    done
+    "${COMP_WORDS[0]}" -C "$directory" --list 2>/dev/null | sed -n 's/^\([^ ][^ ]*\)  .*/\1/p'
+}
+
+_morlc() {
+    local word=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
+    local common="--help --version --directory --diagnostics --verbose --output"
+    COMPREPLY=()
+    case $previous in
+    -C | --directory)
+        mapfile -t COMPREPLY < <(compgen -d -- "$word")
+        return
+        ;;
+    -o | --output | --semantics-in | --semantics-out | --ninja | --depfile)
+        mapfile -t COMPREPLY < <(compgen -f -- "$word")
+        return
+        ;;
+    -t | --target)
+        mapfile -t COMPREPLY < <(compgen -W "hlsl hlsl10 glsl glsles all" -- "$word")
+        return
+        ;;
+    -s | --stage)
+        mapfile -t COMPREPLY < <(compgen -W "vertex fragment" -- "$word")
+        return
+        ;;
+    --diagnostics)
+        mapfile -t COMPREPLY < <(compgen -W "text json" -- "$word")
+        return
+        ;;
+    --graph)
+        mapfile -t COMPREPLY < <(compgen -W "svg dot" -- "$word")
+        return
+        ;;
+    --vertex | --fragment)
+        # The last name of a list is completed.
+        local before=""
+        [[ $word == *,* ]] && before=${word%,*},
+        mapfile -t COMPREPLY < <(compgen -P "$before" -W "$(_morlc_nodes)" -- "${word##*,}")
+        return
+        ;;
+    -D | --define | --sampler | -j | --jobs | --shader | --shard | --join)
+        return
+        ;;
+    esac
+    if [[ ${COMP_WORDS[1]} == build && COMP_CWORD -gt 1 ]]; then
+        if [[ $word == -* ]]; then
+            mapfile -t COMPREPLY < <(compgen -W "$common --jobs --shader --shard --join --index \
+                --ninja --depfile --quiet" -- "$word")
+        else
+            mapfile -t COMPREPLY < <(compgen -f -X '!*.json' -- "$word"; compgen -d -- "$word")
+        fi
+    elif [[ $word == -* ]]; then
+        mapfile -t COMPREPLY < <(compgen -W "$common --target --stage --vertex --fragment --define \
+            --sampler --semantics-in --semantics-out --list --graph" -- "$word")
+    else
+        mapfile -t COMPREPLY < <(compgen -W "$(_morlc_nodes)" -- "$word")
+        [[ COMP_CWORD -eq 1 && build == "$word"* ]] && COMPREPLY+=(build)
+    fi
+}
+
+complete -F _morlc morlc
