@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Writes the golden files of the sample shaders anew. Look at what changed before committing it.
+// Writes the golden files of the sample shaders and the tables of the language's document anew.
+// Look at what changed before committing it.
+#include "docs/language_tables.h"
 #include "samples/golden_files.h"
 #include "support/graph.h"
 
@@ -15,5 +17,7 @@ int main()
         morl_test::WriteText(morl_test::GoldenPath(request, ".frag"), texts.fragment);
         count += 2;
     }
+    const auto document = morl_test::LanguageDocument();
+    morl_test::WriteText(document, morl_test::WithLanguageTables(morl_test::ReadText(document)));
     std::cout << "wrote " << count << " golden files\n";
 }

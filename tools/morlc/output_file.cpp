@@ -8,7 +8,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <stdexcept>
 #include <string_view>
 #include <system_error>
@@ -113,8 +112,8 @@ bool Holds(const std::string& path, const std::string& text)
         return false;
     }
     std::ifstream file(path, std::ios::binary);
-    const std::string old(std::istreambuf_iterator<char>(file), {});
-    return file.is_open() && old == text;
+    std::string old(text.size(), '\0');
+    return file.read(old.data(), static_cast<std::streamsize>(old.size())) && old == text;
 }
 
 }  // namespace

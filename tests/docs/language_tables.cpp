@@ -1,0 +1,195 @@
+// SPDX-License-Identifier: MIT
+#include "docs/language_tables.h"
+
+#include "support/graph.h"
+
+#include <morl/morl.h>
+#include <memory>
+#include <stdexcept>
+#include <string_view>
+#include <vector>
+
+namespace morl_test {
+namespace {
+
+using namespace ns_ruke;
+
+std::string Code(const std::string& text)
+{
+    return text.empty() ? "–" : "`" + text + "`";
+}
+
+std::string Row(const std::vector<std::string>& cells)
+{
+    std::string row = "|";
+    for (const std::string& cell : cells) {
+        row += " " + cell + " |";
+    }
+    return row + "\n";
+}
+
+std::string Head(const std::string& what)
+{
+    std::string head = "| " + what + " |";
+    std::string line = "|---|";
+    for (const std::string& target : MorlTargets()) {
+        head += " `" + target + "` |";
+        line += "---|";
+    }
+    return head + "\n" + line + "\n";
+}
+
+/// The back ends of all targets, each with an empty vertex pass at hand, as some of what they write
+/// depends on the stage.
+std::vector<std::unique_ptr<MorlTranslator>> BackEnds(MorlProgram& program)
+{
+    std::vector<std::unique_ptr<MorlTranslator>> backEnds;
+    backEnds.push_back(std::make_unique<MorlTranslatorHLSL>());
+    backEnds.push_back(std::make_unique<MorlTranslatorHLSL10>());
+    backEnds.push_back(std::make_unique<MorlTranslatorGLSL>());
+    backEnds.push_back(std::make_unique<MorlTranslatorGLSLES>());
+    program.stage = 0;
+    std::unordered_map<std::string, std::string> semantics;
+    std::unordered_map<std::string, int> registers;
+    for (const auto& backEnd : backEnds) {
+        ShaderOutput output;
+        backEnd->WriteProgram(&program, semantics, registers, output);
+    }
+    return backEnds;
+}
+
+std::string TypeTable()
+{
+    MorlProgram program;
+    const auto backEnds = BackEnds(program);
+    std::string table = Head("type");
+    for (const Keyword& keyword : KeywordMap::Keywords()) {
+        const bool isValue = keyword.token >= TOKEN_FLOAT && keyword.token <= TOKEN_FLOAT4X4;
+        const bool isSampler =
+            keyword.token >= TOKEN_SAMPLER1D && keyword.token <= TOKEN_SAMPLERCUBE;
+        if (!isValue && !isSampler) {
+            continue;
+        }
+        std::vector<std::string> cells = {Code(std::string(keyword.spelling))};
+        for (const auto& backEnd : backEnds) {
+            cells.push_back(Code(backEnd->WriteVariableType(keyword.token)));
+        }
+        table += Row(cells);
+    }
+    return table;
+}
+
+/// What the two HLSL targets write for a binding; the others write none.
+std::string SemanticTable()
+{
+    MorlProgram program;
+    auto backEnds = BackEnds(program);
+    backEnds.resize(2);
+    std::string table = "| semantic | `hlsl` | `hlsl10` |\n|---|---|---|\n";
+    for (const Keyword& keyword : KeywordMap::Keywords()) {
+        if (keyword.token < TOKEN_POSITION || keyword.token > TOKEN_COLOR3 ||
+            keyword.token == TOKEN_TEXAUTO) {
+            continue;
+        }
+        MorlRegister binding;
+        binding.registerToken = keyword.token;
+        binding.name = keyword.spelling;
+        MorlDeclare declare;
+        std::vector<std::string> cells = {Code(std::string(keyword.spelling))};
+        for (const auto& backEnd : backEnds) {
+            cells.push_back(Code(backEnd->WriteRegister(&declare, &binding).substr(3)));
+        }
+        table += Row(cells);
+    }
+    return table;
+}
+
+/// How an intrinsic is called, by what it takes.
+std::string SampleCall(const Keyword& keyword)
+{
+    const std::string name(keyword.spelling);
+    switch (keyword.token) {
+    case TOKEN_TEX1D:
+    case TOKEN_TEX2D:
+    case TOKEN_TEX2DARRAY:
+    case TOKEN_TEX3D:
+    case TOKEN_TEX2DPROJ:
+    case TOKEN_TEXCUBE:
+        return name + "(map, uv)";
+    case TOKEN_CLAMP:
+    case TOKEN_LERP:
+    case TOKEN_FLOAT3X3_CONSTRUCT:
+        return name + "(a, b, c)";
+    case TOKEN_FLOAT4X4_CONSTRUCT:
+    case TOKEN_FLOAT4X4_TRANPOSE:
+        return name + "(a, b, c, d)";
+    case TOKEN_MAX:
+    case TOKEN_MIN:
+    case TOKEN_REFLECT:
+    case TOKEN_DOT:
+    case TOKEN_CROSS:
+    case TOKEN_MUL:
+    case TOKEN_POW:
+        return name + "(a, b)";
+    default:
+        return name + "(a)";
+    }
+}
+
+/// What a target writes for a call.
+std::string Written(const std::string& call, const std::string& target)
+{
+    const std::string code = CompileSource("void main() { x = " + call + "; }", target, 1);
+    const std::string start = "\tx = ";
+    const std::size_t begin = code.find(start) + start.size();
+    return code.substr(begin, code.find(";\n", begin) - begin);
+}
+
+std::string IntrinsicTable()
+{
+    std::string table = Head("call");
+    for (const Keyword& keyword : KeywordMap::Keywords()) {
+        const bool isMatrix =
+            keyword.token >= TOKEN_FLOAT3X3_CONSTRUCT && keyword.token <= TOKEN_FLOAT4X4_TRANPOSE;
+        if (!isMatrix && (keyword.token < TOKEN_TEX1D || keyword.token > TOKEN_ABS)) {
+            continue;
+        }
+        const std::string call = SampleCall(keyword);
+        std::vector<std::string> cells = {Code(call)};
+        for (const std::string& target : MorlTargets()) {
+            cells.push_back(Code(Written(call, target)));
+        }
+        table += Row(cells);
+    }
+    return table;
+}
+
+void ReplaceTable(std::string& document, const std::string& name, const std::string& table)
+{
+    const std::string start = "<!-- table: " + name + " -->\n";
+    const std::size_t begin = document.find(start);
+    const std::size_t end = document.find("<!-- end -->", begin);
+    if (begin == std::string::npos || end == std::string::npos) {
+        throw std::runtime_error("the document has no place for the table " + name);
+    }
+    const std::size_t first = begin + start.size();
+    document.replace(first, end - first, table);
+}
+
+}  // namespace
+
+std::filesystem::path LanguageDocument()
+{
+    return std::filesystem::path(MORL_SOURCE_DIR) / "docs/language.md";
+}
+
+std::string WithLanguageTables(const std::string& document)
+{
+    std::string replaced = document;
+    ReplaceTable(replaced, "types", TypeTable());
+    ReplaceTable(replaced, "semantics", SemanticTable());
+    ReplaceTable(replaced, "intrinsics", IntrinsicTable());
+    return replaced;
+}
+
+}  // namespace morl_test

@@ -1,0 +1,208 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
+"""Runs the commands and code blocks of the documents named, and compares what they print.
+
+Each document has a directory of its own, which begins as a copy of the repository, so that a document
+tells a story from top to bottom. What a block is, its language says:
+
+  console      "$ COMMAND" lines, each followed by what it prints; times and the line "..." may differ
+  sh           commands that must succeed
+  cpp          all of a document are one program, in their order; it is compiled and run in examples/
+  cmake        how that program is built, as the target "engine"
+  json         a JSON document
+  morl [WORDS] a source that compiles in all targets; WORDS are macro values, or "errors" for one with
+               faults, whose messages a "text" block then shows
+  hlsl, hlsl10, glsl, glsles
+               what the source before becomes in a fragment pass; a line "..." stands for the rest
+
+"<!-- file: NAME -->" before a block writes it to a file. "<!-- prepare: COMMAND -->" runs a command that
+readers need not see. Blocks without a language, or called "text", are not run.
+"""
+
+import json
+import os
+import re
+import subprocess
+import sys
+import tempfile
+
+TARGETS = ["hlsl", "hlsl10", "glsl", "glsles"]
+
+
+class Failure(Exception):
+    pass
+
+
+def expect(condition, text):
+    if not condition:
+        raise Failure(text)
+
+
+def same(shown, printed):
+    """Whether a block shows what was printed: "..." ends the comparison, and times differ."""
+    shown, printed = (re.sub(r"\d+\.\d\d s$", "TIME", text, flags=re.M) for text in (shown, printed))
+    if shown.endswith("...\n"):
+        start = shown[: -len("...\n")]
+        return printed.startswith(start)
+    return shown == printed
+
+
+class Document:
+    """One document on its way through its blocks."""
+
+    def __init__(self, path, source, build, directory):
+        self.path = path
+        self.source = source
+        self.build = build
+        self.directory = directory
+        self.program = []
+        self.cmake = "find_package(morl 1.0 REQUIRED)\ntarget_link_libraries(engine PRIVATE morl::morl)\n"
+        self.morl = None  # the last source, with its macros
+        self.count = 0
+        tools = os.path.join(build, "tools")
+        self.environment = dict(os.environ, HOME=directory, PATH=tools + ":" + os.environ["PATH"],
+                                CMAKE_PREFIX_PATH=build, MORL_BUILD=build)
+
+    def run(self):
+        with open(os.path.join(self.source, self.path), encoding="utf-8") as file:
+            text = file.read()
+        block = re.compile(r"<!-- prepare: (?P<prepare>.*?) -->|"
+                           r"(?:<!-- file: (?P<file>\S+) -->\n)?"
+                           r"^```(?P<language>\S*)(?P<words>[^\n]*)\n(?P<body>.*?)^```$", re.M | re.S)
+        for match in block.finditer(text):
+            line = text.count("\n", 0, match.start()) + 1
+            try:
+                self.block(match)
+            except Failure as failure:
+                raise Failure(f"{self.path}:{line}: {failure}") from None
+        if self.program:
+            self.run_program()
+
+    def block(self, match):
+        if match["prepare"]:
+            self.shell(match["prepare"])
+            return
+        language, body = match["language"], match["body"]
+        if match["file"]:
+            self.write(match["file"], body)
+        words = match["words"].split()
+        if language in TARGETS:
+            self.compare_target(language, body)
+        elif language == "morl":
+            self.compile_morl(words, body)
+        elif language == "text" and self.morl and "errors" in self.morl:
+            self.compare_errors(body)
+        elif language in ("text", ""):
+            return
+        else:
+            expect(hasattr(self, "run_" + language), f"nobody runs blocks of {language}")
+            getattr(self, "run_" + language)(body)
+        self.count += 1
+
+    def write(self, name, text):
+        path = os.path.join(self.directory, name)
+        os.makedirs(os.path.dirname(path), exist_ok=True)
+        with open(path, "w", encoding="utf-8") as file:
+            file.write(text)
+
+    def shell(self, command):
+        developer = re.match(r"\./dev (\w+)", command)
+        if developer:
+            self.check_dev(developer[1])
+            return ""
+        result = subprocess.run(["bash", "-c", command], cwd=self.directory, env=self.environment,
+                                stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, check=False)
+        self.status = result.returncode
+        return result.stdout
+
+    def check_dev(self, command):
+        """The entry of the repository itself. This test is part of "./dev test", and the others take
+        minutes and are run by .ci/run; so only "demo" is run, where the build is at hand."""
+        usage = subprocess.run(["./dev", "help"], cwd=self.source, capture_output=True, text=True, check=True)
+        expect(re.search(rf"^  {command} ", usage.stdout, re.M), f"./dev help does not know {command}")
+        self.status = 0
+        if command == "demo":
+            demo = subprocess.run(["./dev", "demo"], cwd=self.source, capture_output=True, text=True, check=False)
+            expect(demo.returncode == 0 and demo.stdout.count("\n=== ") == 8, demo.stdout + demo.stderr)
+
+    def run_console(self, body):
+        commands = re.split(r"^\$ ", body, flags=re.M)
+        expect(commands[0] == "", "the block does not begin with a command")
+        for command in commands[1:]:
+            lines = re.match(r"(?:[^\n]*\\\n)*[^\n]*\n", command)[0]
+            printed = self.shell(lines)
+            shown = command[len(lines):]
+            expect(same(shown, printed), f"$ {lines}prints\n{printed}and not\n{shown}")
+
+    def run_sh(self, body):
+        for command in re.findall(r"(?:[^\n]*\\\n)*[^\n]+\n", body):
+            command = re.sub(r"\s+# .*", "", command)
+            printed = self.shell(command)
+            expect(self.status == 0, f"{command}fails:\n{printed}")
+
+    def run_json(self, body):
+        try:
+            json.loads(body)
+        except ValueError as error:
+            raise Failure(error) from None
+
+    def run_cpp(self, body):
+        self.program.append(body)
+
+    def run_cmake(self, body):
+        self.cmake = body
+
+    def run_program(self):
+        lines = "".join(self.program).splitlines(keepends=True)
+        includes = [line for line in lines if line.startswith("#include")]
+        rest = [line for line in lines if not line.startswith("#include")]
+        self.write("program/main.cpp", "".join(includes) + "int main()\n{\n" + "".join(rest) + "}\n")
+        self.write("program/CMakeLists.txt", "cmake_minimum_required(VERSION 3.25)\nproject(program CXX)\n"
+                   "add_executable(engine main.cpp)\n" + self.cmake)
+        printed = self.shell("cmake -S program -B program/build -G Ninja && cmake --build program/build && "
+                             "cd examples && ../program/build/engine")
+        expect(self.status == 0, f"{self.path}: the program of its cpp blocks fails:\n{printed}")
+
+    def compile_morl(self, words, body):
+        self.morl = {"words": words}
+        if "errors" in words:
+            self.morl["errors"] = True
+        node = [{"name": "node", "content": body.rstrip("\n")}]
+        for name in ("vertex_shader", "fragment_shader", "post_effect", "special_output"):
+            self.write(f"blocks/morl/{name}.morl", json.dumps(node if name == "fragment_shader" else []))
+        for target in TARGETS:
+            self.morl[target] = self.shell(f"morlc -C blocks -t {target} -s fragment node "
+                                           + " ".join("-D" + word for word in words if "=" in word))
+            expect("errors" in words or self.status == 0, f"does not compile in {target}:\n{self.morl[target]}")
+
+    def compare_target(self, target, body):
+        expect(self.morl, "there is no source before this block")
+        expect(same(body, self.morl[target]), f"the source becomes\n{self.morl[target]}and not\n{body}")
+
+    def compare_errors(self, body):
+        messages = re.findall(r"^\S+: node (node:\d+:\d+: )error: (.*)$", self.morl["glsl"], re.M)
+        printed = "".join(place + text + "\n" for place, text in messages)
+        self.morl = None
+        expect(printed == body, f"the source gives\n{printed}and not\n{body}")
+
+
+def main():
+    source, build, *documents = sys.argv[1:]
+    files = subprocess.run(["git", "ls-files", "-z"], cwd=source, capture_output=True, text=True, check=True)
+    failures = 0
+    for document in documents:
+        with tempfile.TemporaryDirectory() as directory:
+            subprocess.run(["tar", "-c", "--null", "-T", "-", "-f", directory + "/all.tar"], cwd=source,
+                           input=files.stdout, text=True, check=True)
+            subprocess.run(["tar", "-x", "-f", directory + "/all.tar", "-C", directory], check=True)
+            run = Document(document, source, build, directory)
+            try:
+                run.run()
+                print(f"{document}: {run.count} blocks")
+            except Failure as failure:
+                print(failure)
+                failures += 1
+    sys.exit(1 if failures else 0)
+
+
+main()
