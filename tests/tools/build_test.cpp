@@ -210,7 +210,8 @@ TEST(Build, ReportsEachFaultOnce)
             {"name": "d", "fragment": ["goood"], "macros": {"N": [1, 2]}},
             {"name": "e", "fragment": ["pool", "loop"]}]})");
     WriteText(project.Path() + "/out/b.json", "old");
-    WriteText(project.Path() + "/out/index.json", "old");
+    WriteText(project.Path() + "/out/c.json",
+              R"({"texts": {}, "variants": {"glsl": {"default": {"vertex": "c/old"}}}})");
     const std::string expected =
         project.Nodes() +
         ": node bad:2:6: error: expression error:\n"
@@ -226,9 +227,11 @@ TEST(Build, ReportsEachFaultOnce)
         EXPECT_NE(result.out.find(", 7 errors, "), std::string::npos) << result.out;
         EXPECT_EQ(WithoutExcerpts(result.err), expected) << jobs;
         const auto files = Tree(project.Path() + "/out");
-        EXPECT_EQ(files.size(), 4U + 1U + 2U);
+        EXPECT_EQ(files.size(), 4U + 1U + 2U + 1U);
         EXPECT_EQ(files.at("b.json"), "old");
-        EXPECT_EQ(files.at("index.json"), "old");
+        const Json::Value index = ReadJson(project.Path() + "/out/index.json")["shaders"];
+        EXPECT_EQ(index.getMemberNames(), (std::vector<std::string>{"a", "c"}));
+        EXPECT_EQ(index["c"]["glsl"]["default"]["vertex"].asString(), "c/old");
     }
 }
 

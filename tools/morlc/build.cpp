@@ -11,6 +11,7 @@
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
+#include <optional>
 #include <stdexcept>
 
 namespace morlc {
@@ -127,8 +128,8 @@ public:
         for (std::size_t i = 0; i < shaders.size(); ++i) {
             Write(manifest.shaders[i], shaders[i], totals);
         }
+        WriteIndex(shaders);
         if (diagnostics.ErrorCount() == 0) {
-            WriteIndex(shaders);
             WriteDependencies();
         }
         if (!options.quiet) {
@@ -164,6 +165,8 @@ private:
             FormatJsonFile(built.record.ToJson(shader)));
     }
 
+    /// The index leads to what there is: for a shader with errors that is what an earlier build
+    /// left.
     void WriteIndex(const std::vector<BuiltShader>& shaders) const
     {
         if (options.shard > 0 || !options.shaders.empty()) {
@@ -171,9 +174,23 @@ private:
         }
         std::map<std::string, ShaderRecord> records;
         for (std::size_t i = 0; i < shaders.size(); ++i) {
-            records[manifest.shaders[i].name] = shaders[i].record;
+            const std::string& name = manifest.shaders[i].name;
+            if (!shaders[i].failed) {
+                records[name] = shaders[i].record;
+            } else if (const auto old = ReadOldRecord(RecordPath(options.output, name))) {
+                records[name] = *old;
+            }
         }
         WriteIfChanged(IndexPath(options.output).string(), FormatJsonFile(MakeIndex(records)));
+    }
+
+    static std::optional<ShaderRecord> ReadOldRecord(const fs::path& path)
+    {
+        try {
+            return ShaderRecord::Read(path);
+        } catch (const DiagnosticError&) {
+            return std::nullopt;  // There was no earlier build.
+        }
     }
 
     void WriteDependencies() const
@@ -276,9 +293,12 @@ private:
         if (file.empty()) {
             return file;
         }
-        const std::string text = stage + ReadFile((directory / file).string());
-        const std::string& first = files.emplace(text, file).first->second;
-        record.texts[first] = all.texts[first];
+        std::string& first = firstOf[file];
+        if (first.empty()) {
+            const std::string text = stage + ReadFile((directory / file).string());
+            first = files.emplace(text, file).first->second;
+            record.texts[first] = all.texts[first];
+        }
         return first;
     }
 
@@ -286,8 +306,9 @@ private:
     const ManifestShader& shader;
     std::size_t count;
     std::vector<fs::path> shares;
-    ShaderRecord all;     ///< as the shares have it
-    ShaderRecord record;  ///< with each text once
+    ShaderRecord all;                            ///< as the shares have it
+    ShaderRecord record;                         ///< with each text once
+    std::map<std::string, std::string> firstOf;  ///< by file of a share, the file of the result
 };
 
 void JoinShares(const BuildOptions& options)

@@ -96,18 +96,28 @@ TextRecord ReadTextRecord(const Json::Value& object)
     return text;
 }
 
+/// Files are read and removed by these names, so nothing may lead out of the directory.
+std::string ReadFileName(const Json::Value& value)
+{
+    std::string name = value.asString();
+    if (name.find("..") != std::string::npos || name.compare(0, 1, "/") == 0) {
+        Json::throwRuntimeError("not the name of a file of this directory");
+    }
+    return name;
+}
+
 ShaderRecord ReadRecord(const Json::Value& root)
 {
     ShaderRecord record;
     const Json::Value& texts = root["texts"];
     for (auto text = texts.begin(); text != texts.end(); ++text) {
-        record.texts[text.name()] = ReadTextRecord(*text);
+        record.texts[ReadFileName(text.name())] = ReadTextRecord(*text);
     }
     const Json::Value& targets = root["variants"];
     for (auto target = targets.begin(); target != targets.end(); ++target) {
         for (auto variant = target->begin(); variant != target->end(); ++variant) {
-            record.variants[target.name()][variant.name()] = {(*variant)["vertex"].asString(),
-                                                              (*variant)["fragment"].asString()};
+            record.variants[target.name()][variant.name()] = {ReadFileName((*variant)["vertex"]),
+                                                              ReadFileName((*variant)["fragment"])};
         }
     }
     return record;
