@@ -176,6 +176,82 @@ TEST(Build, IsTheSameForAnyNumberOfThreadsAndShares)
     EXPECT_EQ(Tree(directory.path / "j2"), expected);
 }
 
+/// Two variants of equal texts, and one shader more.
+const char* const kTwoShaders =
+    R"({"targets": ["glsl"], "shaders": [{"name": "a", "fragment": ["a"], "macros": {"N": [1, 2]}},
+                                         {"name": "b", "fragment": ["b"]}]})";
+
+std::string TwoNodes(const std::string& a, const std::string& b)
+{
+    return R"([{"name": "a", "content": "out float4 c : COLOR;\nvoid main() {\n)" + a +
+           R"(}"}, {"name": "b", "content": ")" + b + R"("}])";
+}
+
+const char* const kDiffering = R"(#if N > 1\nc = c * 2.0;\n#endif\nc = c * 3.0;\n)";
+
+// An index must not lead to the text of another variant, whatever else fails.
+TEST(Build, KeepsTheIndexTrue)
+{
+    const Project project(TwoNodes("c = c * 3.0;", "in float x;"), kTwoShaders);
+    ASSERT_EQ(project.Build().status, 0);
+    const auto file = [&] {
+        return ReadJson(project.Path() +
+                        "/out/index.json")["shaders"]["a"]["glsl"]["N=2"]["fragment"]
+            .asString();
+    };
+    EXPECT_EQ(file(), "a/glsl/N=1.frag");
+    morl_test::WriteNodeFiles(project.Path(), TwoNodes(kDiffering, "in flot x;"));
+    EXPECT_EQ(project.Build().status, 1);
+    EXPECT_EQ(file(), "a/glsl/N=2.frag");
+    EXPECT_TRUE(fs::exists(project.Path() + "/out/b/glsl/default.frag"));
+
+    // What is not needed any more is removed, also when the shader alone is built.
+    morl_test::WriteNodeFiles(project.Path(), TwoNodes("c = c * 4.0;", "in flot x;"));
+    const Json::Value before = ReadJson(project.Path() + "/out/index.json");
+    EXPECT_EQ(project.Build({"--shader", "a", "--no-index"}).status, 0);
+    EXPECT_EQ(file(), "a/glsl/N=2.frag");
+    EXPECT_EQ(project.Build({"--shader", "a"}).status, 0);
+    EXPECT_EQ(file(), "a/glsl/N=1.frag");
+    EXPECT_FALSE(fs::exists(project.Path() + "/out/a/glsl/N=2.frag"));
+    const Json::Value after = ReadJson(project.Path() + "/out/index.json");
+    EXPECT_NE(before["hashes"]["a/glsl/N=1.frag"], after["hashes"]["a/glsl/N=1.frag"]);
+    EXPECT_EQ(before["shaders"]["b"], after["shaders"]["b"]);
+}
+
+TEST(Build, JoinsOnlyWhatBelongsTogether)
+{
+    const Project project(TwoNodes(kDiffering, "in float x;"), kTwoShaders);
+    ASSERT_EQ(project.Build().status, 0);
+    const auto whole = Tree(project.Path() + "/out");
+    morl_test::WriteNodeFiles(project.Path(), TwoNodes("c = c * 3.0;", "in float x;"));
+    ASSERT_EQ(project.Build({"--shard", "1/3"}).status, 0);
+    morl_test::WriteNodeFiles(project.Path(), TwoNodes(kDiffering, "in float x;"));
+    ASSERT_EQ(project.Build({"--shard", "2/3"}).status, 0);
+    const ProcessResult stale = project.Build({"--join", "3"});
+    EXPECT_EQ(stale.err,
+              "out/share-1-of-3/a.json: error: this share was built from other node files, "
+              "or for another manifest: build it again\n");
+    ASSERT_EQ(project.Build({"--shard", "1/3"}).status, 0);
+    const ProcessResult missing = project.Build({"--join", "3"});
+    EXPECT_EQ(missing.err,
+              "morlc: error: the shares of shader 'b' in out lack glsl/default: build all 3 of "
+              "them first\n");
+    ASSERT_EQ(project.Build({"--shard", "3/3"}).status, 0);
+
+    // A share cannot lead out of the directory.
+    const fs::path share = project.Path() + "/out/share-3-of-3/b.json";
+    const std::string good = ReadText(share);
+    std::string bad = good;
+    bad.replace(bad.find("b/glsl"), 6, "../../");
+    WriteText(share, bad);
+    EXPECT_EQ(project.Build({"--join", "3"}).status, 1);
+    WriteText(share, good);
+
+    EXPECT_EQ(project.Build({"--join", "3"}).err, "");
+    EXPECT_EQ(Tree(project.Path() + "/out"), whole);
+    EXPECT_FALSE(fs::exists(share.parent_path()));
+}
+
 TEST(Build, LeavesUnchangedFilesAlone)
 {
     const TemporaryDirectory directory;
@@ -208,23 +284,26 @@ TEST(Build, ReportsEachFaultOnce)
             {"name": "b", "fragment": ["bad"], "macros": {"N": [1, 2, 3, 4, 5, 6, 7, 8, 9]}},
             {"name": "c", "vertex": ["good"], "fragment": ["good", "bad"]},
             {"name": "d", "fragment": ["goood"], "macros": {"N": [1, 2]}},
-            {"name": "e", "fragment": ["pool", "loop"]}]})");
+            {"name": "e", "fragment": ["pool", "loop"]}, {"name": "f", "fragment": ["bad", "lost"]}]})");
     WriteText(project.Path() + "/out/b.json", "old");
     WriteText(project.Path() + "/out/c.json",
               R"({"texts": {}, "variants": {"glsl": {"default": {"vertex": "c/old"}}}})");
     const std::string expected =
         project.Nodes() +
         ": node bad:2:6: error: expression error:\n"
-        "m.json:4:40: error: Morl Compiler: unknown node: goood (did you mean 'good'?)\n"
-        "m.json:5:22: error: MorlLinker: reference cycle: pool, loop\n"
+        "m.json:4:40: error: Morl Compiler: unknown node: goood (did you mean 'good'?) (shader "
+        "'d', hlsl/N=1)\n"
+        "m.json:5:22: error: MorlLinker: reference cycle: pool, loop (shader 'e', hlsl/default)\n"
+        "m.json:5:92: error: Morl Compiler: unknown node: lost (shader 'f', hlsl/default)\n"
         "m.json:2:22: error: shader 'b' is not written: node 'bad' has errors\n"
         "m.json:3:22: error: shader 'c' is not written: node 'bad' has errors\n"
         "m.json:4:22: error: shader 'd' is not written\n"
-        "m.json:5:22: error: shader 'e' is not written\n";
+        "m.json:5:22: error: shader 'e' is not written\n"
+        "m.json:5:67: error: shader 'f' is not written\n";
     for (const char* jobs : {"1", "2", "7"}) {
         const ProcessResult result = project.Build({"-j", jobs});
         EXPECT_EQ(result.status, 1);
-        EXPECT_NE(result.out.find(", 7 errors, "), std::string::npos) << result.out;
+        EXPECT_NE(result.out.find(", 9 errors, "), std::string::npos) << result.out;
         EXPECT_EQ(WithoutExcerpts(result.err), expected) << jobs;
         const auto files = Tree(project.Path() + "/out");
         EXPECT_EQ(files.size(), 4U + 1U + 2U + 1U);
@@ -245,7 +324,7 @@ TEST(Build, RefusesManifestsThatAreNone)
          "m.json:1:17: error: not valid JSON: Duplicate key: 'shaders'"},
         {"{}", "m.json:1:1: error: \"shaders\" must be a list of shaders"},
         {"{\"shader\": []}",
-         "m.json:1:12: error: unknown member \"shader\" of the manifest (did you mean 'shaders'?)"},
+         "m.json:1:2: error: unknown member \"shader\" of the manifest (did you mean 'shaders'?)"},
         {"{\"targets\": [\"gsl\"], \"shaders\": []}",
          "m.json:1:14: error: unknown target 'gsl' (did you mean 'glsl'?)"},
         {"{\"shaders\": [3]}", "m.json:1:14: error: a shader must be an object"},
@@ -255,7 +334,7 @@ TEST(Build, RefusesManifestsThatAreNone)
         {"{\"shaders\": [{\"name\": \"x\"}]}",
          "m.json:1:14: error: the shader has neither \"vertex\" nor \"fragment\" nodes"},
         {"{\"shaders\": [{\"name\": \"x\", \"fragmnt\": []}]}",
-         "m.json:1:39: error: unknown member \"fragmnt\" of a shader (did you mean 'fragment'?)"},
+         "m.json:1:28: error: unknown member \"fragmnt\" of a shader (did you mean 'fragment'?)"},
         {"{\"shaders\": [{\"name\": \"x\", \"vertex\": \"a\"}]}",
          "m.json:1:38: error: \"vertex\" must be a list of nodes"},
         {"{\"shaders\": [{\"name\": \"x\", \"vertex\": [1]}]}",
@@ -271,7 +350,7 @@ TEST(Build, RefusesManifestsThatAreNone)
         {"{\"shaders\": [{\"name\": \"x\", \"vertex\": [\"a\"], \"samplers\": {\"A\": \"1\"}}]}",
          "m.json:1:63: error: the value of A must be an integer of 32 bits"},
         {"{\"shaders\": [{\"name\": \"x\", \"vertex\": [\"a\"], \"targetMacros\": {\"hsl\": {}}}]}",
-         "m.json:1:69: error: unknown member \"hsl\" of \"targetMacros\" (did you mean 'hlsl'?)"},
+         "m.json:1:62: error: unknown member \"hsl\" of \"targetMacros\" (did you mean 'hlsl'?)"},
         {"{\"shaders\": [{\"name\": \"x\", \"vertex\": [\"a\"]}, {\"name\": \"x\", \"vertex\": "
          "[\"a\"]}]}",
          "m.json:1:55: error: two shaders are called 'x'"},
@@ -301,8 +380,10 @@ TEST(Build, DrivesNinja)
     fs::create_directories(project);
     fs::copy(kExamples, project, fs::copy_options::recursive);
     const std::string ninja = (project / "o ut/build.ninja").string();
-    ASSERT_EQ(Morlc({"build", "-C", project.string(), "shaders.json", "-o", "o ut", "--ninja",
-                     "o ut/build.ninja"})
+    const fs::path tool = MORLC;
+    ASSERT_EQ(morl_test::RunShell("cd " + tool.parent_path().string() + " && ./morlc build -C '" +
+                                  project.string() +
+                                  "' shaders.json -o 'o ut' --ninja 'o ut/build.ninja'")
                   .err,
               "");
     const auto run = [&] { return morl_test::RunProcess({"ninja", "-f", ninja}); };
@@ -365,6 +446,20 @@ TEST(Build, WritesDependenciesForMake)
     EXPECT_EQ(make(), "made\n");
 }
 
+TEST(Build, RefusesPathsThatMakeCannotRead)
+{
+    const TemporaryDirectory directory;
+    for (const char* option : {"--depfile", "--ninja"}) {
+        const ProcessResult result =
+            BuildSamples(directory.path / "a;b", {option, (directory.path / "d").string()});
+        EXPECT_EQ(result.status, 1);
+        EXPECT_NE(result.err.find("has a character (';') that Make or Ninja cannot read"),
+                  std::string::npos)
+            << result.err;
+        EXPECT_FALSE(fs::exists(directory.path / "d"));
+    }
+}
+
 TEST(Build, ShowsProgressOnATerminalOnly)
 {
     const TemporaryDirectory directory;
@@ -390,7 +485,7 @@ TEST(Build, ReportsWhatItCannotWrite)
                   .err.find("none/s.json:1:1: error: this is not what 'morlc build' writes"),
               std::string::npos);
     EXPECT_EQ(project.Build({"--shader", "z"}).err,
-              "m.json: error: --shader: no shader is called 'z' (did you mean 's'?)\n");
+              "m.json: error: --shader: no shader is called 'z'\n");
 }
 
 }  // namespace

@@ -147,6 +147,10 @@ TEST(Morlc, RefusesWrongUsage)
         {{"--graph", "png"}, "--graph: png not in {svg,dot}"},
         {{"--list", "--graph", "svg"}, "--list: compiles nothing: leave --graph out"},
         {{"--diagnostics", "xml"}, "--diagnostics: xml not in {text,json}"},
+        {{"-C", "x", "build", "m.json"}, "build: comes first: morlc build ..."},
+        {{"-t", "glls"},
+         "--target: glls not in {hlsl,hlsl10,glsl,glsles,all} (did you mean 'glsl'?)"},
+        {{"build", "m.json", "-o", "d", "--shard", ""}, "--shard: has an empty value"},
         {{"build"}, "FILE: name the manifest, such as shaders.json"},
         {{"build", "m.json"}, "--output: say where to write: -o DIR"},
         {{"build", "m.json", "-o", "d", "x"}, "unexpected argument 'x'"},
@@ -272,6 +276,7 @@ TEST(Morlc, ReportsBrokenNodeFiles)
         {"[{\"ref\": {\"a\": 1}}]", ":1:10: error: a node's \"ref\" must be a list of names"},
         {"[{\"name\": \"a\"} // x\n {}]",
          ":2:2: error: not valid JSON: Missing ',' or ']' in array declaration"},
+        {"\xEF\xBB\xBF[{\"name\": 3}]", ":1:11: error: a node's \"name\" must be a string"},
         {"{}", ":1:1: error: not a list of nodes (a JSON array)"},
         {std::string(300, '['), ": error: not valid JSON: nested too deeply"},
     };
@@ -309,10 +314,17 @@ TEST(Morlc, TakesStrangeNames)
 TEST(Morlc, PointsAtTheColumn)
 {
     const std::string blanks(200, ' ');
+    std::string accents;
+    for (int i = 0; i < 100; ++i) {
+        accents += "\u00df";
+    }
     const std::tuple<std::string, std::string> rows[] = {
         {"void main() {\n\tfloat a\u00df = 1.0;\n}", "     float a\u00df = 1.0;\n            ^\n"},
         {"void main() {\n  /*\u00df\u20ac*/ x = ;\n}",
          "      /*\u00df\u20ac*/ x = ;\n                  ^\n"},
+        {"void main() {\r\n x = ;\r\n}", "     x = ;\n          ^\n"},
+        {"void main() { /*" + accents + "*/ x = ;}",
+         "    " + accents.substr(0, 2 * 26) + "*/ x = ;}\n" + std::string(38, ' ') + "^\n"},
         {"void main() { x =" + blanks + ";" + blanks + "}",
          std::string(63, ' ') + ";" + std::string(60, ' ') + "\n" + std::string(64, ' ') + "^\n"},
     };

@@ -54,7 +54,7 @@ _morlc() {
     esac
     if [[ ${COMP_WORDS[1]} == build && COMP_CWORD -gt 1 ]]; then
         if [[ $word == -* ]]; then
-            mapfile -t COMPREPLY < <(compgen -W "$common --jobs --shader --shard --join --index \
+            mapfile -t COMPREPLY < <(compgen -W "$common --jobs --shader --shard --join --no-index --index \
                 --ninja --depfile --quiet" -- "$word")
         else
             mapfile -t COMPREPLY < <(compgen -f -X '!*.json' -- "$word"; compgen -d -- "$word")

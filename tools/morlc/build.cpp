@@ -6,13 +6,16 @@
 #include "json_file.h"
 #include "node_files.h"
 #include "output_file.h"
+#include "text.h"
 
 #include <unistd.h>
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <optional>
 #include <stdexcept>
+#include <utility>
 
 namespace morlc {
 namespace {
@@ -30,7 +33,8 @@ struct Totals {
     std::size_t written = 0;  ///< those that were not there yet
 };
 
-/// A line on a terminal that is written over and over; nothing elsewhere.
+/// A line on a terminal that is written over and over, and gone when all is done; nothing
+/// elsewhere.
 class Progress {
 public:
     Progress(std::size_t newTotal, bool quiet)
@@ -39,18 +43,15 @@ public:
     }
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
-    ~Progress()
-    {
-        if (isShown) {
-            std::fputs("\r\x1b[K", stderr);
-        }
-    }
+    ~Progress() { Clear(); }
 
     void Show(std::size_t done)
     {
         constexpr std::chrono::milliseconds kInterval(50);
         const Clock::time_point now = Clock::now();
-        if (isShown && now - last >= kInterval) {
+        if (done == total) {
+            Clear();
+        } else if (isShown && now - last >= kInterval) {
             last = now;
             std::fprintf(stderr, "\r[%zu/%zu] variants", done, total);
             std::fflush(stderr);
@@ -58,9 +59,17 @@ public:
     }
 
 private:
+    void Clear()
+    {
+        if (isShown && last != Clock::time_point()) {
+            std::fputs("\r\x1b[K", stderr);
+            last = Clock::time_point();
+        }
+    }
+
     std::size_t total;
     bool isShown;
-    Clock::time_point last;
+    Clock::time_point last;  ///< when it was shown; unset: it is not
 };
 
 std::string Counted(std::size_t count, const char* what)
@@ -95,6 +104,63 @@ Compilers LoadCompilers(std::size_t count, const std::string& prefix, Diagnostic
     return compilers;
 }
 
+/// Removes a file, and the directories above it as far as they are empty then and lie below `root`.
+void RemoveFile(const fs::path& root, const fs::path& file)
+{
+    std::error_code ignored;
+    fs::remove(root / file, ignored);
+    for (fs::path parent = file.parent_path(); !parent.empty(); parent = parent.parent_path()) {
+        fs::remove(root / parent, ignored);
+    }
+}
+
+std::optional<ShaderRecord> ReadOldRecord(const fs::path& path)
+{
+    try {
+        return ShaderRecord::Read(path);
+    } catch (const DiagnosticError&) {
+        return std::nullopt;  // There was no earlier build.
+    }
+}
+
+/// Writes what is known of a shader whose texts have been written, and removes the texts of an
+/// earlier build that it does not need any more.
+void WriteRecord(const fs::path& directory, const ManifestShader& shader,
+                 const ShaderRecord& record)
+{
+    const fs::path path = RecordPath(directory, shader.name);
+    const std::optional<ShaderRecord> old = ReadOldRecord(path);
+    WriteIfChanged(path.string(), FormatJsonFile(record.ToJson(shader)));
+    if (!old) {
+        return;
+    }
+    for (const auto& [file, text] : old->texts) {
+        const bool isOurs = file.compare(0, shader.name.size() + 1, shader.name + "/") == 0;
+        if (isOurs && record.texts.count(file) == 0) {
+            RemoveFile(directory, file);
+        }
+    }
+}
+
+void WriteIndex(const fs::path& directory, const std::map<std::string, ShaderRecord>& records)
+{
+    WriteIfChanged(IndexPath(directory).string(), FormatJsonFile(MakeIndex(records)));
+}
+
+/// What the texts of a shader are made from. Shares of different sources must not be joined.
+std::string SourcesOf(const ManifestShader& shader)
+{
+    std::string sources = MORL_VERSION + FormatJsonFile(shader.entry);
+    for (const std::string& target : shader.targets) {
+        sources += target + "\n";
+    }
+    for (const std::string& path : NodeFilePaths()) {
+        std::error_code missing;
+        sources += Fingerprint(fs::exists(path, missing) ? ReadFile(path) : "");
+    }
+    return Fingerprint(sources);
+}
+
 /// One run of "morlc build" that compiles.
 class BuildRun {
 public:
@@ -103,34 +169,37 @@ public:
         : options(newOptions),
           prefix(newPrefix),
           diagnostics(newDiagnostics),
-          manifest(newOptions.manifest)
+          manifest(newOptions.manifest),
+          directory(newOptions.output)
     {
-        if (!options.shaders.empty()) {
-            manifest.Select(options.shaders);
+        manifest.CheckNames(options.shaders);
+        if (options.shard > 0) {
+            directory = ShareDirectory(directory, options.shard, options.shardCount);
         }
     }
 
     void Run()
     {
         const Clock::time_point start = Clock::now();
-        std::vector<Job> jobs = MakeJobs(manifest);
+        std::vector<Job> jobs = MakeJobs(manifest, options.shaders);
         if (options.shard > 0) {
             jobs = TakeShare(jobs, options.shard, options.shardCount);
         }
-        const Compilers compilers = LoadCompilers(
-            std::min(options.jobs, std::max<std::size_t>(jobs.size(), 1)), prefix, diagnostics);
+        const std::size_t threads = std::clamp<std::size_t>(jobs.size(), 1, options.jobs);
+        const Compilers compilers = LoadCompilers(threads, prefix, diagnostics);
         if (compilers.empty()) {
             return;
         }
-        Totals totals;
         totals.variants = jobs.size();
-        const std::vector<BuiltShader> shaders = Compile(jobs, compilers);
+        std::vector<BuiltShader> shaders = Compile(jobs, compilers);
         for (std::size_t i = 0; i < shaders.size(); ++i) {
-            Write(manifest.shaders[i], shaders[i], totals);
+            Write(manifest.shaders[i], shaders[i]);
         }
-        WriteIndex(shaders);
-        if (diagnostics.ErrorCount() == 0) {
-            WriteDependencies();
+        if (WritesIndex()) {
+            WriteIndex(directory, RecordsForIndex(shaders));
+        }
+        if (!options.depfile.empty() && diagnostics.ErrorCount() == 0) {
+            WriteDependencies(shaders);
         }
         if (!options.quiet) {
             PrintSummary(totals, diagnostics.ErrorCount(), start);
@@ -145,10 +214,10 @@ private:
                         [&](std::size_t done) { progress.Show(done); }});
     }
 
-    void Write(const ManifestShader& shader, const BuiltShader& built, Totals& totals) const
+    void Write(const ManifestShader& shader, BuiltShader& built)
     {
         if (built.passes == 0) {
-            return;  // No part of it is in this share.
+            return;  // It was not asked for, or no part of it is in this share.
         }
         ++totals.shaders;
         totals.passes += built.passes;
@@ -156,55 +225,44 @@ private:
         if (built.failed) {
             return;
         }
-        const fs::path directory = options.output;
         for (const auto& [file, code] : built.codes) {
             totals.written += WriteIfChanged((directory / file).string(), code) ? 1 : 0;
         }
-        WriteIfChanged(
-            RecordPath(directory, shader.name, options.shard, options.shardCount).string(),
-            FormatJsonFile(built.record.ToJson(shader)));
+        if (options.shard > 0) {
+            built.record.sources = SourcesOf(shader);
+        }
+        WriteRecord(directory, shader, built.record);
     }
 
-    /// The index leads to what there is: for a shader with errors that is what an earlier build
-    /// left.
-    void WriteIndex(const std::vector<BuiltShader>& shaders) const
+    bool WritesIndex() const { return options.shard == 0 && !options.noIndex; }
+
+    /// The index leads to what there is: of a shader with errors, or one that was not asked for, to
+    /// what an earlier build left.
+    std::map<std::string, ShaderRecord> RecordsForIndex(
+        const std::vector<BuiltShader>& shaders) const
     {
-        if (options.shard > 0 || !options.shaders.empty()) {
-            return;
-        }
         std::map<std::string, ShaderRecord> records;
         for (std::size_t i = 0; i < shaders.size(); ++i) {
             const std::string& name = manifest.shaders[i].name;
-            if (!shaders[i].failed) {
+            if (shaders[i].passes > 0 && !shaders[i].failed) {
                 records[name] = shaders[i].record;
-            } else if (const auto old = ReadOldRecord(RecordPath(options.output, name))) {
+            } else if (const auto old = ReadOldRecord(RecordPath(directory, name))) {
                 records[name] = *old;
             }
         }
-        WriteIfChanged(IndexPath(options.output).string(), FormatJsonFile(MakeIndex(records)));
+        return records;
     }
 
-    static std::optional<ShaderRecord> ReadOldRecord(const fs::path& path)
+    void WriteDependencies(const std::vector<BuiltShader>& shaders) const
     {
-        try {
-            return ShaderRecord::Read(path);
-        } catch (const DiagnosticError&) {
-            return std::nullopt;  // There was no earlier build.
-        }
-    }
-
-    void WriteDependencies() const
-    {
-        if (options.depfile.empty()) {
-            return;
-        }
         std::vector<std::string> outputs;
-        if (options.shard == 0 && options.shaders.empty()) {
-            outputs.push_back(AsGiven(IndexPath(options.output)));
+        if (WritesIndex()) {
+            outputs.push_back(AsGiven(IndexPath(directory)));
         }
-        for (const ManifestShader& shader : manifest.shaders) {
-            outputs.push_back(AsGiven(
-                RecordPath(options.output, shader.name, options.shard, options.shardCount)));
+        for (std::size_t i = 0; i < shaders.size(); ++i) {
+            if (shaders[i].passes > 0) {
+                outputs.push_back(AsGiven(RecordPath(directory, manifest.shaders[i].name)));
+            }
         }
         std::vector<std::string> inputs = {AsGiven(options.manifest)};
         for (const std::string& path : NodeFilePaths()) {
@@ -223,118 +281,151 @@ private:
     std::string prefix;
     Diagnostics& diagnostics;
     Manifest manifest;
+    fs::path directory;  ///< that is written to
+    Totals totals;
 };
 
-/// The shares of a shader put together: what one build of the whole would have recorded.
+/// The shares of a shader put together: what one build of the whole would have recorded. Nothing is
+/// changed before all shaders are known to be complete.
 class Join {
 public:
-    Join(const fs::path& newDirectory, const ManifestShader& newShader, std::size_t newCount)
-        : directory(newDirectory), shader(newShader), count(newCount)
+    Join(fs::path newDirectory, const ManifestShader& newShader, std::size_t newCount)
+        : directory(std::move(newDirectory)), shader(newShader), count(newCount)
     {
-    }
-
-    ShaderRecord Run()
-    {
+        const std::string sources = SourcesOf(shader);
         for (std::size_t share = 1; share <= count; ++share) {
-            const fs::path path = RecordPath(directory, shader.name, share, count);
-            if (fs::exists(path)) {
-                Take(ShaderRecord::Read(path));
-                shares.push_back(path);
+            const fs::path path = RecordPath(ShareDirectory({}, share, count), shader.name);
+            if (fs::exists(directory / path)) {
+                Take(ShaderRecord::Read(directory / path), path, sources);
             }
         }
         for (const std::string& target : shader.targets) {
-            std::map<std::string, std::string> files;
+            std::map<std::string, std::string> firstByText;
             for (std::size_t variant = 0; variant < shader.variants; ++variant) {
-                Place(target, shader.VariantName(variant), files);
+                Place(target, shader.VariantName(variant), firstByText);
             }
         }
-        return record;
     }
 
-    /// Removes what only the shares need. To be called when the result is written.
+    const ShaderRecord& Record() const { return record; }
+
+    void Write() const
+    {
+        for (const auto& [file, code] : codes) {
+            WriteIfChanged((directory / file).string(), code);
+        }
+        WriteRecord(directory, shader, record);
+    }
+
+    /// Removes the shares. To be called when all of the manifest is written.
     void RemoveShares() const
     {
-        for (const fs::path& path : shares) {
-            fs::remove(path);
-        }
-        for (const auto& [file, text] : all.texts) {
-            if (record.texts.count(file) == 0) {
-                fs::remove(directory / file);
-            }
+        for (const fs::path& file : files) {
+            RemoveFile(directory, file);
         }
     }
 
 private:
-    void Take(const ShaderRecord& share)
+    void Take(const ShaderRecord& share, const fs::path& path, const std::string& sources)
     {
-        all.texts.insert(share.texts.begin(), share.texts.end());
-        for (const auto& [target, variants] : share.variants) {
-            all.variants[target].insert(variants.begin(), variants.end());
+        if (share.sources != sources) {
+            Diagnostic diagnostic;
+            diagnostic.file = (directory / path).string();
+            diagnostic.text =
+                "this share was built from other node files, or for another manifest: build it "
+                "again";
+            throw DiagnosticError(diagnostic);
+        }
+        const fs::path shareDirectory = path.parent_path();
+        files.push_back(path);
+        for (const auto& [file, text] : share.texts) {
+            files.push_back(shareDirectory / file);
+            texts[(shareDirectory / file).string()] = text;
+        }
+        for (const auto& [target, shareVariants] : share.variants) {
+            for (const auto& [name, variant] : shareVariants) {
+                variants[target][name] = {InShare(shareDirectory, variant.vertex),
+                                          InShare(shareDirectory, variant.fragment)};
+            }
         }
     }
 
-    void Place(const std::string& target, const std::string& variant,
-               std::map<std::string, std::string>& files)
+    static std::string InShare(const fs::path& shareDirectory, const std::string& file)
     {
-        const auto found = all.variants[target].find(variant);
-        if (found == all.variants[target].end()) {
+        return file.empty() ? file : (shareDirectory / file).string();
+    }
+
+    void Place(const std::string& target, const std::string& variant,
+               std::map<std::string, std::string>& firstByText)
+    {
+        const auto found = variants[target].find(variant);
+        if (found == variants[target].end()) {
             throw std::runtime_error("the shares of shader '" + shader.name + "' in " +
                                      directory.string() + " lack " + target + "/" + variant +
                                      ": build all " + std::to_string(count) + " of them first");
         }
-        record.variants[target][variant] = {Unique(found->second.vertex, ".vert", files),
-                                            Unique(found->second.fragment, ".frag", files)};
+        record.variants[target][variant] = {Unique(found->second.vertex, firstByText),
+                                            Unique(found->second.fragment, firstByText)};
     }
 
-    /// The file of the first variant that has the same text in the same stage.
-    std::string Unique(const std::string& file, const std::string& stage,
-                       std::map<std::string, std::string>& files)
+    /// The file of the first variant that has the same text in the same stage. The first variant of
+    /// a share with a text gives it its name there, so the first one of all has its name already.
+    std::string Unique(const std::string& file, std::map<std::string, std::string>& firstByText)
     {
         if (file.empty()) {
             return file;
         }
-        std::string& first = firstOf[file];
+        std::string& first = firstByFile[file];
         if (first.empty()) {
-            const std::string text = stage + ReadFile((directory / file).string());
-            first = files.emplace(text, file).first->second;
-            record.texts[first] = all.texts[first];
+            const std::string code = ReadFile((directory / file).string());
+            const fs::path path = file;
+            const std::string own = path.lexically_relative(*path.begin()).string();
+            first = firstByText.emplace(path.extension().string() + code, own).first->second;
+            if (first == own) {
+                record.texts[own] = texts[file];
+                codes[own] = code;
+            }
         }
         return first;
     }
 
-    const fs::path& directory;
+    fs::path directory;
     const ManifestShader& shader;
     std::size_t count;
-    std::vector<fs::path> shares;
-    ShaderRecord all;                            ///< as the shares have it
-    ShaderRecord record;                         ///< with each text once
-    std::map<std::string, std::string> firstOf;  ///< by file of a share, the file of the result
+    std::vector<fs::path> files;  ///< of the shares, below `directory`, like those that follow
+    std::map<std::string, TextRecord> texts;
+    std::map<std::string, std::map<std::string, VariantRecord>> variants;
+    std::map<std::string, std::string> firstByFile;  ///< by file of a share, the file of the result
+    std::map<std::string, std::string> codes;        ///< by file of the result
+    ShaderRecord record;                             ///< of the result
 };
 
 void JoinShares(const BuildOptions& options)
 {
-    const fs::path directory = options.output;
     const Manifest manifest(options.manifest);
+    std::vector<Join> joins;
     std::map<std::string, ShaderRecord> records;
     for (const ManifestShader& shader : manifest.shaders) {
-        Join join(directory, shader, options.joinCount);
-        records[shader.name] = join.Run();
-        WriteIfChanged(RecordPath(directory, shader.name).string(),
-                       FormatJsonFile(records[shader.name].ToJson(shader)));
+        joins.emplace_back(options.output, shader, options.joinCount);
+        records[shader.name] = joins.back().Record();
+    }
+    for (const Join& join : joins) {
+        join.Write();
+    }
+    WriteIndex(options.output, records);
+    for (const Join& join : joins) {
         join.RemoveShares();
     }
-    WriteIfChanged(IndexPath(directory).string(), FormatJsonFile(MakeIndex(records)));
 }
 
 void WriteIndexOnly(const BuildOptions& options)
 {
-    const fs::path directory = options.output;
     const Manifest manifest(options.manifest);
     std::map<std::string, ShaderRecord> records;
     for (const ManifestShader& shader : manifest.shaders) {
-        records[shader.name] = ShaderRecord::Read(RecordPath(directory, shader.name));
+        records[shader.name] = ShaderRecord::Read(RecordPath(options.output, shader.name));
     }
-    WriteIfChanged(IndexPath(directory).string(), FormatJsonFile(MakeIndex(records)));
+    WriteIndex(options.output, records);
 }
 
 }  // namespace

@@ -23,7 +23,7 @@ void Declare(CLI::App& app, Options& options, RawBuildOptions& raw)
     app.add_option("manifest", build.manifest, "The manifest, a JSON file")->type_name("FILE");
     app.add_option("-o,--output", build.output, "The directory to write to")->type_name("DIR");
     app.add_option("-j,--jobs", raw.jobs, "Use N threads (0: one per processor)")->type_name("N");
-    app.add_option("--shader", build.shaders, "Build only these shaders, and write no index")
+    app.add_option("--shader", build.shaders, "Build only these shaders")
         ->type_name("NAME,...")
         ->delimiter(',')
         ->allow_extra_args(false)
@@ -32,6 +32,7 @@ void Declare(CLI::App& app, Options& options, RawBuildOptions& raw)
         ->type_name("I/N");
     app.add_option("--join", raw.join, "Put N shares together, and write the index")
         ->type_name("N");
+    app.add_flag("--no-index", build.noIndex, "Leave the index as it is");
     app.add_flag("--index", build.indexOnly, "Only write the index of the shaders built before");
     app.add_option("--ninja", build.ninjaFile, "Only write a Ninja file, with one edge per shader")
         ->type_name("FILE");

@@ -3,6 +3,7 @@
 
 #include "nearest.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdio>
 #include <system_error>
@@ -10,16 +11,13 @@
 namespace morlc {
 namespace {
 
-/// The names of all options, with their dashes.
+/// The long names of all options, with their dashes.
 std::vector<std::string> OptionNames(const CLI::App& app)
 {
     std::vector<std::string> names;
     for (const CLI::Option* option : app.get_options()) {
         for (const std::string& name : option->get_lnames()) {
             names.push_back("--" + name);
-        }
-        for (const std::string& name : option->get_snames()) {
-            names.push_back("-" + name);
         }
     }
     return names;
@@ -32,10 +30,24 @@ std::string DescribeExtras(const CLI::App& app)
     for (const std::string& extra : extras) {
         if (extra.size() > 1 && extra[0] == '-') {
             const std::string name = extra.substr(0, extra.find('='));
-            return "unknown option " + name + Suggestion(OptionNames(app), name);
+            const bool isLong = name.compare(0, 2, "--") == 0;
+            return "unknown option " + name +
+                   (isLong ? Suggestion(OptionNames(app), name) : std::string());
         }
     }
     return "unexpected argument '" + (extras.empty() ? "" : extras.front()) + "'";
+}
+
+/// An empty value is a slip, such as a variable of a script that is not set.
+void RefuseEmpty(const CLI::App& app)
+{
+    for (const CLI::Option* option : app.get_options()) {
+        for (const std::string& value : option->results()) {
+            if (value.empty()) {
+                throw CLI::ValidationError(option->get_name(), "has an empty value");
+            }
+        }
+    }
 }
 
 bool Refuse(const CLI::App& app, const std::string& reason, ExitStatus& status)
@@ -58,7 +70,7 @@ void DeclareCommon(CLI::App& app, CommonOptions& options)
     app.add_option("--diagnostics", options.diagnostics,
                    "How problems are written: text, or json (one object a line)")
         ->type_name("FORMAT")
-        ->check(CLI::IsMember({"text", "json"}));
+        ->check(OneOf({"text", "json"}));
     app.add_flag("--verbose", options.verbose, "Also report the start and end of every parse");
 }
 
@@ -67,6 +79,7 @@ bool ParseCommandLine(CLI::App& app, int argc, char** argv, const std::function<
 {
     try {
         app.parse(argc, argv);
+        RefuseEmpty(app);
         check();
         return true;
     } catch (const CLI::ExtrasError&) {
@@ -79,6 +92,19 @@ bool ParseCommandLine(CLI::App& app, int argc, char** argv, const std::function<
         status = kSuccess;
         return false;
     }
+}
+
+CLI::Validator OneOf(const std::vector<std::string>& values)
+{
+    std::string list;
+    for (const std::string& value : values) {
+        list += (list.empty() ? "" : ",") + value;
+    }
+    const auto check = [values, list](const std::string& value) {
+        const bool isKnown = std::find(values.begin(), values.end(), value) != values.end();
+        return isKnown ? "" : value + " not in {" + list + "}" + Suggestion(values, value);
+    };
+    return {check, "{" + list + "}"};
 }
 
 int ReadInteger(const std::string& option, const std::string& text)

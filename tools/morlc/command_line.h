@@ -6,6 +6,7 @@
 #include <CLI/CLI.hpp>
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace morlc {
 
@@ -19,6 +20,9 @@ bool ParseCommandLine(CLI::App& app, int argc, char** argv, const std::function<
 
 /// Like ReadOptions, for what follows "morlc build".
 bool ReadBuildOptions(int argc, char** argv, Options& options, ExitStatus& status);
+
+/// Takes one of these values only, and suggests the nearest one otherwise.
+CLI::Validator OneOf(const std::vector<std::string>& values);
 
 /// The integer that a text is.
 /// @throws CLI::ValidationError, naming the option, when it is none or outside of the 32-bit range.

@@ -6,6 +6,8 @@
 #include "record.h"
 
 #include <filesystem>
+#include <map>
+#include <stdexcept>
 #include <string_view>
 
 namespace morlc {
@@ -13,17 +15,29 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// Refuses a path that cannot be written: Make or Ninja has no way to say these characters.
+void CheckPath(const std::string& path)
+{
+    const std::size_t found = path.find_first_of("\n\r\t*?|;'\"`=");
+    if (found != std::string::npos) {
+        throw std::runtime_error("the path " + path + " has a character ('" + path[found] +
+                                 "') that Make or Ninja cannot read");
+    }
+}
+
 /// A path in a rule of Make.
 std::string EscapeForMake(const std::string& path)
 {
+    CheckPath(path);
     std::string escaped;
-    for (const char c : path) {
-        if (c == '$') {
-            escaped += '$';
-        } else if (c == ' ' || c == '#' || c == '\\') {
+    for (std::size_t i = 0; i < path.size(); ++i) {
+        const char c = path[i];
+        const bool isSpecial = c == ' ' || c == '#' || c == ':' || c == '%';
+        const bool isBefore = i + 1 < path.size() && (path[i + 1] == ' ' || path[i + 1] == '#');
+        if (isSpecial || (c == '\\' && isBefore)) {
             escaped += '\\';
         }
-        escaped += c;
+        escaped += c == '$' ? "$$" : std::string(1, c);
     }
     return escaped;
 }
@@ -48,7 +62,9 @@ std::string Value(const std::string& text)
 
 std::string Absolute(const fs::path& path)
 {
-    return fs::absolute(path).lexically_normal().string();
+    std::string absolute = fs::absolute(path).lexically_normal().string();
+    CheckPath(absolute);
+    return absolute;
 }
 
 /// A path in a list of paths.
@@ -85,10 +101,47 @@ std::string ShaderManifest(const ManifestShader& shader)
     return FormatJsonFile(root);
 }
 
-/// A tool that was found through the PATH is called so again.
-std::string Program(const std::string& program)
+/// What stands between "@" is filled in.
+constexpr const char* kNinjaFile = R"(# Written by "morlc build --ninja"; changes are lost.
+ninja_required_version = 1.5
+builddir = @OUTPUT@
+
+rule shader
+  command = @MORLC@ $in @INTO@ --no-index --depfile $out.d
+  description = shader $shader
+  depfile = $out.d
+  deps = gcc
+  restat = 1
+
+rule index
+  command = @MORLC@ @MANIFEST_WORD@ @INTO@ --index
+  description = index
+  restat = 1
+
+rule manifest
+  command = @MORLC@ @MANIFEST_WORD@ @INTO@ --ninja @NINJA_WORD@
+  description = manifest
+  generator = 1
+  restat = 1
+
+build @NINJA@ |@PARTS@: manifest @MANIFEST@
+
+@EDGES@
+build @INDEX@: index@RECORDS@ | @NINJA@
+default @INDEX@
+)";
+
+std::string Filled(const std::string& form, const std::map<std::string, std::string>& values)
 {
-    return program.find('/') == std::string::npos ? Word(program) : PathWord(program);
+    std::string filled;
+    std::size_t end = 0;
+    for (std::size_t start = form.find('@'); start != std::string::npos;
+         start = form.find('@', end)) {
+        filled.append(form, end, start - end);
+        end = form.find('@', start + 1) + 1;
+        filled += values.at(form.substr(start + 1, end - start - 2));
+    }
+    return filled.append(form, end);
 }
 
 }  // namespace
@@ -111,58 +164,34 @@ void WriteNinjaFile(const std::string& program, const BuildOptions& options,
                     const Manifest& manifest)
 {
     const fs::path output = options.output;
-    std::string inputs;
+    std::string parts;
     std::string edges;
     std::string records;
     for (const ManifestShader& shader : manifest.shaders) {
-        const fs::path part = output / (shader.name + ".manifest.json");
-        WriteIfChanged(part.string(), ShaderManifest(shader));
-        const std::string record = Path(RecordPath(output, shader.name));
-        inputs += " " + Path(part);
-        records += " " + record;
-        edges +=
-            "build " + record + ": shader " + Path(part) + "\n  shader = " + shader.name + "\n";
+        const fs::path partPath = output / (shader.name + ".manifest.json");
+        WriteIfChanged(partPath.string(), ShaderManifest(shader));
+        const std::string part = " " + Path(partPath);
+        const std::string record = " " + Path(RecordPath(output, shader.name));
+        parts += part;
+        records += record;
+        edges.append("build" + record + ": shader" + part + " | " + Path(program) + "\n");
+        edges.append("  shader = " + shader.name + "\n");
     }
-    const std::string ninja = Path(options.ninjaFile);
-    const std::string index = Path(IndexPath(output));
-    // The process has entered the directory of the node files.
-    const std::string morlc = Program(program) + " build -q -C " + PathWord(".");
-    const std::string whole = " " + PathWord(options.manifest) + " -o " + PathWord(output);
-    WriteIfChanged(options.ninjaFile,
-                   "# Written by \"morlc build --ninja\"; changes are lost.\n"
-                   "ninja_required_version = 1.5\n"
-                   "builddir = " +
-                       Value(Absolute(output)) + "\n\n" +
-                       "rule shader\n"
-                       "  command = " +
-                       morlc + " $in -o " + PathWord(output) +
-                       " --shader $shader --depfile $out.d\n"
-                       "  description = shader $shader\n"
-                       "  depfile = $out.d\n"
-                       "  deps = gcc\n"
-                       "  restat = 1\n\n"
-                       "rule index\n"
-                       "  command = " +
-                       morlc + whole +
-                       " --index\n"
-                       "  description = index\n"
-                       "  restat = 1\n\n"
-                       "rule manifest\n"
-                       "  command = " +
-                       morlc + whole + " --ninja " + PathWord(options.ninjaFile) +
-                       "\n"
-                       "  description = manifest\n"
-                       "  generator = 1\n"
-                       "  restat = 1\n\n"
-                       "build " +
-                       ninja + " |" + inputs + ": manifest " + Path(options.manifest) + "\n\n" +
-                       edges +
-                       "\n"
-                       "build " +
-                       index + ": index" + records + " | " + ninja +
-                       "\n"
-                       "default " +
-                       index + "\n");
+    const std::map<std::string, std::string> values = {
+        {"OUTPUT", Value(Absolute(output))},
+        // The process has entered the directory of the node files.
+        {"MORLC", PathWord(program) + " build -q -C " + PathWord(".")},
+        {"INTO", "-o " + PathWord(output)},
+        {"MANIFEST_WORD", PathWord(options.manifest)},
+        {"NINJA_WORD", PathWord(options.ninjaFile)},
+        {"NINJA", Path(options.ninjaFile)},
+        {"MANIFEST", Path(options.manifest)},
+        {"INDEX", Path(IndexPath(output))},
+        {"PARTS", parts},
+        {"RECORDS", records},
+        {"EDGES", edges},
+    };
+    WriteIfChanged(options.ninjaFile, Filled(kNinjaFile, values));
 }
 
 }  // namespace morlc

@@ -17,7 +17,7 @@ std::string FormatDepfile(const std::vector<std::string>& outputs,
 /// that writes the file anew when the manifest changes. All paths in it are absolute. Each edge has
 /// a manifest of its shader alone, DIR/SHADER.manifest.json, written beside what it makes; so a
 /// change to another shader does not concern it.
-/// @param program how morlc was called.
+/// @param program the path of morlc.
 /// @throws std::runtime_error when a file cannot be written.
 void WriteNinjaFile(const std::string& program, const BuildOptions& options,
                     const Manifest& manifest);

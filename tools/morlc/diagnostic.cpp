@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "diagnostic.h"
 
+#include "text.h"
+
 #include <json/json.h>
 #include <utility>
 
@@ -12,17 +14,6 @@ constexpr const char* kBold = "\x1b[1m";
 constexpr const char* kRed = "\x1b[1;31m";
 constexpr const char* kGreen = "\x1b[1;32m";
 constexpr const char* kNormal = "\x1b[0m";
-
-/// The text on one line and without control characters, whatever the names in it hold.
-std::string Printable(std::string text)
-{
-    for (char& c : text) {
-        if (static_cast<unsigned char>(c) < ' ' || c == '\x7f') {
-            c = '?';
-        }
-    }
-    return text;
-}
 
 std::string Painted(const std::string& text, const char* colour, bool paint)
 {
@@ -38,19 +29,36 @@ std::string Location(const Diagnostic& diagnostic)
     if (diagnostic.line > 0) {
         location += ":" + std::to_string(diagnostic.line) + ":" + std::to_string(diagnostic.column);
     }
-    if (diagnostic.node.empty() && diagnostic.line == 0 && !diagnostic.shader.empty()) {
-        location += (location.empty() ? "shader " : ": shader ") + diagnostic.shader;
-    }
     return location.empty() ? "morlc" : location;
 }
 
+/// Where of a manifest the problem was met, if it is one of requests.
+std::string Context(const Diagnostic& diagnostic)
+{
+    if (diagnostic.shader.empty() || diagnostic.variant.empty()) {
+        return {};
+    }
+    return " (shader '" + diagnostic.shader + "', " + diagnostic.variant + ")";
+}
+
 }  // namespace
+
+std::string Identity(const Diagnostic& diagnostic)
+{
+    std::string identity = diagnostic.isError ? "error" : "info";
+    for (const std::string* part :
+         {&diagnostic.file, &diagnostic.node, &diagnostic.shader, &diagnostic.text}) {
+        identity.append("\n").append(*part);
+    }
+    return identity + "\n" + std::to_string(diagnostic.line) + ":" +
+           std::to_string(diagnostic.column);
+}
 
 std::string FormatText(const Diagnostic& diagnostic, bool colour)
 {
     const std::string severity = diagnostic.isError ? Painted("error:", kRed, colour) : "info:";
     std::string text = Painted(Printable(Location(diagnostic)) + ":", kBold, colour) + " " +
-                       severity + " " + Printable(diagnostic.text) + "\n";
+                       severity + " " + Printable(diagnostic.text + Context(diagnostic)) + "\n";
     const Excerpt& excerpt = diagnostic.excerpt;
     if (!excerpt.line.empty()) {
         const std::string indent(excerpt.caret, ' ');
@@ -65,8 +73,10 @@ std::string FormatJson(const Diagnostic& diagnostic)
     Json::Value object(Json::objectValue);
     object["severity"] = diagnostic.isError ? "error" : "info";
     object["message"] = diagnostic.text;
-    const std::pair<const char*, const std::string&> names[] = {
-        {"file", diagnostic.file}, {"node", diagnostic.node}, {"shader", diagnostic.shader}};
+    const std::pair<const char*, const std::string&> names[] = {{"file", diagnostic.file},
+                                                                {"node", diagnostic.node},
+                                                                {"shader", diagnostic.shader},
+                                                                {"variant", diagnostic.variant}};
     for (const auto& [member, name] : names) {
         if (!name.empty()) {
             object[member] = name;

@@ -11,13 +11,16 @@ namespace morlc {
 /// One problem, or one remark, as it is shown.
 struct Diagnostic {
     bool isError = true;
-    std::string file;    ///< empty: none is concerned
-    std::string node;    ///< empty: none is concerned; otherwise the location is in its source
-    std::string shader;  ///< of a manifest; empty: none is concerned
-    int line = 0;        ///< 1-based; 0: no location
-    int column = 0;      ///< 1-based, in bytes; 0: no location
-    std::string text;    ///< may hold anything; it is made printable when it is shown
-    Excerpt excerpt;     ///< the source line
+    std::string file;     ///< empty: none is concerned
+    std::string node;     ///< empty: none is concerned; otherwise the location is in its source
+    std::string shader;   ///< of a manifest; empty: none is concerned
+    std::string variant;  ///< of it, with the target, in which it was met first; does not count as
+                          ///< a difference between two diagnostics
+    int line = 0;             ///< 1-based; 0: no location
+    int column = 0;           ///< 1-based, in bytes; 0: no location
+    std::string unknownNode;  ///< the name that `text` says is that of no node
+    std::string text;         ///< may hold anything; it is made printable when it is shown
+    Excerpt excerpt;          ///< the source line
 };
 
 /// A problem that ends what the tool is doing.
@@ -31,6 +34,9 @@ public:
     Diagnostic diagnostic;
 };
 
+/// What makes one diagnostic another one. (Its variant does not.)
+std::string Identity(const Diagnostic& diagnostic);
+
 /// How diagnostics are written.
 enum class DiagnosticFormat { Text, Json };
 
@@ -40,7 +46,7 @@ enum class DiagnosticFormat { Text, Json };
 std::string FormatText(const Diagnostic& diagnostic, bool colour);
 
 /// The same as one JSON object on one line, with its line break. It has "severity" and "message",
-/// and of "file", "node", "shader", "line" and "column" those that apply.
+/// and of "file", "node", "shader", "variant", "line" and "column" those that apply.
 std::string FormatJson(const Diagnostic& diagnostic);
 
 }  // namespace morlc

@@ -46,17 +46,11 @@ std::string NamedFile(const std::string& text)
     return {};
 }
 
-std::string Hint(const std::string& text, const ns_ruke::MorlCompiler& compiler)
+/// The name that a message says is that of no node; empty for other messages.
+std::string UnknownNode(const std::string& text)
 {
-    constexpr std::string_view kUnknownNode = "Morl Compiler: unknown node: ";
-    constexpr std::string_view kUnknownTarget = "Morl Compiler: unknown target: ";
-    if (StartsWith(text, kUnknownNode)) {
-        return Suggestion(compiler.GetNodeNames(), text.substr(kUnknownNode.size()));
-    }
-    if (StartsWith(text, kUnknownTarget)) {
-        return Suggestion(ns_ruke::MorlTargets(), text.substr(kUnknownTarget.size()));
-    }
-    return {};
+    constexpr std::string_view kStart = "Morl Compiler: unknown node: ";
+    return StartsWith(text, kStart) ? text.substr(kStart.size()) : "";
 }
 
 }  // namespace
@@ -84,11 +78,11 @@ void Diagnostics::SetNodeFiles(std::string prefix,
 
 void Diagnostics::Report(const Diagnostic& diagnostic)
 {
-    const std::string line =
-        format == DiagnosticFormat::Json ? FormatJson(diagnostic) : FormatText(diagnostic, colour);
-    if (diagnostic.isError && !shown.insert(line).second) {
+    if (!shown.insert(Identity(diagnostic)).second) {
         return;
     }
+    const std::string line =
+        format == DiagnosticFormat::Json ? FormatJson(diagnostic) : FormatText(diagnostic, colour);
     errors += diagnostic.isError ? 1 : 0;
     std::fwrite(line.data(), 1, line.size(), stderr);
 }
@@ -122,7 +116,8 @@ void Diagnostics::Take(const LogLine& log)
         Report(diagnostic);
         return;
     }
-    diagnostic.text += Hint(log.text, currentCollection->compiler);
+    diagnostic.unknownNode = UnknownNode(log.text);
+    diagnostic.text += HintOnce(diagnostic.unknownNode, currentCollection->compiler);
     if (log.line > 0) {
         diagnostic.excerpt = currentCollection->ExcerptOf(log);
     }
@@ -131,6 +126,20 @@ void Diagnostics::Take(const LogLine& log)
     } else {
         currentCollection->kept.push_back(std::move(diagnostic));
     }
+}
+
+// Comparing with all names takes long enough not to do it for every variant of a shader.
+std::string Diagnostics::HintOnce(const std::string& unknownNode,
+                                  const ns_ruke::MorlCompiler& compiler)
+{
+    if (unknownNode.empty()) {
+        return {};
+    }
+    const auto [hint, isNew] = hints.try_emplace(unknownNode);
+    if (isNew) {
+        hint->second = Suggestion(compiler.GetNodeNames(), unknownNode);
+    }
+    return hint->second;
 }
 
 LogCollection::LogCollection(const ns_ruke::MorlCompiler& owner, Mode newMode)

@@ -40,6 +40,7 @@ private:
     friend class LogCollection;
 
     void Take(const ns_ruke::LogLine& log);
+    std::string HintOnce(const std::string& unknownNode, const ns_ruke::MorlCompiler& compiler);
 
     DiagnosticFormat format;
     bool showParses;
@@ -47,7 +48,8 @@ private:
     std::size_t errors = 0;
     std::string filePrefix;
     std::unordered_map<std::string, std::string> nodeFiles;
-    std::unordered_set<std::string> shown;
+    std::unordered_set<std::string> shown;               ///< by identity
+    std::unordered_map<std::string, std::string> hints;  ///< by unknown name
     ns_ruke::LogSink previous;
 };
 

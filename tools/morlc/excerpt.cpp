@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "excerpt.h"
 
+#include "text.h"
+
 #include <algorithm>
 #include <string_view>
 #include <utility>
@@ -10,12 +12,6 @@ namespace {
 
 /// How much of a line is shown, in bytes.
 constexpr std::size_t kWidth = 120;
-
-/// Whether a byte continues a character of UTF-8.
-bool IsContinuation(char c)
-{
-    return (static_cast<unsigned char>(c) & 0xC0U) == 0x80;
-}
 
 }  // namespace
 
@@ -35,9 +31,15 @@ Excerpt SourceLines::At(int line, int column) const
     }
     const std::size_t end = index + 1 < starts.size() ? starts[index + 1] - 1 : text.size();
     std::string_view shown(text.data() + starts[index], end - starts[index]);
+    if (!shown.empty() && shown.back() == '\r') {
+        shown.remove_suffix(1);
+    }
     std::size_t place = std::min(static_cast<std::size_t>(column) - 1, shown.size());
     if (shown.size() > kWidth) {
-        const std::size_t skipped = place - std::min(place, kWidth / 2);
+        std::size_t skipped = place - std::min(place, kWidth / 2);
+        while (skipped < place && IsContinuation(shown[skipped])) {
+            ++skipped;
+        }
         shown = shown.substr(skipped, kWidth);
         place -= skipped;
     }

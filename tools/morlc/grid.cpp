@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "grid.h"
 
+#include "text.h"
+
 #include <algorithm>
 #include <array>
 #include <atomic>
@@ -9,6 +11,7 @@
 #include <set>
 #include <thread>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 namespace morlc {
@@ -18,8 +21,8 @@ using ns_ruke::MorlCompiler;
 using ns_ruke::PassProperty;
 using ns_ruke::ShaderOutput;
 
-/// How many jobs a thread takes at a time: neighbours share what they are made from.
-constexpr std::size_t kBatch = 8;
+/// How many jobs a thread takes at a time, at most: neighbours share what they are made from.
+constexpr std::size_t kMaxBatch = 8;
 
 struct Stage {
     int number;  ///< as PassProperty has it
@@ -42,6 +45,8 @@ public:
             // The text determines the rest: it spells every uniform and every semantic.
             text.first = variant;
             text.output = output;
+            text.output.code.clear();
+            text.code = &entry->first;
         }
         text.first = std::min(text.first, variant);
         byVariant.emplace_back(variant, &text);
@@ -53,14 +58,15 @@ public:
     void ForEach(const Use& use) const
     {
         for (const auto& [variant, text] : byVariant) {
-            use(variant, text->first, text->output);
+            use(variant, text->first, *text->code, text->output);
         }
     }
 
 private:
     struct Text {
         std::size_t first = 0;
-        ShaderOutput output;
+        const std::string* code = nullptr;
+        ShaderOutput output;  ///< without the code
     };
 
     std::mutex mutex;
@@ -70,9 +76,16 @@ private:
 
 /// What one job reported.
 struct JobReport {
-    std::vector<Diagnostic> diagnostics;
-    std::vector<std::string>
-        brokenNodes;  ///< those of its nodes that have faults, whoever reported them
+    std::vector<Diagnostic> diagnostics;  ///< those that its thread had not reported before
+    bool failed = false;
+    std::string brokenNode;  ///< one of its nodes that has faults, whichever job reported them
+};
+
+/// What one thread knows.
+struct Worker {
+    MorlCompiler& compiler;
+    std::set<std::string> broken;            ///< nodes with faults
+    std::unordered_set<std::string> seen{};  ///< diagnostics, by identity
 };
 
 /// Waits for its threads at its end.
@@ -102,6 +115,8 @@ public:
 
     void Run()
     {
+        const std::size_t share = work.jobs.size() / (4 * work.compilers.size());
+        batch = std::clamp<std::size_t>(share, 1, kMaxBatch);
         {
             Threads threads;
             for (std::size_t i = 1; i < work.compilers.size(); ++i) {
@@ -117,10 +132,11 @@ public:
     std::vector<BuiltShader> Collect()
     {
         std::vector<BuiltShader> shaders(work.manifest.shaders.size());
-        for (auto& [key, stages] : texts) {
+        for (auto part = texts.begin(); part != texts.end(); part = texts.erase(part)) {
+            const auto& [shader, target] = part->first;
             for (const Stage& stage : kStages) {
-                Collect(work.manifest.shaders[key.first], key.second, stage,
-                        stages[static_cast<std::size_t>(stage.number)], shaders[key.first]);
+                Collect(work.manifest.shaders[shader], target, stage,
+                        part->second[static_cast<std::size_t>(stage.number)], shaders[shader]);
             }
         }
         Report(shaders);
@@ -130,17 +146,19 @@ public:
 private:
     using StageTexts = std::array<PassTexts, 2>;
 
-    /// One thread: takes jobs until there are none left. Each thread meets the jobs in their order,
-    /// so whatever first goes wrong with a node is reported by the first job that uses it.
+    /// One thread: takes jobs until there are none left. Each thread meets the jobs in their order.
+    /// So what goes wrong with a node when it is parsed is reported, among others, by the first job
+    /// that parses it, whichever thread has that job; and what a thread has reported before it need
+    /// not keep.
     void Work(MorlCompiler& compiler)
     {
-        std::set<std::string> broken;
+        Worker worker{compiler, {}};
         try {
-            for (std::size_t begin = next.fetch_add(kBatch); begin < work.jobs.size();
-                 begin = next.fetch_add(kBatch)) {
-                const std::size_t end = std::min(begin + kBatch, work.jobs.size());
+            for (std::size_t begin = next.fetch_add(batch); begin < work.jobs.size();
+                 begin = next.fetch_add(batch)) {
+                const std::size_t end = std::min(begin + batch, work.jobs.size());
                 for (std::size_t i = begin; i < end; ++i) {
-                    RunJob(compiler, i, broken);
+                    RunJob(worker, i);
                 }
                 ShowProgress(end - begin);
             }
@@ -158,7 +176,7 @@ private:
         work.progress(done);
     }
 
-    void RunJob(MorlCompiler& compiler, std::size_t index, std::set<std::string>& broken)
+    void RunJob(Worker& worker, std::size_t index)
     {
         const Job& job = work.jobs[index];
         const ManifestShader& shader = work.manifest.shaders[job.shader];
@@ -170,7 +188,7 @@ private:
             pass.macros[name] = value;
         }
         pass.samplerRegisters.insert(shader.samplers.begin(), shader.samplers.end());
-        LogCollection log(compiler, LogCollection::Mode::Keep);
+        LogCollection log(worker.compiler, LogCollection::Mode::Keep);
         for (const Stage& stage : kStages) {
             const std::vector<NodeName>& nodes =
                 stage.number == 0 ? shader.vertex : shader.fragment;
@@ -183,15 +201,22 @@ private:
                 pass.nodeNames.push_back(node.name);
             }
             ShaderOutput output;
-            compiler.Compile(pass, output);
+            worker.compiler.Compile(pass, output);
             pass.semantics = output.semantics;
-            NoteBroken(log.kept, broken);
-            ListBroken(pass.nodeNames, broken, report);
+            NoteBroken(log.kept, worker.broken);
+            // A request that is refused parses nothing, and gives no text.
+            if (!output.code.empty()) {
+                FindBroken(pass.nodeNames, worker.broken, report);
+            }
             stages[static_cast<std::size_t>(stage.number)].Add(job.variant, output);
         }
-        report.diagnostics = std::move(log.kept);
-        for (Diagnostic& diagnostic : report.diagnostics) {
-            Locate(shader, diagnostic);
+        const std::string variant = job.target + "/" + shader.VariantName(job.variant);
+        for (Diagnostic& diagnostic : log.kept) {
+            report.failed = report.failed || diagnostic.isError;
+            Locate(shader, variant, diagnostic);
+            if (worker.seen.insert(Identity(diagnostic)).second) {
+                report.diagnostics.push_back(std::move(diagnostic));
+            }
         }
     }
 
@@ -206,55 +231,67 @@ private:
         }
     }
 
-    static void ListBroken(const std::vector<std::string>& names,
+    static void FindBroken(const std::vector<std::string>& names,
                            const std::set<std::string>& broken, JobReport& report)
     {
-        for (const std::string& name : names) {
-            if (broken.count(name) > 0) {
-                report.brokenNodes.push_back(name);
-            }
+        const auto found = std::find_if(names.begin(), names.end(), [&](const std::string& name) {
+            return broken.count(name) > 0;
+        });
+        if (report.brokenNode.empty() && found != names.end()) {
+            report.brokenNode = *found;
         }
     }
 
-    /// What concerns a request as a whole is shown where the manifest makes it: a node that is not
+    /// What goes wrong with a request, rather than with the source of a node, gets the shader and
+    /// the variant. Where no node is concerned it is shown in the manifest: a node that is not
     /// there at its name, anything else at the shader.
-    static void Locate(const ManifestShader& shader, Diagnostic& diagnostic)
+    static void Locate(const ManifestShader& shader, const std::string& variant,
+                       Diagnostic& diagnostic)
     {
-        if (!diagnostic.node.empty() || !diagnostic.file.empty()) {
+        if (diagnostic.line > 0 || !diagnostic.isError) {
             return;
         }
-        const Diagnostic* place = &shader.place;
+        if (diagnostic.node.empty() && diagnostic.file.empty()) {
+            const Diagnostic& place = PlaceOf(shader, diagnostic.unknownNode);
+            diagnostic.file = place.file;
+            diagnostic.line = place.line;
+            diagnostic.column = place.column;
+            diagnostic.excerpt = place.excerpt;
+        }
+        diagnostic.shader = shader.name;
+        diagnostic.variant = variant;
+    }
+
+    static const Diagnostic& PlaceOf(const ManifestShader& shader, const std::string& node)
+    {
         for (const std::vector<NodeName>* nodes : {&shader.vertex, &shader.fragment}) {
-            for (const NodeName& node : *nodes) {
-                const std::string start = "Morl Compiler: unknown node: " + node.name;
-                if (diagnostic.text == start || diagnostic.text.find(start + " (") == 0) {
-                    place = &node.place;
-                }
+            const auto found =
+                std::find_if(nodes->begin(), nodes->end(),
+                             [&](const NodeName& name) { return name.name == node; });
+            if (found != nodes->end()) {
+                return found->place;
             }
         }
-        std::string text = std::move(diagnostic.text);
-        const bool isError = diagnostic.isError;
-        diagnostic = *place;
-        diagnostic.text = std::move(text);
-        diagnostic.isError = isError;
-        diagnostic.shader = shader.name;
+        return shader.place;
     }
 
     void Collect(const ManifestShader& shader, const std::string& target, const Stage& stage,
                  const PassTexts& passTexts, BuiltShader& built) const
     {
-        passTexts.ForEach([&](std::size_t variant, std::size_t first, const ShaderOutput& output) {
+        passTexts.ForEach([&](std::size_t variant, std::size_t first, const std::string& code,
+                              const ShaderOutput& output) {
             const std::string file =
                 shader.name + "/" + target + "/" + shader.VariantName(first) + stage.extension;
             VariantRecord& files = built.record.variants[target][shader.VariantName(variant)];
             (stage.number == 0 ? files.vertex : files.fragment) = file;
             ++built.passes;
-            if (!built.codes.emplace(file, output.code).second) {
+            if (!built.codes.try_emplace(file, code).second) {
                 return;
             }
             TextRecord& text = built.record.texts[file];
             text.target = target;
             text.stage = stage.name;
+            text.hash = Fingerprint(code);
             text.uniforms = output.uniformNames;
             text.semantics.insert(output.semantics.begin(), output.semantics.end());
             for (const std::string& uniform : output.uniformNames) {
@@ -274,12 +311,10 @@ private:
             BuiltShader& built = shaders[work.jobs[i].shader];
             for (const Diagnostic& diagnostic : reports[i].diagnostics) {
                 work.diagnostics.Report(diagnostic);
-                built.failed = built.failed || diagnostic.isError;
             }
-            if (!reports[i].brokenNodes.empty()) {
-                built.failed = true;
-                reasons[work.jobs[i].shader] =
-                    ": node '" + reports[i].brokenNodes.front() + "' has errors";
+            built.failed = built.failed || reports[i].failed || !reports[i].brokenNode.empty();
+            if (!reports[i].brokenNode.empty()) {
+                reasons[work.jobs[i].shader] = ": node '" + reports[i].brokenNode + "' has errors";
             }
         }
         for (std::size_t i = 0; i < shaders.size(); ++i) {
@@ -296,20 +331,24 @@ private:
     std::atomic<std::size_t> next{0};
     std::map<std::pair<std::size_t, std::string>, StageTexts> texts;  ///< by shader and target
     std::vector<JobReport> reports;                                   ///< by job
-    std::mutex mutex;                                                 ///< of what follows
+    std::size_t batch = 1;
+    std::mutex mutex;  ///< of what follows
     std::size_t done = 0;
     std::exception_ptr failure;
 };
 
 }  // namespace
 
-std::vector<Job> MakeJobs(const Manifest& manifest)
+std::vector<Job> MakeJobs(const Manifest& manifest, const std::vector<std::string>& shaders)
 {
+    const std::unordered_set<std::string> wanted(shaders.begin(), shaders.end());
     std::vector<Job> jobs;
     for (const std::string& target : ns_ruke::MorlTargets()) {
         for (std::size_t i = 0; i < manifest.shaders.size(); ++i) {
             const ManifestShader& shader = manifest.shaders[i];
-            if (std::count(shader.targets.begin(), shader.targets.end(), target) == 0) {
+            const bool isWanted = wanted.empty() || wanted.count(shader.name) > 0;
+            if (!isWanted ||
+                std::count(shader.targets.begin(), shader.targets.end(), target) == 0) {
                 continue;
             }
             for (std::size_t variant = 0; variant < shader.variants; ++variant) {
@@ -332,6 +371,7 @@ std::vector<BuiltShader> RunGrid(const GridWork& work)
 {
     Grid grid(work);
     grid.Run();
+    work.progress(work.jobs.size());
     return grid.Collect();
 }
 

@@ -24,7 +24,8 @@ struct Job {
 
 /// All jobs of a manifest in the order in which they are done: the nodes are parsed anew for
 /// another target, so a target is finished before the next one begins.
-std::vector<Job> MakeJobs(const Manifest& manifest);
+/// @param shaders the names of those to be built; empty: all of them.
+std::vector<Job> MakeJobs(const Manifest& manifest, const std::vector<std::string>& shaders);
 
 /// The I-th of N equal parts of the jobs: consecutive ones, their number differing by one at most.
 /// @param shard 1-based.
@@ -45,7 +46,8 @@ struct GridWork {
     /// One per thread, each loaded from the same files.
     const std::vector<std::unique_ptr<ns_ruke::MorlCompiler>>& compilers;
     Diagnostics& diagnostics;
-    /// Called with the number of jobs done so far, by one thread at a time.
+    /// Called with the number of jobs done so far, by one thread at a time; last with that of all
+    /// jobs, before anything is reported.
     std::function<void(std::size_t)> progress;
 };
 

@@ -42,6 +42,16 @@ std::string ReadFile(const std::string& path)
     return text;
 }
 
+std::string ReadJsonText(const std::string& path)
+{
+    const std::string mark = "\xEF\xBB\xBF";
+    std::string text = ReadFile(path);
+    if (text.compare(0, mark.size(), mark) == 0) {
+        text.erase(0, mark.size());
+    }
+    return text;
+}
+
 Diagnostic DiagnosticAt(const std::string& path, const SourceLines& source, std::size_t offset,
                         const std::string& text)
 {
@@ -73,7 +83,7 @@ Diagnostic JsonError(const std::string& path, const SourceLines& source,
     return diagnostic;
 }
 
-JsonFile::JsonFile(const std::string& newPath) : path(newPath), source(ReadFile(newPath))
+JsonFile::JsonFile(const std::string& newPath) : path(newPath), source(ReadJsonText(newPath))
 {
     if (source.IsEmpty()) {
         Diagnostic diagnostic;
@@ -105,6 +115,15 @@ Diagnostic JsonFile::At(const Json::Value& value, const std::string& text) const
 void JsonFile::Fail(const Json::Value& value, const std::string& text) const
 {
     throw DiagnosticError(At(value, text));
+}
+
+void JsonFile::FailAtName(const Json::Value& member, const std::string& name,
+                          const std::string& text) const
+{
+    const auto value = static_cast<std::size_t>(member.getOffsetStart());
+    const std::size_t start = source.Text().rfind("\"" + name + "\"", value);
+    throw DiagnosticError(
+        DiagnosticAt(path, source, start == std::string::npos ? value : start, text));
 }
 
 std::string FormatJsonFile(const Json::Value& root)

@@ -24,6 +24,10 @@ public:
     /// Throws such a diagnostic.
     [[noreturn]] void Fail(const Json::Value& value, const std::string& text) const;
 
+    /// Throws a diagnostic that points at the name of a member.
+    [[noreturn]] void FailAtName(const Json::Value& member, const std::string& name,
+                                 const std::string& text) const;
+
 private:
     std::string path;
     SourceLines source;
@@ -33,6 +37,11 @@ private:
 /// The whole file.
 /// @throws DiagnosticError when it cannot be read.
 std::string ReadFile(const std::string& path);
+
+/// The whole file without the byte order mark of UTF-8, which the reader of JSON does not count,
+/// either.
+/// @throws DiagnosticError when it cannot be read.
+std::string ReadJsonText(const std::string& path);
 
 /// What the reader of JSON reports of a document that it cannot read ("* Line 1, Column 2\n ..."),
 /// as a diagnostic: its first message.

@@ -3,6 +3,7 @@
 
 #include "json_file.h"
 #include "nearest.h"
+#include "text.h"
 
 #include <morl/morl.h>
 #include <algorithm>
@@ -16,8 +17,9 @@ namespace {
 /// than a wish, and would fill the disk.
 constexpr std::size_t kMaxVariants = 1'000'000;
 
-/// How long the names of files may be, in bytes, on the usual file systems.
-constexpr std::size_t kMaxFileName = 255 - sizeof(".vert.XXXXXX");
+/// How long the names of files may be, in bytes, for the usual file systems to take them with all
+/// that is appended to them.
+constexpr std::size_t kMaxFileName = 200;
 
 bool IsLetter(char c)
 {
@@ -28,9 +30,6 @@ bool IsDigit(char c)
 {
     return c >= '0' && c <= '9';
 }
-
-/// The name of the index in the directory that is written to, so that no shader can have it.
-constexpr const char* kIndexName = "index";
 
 /// Names become names of files and directories.
 bool IsFileName(const std::string& name)
@@ -93,7 +92,8 @@ private:
         }
         for (auto member = object.begin(); member != object.end(); ++member) {
             if (std::find(known.begin(), known.end(), member.name()) == known.end()) {
-                file.Fail(*member, DescribeUnknown(member.name(), what, known));
+                file.FailAtName(*member, member.name(),
+                                DescribeUnknown(member.name(), what, known));
             }
         }
     }
@@ -146,6 +146,9 @@ private:
             if (!node.isString()) {
                 file.Fail(node, "a node must be a string, its name");
             }
+            if (ValidUtf8(node.asString()) != node.asString()) {
+                file.Fail(node, "the name is not valid UTF-8");
+            }
             nodes.push_back({node.asString(), file.At(node, "")});
         }
         return nodes;
@@ -163,12 +166,12 @@ private:
             range.values = {ReadInt(value, "the value of " + name)};
             return range;
         }
+        std::set<int> seen;
         for (const Json::Value& one : value) {
-            const int number = ReadInt(one, "each value of " + name);
-            if (std::count(range.values.begin(), range.values.end(), number) > 0) {
+            range.values.push_back(ReadInt(one, "each value of " + name));
+            if (!seen.insert(range.values.back()).second) {
                 file.Fail(one, name + " has this value twice");
             }
-            range.values.push_back(number);
         }
         if (range.values.empty()) {
             file.Fail(value, name + " has no values");
@@ -211,6 +214,11 @@ private:
         }
         for (auto target = own.begin(); target != own.end(); ++target) {
             shader.targetMacros[target.name()] = ReadInts(*target, "\"" + target.name() + "\"");
+            for (const auto& [name, value] : shader.targetMacros[target.name()]) {
+                if (!IsMacroName(name)) {
+                    file.Fail(*target, "'" + name + "' is no name of a macro");
+                }
+            }
         }
         if (shader.VariantName(shader.variants - 1).size() > kMaxFileName) {
             file.Fail(macros, "the names of the variants are too long for names of files");
@@ -287,7 +295,7 @@ Manifest::Manifest(const std::string& newPath)
 {
 }
 
-void Manifest::Select(const std::vector<std::string>& names)
+void Manifest::CheckNames(const std::vector<std::string>& names) const
 {
     std::vector<std::string> known;
     for (const ManifestShader& shader : shaders) {
@@ -302,10 +310,6 @@ void Manifest::Select(const std::vector<std::string>& names)
             throw DiagnosticError(diagnostic);
         }
     }
-    const auto isUnwanted = [&](const ManifestShader& shader) {
-        return std::find(names.begin(), names.end(), shader.name) == names.end();
-    };
-    shaders.erase(std::remove_if(shaders.begin(), shaders.end(), isUnwanted), shaders.end());
 }
 
 }  // namespace morlc

@@ -13,6 +13,9 @@ namespace morlc {
 
 class JsonFile;
 
+/// The name of the index in the directory that is written to, so that no shader can have it.
+constexpr const char* kIndexName = "index";
+
 /// Values by macro name.
 using MacroValues = std::map<std::string, int>;
 
@@ -66,9 +69,9 @@ struct Manifest {
     /// @throws DiagnosticError when the file cannot be read or says anything else.
     explicit Manifest(const std::string& newPath);
 
-    /// Leaves only the shaders of these names.
-    /// @throws DiagnosticError for a name that is not there.
-    void Select(const std::vector<std::string>& names);
+    /// Checks that there are shaders of these names.
+    /// @throws DiagnosticError for one that is not there.
+    void CheckNames(const std::vector<std::string>& names) const;
 };
 
 }  // namespace morlc

@@ -111,7 +111,7 @@ NodeFiles::NodeFiles(const std::string& prefix, Diagnostics& diagnostics)
         NodeFile file;
         file.path = prefix + path;
         try {
-            file.source = SourceLines(ReadFile(path));
+            file.source = SourceLines(ReadJsonText(path));
         } catch (const DiagnosticError&) {
             continue;  // The compiler reports files that it cannot read.
         }

@@ -2,6 +2,7 @@
 #include "node_graph.h"
 
 #include <algorithm>
+#include <cmath>
 #include <set>
 
 namespace morlc {
@@ -83,6 +84,14 @@ private:
     std::vector<std::size_t> component;
 };
 
+/// A stray number, or one that is none, must not make the picture unusable.
+double OnCanvas(float position)
+{
+    constexpr double kMaxExtent = 20000;
+    const auto value = static_cast<double>(position);
+    return std::isfinite(value) ? std::clamp(value, -kMaxExtent, kMaxExtent) : 0.0;
+}
+
 }  // namespace
 
 NodeGraph::NodeGraph(const ns_ruke::MorlCompiler& compiler,
@@ -94,8 +103,8 @@ NodeGraph::NodeGraph(const ns_ruke::MorlCompiler& compiler,
         GraphNode drawn;
         drawn.name = name;
         drawn.file = file != files.end() ? file->second : "";
-        drawn.x = static_cast<double>(node->GetX());
-        drawn.y = static_cast<double>(node->GetY());
+        drawn.x = OnCanvas(node->GetX());
+        drawn.y = OnCanvas(node->GetY());
         nodes.push_back(drawn);
     }
     AddEdges(compiler);

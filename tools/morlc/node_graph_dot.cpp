@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "node_graph.h"
+#include "text.h"
+
+#include <algorithm>
 
 namespace morlc {
 namespace {
@@ -7,11 +10,11 @@ namespace {
 std::string Quoted(const std::string& text)
 {
     std::string quoted = "\"";
-    for (const char c : text) {
+    for (const char c : Printable(ValidUtf8(text))) {
         if (c == '"' || c == '\\') {
             quoted += '\\';
         }
-        quoted += static_cast<unsigned char>(c) < ' ' ? ' ' : c;
+        quoted += c;
     }
     return quoted + "\"";
 }

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "node_graph.h"
+#include "text.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <limits>
 #include <map>
 
 namespace morlc {
@@ -14,11 +16,9 @@ constexpr double kBoxHeight = 36;
 constexpr double kCharacter = 8;    ///< width of a character of the font, about
 constexpr double kBoxPadding = 16;  ///< beside the text
 constexpr double kMargin = 40;
-constexpr double kTitle = 44;  ///< height of a panel's head
-constexpr double kGap = 14;    ///< between boxes that would cover each other
-/// Beyond this the canvas is not drawn to scale any more: a stray number must not make the picture
-/// unusable.
-constexpr double kMaxExtent = 20000;
+constexpr double kTitle = 44;         ///< height of a panel's head
+constexpr double kGap = 14;           ///< between boxes that would cover each other
+constexpr std::size_t kMaxName = 60;  ///< how much of a name is shown, in characters
 
 constexpr const char* kStyle =
     "  <style>\n"
@@ -46,7 +46,7 @@ std::string Marker(const char* id, const char* colour)
 std::string Escaped(const std::string& text)
 {
     std::string escaped;
-    for (const char c : text) {
+    for (const char c : Printable(ValidUtf8(text))) {
         switch (c) {
         case '&':
             escaped += "&amp;";
@@ -61,10 +61,23 @@ std::string Escaped(const std::string& text)
             escaped += "&quot;";
             break;
         default:
-            escaped += static_cast<unsigned char>(c) < ' ' ? ' ' : c;
+            escaped += c;
         }
     }
     return escaped;
+}
+
+/// A name as it is shown in its box.
+std::string Shown(const std::string& name)
+{
+    std::size_t end = 0;
+    for (std::size_t characters = 0; end < name.size(); ++end) {
+        characters += IsContinuation(name[end]) ? 0 : 1;
+        if (characters > kMaxName) {
+            return name.substr(0, end) + "...";
+        }
+    }
+    return name;
 }
 
 std::string Number(double value)
@@ -84,6 +97,54 @@ struct Box {
         return x < other.x + other.width && other.x < x + width &&
                std::abs(y - other.y) < kBoxHeight + kGap;
     }
+};
+
+/// The boxes of one panel by the cells of a grid, so that a box is compared with its neighbours
+/// only.
+class Neighbours {
+public:
+    void Add(const Box& box)
+    {
+        ForCells(box, 0, [&](Cell cell) { cells[cell].push_back(box); });
+    }
+
+    /// A box that this one covers, or null.
+    const Box* Covered(const Box& box) const
+    {
+        const Box* covered = nullptr;
+        ForCells(box, 1, [&](Cell cell) {
+            const auto found = cells.find(cell);
+            if (found == cells.end() || covered != nullptr) {
+                return;
+            }
+            for (const Box& other : found->second) {
+                if (box.Covers(other)) {
+                    covered = &other;
+                }
+            }
+        });
+        return covered;
+    }
+
+private:
+    using Cell = std::pair<long, long>;
+
+    /// Calls `use` with the cells that a box touches, and with as many rows above and below.
+    template <class Use>
+    static void ForCells(const Box& box, long rows, const Use& use)
+    {
+        constexpr double kCellWidth = 200;
+        const auto row = static_cast<long>(std::floor(box.y / (kBoxHeight + kGap)));
+        const auto last = static_cast<long>(std::floor((box.x + box.width) / kCellWidth));
+        for (auto column = static_cast<long>(std::floor(box.x / kCellWidth)); column <= last;
+             ++column) {
+            for (long near = row - rows; near <= row + rows; ++near) {
+                use(Cell(column, near));
+            }
+        }
+    }
+
+    std::map<Cell, std::vector<Box>> cells;
 };
 
 struct Panel {
@@ -112,26 +173,27 @@ private:
     void PlacePanel(const std::string& file)
     {
         std::vector<std::size_t> members;
-        double left = kMaxExtent;
-        double top = kMaxExtent;
+        double left = std::numeric_limits<double>::max();
+        double top = std::numeric_limits<double>::max();
         for (std::size_t i = 0; i < graph.nodes.size(); ++i) {
             if (graph.nodes[i].file == file) {
                 members.push_back(i);
-                left = std::min(left, Clamped(graph.nodes[i].x));
-                top = std::min(top, Clamped(graph.nodes[i].y));
+                left = std::min(left, graph.nodes[i].x);
+                top = std::min(top, graph.nodes[i].y);
             }
         }
         Panel panel;
         panel.top = bottom + kMargin;
-        std::vector<Box> placed;
+        Neighbours placed;
         for (const std::size_t member : members) {
             const GraphNode& node = graph.nodes[member];
             Box box;
-            box.x = 2 * kMargin + Clamped(node.x) - left;
-            box.y = panel.top + kTitle + Clamped(node.y) - top;
-            box.width = 2 * kBoxPadding + kCharacter * static_cast<double>(node.name.size());
-            MakeWay(box, placed);
-            placed.push_back(box);
+            box.x = 2 * kMargin + node.x - left;
+            box.y = panel.top + kTitle + node.y - top;
+            box.width = 2 * kBoxPadding + kCharacter * static_cast<double>(Shown(node.name).size());
+            if (MakeWay(box, placed)) {
+                placed.Add(box);
+            }
             boxes[member] = box;
             panel.width = std::max(panel.width, box.x + box.width);
             panel.height = std::max(panel.height, box.y + kBoxHeight + kMargin - panel.top);
@@ -141,25 +203,19 @@ private:
         panels[file] = panel;
     }
 
-    /// A canvas that is full of boxes at one place would take forever; such a picture is no use
-    /// anyway.
-    static void MakeWay(Box& box, const std::vector<Box>& placed)
+    /// Moves the box down until it covers no other one. Gives up, with false, after some tries: a
+    /// canvas that is full of boxes at one place is no use anyway.
+    static bool MakeWay(Box& box, const Neighbours& placed)
     {
         constexpr int kTries = 100;
         for (int i = 0; i < kTries; ++i) {
-            const auto covered = std::find_if(placed.begin(), placed.end(),
-                                              [&](const Box& other) { return box.Covers(other); });
-            if (covered == placed.end()) {
-                return;
+            const Box* const covered = placed.Covered(box);
+            if (covered == nullptr) {
+                return true;
             }
             box.y = covered->y + kBoxHeight + kGap;
         }
-    }
-
-    /// Also of numbers that are none.
-    static double Clamped(double value)
-    {
-        return std::isfinite(value) ? std::clamp(value, -kMaxExtent, kMaxExtent) : 0.0;
+        return false;
     }
 
     const NodeGraph& graph;
@@ -220,7 +276,7 @@ std::string DrawBox(const GraphNode& node, const Box& box)
     const char* const kind = node.isMissing ? "missing" : node.isInCycle ? "cycle" : "box";
     return Rectangle(kind, box.x, box.y, box.width, kBoxHeight, 6) +
            Text(node.isMissing ? "missingText" : "name", box.x + kBoxPadding,
-                box.y + kBoxHeight / 2 + 5, node.name);
+                box.y + kBoxHeight / 2 + 5, Shown(node.name));
 }
 
 }  // namespace

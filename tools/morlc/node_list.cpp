@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "node_list.h"
 
+#include "text.h"
+
 #include <morl/core/log_scope.h>
 
 namespace morlc {
@@ -55,9 +57,9 @@ void AppendDeclares(std::string& text, const char* title, const std::vector<Morl
 void AppendNode(std::string& text, const ns_ruke::MorlNode& node, const std::string& file)
 {
     const std::string name = node.GetName();
-    text += name + "  " + file + "\n";
+    text += Printable(name) + "  " + file + "\n";
     for (const std::string& reference : node.GetReference()) {
-        text += "  ref      " + reference + "\n";
+        text += "  ref      " + Printable(reference) + "\n";
     }
     const ns_ruke::LogScope scope(name);
     ns_ruke::MorlProgram program;

@@ -4,6 +4,7 @@
 #include "command_line.h"
 
 #include <morl/morl.h>
+#include <filesystem>
 #include <string_view>
 
 namespace morlc {
@@ -43,10 +44,10 @@ void DeclarePasses(CLI::App& app, PassOptions& options, RawOptions& raw)
 {
     app.add_option("-t,--target", options.target, "The target language, or all of them")
         ->type_name("TARGET")
-        ->check(CLI::IsMember(TargetNames()));
+        ->check(OneOf(TargetNames()));
     app.add_option("-s,--stage", raw.stage, "The stage of the pass")
         ->type_name("STAGE")
-        ->check(CLI::IsMember({"vertex", "fragment"}));
+        ->check(OneOf({"vertex", "fragment"}));
     app.add_option("nodes", options.nodes, "The nodes of the pass")->type_name("NODE");
     app.add_option("--vertex", options.vertexNodes, "Both passes: the nodes of the vertex pass")
         ->type_name("NODE,...")
@@ -83,7 +84,7 @@ void Declare(CLI::App& app, Options& options, RawOptions& raw)
     app.add_flag("--list", raw.list, "List the nodes: file, references, inputs, outputs, uniforms");
     app.add_option("--graph", options.graph.format, "Draw the node graph")
         ->type_name("FORMAT")
-        ->check(CLI::IsMember({"svg", "dot"}));
+        ->check(OneOf({"svg", "dot"}));
     app.footer(
         "Writes one pass, from the nodes named, to standard output or FILE; or, with --vertex and\n"
         "--fragment, both passes of the target (or of all targets) as DIR/TARGET.vert and\n"
@@ -138,6 +139,9 @@ void CheckBothPasses(const PassOptions& options, const RawOptions& raw)
 
 void CheckPasses(PassOptions& options, const RawOptions& raw)
 {
+    if (options.target.empty() && !options.nodes.empty() && options.nodes.front() == "build") {
+        throw CLI::ValidationError("build", "comes first: morlc build ...");
+    }
     if (options.target.empty()) {
         throw CLI::ValidationError("--target", TargetHelp());
     }
@@ -192,7 +196,8 @@ bool ReadPassOptions(int argc, char** argv, Options& options, ExitStatus& status
 
 bool ReadOptions(int argc, char** argv, Options& options, ExitStatus& status)
 {
-    options.program = argv[0];
+    std::error_code ignored;
+    options.program = std::filesystem::read_symlink("/proc/self/exe", ignored).string();
     if (argc > 1 && std::string_view(argv[1]) == "build") {
         options.command = Command::Build;
         return ReadBuildOptions(argc - 1, argv + 1, options, status);

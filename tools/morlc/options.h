@@ -56,15 +56,16 @@ struct BuildOptions {
     std::size_t shard = 0;             ///< 1-based; 0: the whole
     std::size_t shardCount = 0;
     std::size_t joinCount = 0;  ///< of shares to be put together; 0: this is not asked for
-    bool indexOnly = false;     ///< only write the index of what was built before
-    std::string ninjaFile;      ///< empty: none; otherwise nothing else is written
-    std::string depfile;        ///< empty: none
+    bool noIndex = false;
+    bool indexOnly = false;  ///< only write the index of what was built before
+    std::string ninjaFile;   ///< empty: none; otherwise nothing else is written
+    std::string depfile;     ///< empty: none
     bool quiet = false;
 };
 
 struct Options {
     Command command = Command::Pass;
-    std::string program;  ///< how this tool was called
+    std::string program;  ///< the path of this tool
     CommonOptions common;
     PassOptions pass;
     GraphOptions graph;

@@ -60,6 +60,7 @@ Json::Value Texts(const ShaderRecord& record)
         Json::Value& object = texts[file];
         object["target"] = text.target;
         object["stage"] = text.stage;
+        object["hash"] = text.hash;
         object["uniforms"] = StringArray(text.uniforms);
         object["samplers"] = Object(text.samplers);
         object["semantics"] = Object(text.semantics);
@@ -82,6 +83,7 @@ TextRecord ReadTextRecord(const Json::Value& object)
     TextRecord text;
     text.target = object["target"].asString();
     text.stage = object["stage"].asString();
+    text.hash = object["hash"].asString();
     for (const Json::Value& uniform : object["uniforms"]) {
         text.uniforms.push_back(uniform.asString());
     }
@@ -109,6 +111,7 @@ std::string ReadFileName(const Json::Value& value)
 ShaderRecord ReadRecord(const Json::Value& root)
 {
     ShaderRecord record;
+    record.sources = root["sources"].asString();
     const Json::Value& texts = root["texts"];
     for (auto text = texts.begin(); text != texts.end(); ++text) {
         record.texts[ReadFileName(text.name())] = ReadTextRecord(*text);
@@ -137,6 +140,9 @@ Json::Value ShaderRecord::ToJson(const ManifestShader& shader) const
         root["targetMacros"][target] = Object(values);
     }
     root["samplers"] = Object(shader.samplers);
+    if (!sources.empty()) {
+        root["sources"] = sources;
+    }
     root["texts"] = Texts(*this);
     root["variants"] = Variants(*this);
     return root;
@@ -157,23 +163,31 @@ Json::Value MakeIndex(const std::map<std::string, ShaderRecord>& records)
     Json::Value root(Json::objectValue);
     Json::Value& shaders = root["shaders"];
     shaders = Json::Value(Json::objectValue);
+    Json::Value& hashes = root["hashes"];
+    hashes = Json::Value(Json::objectValue);
     for (const auto& [name, record] : records) {
         shaders[name] = Variants(record);
+        for (const auto& [file, text] : record.texts) {
+            hashes[file] = text.hash;
+        }
     }
     return root;
 }
 
-std::filesystem::path RecordPath(const std::filesystem::path& directory, const std::string& shader,
-                                 std::size_t shard, std::size_t shardCount)
+std::filesystem::path RecordPath(const std::filesystem::path& directory, const std::string& shader)
 {
-    const std::string share =
-        shardCount == 0 ? "" : "." + std::to_string(shard) + "-of-" + std::to_string(shardCount);
-    return directory / (shader + share + ".json");
+    return directory / (shader + ".json");
+}
+
+std::filesystem::path ShareDirectory(const std::filesystem::path& directory, std::size_t shard,
+                                     std::size_t shardCount)
+{
+    return directory / ("share-" + std::to_string(shard) + "-of-" + std::to_string(shardCount));
 }
 
 std::filesystem::path IndexPath(const std::filesystem::path& directory)
 {
-    return directory / "index.json";
+    return RecordPath(directory, kIndexName);
 }
 
 }  // namespace morlc

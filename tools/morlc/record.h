@@ -15,6 +15,7 @@ namespace morlc {
 struct TextRecord {
     std::string target;
     std::string stage;                  ///< "vertex" or "fragment"
+    std::string hash;                   ///< of the text: what is built on the text changes with it
     std::vector<std::string> uniforms;  ///< in the order of their declarations
     std::map<std::string, int>
         samplers;  ///< the registers of those uniforms that the manifest has one of
@@ -29,6 +30,7 @@ struct VariantRecord {
 
 /// What is known of a built shader: the reflection file DIR/SHADER.json.
 struct ShaderRecord {
+    std::string sources;  ///< of a share: the fingerprint of all that it was made from
     std::map<std::string, TextRecord> texts;                               ///< by file
     std::map<std::string, std::map<std::string, VariantRecord>> variants;  ///< by target and name
 
@@ -40,12 +42,17 @@ struct ShaderRecord {
     static ShaderRecord Read(const std::filesystem::path& path);
 };
 
-/// The index of a whole manifest: of each shader and target the files of each variant.
+/// The index of a whole manifest: of each shader and target the files of each variant, and of each
+/// file the hash.
 Json::Value MakeIndex(const std::map<std::string, ShaderRecord>& records);
 
-/// Where the reflection of a shader is written; of a share of it when `shardCount` is not 0.
-std::filesystem::path RecordPath(const std::filesystem::path& directory, const std::string& shader,
-                                 std::size_t shard = 0, std::size_t shardCount = 0);
+/// Where the reflection of a shader is written.
+std::filesystem::path RecordPath(const std::filesystem::path& directory, const std::string& shader);
+
+/// The directory below the one that is written to in which a share waits for being joined.
+/// @param shard 1-based.
+std::filesystem::path ShareDirectory(const std::filesystem::path& directory, std::size_t shard,
+                                     std::size_t shardCount);
 
 /// Where the index is written.
 std::filesystem::path IndexPath(const std::filesystem::path& directory);
