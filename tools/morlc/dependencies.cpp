@@ -174,8 +174,8 @@ void WriteNinjaFile(const std::string& program, const BuildOptions& options,
         const std::string record = " " + Path(RecordPath(output, shader.name));
         parts += part;
         records += record;
-        edges.append("build" + record + ": shader" + part + " | " + Path(program) + "\n");
-        edges.append("  shader = " + shader.name + "\n");
+        edges.append("build").append(record).append(": shader").append(part).append(" | ");
+        edges.append(Path(program)).append("\n  shader = ").append(shader.name).append("\n");
     }
     const std::map<std::string, std::string> values = {
         {"OUTPUT", Value(Absolute(output))},
