@@ -306,8 +306,8 @@ TEST(Morlc, TakesStrangeNames)
 
     fs::remove(directory.path / "morl/post_effect.morl");
     EXPECT_EQ(Morlc({"-C", directory.path.string(), "-t", "glsl", "-s", "vertex", "true"}).err,
-              directory.path.string() +
-                  "/morl/post_effect.morl: error: Can't Find File: " + "morl/post_effect.morl\n");
+              directory.path.string() + "/morl/post_effect.morl: error: Can't Find File: " +
+                  "morl/post_effect.morl (a file without nodes holds [])\n");
 }
 
 // The caret stands under the column whatever is to its left; of a long line a part is shown.

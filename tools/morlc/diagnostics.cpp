@@ -16,6 +16,9 @@ using ns_ruke::LogLevel;
 using ns_ruke::LogLine;
 using ns_ruke::TamberLogSystem;
 
+/// How the message begins that a node file cannot be read.
+constexpr std::string_view kMissingFile = "Can't Find File: ";
+
 /// The collection in force on this thread, or null.
 thread_local LogCollection* currentCollection = nullptr;
 
@@ -37,8 +40,8 @@ bool WantsColour()
 /// The file that a message about a file names at its end; empty for other messages.
 std::string NamedFile(const std::string& text)
 {
-    for (const std::string_view start :
-         {"Can't Find File: ", "Morl Compiler: node definition is not an object: "}) {
+    constexpr std::string_view kNoObject = "Morl Compiler: node definition is not an object: ";
+    for (const std::string_view start : {kMissingFile, kNoObject}) {
         if (StartsWith(text, start)) {
             return text.substr(start.size());
         }
@@ -103,13 +106,18 @@ void Diagnostics::Take(const LogLine& log)
     Diagnostic diagnostic;
     diagnostic.isError = log.IsError();
     const std::string namedFile = NamedFile(log.text);
-    diagnostic.file = namedFile.empty() ? "" : filePrefix + namedFile;
+    if (!namedFile.empty()) {
+        diagnostic.file = filePrefix + namedFile;
+    }
     diagnostic.node = log.node;
     diagnostic.line = log.line;
     diagnostic.column = log.column;
     diagnostic.text = log.text;
+    if (StartsWith(log.text, kMissingFile)) {
+        diagnostic.text += " (a file without nodes holds [])";
+    }
     const auto file = nodeFiles.find(log.node);
-    if (file != nodeFiles.end()) {
+    if (!log.node.empty() && file != nodeFiles.end()) {
         diagnostic.file = file->second;
     }
     if (currentCollection == nullptr) {
