@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A small host: loads the node graph, routes the log into its own console, and compiles both passes of a
-// shader in all targets, as an engine does.
+// A small host: loads the node graph, routes the log into its own console, and compiles both passes
+// of a shader in all targets, as an engine does.
 #include <morl/morl.h>
 #include <cstdlib>
 #include <filesystem>
@@ -84,10 +84,10 @@ void CompileMaterial(MorlCompiler& compiler, const std::string& target)
     compiler.Compile(fragment, fragmentOutput);
 
     std::cout << target << ": vertex " << vertexOutput.code.size() << " bytes, "
-              << vertexOutput.uniformNames.size() << " uniforms, "
-              << vertexOutput.semantics.size() << " semantics; fragment "
-              << fragmentOutput.code.size() << " bytes, " << fragmentOutput.uniformNames.size()
-              << " uniforms; textures " << RegisterLine(fragmentOutput.code) << '\n';
+              << vertexOutput.uniformNames.size() << " uniforms, " << vertexOutput.semantics.size()
+              << " semantics; fragment " << fragmentOutput.code.size() << " bytes, "
+              << fragmentOutput.uniformNames.size() << " uniforms; textures "
+              << RegisterLine(fragmentOutput.code) << '\n';
 }
 
 }  // namespace

@@ -16,8 +16,8 @@ struct Diagnostic {
     std::string shader;   ///< of a manifest; empty: none is concerned
     std::string variant;  ///< of it, with the target, in which it was met first; does not count as
                           ///< a difference between two diagnostics
-    int line = 0;             ///< 1-based; 0: no location
-    int column = 0;           ///< 1-based, in bytes; 0: no location
+    int line = 0;         ///< 1-based; 0: no location
+    int column = 0;       ///< 1-based, in bytes; 0: no location
     std::string unknownNode;  ///< the name that `text` says is that of no node
     std::string text;         ///< may hold anything; it is made printable when it is shown
     Excerpt excerpt;          ///< the source line
