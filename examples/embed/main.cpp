@@ -3,9 +3,11 @@
 // of a shader in all targets, as an engine does.
 #include <morl/morl.h>
 #include <cstdlib>
+#include <exception>
 #include <filesystem>
 #include <iostream>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -39,8 +41,11 @@ private:
             return;
         }
         ++errors;
-        std::cout << "[shader] " << line.node << ':' << line.line << ':' << line.column << ' '
-                  << line.text << '\n';
+        std::cout << "[shader] ";
+        if (line.line > 0) {
+            std::cout << line.node << ':' << line.line << ':' << line.column << ' ';
+        }
+        std::cout << line.text << '\n';
     }
 
     ns_ruke::LogSink previous;
@@ -90,6 +95,18 @@ void CompileMaterial(MorlCompiler& compiler, const std::string& target)
               << RegisterLine(fragmentOutput.code) << '\n';
 }
 
+/// Compiles the material in all targets; returns how many errors there were.
+int Run(const char* directory)
+{
+    std::filesystem::current_path(directory);
+    const Console console;
+    MorlCompiler compiler;
+    for (const std::string& target : ns_ruke::MorlTargets()) {
+        CompileMaterial(compiler, target);
+    }
+    return console.Errors();
+}
+
 }  // namespace
 
 int main(int argc, char** argv)
@@ -98,16 +115,11 @@ int main(int argc, char** argv)
         std::cerr << "usage: embed DIRECTORY (the one with the folder morl/)\n";
         return EXIT_FAILURE;
     }
-    std::error_code error;
-    std::filesystem::current_path(argv[1], error);
-    if (error) {
-        std::cerr << "embed: cannot enter " << argv[1] << ": " << error.message() << '\n';
+    // A node file whose values have wrong types makes the compiler's constructor throw.
+    try {
+        return Run(argv[1]) == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
+    } catch (const std::exception& error) {
+        std::cerr << "embed: " << error.what() << '\n';
         return EXIT_FAILURE;
     }
-    const Console console;
-    MorlCompiler compiler;
-    for (const std::string& target : ns_ruke::MorlTargets()) {
-        CompileMaterial(compiler, target);
-    }
-    return console.Errors() == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
 }

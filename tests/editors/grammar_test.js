@@ -99,6 +99,21 @@ function checkRows(grammar) {
   }
 }
 
+// Escapes of the string around a source: a quote in a comment, a tabulator after a word.
+function checkEscapes(grammar) {
+  const rows = [
+    ['"content": "// say \\"hi\\" now\\nvoid main() {"', 'void', 'storage.type'],
+    ['"content": "/* \\"hi\\" */\\nin float a;"', 'float', 'storage.type'],
+    ['"content": "#for\\tN : 0\\nx = 1;"', 'N', 'entity.name.macro'],
+    ['"content": "x = 1; // end", "name": "in"', 'name', 'support.type'],
+  ];
+  for (const [source, word, scope] of rows) {
+    const tokens = tokenize(grammar, source);
+    const found = tokens.find(([text]) => text.replace(/"/g, '') === word);
+    assert(found && found[1].startsWith(scope), `${source}: ${word} is not ${scope}: ${JSON.stringify(tokens.map(([t, s]) => [t, s]))}`);
+  }
+}
+
 // Every word of a source, whether or not it is a keyword.
 function checkWords(tokens, keywords, where) {
   let checked = 0;
@@ -124,6 +139,7 @@ async function main() {
   const plain = await registry.loadGrammar('source.morl');
   const nodeFiles = await registry.loadGrammar('source.morl-nodes');
   checkRows(plain);
+  checkEscapes(nodeFiles);
   for (const [word, scope] of keywords) {
     if (!scope.startsWith('keyword.operator')) {
       const [[text, got]] = tokenize(plain, word);
