@@ -4,6 +4,7 @@
 #include "nearest.h"
 
 #include <unistd.h>
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <string_view>
@@ -79,11 +80,12 @@ void Diagnostics::SetNodeFiles(std::string prefix,
     nodeFiles = std::move(files);
 }
 
-void Diagnostics::Report(const Diagnostic& diagnostic)
+void Diagnostics::Report(Diagnostic diagnostic)
 {
     if (!shown.insert(Identity(diagnostic)).second) {
         return;
     }
+    diagnostic.text += Hint(diagnostic.unknownNode);
     const std::string line =
         format == DiagnosticFormat::Json ? FormatJson(diagnostic) : FormatText(diagnostic, colour);
     errors += diagnostic.isError ? 1 : 0;
@@ -120,12 +122,11 @@ void Diagnostics::Take(const LogLine& log)
     if (!log.node.empty() && file != nodeFiles.end()) {
         diagnostic.file = file->second;
     }
+    diagnostic.unknownNode = UnknownNode(log.text);
     if (currentCollection == nullptr) {
         Report(diagnostic);
         return;
     }
-    diagnostic.unknownNode = UnknownNode(log.text);
-    diagnostic.text += HintOnce(diagnostic.unknownNode, currentCollection->compiler);
     if (log.line > 0) {
         diagnostic.excerpt = currentCollection->ExcerptOf(log);
     }
@@ -136,18 +137,20 @@ void Diagnostics::Take(const LogLine& log)
     }
 }
 
-// Comparing with all names takes long enough not to do it for every variant of a shader.
-std::string Diagnostics::HintOnce(const std::string& unknownNode,
-                                  const ns_ruke::MorlCompiler& compiler)
+std::string Diagnostics::Hint(const std::string& unknownNode)
 {
-    if (unknownNode.empty()) {
+    // Comparing with all names takes its time, and nobody reads hundreds of hints.
+    constexpr std::size_t kMaxHints = 20;
+    if (unknownNode.empty() || hints >= kMaxHints) {
         return {};
     }
-    const auto [hint, isNew] = hints.try_emplace(unknownNode);
-    if (isNew) {
-        hint->second = Suggestion(compiler.GetNodeNames(), unknownNode);
+    ++hints;
+    std::vector<std::string> names;
+    for (const auto& [name, file] : nodeFiles) {
+        names.push_back(name);
     }
-    return hint->second;
+    std::sort(names.begin(), names.end());
+    return Suggestion(names, unknownNode);
 }
 
 LogCollection::LogCollection(const ns_ruke::MorlCompiler& owner, Mode newMode)

@@ -28,8 +28,8 @@ public:
     /// @param files file names, with the prefix, by node name.
     void SetNodeFiles(std::string prefix, std::unordered_map<std::string, std::string> files);
 
-    /// Shows one.
-    void Report(const Diagnostic& diagnostic);
+    /// Shows one, with the name of a node that is like one that is not there.
+    void Report(Diagnostic diagnostic);
 
     /// Reports an error of the tool itself, without a location.
     void Error(const std::string& text);
@@ -40,7 +40,7 @@ private:
     friend class LogCollection;
 
     void Take(const ns_ruke::LogLine& log);
-    std::string HintOnce(const std::string& unknownNode, const ns_ruke::MorlCompiler& compiler);
+    std::string Hint(const std::string& unknownNode);
 
     DiagnosticFormat format;
     bool showParses;
@@ -48,13 +48,13 @@ private:
     std::size_t errors = 0;
     std::string filePrefix;
     std::unordered_map<std::string, std::string> nodeFiles;
-    std::unordered_set<std::string> shown;               ///< by identity
-    std::unordered_map<std::string, std::string> hints;  ///< by unknown name
+    std::unordered_set<std::string> shown;  ///< by identity
+    std::size_t hints = 0;                  ///< how many have been given
     ns_ruke::LogSink previous;
 };
 
-/// While it lives, what one compiler logs on this thread gets its file, its source line and the
-/// nearest name from that compiler; and it is kept here instead of being shown, if so wished.
+/// While it lives, what one compiler logs on this thread gets its source line from that compiler;
+/// and it is kept here instead of being shown, if so wished.
 class LogCollection {
 public:
     enum class Mode { Show, Keep };

@@ -111,6 +111,14 @@ public:
         for (const Job& job : work.jobs) {
             texts[{job.shader, job.target}];
         }
+        for (const ManifestShader& shader : work.manifest.shaders) {
+            auto& names = places.emplace_back();
+            for (const std::vector<NodeName>* nodes : {&shader.vertex, &shader.fragment}) {
+                for (const NodeName& node : *nodes) {
+                    names.emplace(node.name, &node.place);
+                }
+            }
+        }
     }
 
     void Run()
@@ -213,7 +221,7 @@ private:
         const std::string variant = job.target + "/" + shader.VariantName(job.variant);
         for (Diagnostic& diagnostic : log.kept) {
             report.failed = report.failed || diagnostic.isError;
-            Locate(shader, variant, diagnostic);
+            Locate(job, variant, diagnostic);
             if (worker.seen.insert(Identity(diagnostic)).second) {
                 report.diagnostics.push_back(std::move(diagnostic));
             }
@@ -245,34 +253,23 @@ private:
     /// What goes wrong with a request, rather than with the source of a node, gets the shader and
     /// the variant. Where no node is concerned it is shown in the manifest: a node that is not
     /// there at its name, anything else at the shader.
-    static void Locate(const ManifestShader& shader, const std::string& variant,
-                       Diagnostic& diagnostic)
+    void Locate(const Job& job, const std::string& variant, Diagnostic& diagnostic) const
     {
         if (diagnostic.line > 0 || !diagnostic.isError) {
             return;
         }
         if (diagnostic.node.empty() && diagnostic.file.empty()) {
-            const Diagnostic& place = PlaceOf(shader, diagnostic.unknownNode);
+            const auto named = places[job.shader].find(diagnostic.unknownNode);
+            const Diagnostic& place = named != places[job.shader].end()
+                                          ? *named->second
+                                          : work.manifest.shaders[job.shader].place;
             diagnostic.file = place.file;
             diagnostic.line = place.line;
             diagnostic.column = place.column;
             diagnostic.excerpt = place.excerpt;
         }
-        diagnostic.shader = shader.name;
+        diagnostic.shader = work.manifest.shaders[job.shader].name;
         diagnostic.variant = variant;
-    }
-
-    static const Diagnostic& PlaceOf(const ManifestShader& shader, const std::string& node)
-    {
-        for (const std::vector<NodeName>* nodes : {&shader.vertex, &shader.fragment}) {
-            const auto found =
-                std::find_if(nodes->begin(), nodes->end(),
-                             [&](const NodeName& name) { return name.name == node; });
-            if (found != nodes->end()) {
-                return found->place;
-            }
-        }
-        return shader.place;
     }
 
     void Collect(const ManifestShader& shader, const std::string& target, const Stage& stage,
@@ -331,6 +328,8 @@ private:
     std::atomic<std::size_t> next{0};
     std::map<std::pair<std::size_t, std::string>, StageTexts> texts;  ///< by shader and target
     std::vector<JobReport> reports;                                   ///< by job
+    /// Where the manifest names each node, by shader and name.
+    std::vector<std::unordered_map<std::string, const Diagnostic*>> places;
     std::size_t batch = 1;
     std::mutex mutex;  ///< of what follows
     std::size_t done = 0;

@@ -11,8 +11,6 @@
 
 namespace morlc {
 
-class JsonFile;
-
 /// The name of the index in the directory that is written to, so that no shader can have it.
 constexpr const char* kIndexName = "index";
 
