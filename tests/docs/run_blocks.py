@@ -61,7 +61,8 @@ class Document:
         self.count = 0
         tools = os.path.join(build, "tools")
         self.environment = dict(os.environ, HOME=directory, PATH=tools + ":" + os.environ["PATH"],
-                                CMAKE_PREFIX_PATH=build, MORL_BUILD=build)
+                                CMAKE_PREFIX_PATH=build, MORL_BUILD=build,
+                                CMAKE_TOOLCHAIN_FILE=os.path.join(source, "tests/docs/quick_toolchain.cmake"))
 
     def run(self):
         with open(os.path.join(self.source, self.path), encoding="utf-8") as file:
