@@ -108,14 +108,10 @@ std::string SemanticTable()
 std::string SampleCall(const Keyword& keyword)
 {
     const std::string name(keyword.spelling);
-    switch (keyword.token) {
-    case TOKEN_TEX1D:
-    case TOKEN_TEX2D:
-    case TOKEN_TEX2DARRAY:
-    case TOKEN_TEX3D:
-    case TOKEN_TEX2DPROJ:
-    case TOKEN_TEXCUBE:
+    if (keyword.token >= TOKEN_TEX1D && keyword.token <= TOKEN_TEXCUBE) {
         return name + "(map, uv)";
+    }
+    switch (keyword.token) {
     case TOKEN_CLAMP:
     case TOKEN_LERP:
     case TOKEN_FLOAT3X3_CONSTRUCT:

@@ -162,6 +162,8 @@ TEST(Morlc, RefusesWrongUsage)
          "--index: does not go with --join: give one of them"},
         {{"build", "m.json", "-o", "d", "--index", "--depfile", "f"},
          "--depfile: does not go with --index"},
+        {{"build", "m.json", "-o", "d", "--index", "--no-index"},
+         "--no-index: does not go with --index"},
     };
     for (const auto& [arguments, message] : rows) {
         const ProcessResult result = Morlc(arguments);

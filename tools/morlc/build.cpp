@@ -13,7 +13,9 @@
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
+#include <iomanip>
 #include <optional>
+#include <sstream>
 #include <stdexcept>
 #include <utility>
 
@@ -79,22 +81,20 @@ std::string Counted(std::size_t count, const char* what)
 
 void PrintSummary(const Totals& totals, std::size_t errors, Clock::time_point start)
 {
-    const double seconds = std::chrono::duration<double>(Clock::now() - start).count();
-    std::printf("%s, %s, %zu distinct of %s (%zu written), %s, %.2f s\n",
-                Counted(totals.shaders, "shader").c_str(),
-                Counted(totals.variants, "variant").c_str(), totals.texts,
-                Counted(totals.passes, "text").c_str(), totals.written,
-                Counted(errors, "error").c_str(), seconds);
-    if (std::fflush(stdout) != 0) {
-        throw std::runtime_error("cannot write to standard output");
-    }
+    std::ostringstream summary;
+    summary << Counted(totals.shaders, "shader") << ", " << Counted(totals.variants, "variant")
+            << ", " << totals.texts << " distinct of " << Counted(totals.passes, "text") << " ("
+            << totals.written << " written), " << Counted(errors, "error") << ", " << std::fixed
+            << std::setprecision(2) << std::chrono::duration<double>(Clock::now() - start).count()
+            << " s\n";
+    WriteWhole("-", summary.str());
 }
 
 /// Null compilers never are in the list; an empty list says that the node files are not valid.
 Compilers LoadCompilers(std::size_t count, const std::string& prefix, Diagnostics& diagnostics)
 {
     Compilers compilers;
-    compilers.push_back(LoadNodes(NodeFiles(prefix, diagnostics), prefix, diagnostics));
+    compilers.push_back(LoadNodes(prefix, diagnostics).compiler);
     if (!compilers.front()) {
         return {};
     }
@@ -147,16 +147,23 @@ void WriteIndex(const fs::path& directory, const std::map<std::string, ShaderRec
     WriteIfChanged(IndexPath(directory).string(), FormatJsonFile(MakeIndex(records)));
 }
 
-/// What the texts of a shader are made from. Shares of different sources must not be joined.
-std::string SourcesOf(const ManifestShader& shader)
+/// The fingerprint of this version and of the node files.
+std::string NodeSources()
 {
-    std::string sources = MORL_VERSION + FormatJsonFile(shader.entry);
-    for (const std::string& target : shader.targets) {
-        sources += target + "\n";
-    }
+    std::string sources = MORL_VERSION;
     for (const std::string& path : NodeFilePaths()) {
         std::error_code missing;
         sources += Fingerprint(fs::exists(path, missing) ? ReadFile(path) : "");
+    }
+    return Fingerprint(sources);
+}
+
+/// What the texts of a shader are made from. Shares of different sources must not be joined.
+std::string SourcesOf(const ManifestShader& shader, const std::string& nodeSources)
+{
+    std::string sources = nodeSources + FormatJsonFile(shader.entry);
+    for (const std::string& target : shader.targets) {
+        sources += target + "\n";
     }
     return Fingerprint(sources);
 }
@@ -175,6 +182,7 @@ public:
         manifest.CheckNames(options.shaders);
         if (options.shard > 0) {
             directory = ShareDirectory(directory, options.shard, options.shardCount);
+            nodeSources = NodeSources();
         }
     }
 
@@ -229,7 +237,7 @@ private:
             totals.written += WriteIfChanged((directory / file).string(), code) ? 1 : 0;
         }
         if (options.shard > 0) {
-            built.record.sources = SourcesOf(shader);
+            built.record.sources = SourcesOf(shader, nodeSources);
         }
         WriteRecord(directory, shader, built.record);
     }
@@ -281,7 +289,8 @@ private:
     std::string prefix;
     Diagnostics& diagnostics;
     Manifest manifest;
-    fs::path directory;  ///< that is written to
+    fs::path directory;       ///< that is written to
+    std::string nodeSources;  ///< of a share
     Totals totals;
 };
 
@@ -289,10 +298,11 @@ private:
 /// changed before all shaders are known to be complete.
 class Join {
 public:
-    Join(fs::path newDirectory, const ManifestShader& newShader, std::size_t newCount)
+    Join(fs::path newDirectory, const ManifestShader& newShader, std::size_t newCount,
+         const std::string& nodeSources)
         : directory(std::move(newDirectory)), shader(newShader), count(newCount)
     {
-        const std::string sources = SourcesOf(shader);
+        const std::string sources = SourcesOf(shader, nodeSources);
         for (std::size_t share = 1; share <= count; ++share) {
             const fs::path path = RecordPath(ShareDirectory({}, share, count), shader.name);
             if (fs::exists(directory / path)) {
@@ -403,10 +413,11 @@ private:
 void JoinShares(const BuildOptions& options)
 {
     const Manifest manifest(options.manifest);
+    const std::string nodeSources = NodeSources();
     std::vector<Join> joins;
     std::map<std::string, ShaderRecord> records;
     for (const ManifestShader& shader : manifest.shaders) {
-        joins.emplace_back(options.output, shader, options.joinCount);
+        joins.emplace_back(options.output, shader, options.joinCount, nodeSources);
         records[shader.name] = joins.back().Record();
     }
     for (const Join& join : joins) {

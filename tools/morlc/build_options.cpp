@@ -8,6 +8,7 @@ namespace morlc {
 namespace {
 
 constexpr int kMaxJobs = 256;
+constexpr int kMaxShards = 1'000'000;
 
 /// The options as CLI11 reads them, before they are checked against each other.
 struct RawBuildOptions {
@@ -65,7 +66,6 @@ void ReadShard(const std::string& text, BuildOptions& build)
     if (slash == std::string::npos) {
         throw CLI::ValidationError("--shard", "'" + text + "' should read I/N, such as 1/4");
     }
-    constexpr int kMaxShards = 1'000'000;
     build.shardCount = ReadCount("--shard", text.substr(slash + 1), 1, kMaxShards);
     build.shard =
         ReadCount("--shard", text.substr(0, slash), 1, static_cast<int>(build.shardCount));
@@ -85,8 +85,10 @@ void CheckExclusive(const CLI::App& app)
         given = name;
     }
     for (const char* name : {"--join", "--index", "--ninja"}) {
-        if (app.count("--depfile") > 0 && given == name) {
-            throw CLI::ValidationError("--depfile", "does not go with " + given);
+        for (const char* other : {"--depfile", "--no-index"}) {
+            if (app.count(other) > 0 && given == name) {
+                throw CLI::ValidationError(other, "does not go with " + given);
+            }
         }
     }
 }
@@ -109,7 +111,7 @@ void Check(const CLI::App& app, Options& options, const RawBuildOptions& raw)
         ReadShard(raw.shard, build);
     }
     if (!raw.join.empty()) {
-        build.joinCount = ReadCount("--join", raw.join, 1, 1'000'000);
+        build.joinCount = ReadCount("--join", raw.join, 1, kMaxShards);
     }
 }
 

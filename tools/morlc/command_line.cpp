@@ -71,7 +71,7 @@ void DeclareCommon(CLI::App& app, CommonOptions& options)
                    "How problems are written: text, or json (one object a line)")
         ->type_name("FORMAT")
         ->check(OneOf({"text", "json"}));
-    app.add_flag("--verbose", options.verbose, "Also report the start and end of every parse");
+    app.add_flag("--verbose", options.verbose, "Also report which nodes are parsed");
 }
 
 bool ParseCommandLine(CLI::App& app, int argc, char** argv, const std::function<void()>& check,

@@ -81,7 +81,7 @@ void CompileBoth(const PassOptions& options, MorlCompiler& compiler)
 void Compile(const Options& options, Diagnostics& diagnostics)
 {
     const std::string prefix = EnterDirectory(options.common.directory);
-    const auto compiler = LoadNodes(NodeFiles(prefix, diagnostics), prefix, diagnostics);
+    const auto compiler = LoadNodes(prefix, diagnostics).compiler;
     if (!compiler) {
         return;
     }

@@ -37,8 +37,6 @@ public:
     std::size_t ErrorCount() const { return errors; }
 
 private:
-    friend class LogCollection;
-
     void Take(const ns_ruke::LogLine& log);
     std::string Hint(const std::string& unknownNode);
 

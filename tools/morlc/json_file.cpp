@@ -23,6 +23,28 @@ std::string OnOneLine(const std::string& message)
     return line;
 }
 
+/// What the reader reports of a document that it cannot read ("* Line 1, Column 2\n ..."), as a
+/// diagnostic: its first message.
+Diagnostic JsonError(const std::string& path, const SourceLines& source,
+                     const std::string& messages)
+{
+    Diagnostic diagnostic;
+    diagnostic.file = path;
+    std::istringstream text(messages);
+    std::string word;
+    char comma = '\0';
+    // "* Line 3, Column 5", then the message, up to the next such line.
+    if (text >> word >> word >> diagnostic.line >> comma >> word >> diagnostic.column) {
+        std::string first(std::istreambuf_iterator<char>(text), {});
+        diagnostic.text = "not valid JSON: " + OnOneLine(first.substr(0, first.find("\n*")));
+        diagnostic.excerpt = source.At(diagnostic.line, diagnostic.column);
+    } else {
+        diagnostic.line = 0;
+        diagnostic.text = "not valid JSON: " + OnOneLine(messages);
+    }
+    return diagnostic;
+}
+
 }  // namespace
 
 std::string ReadFile(const std::string& path)
@@ -63,24 +85,20 @@ Diagnostic DiagnosticAt(const std::string& path, const SourceLines& source, std:
     return diagnostic;
 }
 
-Diagnostic JsonError(const std::string& path, const SourceLines& source,
-                     const std::string& messages)
+void ParseJson(const Json::CharReaderBuilder& builder, const std::string& text,
+               const std::string& path, const SourceLines& source, Json::Value& root)
 {
-    Diagnostic diagnostic;
-    diagnostic.file = path;
-    std::istringstream text(messages);
-    std::string word;
-    char comma = '\0';
-    // "* Line 3, Column 5", then the message, up to the next such line.
-    if (text >> word >> word >> diagnostic.line >> comma >> word >> diagnostic.column) {
-        std::string first(std::istreambuf_iterator<char>(text), {});
-        diagnostic.text = "not valid JSON: " + OnOneLine(first.substr(0, first.find("\n*")));
-        diagnostic.excerpt = source.At(diagnostic.line, diagnostic.column);
-    } else {
-        diagnostic.line = 0;
-        diagnostic.text = "not valid JSON: " + OnOneLine(messages);
+    const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
+    std::string errors;
+    bool isValid = false;
+    try {
+        isValid = reader->parse(text.data(), text.data() + text.size(), &root, &errors);
+    } catch (const Json::RuntimeError&) {
+        errors = "nested too deeply";
     }
-    return diagnostic;
+    if (!isValid) {
+        throw DiagnosticError(JsonError(path, source, errors));
+    }
 }
 
 JsonFile::JsonFile(const std::string& newPath) : path(newPath), source(ReadJsonText(newPath))
@@ -93,18 +111,7 @@ JsonFile::JsonFile(const std::string& newPath) : path(newPath), source(ReadJsonT
     }
     Json::CharReaderBuilder builder;
     Json::CharReaderBuilder::strictMode(&builder.settings_);
-    const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
-    std::string errors;
-    const std::string& text = source.Text();
-    bool isValid = false;
-    try {
-        isValid = reader->parse(text.data(), text.data() + text.size(), &root, &errors);
-    } catch (const Json::RuntimeError&) {
-        errors = "nested too deeply";
-    }
-    if (!isValid) {
-        throw DiagnosticError(JsonError(path, source, errors));
-    }
+    ParseJson(builder, source.Text(), path, source, root);
 }
 
 Diagnostic JsonFile::At(const Json::Value& value, const std::string& text) const

@@ -43,10 +43,12 @@ std::string ReadFile(const std::string& path);
 /// @throws DiagnosticError when it cannot be read.
 std::string ReadJsonText(const std::string& path);
 
-/// What the reader of JSON reports of a document that it cannot read ("* Line 1, Column 2\n ..."),
-/// as a diagnostic: its first message.
-Diagnostic JsonError(const std::string& path, const SourceLines& source,
-                     const std::string& messages);
+/// Parses a document.
+/// @param text what is parsed; `path` and `source` are what diagnostics show instead, which has the
+/// same lines and columns.
+/// @throws DiagnosticError when it is not valid.
+void ParseJson(const Json::CharReaderBuilder& builder, const std::string& text,
+               const std::string& path, const SourceLines& source, Json::Value& root);
 
 /// A diagnostic that points at a byte of a file.
 Diagnostic DiagnosticAt(const std::string& path, const SourceLines& source, std::size_t offset,

@@ -14,26 +14,23 @@
 namespace morlc {
 namespace {
 
-void List(const Options& options, Diagnostics& diagnostics)
+/// What "--list" and "--graph" show.
+std::string Describe(const Options& options, const LoadedNodes& nodes)
 {
-    const std::string prefix = EnterDirectory(options.common.directory);
-    const NodeFiles files(prefix, diagnostics);
-    const auto compiler = LoadNodes(files, prefix, diagnostics);
-    if (compiler) {
-        const LogCollection log(*compiler, LogCollection::Mode::Show);
-        WriteWhole(options.graph.output, FormatNodeList(*compiler, files.FileByNode()));
+    if (options.command == Command::List) {
+        const LogCollection log(*nodes.compiler, LogCollection::Mode::Show);
+        return FormatNodeList(*nodes.compiler, nodes.fileByNode);
     }
+    const NodeGraph graph(*nodes.compiler, nodes.fileByNode);
+    return options.graph.format == "svg" ? graph.FormatSvg() : graph.FormatDot();
 }
 
-void Draw(const Options& options, Diagnostics& diagnostics)
+void Show(const Options& options, Diagnostics& diagnostics)
 {
     const std::string prefix = EnterDirectory(options.common.directory);
-    const NodeFiles files(prefix, diagnostics);
-    const auto compiler = LoadNodes(files, prefix, diagnostics);
-    if (compiler) {
-        const NodeGraph graph(*compiler, files.FileByNode());
-        WriteWhole(options.graph.output,
-                   options.graph.format == "svg" ? graph.FormatSvg() : graph.FormatDot());
+    const LoadedNodes nodes = LoadNodes(prefix, diagnostics);
+    if (nodes.compiler) {
+        WriteWhole(options.graph.output, Describe(options, nodes));
     }
 }
 
@@ -44,10 +41,8 @@ void Run(const Options& options, Diagnostics& diagnostics)
         Compile(options, diagnostics);
         break;
     case Command::List:
-        List(options, diagnostics);
-        break;
     case Command::Graph:
-        Draw(options, diagnostics);
+        Show(options, diagnostics);
         break;
     case Command::Build:
         Build(options, diagnostics);

@@ -32,8 +32,7 @@ std::size_t EditDistance(std::string_view a, std::string_view b)
     return last.back();
 }
 
-}  // namespace
-
+/// The name most like `wanted`, or nothing.
 std::string Nearest(const std::vector<std::string>& names, const std::string& wanted)
 {
     constexpr std::size_t kLongest = 64;
@@ -54,6 +53,8 @@ std::string Nearest(const std::vector<std::string>& names, const std::string& wa
     }
     return nearest;
 }
+
+}  // namespace
 
 std::string Suggestion(const std::vector<std::string>& names, const std::string& wanted)
 {

@@ -25,19 +25,9 @@ void ParseNodeFile(NodeFile& file)
     Json::CharReaderBuilder builder;
     builder["collectComments"] = false;
     builder["stackLimit"] = ns_ruke::kMaxJsonNesting;
-    const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
-    std::string errors;
     std::string text = file.source.Text();
     ns_ruke::RemoveComments(text);
-    bool isValid = false;
-    try {
-        isValid = reader->parse(text.data(), text.data() + text.size(), &file.root, &errors);
-    } catch (const Json::RuntimeError&) {
-        errors = "nested too deeply";
-    }
-    if (!isValid) {
-        throw DiagnosticError(JsonError(file.path, file.source, errors));
-    }
+    ParseJson(builder, text, file.path, file.source, file.root);
     if (!file.root.isArray()) {
         throw DiagnosticError(
             DiagnosticAt(file.path, file.source, 0, "not a list of nodes (a JSON array)"));
@@ -95,6 +85,38 @@ bool ReportFaults(const NodeFile& file, const Json::Value& node, Diagnostics& di
     return faulty;
 }
 
+/// Reads one file and reports what is wrong with it. Returns whether loading it is of use.
+bool ReadNodeFile(const std::string& path, const std::string& prefix,
+                  std::unordered_map<std::string, std::string>& fileByNode,
+                  Diagnostics& diagnostics)
+{
+    NodeFile file;
+    file.path = prefix + path;
+    try {
+        file.source = SourceLines(ReadJsonText(path));
+    } catch (const DiagnosticError&) {
+        return true;  // The compiler reports files that it cannot read.
+    }
+    try {
+        ParseNodeFile(file);
+    } catch (const DiagnosticError& error) {
+        diagnostics.Report(error.diagnostic);
+        return false;
+    }
+    bool isValid = true;
+    for (const Json::Value& node : file.root) {
+        if (!node.isObject()) {
+            continue;  // The compiler reports these, too.
+        }
+        if (ReportFaults(file, node, diagnostics)) {
+            isValid = false;
+        } else {
+            fileByNode[node["name"].asString()] = file.path;
+        }
+    }
+    return isValid;
+}
+
 }  // namespace
 
 const std::vector<std::string>& NodeFilePaths()
@@ -105,44 +127,18 @@ const std::vector<std::string>& NodeFilePaths()
     return paths;
 }
 
-NodeFiles::NodeFiles(const std::string& prefix, Diagnostics& diagnostics)
+LoadedNodes LoadNodes(const std::string& prefix, Diagnostics& diagnostics)
 {
+    LoadedNodes nodes;
+    bool isValid = true;
     for (const std::string& path : NodeFilePaths()) {
-        NodeFile file;
-        file.path = prefix + path;
-        try {
-            file.source = SourceLines(ReadJsonText(path));
-        } catch (const DiagnosticError&) {
-            continue;  // The compiler reports files that it cannot read.
-        }
-        try {
-            ParseNodeFile(file);
-        } catch (const DiagnosticError& error) {
-            diagnostics.Report(error.diagnostic);
-            broken = true;
-            continue;
-        }
-        for (const Json::Value& node : file.root) {
-            if (!node.isObject()) {
-                continue;  // The compiler reports these, too.
-            }
-            if (ReportFaults(file, node, diagnostics)) {
-                broken = true;
-            } else {
-                fileByNode[node["name"].asString()] = file.path;
-            }
-        }
+        isValid = ReadNodeFile(path, prefix, nodes.fileByNode, diagnostics) && isValid;
     }
-}
-
-std::unique_ptr<ns_ruke::MorlCompiler> LoadNodes(const NodeFiles& files, const std::string& prefix,
-                                                 Diagnostics& diagnostics)
-{
-    if (files.IsBroken()) {
-        return nullptr;
+    if (isValid) {
+        diagnostics.SetNodeFiles(prefix, nodes.fileByNode);
+        nodes.compiler = std::make_unique<ns_ruke::MorlCompiler>();
     }
-    diagnostics.SetNodeFiles(prefix, files.FileByNode());
-    return std::make_unique<ns_ruke::MorlCompiler>();
+    return nodes;
 }
 
 std::string EnterDirectory(const std::string& directory)

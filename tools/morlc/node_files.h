@@ -14,37 +14,26 @@ namespace morlc {
 /// directory.
 const std::vector<std::string>& NodeFilePaths();
 
-/// The node files of a directory, read as the compiler reads them; for what the compiler does not
-/// tell: which file a node is from, and what is wrong with a file that it leaves out without a
-/// word.
-class NodeFiles {
-public:
-    /// Reads the files below the current directory and reports those that are not valid.
-    /// @param prefix stands before the names in what is reported; empty or a directory with its
-    /// "/".
-    NodeFiles(const std::string& prefix, Diagnostics& diagnostics);
-
-    /// Whether a file is so broken that loading the nodes is no use.
-    bool IsBroken() const { return broken; }
-
-    /// The file, with the prefix, that each node is from. Of several nodes of one name the last
+/// The nodes below the current directory.
+struct LoadedNodes {
+    /// Null when a node file is not valid, which has been reported then.
+    std::unique_ptr<ns_ruke::MorlCompiler> compiler;
+    /// The file, as it is reported, that each node is from. Of several nodes of one name the last
     /// counts.
-    const std::unordered_map<std::string, std::string>& FileByNode() const { return fileByNode; }
-
-private:
-    bool broken = false;
     std::unordered_map<std::string, std::string> fileByNode;
 };
 
-/// The compiler of the nodes below the current directory, with `diagnostics` told where they are
-/// from; null when a node file is not valid.
-std::unique_ptr<ns_ruke::MorlCompiler> LoadNodes(const NodeFiles& files, const std::string& prefix,
-                                                 Diagnostics& diagnostics);
+/// Loads the nodes, and tells `diagnostics` where they are from. The files are also read beside the
+/// compiler, as it does; for what it does not tell: which file a node is from, and what is wrong
+/// with a file that it leaves out without a word.
+/// @param prefix stands before the names of the files in what is reported; empty, or a directory
+/// with its "/".
+LoadedNodes LoadNodes(const std::string& prefix, Diagnostics& diagnostics);
 
 /// Makes a directory the current one.
 /// @return what stands before the names of its files in messages: empty, or the directory with its
 /// "/".
-/// @throws DiagnosticError when that is not possible.
+/// @throws std::runtime_error when that is not possible.
 std::string EnterDirectory(const std::string& directory);
 
 }  // namespace morlc
