@@ -39,7 +39,7 @@ TEST(Log, AppliesConversionsToItsArguments)
     EXPECT_EQ(capture.infos,
               (std::vector<std::string>{"7|    7|7    |00007|+7", "abc|  abc|abc  |ab",
                                         "42|ff|-9223372036854775808|4|x|%", "1.50|0.25|   9",
-                                        "ffffffff|65535|A", "7   |2.500000|3|138"}));
+                                        "ffffffff|4294967295|A", "7   |2.500000|3|138"}));
 }
 
 TEST(Log, NeverMisreadsAnArgument)
@@ -49,10 +49,18 @@ TEST(Log, NeverMisreadsAnArgument)
     Log().LogError("c", "%d|%d|%s|%", 1);
     Log().LogError("c", "%s", static_cast<const char*>(nullptr));
     Log().LogError("c", "%999999999d", 1);
+    enum class Level : short { Low = 3 };
+    static const volatile int object = 1;
+    const char open[2] = {'a', 'b'};  // no text: nothing but its address may be read
+    Log().LogError("c", "%p%d%p%p%.2s", nullptr, Level::Low, &object, &open[0], &open[0]);
+    Log().LogError("c", "%hhd %hu %Lf %lld %*d|", 257, 65537, 1.5L, 1LL << 40, "no number", 7);
     EXPECT_EQ(capture.errors[0], "5|text|7|1");
     EXPECT_EQ(capture.errors[1], "1|%d|%s|%");
     EXPECT_EQ(capture.errors[2], "(null)");
     EXPECT_EQ(capture.errors[3].size(), 1024U);
+    EXPECT_EQ(capture.errors[4].substr(0, 6), "(nil)3");
+    EXPECT_EQ(capture.errors[4].substr(capture.errors[4].size() - 2), "ab");
+    EXPECT_EQ(capture.errors[5], "1 1 1.500000 1099511627776 no number|");
 }
 
 TEST(Log, GivesBackTheSinkInForce)

@@ -28,11 +28,11 @@ std::string Row(const std::vector<std::string>& cells)
     return row + "\n";
 }
 
-std::string Head(const std::string& what)
+std::string Head(const std::string& what, const std::vector<std::string>& targets)
 {
     std::string head = "| " + what + " |";
     std::string line = "|---|";
-    for (const std::string& target : MorlTargets()) {
+    for (const std::string& target : targets) {
         head += " `" + target + "` |";
         line += "---|";
     }
@@ -44,11 +44,10 @@ std::string Head(const std::string& what)
 std::vector<std::unique_ptr<MorlTranslator>> BackEnds(MorlProgram& program)
 {
     std::vector<std::unique_ptr<MorlTranslator>> backEnds;
-    backEnds.push_back(std::make_unique<MorlTranslatorHLSL>());
-    backEnds.push_back(std::make_unique<MorlTranslatorHLSL10>());
-    backEnds.push_back(std::make_unique<MorlTranslatorGLSL>());
-    backEnds.push_back(std::make_unique<MorlTranslatorGLSLES>());
-    program.stage = 0;
+    for (const std::string& target : MorlTargets()) {
+        backEnds.push_back(MakeTranslator(target));
+    }
+    program.stage = kVertexStage;
     std::unordered_map<std::string, std::string> semantics;
     std::unordered_map<std::string, int> registers;
     for (const auto& backEnd : backEnds) {
@@ -62,7 +61,7 @@ std::string TypeTable()
 {
     MorlProgram program;
     const auto backEnds = BackEnds(program);
-    std::string table = Head("type");
+    std::string table = Head("type", MorlTargets());
     for (const Keyword& keyword : KeywordMap::Keywords()) {
         const bool isValue = keyword.token >= TOKEN_FLOAT && keyword.token <= TOKEN_FLOAT4X4;
         const bool isSampler =
@@ -79,13 +78,18 @@ std::string TypeTable()
     return table;
 }
 
-/// What the two HLSL targets write for a binding; the others write none.
+/// What is written for a binding, by the targets that write any.
 std::string SemanticTable()
 {
-    MorlProgram program;
-    auto backEnds = BackEnds(program);
-    backEnds.resize(2);
-    std::string table = "| semantic | `hlsl` | `hlsl10` |\n|---|---|---|\n";
+    std::vector<std::string> targets;
+    std::vector<std::unique_ptr<MorlTranslator>> backEnds;
+    for (const std::string& target : MorlTargets()) {
+        if (CompileSource("in float a : NORMAL;", target, 0).find(" : ") != std::string::npos) {
+            targets.push_back(target);
+            backEnds.push_back(MakeTranslator(target));
+        }
+    }
+    std::string table = Head("semantic", targets);
     for (const Keyword& keyword : KeywordMap::Keywords()) {
         if (keyword.token < TOKEN_POSITION || keyword.token > TOKEN_COLOR3 ||
             keyword.token == TOKEN_TEXAUTO) {
@@ -143,7 +147,7 @@ std::string Written(const std::string& call, const std::string& target)
 
 std::string IntrinsicTable()
 {
-    std::string table = Head("call");
+    std::string table = Head("call", MorlTargets());
     for (const Keyword& keyword : KeywordMap::Keywords()) {
         const bool isMatrix =
             keyword.token >= TOKEN_FLOAT3X3_CONSTRUCT && keyword.token <= TOKEN_FLOAT4X4_TRANPOSE;

@@ -31,7 +31,7 @@ const firstTokens = [
 function readKeywords() {
   const keywords = new Map();
   let scope = null;
-  for (const [, word, token] of read(path.join(root, 'parser/keyword_map.cpp')).matchAll(/\{"([^"]+)", (TOKEN_\w+)\}/g)) {
+  for (const [, word, token] of read(path.join(root, 'morl/parser/keyword_map.cpp')).matchAll(/\{"([^"]+)", (TOKEN_\w+)\}/g)) {
     const first = firstTokens.find(([name]) => name === token);
     scope = first ? first[1] : scope;
     keywords.set(word, scope);

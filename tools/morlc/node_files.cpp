@@ -3,7 +3,7 @@
 
 #include "json_file.h"
 
-#include <morl/compiler/json_comments.h>
+#include <morl/compiler/internal/json_comments.h>
 #include <morl/core/limits.h>
 #include <filesystem>
 #include <stdexcept>

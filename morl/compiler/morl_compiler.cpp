@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: MIT
+#include "morl/compiler/morl_compiler.h"
+
+#include "morl/compiler/node_files.h"
+#include "morl/core/internal/graphics_log.h"
+#include "morl/core/messages.h"
+#include "morl/linker/morl_linker.h"
+#include "morl/parser/morl_parser.h"
+#include "morl/translator/targets.h"
+
+#include <algorithm>
+#include <memory>
+
+namespace ns_ruke {
+namespace {
+
+/// Up to this many nodes, comparing pointers costs less than a set of them.
+constexpr std::size_t kFewNodes = 32;
+
+/// The program that a request is linked into: an empty `void main`.
+void PrepareLinked(MorlProgram& program, int stage)
+{
+    auto main = std::make_unique<MorlFunction>();
+    main->returnType = TOKEN_VOID;
+    main->name = "main";
+    program.mainFunction = main.release();
+    program.stage = stage;
+}
+
+}  // namespace
+
+MorlCompiler::MorlCompiler()
+{
+    try {
+        for (const char* path : kNodeFiles) {
+            LoadNodeDefinition(path);
+        }
+    } catch (...) {
+        DeleteNodes();
+        throw;
+    }
+}
+
+MorlCompiler::~MorlCompiler()
+{
+    DeleteNodes();
+}
+
+void MorlCompiler::DeleteNodes()
+{
+    for (const auto& entry : nodes) {
+        delete entry.second;
+    }
+    nodes.clear();
+}
+
+void MorlCompiler::Compile(PassProperty& pass, ShaderOutput& output)
+{
+    const std::unique_ptr<MorlTranslator> translator = MakeTranslator(pass.target);
+    if (!translator) {
+        LogGraphicsError(messages::kUnknownTarget + pass.target);
+    }
+    if (ReportUnknown(pass) || !translator) {
+        return;
+    }
+    MorlParser parser;
+    parser.Init();
+    std::vector<MorlNode*> list = SelectNodes(pass);
+    for (MorlNode* node : list) {
+        if (node->NeedCompile(pass.target)) {
+            node->Compile(&parser, pass.target);
+        }
+    }
+    MorlProgram linked;
+    PrepareLinked(linked, pass.stage);
+    MorlLinker linker;
+    linker.Link(pass.target, pass.macros, list, linked);
+    translator->WriteProgram(&linked, pass.semantics, pass.samplerRegisters, output);
+}
+
+// Whether a name has no node. Each is reported once, in the order of first appearance.
+bool MorlCompiler::ReportUnknown(const PassProperty& pass) const
+{
+    const auto isKnown = [this](const std::string& name) { return FindNode(name) != nullptr; };
+    if (std::all_of(pass.nodeNames.begin(), pass.nodeNames.end(), isKnown)) {
+        return false;
+    }
+    std::unordered_set<std::string> reported;
+    for (const std::string& name : pass.nodeNames) {
+        if (!isKnown(name) && reported.insert(name).second) {
+            LogGraphicsError(messages::kUnknownNode + name);
+        }
+    }
+    return true;
+}
+
+// The nodes in the order in which they are first named.
+std::vector<MorlNode*> MorlCompiler::SelectNodes(const PassProperty& pass) const
+{
+    if (pass.nodeNames.size() > kFewNodes) {
+        return SelectManyNodes(pass);
+    }
+    std::vector<MorlNode*> list;
+    list.reserve(pass.nodeNames.size());
+    for (const std::string& name : pass.nodeNames) {
+        MorlNode* node = nodes.at(name);
+        if (std::find(list.begin(), list.end(), node) == list.end()) {
+            list.push_back(node);
+        }
+    }
+    return list;
+}
+
+std::vector<MorlNode*> MorlCompiler::SelectManyNodes(const PassProperty& pass) const
+{
+    std::vector<MorlNode*> list;
+    std::unordered_set<MorlNode*> set;
+    for (const std::string& name : pass.nodeNames) {
+        MorlNode* node = nodes.at(name);
+        if (set.insert(node).second) {
+            list.push_back(node);
+        }
+    }
+    return list;
+}
+
+std::vector<std::string> MorlCompiler::GetNodeNames() const
+{
+    std::vector<std::string> names;
+    for (const auto& [name, node] : nodes) {
+        if (node != nullptr) {
+            names.push_back(name);
+        }
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+const MorlNode* MorlCompiler::FindNode(const std::string& name) const
+{
+    const auto found = nodes.find(name);
+    return found != nodes.end() ? found->second : nullptr;
+}
+
+// Kept as an empty hook of the class: requests name every node that they want.
+void MorlCompiler::ReferenceNodes(std::unordered_set<MorlNode*>& /*set*/, MorlNode* /*node*/) {}
+
+}  // namespace ns_ruke

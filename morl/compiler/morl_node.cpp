@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: MIT
+#include "morl/compiler/morl_node.h"
+
+#include "morl/core/log_scope.h"
+
+#include <utility>
+
+namespace ns_ruke {
+
+MorlNode::MorlNode() = default;
+
+MorlNode::~MorlNode()
+{
+    delete program;
+}
+
+void MorlNode::SetName(std::string newName)
+{
+    name = std::move(newName);
+}
+
+std::string MorlNode::GetName() const
+{
+    return name;
+}
+
+void MorlNode::SetPosition(float newX, float newY)
+{
+    x = newX;
+    y = newY;
+}
+
+float MorlNode::GetX() const
+{
+    return x;
+}
+
+float MorlNode::GetY() const
+{
+    return y;
+}
+
+void MorlNode::SetContent(std::string newContent)
+{
+    content = std::move(newContent);
+}
+
+std::string MorlNode::GetContent() const
+{
+    return content;
+}
+
+void MorlNode::AddReference(std::string reference)
+{
+    references.push_back(std::move(reference));
+}
+
+std::vector<std::string> MorlNode::GetReference() const
+{
+    return references;
+}
+
+bool MorlNode::NeedCompile(std::string target) const
+{
+    return program == nullptr || compiledTarget != target;
+}
+
+void MorlNode::Compile(MorlParser* parser, std::string target)
+{
+    const LogScope scope(name);
+    delete program;
+    program = nullptr;
+    program = new MorlProgram;
+    compiledTarget = std::move(target);
+    try {
+        parser->Parse(content, *program);
+    } catch (...) {
+        // Half a program must not be taken for the node's program at the next request.
+        delete program;
+        program = nullptr;
+        throw;
+    }
+}
+
+MorlProgram* MorlNode::GetProgram()
+{
+    return program;
+}
+
+const MorlProgram* MorlNode::GetProgram() const
+{
+    return program;
+}
+
+}  // namespace ns_ruke

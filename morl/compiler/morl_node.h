@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "morl/ast/program.h"
+#include "morl/core/export.h"
+#include "morl/parser/morl_parser.h"
+
+#include <string>
+#include <vector>
+
+namespace ns_ruke {
+
+/// One node of the shader graph: a piece of Morl source with the names of the nodes that it refers
+/// to.
+///
+/// A node owns the program that was parsed from its content and keeps it until it is compiled
+/// again. Copies are shallow: a copied node shares the program, and both destructors would delete
+/// it.
+class MORL_API MorlNode {
+public:
+    MorlNode();
+    MorlNode(const MorlNode&) = default;
+    MorlNode& operator=(const MorlNode&) = default;
+    virtual ~MorlNode();
+
+    void SetName(std::string newName);
+    std::string GetName() const;
+
+    /// The node's place on the canvas of an editor; the compiler does not read it.
+    void SetPosition(float newX, float newY);
+    float GetX() const;
+    float GetY() const;
+
+    /// Replaces the source. A program that was parsed before stays in use until the target changes.
+    void SetContent(std::string newContent);
+    std::string GetContent() const;
+
+    /// Appends a name to the references; duplicates are kept.
+    void AddReference(std::string reference);
+    std::vector<std::string> GetReference() const;
+
+    /// Whether there is no program, or one that was parsed for another target. The comparison is
+    /// exact.
+    bool NeedCompile(std::string target) const;
+
+    /// Parses the content, whether that is needed or not. If an exception passes through, the node
+    /// is left without a program.
+    void Compile(MorlParser* parser, std::string target);
+
+    /// The parsed program, or null. It stays with the node.
+    MorlProgram* GetProgram();
+    const MorlProgram* GetProgram() const;
+
+private:
+    friend class MorlLinker;  // reads the names without copying them
+
+    std::string name;
+    float x = 0.0F;
+    float y = 0.0F;
+    std::string content;
+    std::vector<std::string> references;
+    std::string compiledTarget;
+    MorlProgram* program = nullptr;
+};
+
+}  // namespace ns_ruke

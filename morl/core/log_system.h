@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "morl/core/export.h"
+#include "morl/core/singleton.h"
+
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+#include <variant>
+#include <vector>
+
+namespace ns_ruke {
+
+/// The level of a log message.
+enum class LogLevel { Info, Error };
+
+/// Receives every log message of the process.
+/// @param message the finished text: one line, without a trailing line break.
+using LogSink =
+    std::function<void(LogLevel level, const std::string& category, const std::string& message)>;
+
+/// One further argument of a log call, with the type that it has after the promotions of a variadic
+/// call. Texts and pointers are the caller's and need only live during the call.
+using LogArgument = std::variant<int, unsigned, long long, unsigned long long, double, long double,
+                                 const char*, std::string_view, const void*>;
+
+/// The argument that a value becomes.
+template <class Value>
+LogArgument MakeLogArgument(const Value& value)
+{
+    if constexpr (std::is_enum_v<Value>) {
+        return MakeLogArgument(static_cast<std::underlying_type_t<Value>>(value));
+    } else if constexpr (std::is_same_v<Value, long double>) {
+        return value;
+    } else if constexpr (std::is_floating_point_v<Value>) {
+        return static_cast<double>(value);
+    } else if constexpr (std::is_integral_v<Value>) {
+        using Promoted = decltype(+value);
+        using Long = std::conditional_t<std::is_signed_v<Promoted>, long long, unsigned long long>;
+        using Stored = std::conditional_t<sizeof(Promoted) == sizeof(int), Promoted, Long>;
+        return static_cast<Stored>(value);
+    } else if constexpr (std::is_convertible_v<Value, const char*>) {
+        return static_cast<const char*>(value);
+    } else if constexpr (std::is_convertible_v<Value, std::string_view>) {
+        return std::string_view(value);
+    } else if constexpr (std::is_pointer_v<Value>) {
+        return (const void*)value;  // also from volatile objects and functions
+    } else {
+        static_assert(std::is_null_pointer_v<Value>, "a variadic call does not take such a value");
+        return static_cast<const void*>(nullptr);
+    }
+}
+
+/// The process-wide log. Messages of concurrent threads reach the sink one at a time and whole.
+class MORL_API TamberLogSystem {
+public:
+    /// Makes sure that the log system exists. Cheap, and harmless when called again.
+    static void LogInitialize();
+
+    /// Puts a sink in place of the one in force and returns that one. An empty sink restores the
+    /// default, which writes "[error] CATEGORY: MESSAGE" lines to standard error; it is itself
+    /// represented by an empty sink. A sink runs on the logging thread, while other loggers wait;
+    /// it may log and may set another sink. It must not wait for another thread that logs.
+    static LogSink SetSink(LogSink sink);
+
+    /// Writes an information message. Without further arguments `format` is the message, verbatim
+    /// ("%" and NUL included); with further arguments it takes the conversions of printf, applied
+    /// to them in order. A conversion that does not suit its argument writes the argument in its
+    /// natural form, and one that has no argument is written as it stands. Arguments are what a
+    /// variadic function of C takes (numbers, enumerations, texts, pointers, nullptr), and strings.
+    template <class... Arguments>
+    void LogInfo(std::string category, std::string format, Arguments... arguments)
+    {
+        Write(LogLevel::Info, category, Finish(std::move(format), arguments...));
+    }
+
+    /// Writes an error message; otherwise as LogInfo.
+    template <class... Arguments>
+    void LogError(std::string category, std::string format, Arguments... arguments)
+    {
+        Write(LogLevel::Error, category, Finish(std::move(format), arguments...));
+    }
+
+private:
+    friend class Singleton<TamberLogSystem>;
+
+    TamberLogSystem();
+
+    template <class... Arguments>
+    static std::string Finish(std::string format, const Arguments&... arguments)
+    {
+        if constexpr (sizeof...(arguments) == 0) {
+            return format;
+        } else {
+            return Format(format, {MakeLogArgument(arguments)...});
+        }
+    }
+
+    static std::string Format(std::string_view format, const std::vector<LogArgument>& arguments);
+    void Write(LogLevel level, const std::string& category, const std::string& message);
+
+    std::recursive_mutex mutex;  ///< recursive: a sink may log
+    std::shared_ptr<LogSink>
+        sink;  ///< null: the default. Shared, so that a sink may replace itself
+};
+
+/// The library holds the instance, also when the caller is in another module.
+template <>
+MORL_API TamberLogSystem* Singleton<TamberLogSystem>::GetSingletonPtr();
+
+}  // namespace ns_ruke

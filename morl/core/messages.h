@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// @file
+/// Every text that the library logs. Most are followed by what they speak of: a name, a path, the
+/// text of the offending token. The spellings are part of the interface: tools match on them.
+
+namespace ns_ruke::messages {
+
+// Information, around each parse.
+constexpr char kCompilerStart[] = "Morl Compiler: Compiler Start";
+constexpr char kCompilerEnd[] = "Morl Compiler: Compiler End";
+
+// Node files and requests.
+constexpr char kFileNotFound[] = "Can't Find File: ";
+constexpr char kNodeNotObject[] = "Morl Compiler: node definition is not an object: ";
+constexpr char kUnknownTarget[] = "Morl Compiler: unknown target: ";
+constexpr char kUnknownNode[] = "Morl Compiler: unknown node: ";
+
+// The parser. Before each stands its location: "Morl Compiler(line:L,ch:C): ".
+constexpr char kLocationLine[] = "Morl Compiler(line:";
+constexpr char kLocationColumn[] = ",ch:";
+constexpr char kLocationEnd[] = "): ";
+constexpr char kMiss[] = "miss '";  ///< then a character or word, and kMissEnd
+constexpr char kMissEnd[] = "':";
+constexpr char kExpressionError[] = "expression error:";
+constexpr char kParameterFailed[] = "parameter parse failed:";
+constexpr char kParameterCount[] = "incorret param number :";
+constexpr char kInvalidVarType[] = "invalid var type:";
+constexpr char kNotValidVar[] = "not valid var:";
+constexpr char kInvalidEndOfLine[] = "invalid end of line :";
+constexpr char kMissRegisterEnd[] = "miss')':";
+constexpr char kNeedRegister[] = "need a register symbol:";
+constexpr char kWrongDefinition[] = "wrong var definition:";
+constexpr char kNeedAssignOperator[] = "need assign operator :";
+constexpr char kNeedIf[] = "need if:";
+constexpr char kConditionError[] = "parse expression error:";
+constexpr char kNeedAssignExpression[] = "need assign expression:";
+constexpr char kNeedControlExpression[] = "need control expression:";
+constexpr char kInvalidVarDeclare[] = "invalid var declare:";
+constexpr char kNotValidMarcoName[] = "not valid marco name:";
+constexpr char kNotValidNumber[] = "not valid number:";
+constexpr char kUnexpectedCharacter[] = "unexpected character:";
+constexpr char kSourceTooLong[] = "source too long:";
+constexpr char kNestingTooDeep[] = "nesting too deep:";
+
+// The linker.
+constexpr char kReferenceCycle[] = "MorlLinker: reference cycle: ";
+constexpr char kDeclare[] = "MorlLinker: declare ";  ///< then the name, and kConflicts
+constexpr char kConflicts[] = " conflicts!";
+constexpr char kTooManyIterations[] = "MorlLinker: too many iterations: ";
+constexpr char kTooMuchExpansion[] = "MorlLinker: too much expansion: ";
+
+// The back ends.
+constexpr char kNotEnoughArguments[] = "Morl Compiler: not enough arguments: ";
+constexpr char kExpressionTooLong[] = "Morl Compiler: expression too long: ";
+
+}  // namespace ns_ruke::messages

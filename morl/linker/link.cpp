@@ -1,0 +1,205 @@
+// SPDX-License-Identifier: MIT
+// The order of the nodes, and the merging of their programs.
+#include "morl/ast/internal/ownership.h"
+#include "morl/core/internal/graphics_log.h"
+#include "morl/core/log_scope.h"
+#include "morl/core/messages.h"
+#include "morl/linker/morl_linker.h"
+
+#include <algorithm>
+#include <functional>
+#include <queue>
+#include <string_view>
+#include <utility>
+
+namespace ns_ruke {
+namespace {
+
+/// Puts nodes, known by their place in the list, into the order in which they are merged: always
+/// the first of the list whose references are all placed. Counts for each node how many of them are
+/// not, so that no node is looked at twice for nothing.
+class NodeOrder {
+public:
+    /// @param nodes must outlive the order, names and all.
+    explicit NodeOrder(const std::vector<MorlNode*>& nodes) : missing(nodes.size())
+    {
+        dependents.reserve(nodes.size());
+    }
+
+    /// All names are added before the first reference.
+    void AddName(std::string_view name) { dependents[name]; }
+
+    /// A reference to a name that is not listed, or a second one to the same name, does not count.
+    void AddReference(std::size_t node, std::string_view name)
+    {
+        const auto found = dependents.find(name);
+        if (found == dependents.end()) {
+            return;
+        }
+        std::vector<std::size_t>& nodes = found->second;
+        if (nodes.empty() || nodes.back() != node) {
+            nodes.push_back(node);
+            ++missing[node];
+        }
+    }
+
+    /// To be called for each node when it has all its references.
+    void AddIfReady(std::size_t node)
+    {
+        if (missing[node] == 0) {
+            ready.push(node);
+        }
+    }
+
+    bool HasReady() const { return !ready.empty(); }
+
+    std::size_t TakeReady()
+    {
+        const std::size_t node = ready.top();
+        ready.pop();
+        return node;
+    }
+
+    /// Frees the nodes that refer to this name from waiting for it.
+    void PlaceName(std::string_view name)
+    {
+        for (const std::size_t node : std::exchange(dependents[name], {})) {
+            --missing[node];
+            AddIfReady(node);
+        }
+    }
+
+    bool IsWaiting(std::size_t node) const { return missing[node] > 0; }
+
+private:
+    std::unordered_map<std::string_view, std::vector<std::size_t>> dependents;  ///< by name
+    std::vector<std::size_t> missing;  ///< how many names each node still waits for
+    std::priority_queue<std::size_t, std::vector<std::size_t>, std::greater<>> ready;
+};
+
+}  // namespace
+
+MorlLinker::MorlLinker() = default;
+MorlLinker::~MorlLinker() = default;
+
+void MorlLinker::Link(std::string /*target*/, Macros& macros, std::vector<MorlNode*>& nodes,
+                      MorlProgram& program)
+{
+    loopValues.clear();
+    currentLoop.clear();
+    iterations = 0;
+    work = 0;
+    tooManyIterations = false;
+    exhausted = false;
+    declaredNames.clear();
+    for (const auto* declares : {&program.inputs, &program.outputs, &program.uniforms}) {
+        AddNames(*declares, 0);
+    }
+    UseMacros(macros);
+    program.ownership.functions = false;
+    for (MorlNode* node : TakeOrdered(nodes)) {
+        MergeProgram(node, macroValues, program);
+    }
+}
+
+// Empties the list. Nodes that wait for ever are reported and left out.
+std::vector<MorlNode*> MorlLinker::TakeOrdered(std::vector<MorlNode*>& nodes)
+{
+    const std::vector<MorlNode*> list = std::move(nodes);
+    nodes.clear();
+    if (list.empty()) {
+        return {};
+    }
+
+    NodeOrder order(list);
+    for (const MorlNode* node : list) {
+        order.AddName(node->name);
+    }
+    for (std::size_t i = 0; i < list.size(); ++i) {
+        for (const std::string& name : list[i]->references) {
+            order.AddReference(i, name);
+        }
+        order.AddIfReady(i);
+    }
+
+    std::vector<MorlNode*> ordered;
+    ordered.reserve(list.size());
+    while (order.HasReady()) {
+        MorlNode* node = list[order.TakeReady()];
+        ordered.push_back(node);
+        order.PlaceName(node->name);
+    }
+    if (ordered.size() < list.size()) {
+        std::string message = messages::kReferenceCycle;
+        const char* separator = "";
+        for (std::size_t i = 0; i < list.size(); ++i) {
+            if (order.IsWaiting(i)) {
+                message.append(separator).append(list[i]->name);
+                separator = ", ";
+            }
+        }
+        LogGraphicsError(message);
+    }
+    return ordered;
+}
+
+// The rule that TakeOrdered follows: whether every node of `all` that the node refers to is in
+// `linked`. References to other nodes do not count. Asking again and again would take quadratic
+// time, so the order is kept by counts instead; a test holds it against a plain scan.
+bool MorlLinker::CheckNodeReference(std::unordered_set<std::string>& linked,
+                                    std::unordered_set<std::string>& all, MorlNode* node)
+{
+    return std::none_of(
+        node->references.begin(), node->references.end(),
+        [&](const std::string& name) { return all.count(name) != 0 && linked.count(name) == 0; });
+}
+
+// A node without a program, or without a `main`, contributes what it has.
+void MorlLinker::MergeProgram(MorlNode* node, Macros& macros, MorlProgram& program)
+{
+    const MorlProgram* source = node->program;
+    if (source == nullptr) {
+        return;
+    }
+    const LogScope scope(node->name);
+    ReserveMore(program.inputs, source->inputs.size());
+    ReserveMore(program.outputs, source->outputs.size());
+    ReserveMore(program.uniforms, source->uniforms.size());
+    for (MorlDeclare* declare : source->inputs) {
+        ProcessDeclare(macros, program.inputs, declare, false);
+    }
+    for (MorlDeclare* declare : source->outputs) {
+        ProcessDeclare(macros, program.outputs, declare, true);
+    }
+    for (MorlDeclare* declare : source->uniforms) {
+        ProcessDeclare(macros, program.uniforms, declare, false);
+    }
+    for (MorlFunction* function : source->functions) {
+        ProcessFunction(macros, program.functions, function, false);
+    }
+    if (source->mainFunction == nullptr || program.mainFunction == nullptr) {
+        return;
+    }
+    std::vector<MorlSentence*>& sentences = program.mainFunction->sentences;
+    ReserveMore(sentences, source->mainFunction->sentences.size());
+    for (MorlSentence* sentence : source->mainFunction->sentences) {
+        ProcessSentence(macros, sentences, sentence, false);
+    }
+}
+
+// Hands functions over as they are. The parser gives the groups of `#if` blocks another kind than
+// the one asked for here, so they too are handed over whole; no back end writes functions.
+void MorlLinker::ProcessFunction(Macros& macros, std::vector<MorlFunction*>& functions,
+                                 MorlFunction* function, bool /*flag*/)
+{
+    if (function->unitType != TOKEN_MARCO_IF) {
+        functions.push_back(function);
+        return;
+    }
+    const auto* group = static_cast<const MorlMarcoIfFunction*>(function);
+    const bool taken = CalExpression(macros, group->condition) != 0.0F;
+    const std::vector<MorlFunction*>& chosen = taken ? group->functions : group->elseFunctions;
+    functions.insert(functions.end(), chosen.begin(), chosen.end());
+}
+
+}  // namespace ns_ruke

@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "morl/compiler/morl_node.h"
+#include "morl/core/export.h"
+#include "morl/linker/loop_values.h"
+
+#include <cstddef>
+#include <set>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+#include <vector>
+
+namespace ns_ruke {
+
+/// Joins the programs of several nodes into one: orders the nodes by their references, decides
+/// `#if` blocks and unrolls `#for` blocks, executes macro assignments, drops declarations whose
+/// name is taken, and copies what remains with the loop values substituted into names.
+///
+/// The node programs stay as they are, but for the loop bounds that are written into their `#for`
+/// groups; so two linkers must not work on the same nodes at the same time.
+class MORL_API MorlLinker {
+public:
+    MorlLinker();
+    MorlLinker(const MorlLinker&) = default;
+    MorlLinker& operator=(const MorlLinker&) = default;
+    virtual ~MorlLinker();
+
+    /// Merges the programs of `nodes` into `program`.
+    /// @param target not used: linking is the same for every target.
+    /// @param macros the values for `#if` conditions and `#for` bounds.
+    /// @param nodes not owned; empty afterwards. Nodes that refer to each other in a cycle, and
+    /// those
+    ///        that refer to one of them, are reported in one error line and left out.
+    /// @param program receives copies, which it owns. It also receives the nodes' own function
+    ///        objects, which it does not own from then on (MorlProgramOwnership).
+    void Link(std::string target, std::unordered_map<std::string, int>& macros,
+              std::vector<MorlNode*>& nodes, MorlProgram& program);
+
+private:
+    using Macros = std::unordered_map<std::string, int>;
+
+    // Order and merge.
+    std::vector<MorlNode*> TakeOrdered(std::vector<MorlNode*>& nodes);
+    bool CheckNodeReference(std::unordered_set<std::string>& linked,
+                            std::unordered_set<std::string>& all, MorlNode* node);
+    void MergeProgram(MorlNode* node, Macros& macros, MorlProgram& program);
+    void ProcessFunction(Macros& macros, std::vector<MorlFunction*>& functions,
+                         MorlFunction* function, bool flag);
+
+    // Declarations.
+    void MergeDeclare(std::vector<MorlDeclare*>& declares, MorlDeclare* declare,
+                      bool reportConflict);
+    bool IsDeclared(const std::vector<MorlDeclare*>& declares, const std::string& name) const;
+    void AddNames(const std::vector<MorlDeclare*>& declares, std::size_t first);
+    void ProcessDeclare(Macros& macros, std::vector<MorlDeclare*>& declares, MorlDeclare* declare,
+                        bool flag);
+
+    // Macro statements.
+    void ProcessSentence(Macros& macros, std::vector<MorlSentence*>& sentences,
+                         MorlSentence* sentence, bool flag);
+    void UseMacros(const Macros& macros);
+    void ExecuteAssignment(Macros& macros, const MorlMarcoAssignSentence* sentence);
+    template <class Group, class Body>
+    void Repeat(Macros& macros, Group* group, const Body& body);
+    bool BeginIterationOrReport(const std::string& varName);
+    bool HasWorkLeftOrReport(const std::string& name);
+
+    // Evaluation. A null expression counts as 0.
+    float CalExpression(Macros& macros, const MorlExpression* expression);
+    float CalBinaryOperation(Macros& macros, const MorlBinaryOperation* operation);
+    float CalParenthesiseExpression(Macros& macros, const MorlParenthesiseExpression* expression);
+    float CalVariable(Macros& macros, const MorlVariable* variable);
+    float CalNumber(Macros& macros, const MorlNumber* number);
+
+    // Deep copies, owned by the caller. A null unit is copied as null.
+    MorlUnit* CopyMorlUnit(const MorlUnit* unit);
+    MorlFunction* CopyFunction(const MorlFunction* function);
+    MorlDeclare* CopyDeclare(const MorlDeclare* declare);
+    MorlRegister* CopyRegister(const MorlRegister* binding);
+    MorlFunctionCall* CopyFunctionCall(const MorlFunctionCall* call);
+    MorlUnaryOperation* CopyUnaryOperation(const MorlUnaryOperation* operation);
+    MorlBinaryOperation* CopyBinaryOperation(const MorlBinaryOperation* operation);
+    MorlParenthesiseExpression* CopyParenthesiseExpression(
+        const MorlParenthesiseExpression* expression);
+    MorlVariable* CopyVariable(const MorlVariable* variable);
+    MorlNumber* CopyNumber(const MorlNumber* number);
+    MorlEmptySentence* CopyEmptySentence(const MorlEmptySentence* sentence);
+    MorlSpecialSentence* CopySpecialSentence(const MorlSpecialSentence* sentence);
+    MorlSingleCommentSentence* CopySingleCommentSentence(const MorlSingleCommentSentence* sentence);
+    MorlMultiCommentSentence* CopyMultiCommentSentence(const MorlMultiCommentSentence* sentence);
+    MorlDefinitionSentence* CopyDefinitionSentence(const MorlDefinitionSentence* sentence);
+    MorlAssignSentence* CopyAssignSentence(const MorlAssignSentence* sentence);
+    MorlIfSentence* CopyIfSentence(const MorlIfSentence* sentence);
+    MorlElseIfSentence* CopyElseIfSentence(const MorlElseIfSentence* sentence);
+    MorlForSentence* CopyForSentence(const MorlForSentence* sentence);
+    template <class Unit>
+    Unit* CopyChild(const Unit* unit);
+    void CopyBranches(const MorlIfSentence* from, MorlIfSentence& to);
+    void CopyName(const std::string& from, std::string& to);
+    void SubstituteLoopValues(std::string& name);
+
+    LoopValues loopValues;
+    Macros macroValues;
+    /// The names in those lists of the linked program that are too long to be scanned, by list.
+    std::set<std::pair<const std::vector<MorlDeclare*>*, std::string>> declaredNames;
+
+    // Of the link so far.
+    std::string currentLoop;         ///< the name of the `#for` that runs; empty: none does
+    std::size_t iterations = 0;      ///< of `#for`
+    std::size_t work = 0;            ///< in units of kMaxLinkWork
+    bool tooManyIterations = false;  ///< that bound was met and reported
+    bool exhausted = false;          ///< that of the work was
+};
+
+}  // namespace ns_ruke

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// @file
+/// Everything that the library offers to its hosts. Most need MorlCompiler, PassProperty,
+/// ShaderOutput, TamberLogSystem::SetSink and LogLine only.
+
+#include "morl/ast/program.h"
+#include "morl/ast/stage.h"
+#include "morl/compiler/log_line.h"
+#include "morl/compiler/morl_compiler.h"
+#include "morl/compiler/morl_node.h"
+#include "morl/compiler/node_files.h"
+#include "morl/compiler/pass_property.h"
+#include "morl/compiler/shader_output.h"
+#include "morl/core/limits.h"
+#include "morl/core/log_scope.h"
+#include "morl/core/log_system.h"
+#include "morl/core/messages.h"
+#include "morl/core/string_helper.h"
+#include "morl/linker/morl_linker.h"
+#include "morl/parser/morl_parser.h"
+#include "morl/translator/glsl.h"
+#include "morl/translator/glsles.h"
+#include "morl/translator/hlsl.h"
+#include "morl/translator/hlsl10.h"
+#include "morl/translator/targets.h"

@@ -1,0 +1,154 @@
+// SPDX-License-Identifier: MIT
+// declare    -> ("uniform" | "in" | "out") Type Name [ "[" expression "]" | ":" register ] ";"
+// register   -> Semantic | "(" Name ")"
+// function   -> (Type | "void") Name "(" [ parameter { "," parameter } ] ")" "{" { sentence } "}"
+// parameter  -> Type Name
+#include "morl/ast/internal/ownership.h"
+#include "morl/core/messages.h"
+#include "morl/parser/morl_parser.h"
+
+#include <memory>
+#include <utility>
+
+namespace ns_ruke {
+
+MorlDeclare* MorlParser::ParseGlobalDeclare(ENUM_TOKEN bufferToken)
+{
+    auto declare = std::make_unique<MorlDeclare>();
+    declare->bufferType = bufferToken;
+    if (!ParseVarDeclare(declare->varType, declare->name)) {
+        return nullptr;
+    }
+    std::string word;
+    switch (ParseToken(word)) {
+    case TOKEN_COLON:
+        declare->registerBinding = ParseRegister();
+        return CheckSkip(';') ? declare.release() : nullptr;
+    case TOKEN_LEFT_BRACKET:
+        return ParseArraySize(declare->arraySize) ? declare.release() : nullptr;
+    case TOKEN_SEMICOLON:
+        return declare.release();
+    default:
+        LogErrorAndSkipLine(messages::kInvalidEndOfLine, word);
+        return nullptr;
+    }
+}
+
+// Both tokens are read into one string: when the second has no text of its own, the message shows
+// the type. The outputs are set on success only.
+bool MorlParser::ParseVarDeclare(ENUM_TOKEN& varType, std::string& name)
+{
+    std::string word;
+    const ENUM_TOKEN type = ParseToken(word);
+    if (!IsVarType(type)) {
+        LogErrorAndSkipLine(messages::kInvalidVarType, word);
+        return false;
+    }
+    if (ParseToken(word) != TOKEN_IDENTIFIER) {
+        LogErrorAndSkipLine(messages::kNotValidVar, word);
+        return false;
+    }
+    varType = type;
+    name = std::move(word);
+    return true;
+}
+
+// What follows the "[" of a declaration, its semicolon included. `size` receives the expression
+// also on failure.
+bool MorlParser::ParseArraySize(MorlExpression*& size)
+{
+    size = ParseExpression(nullptr);
+    return CheckSkip(']') && CheckSkip(';');
+}
+
+MorlRegister* MorlParser::ParseRegister()
+{
+    SkipSpace();
+    if (Current() == '(') {
+        return ParseNamedRegister();
+    }
+    std::string word;
+    const ENUM_TOKEN token = ParseToken(word);
+    if (!IsRegister(token)) {
+        LogErrorAndSkipLine(messages::kNeedRegister, word);
+        return nullptr;
+    }
+    auto binding = std::make_unique<MorlRegister>();
+    binding->registerToken = token;
+    binding->name = std::move(word);
+    return binding.release();
+}
+
+// The ")" is looked at and left unread, so the caller finds it where it demands its ";": the form
+// is recognised, but no declaration ever comes of it.
+MorlRegister* MorlParser::ParseNamedRegister()
+{
+    Advance(1);
+    std::string word;
+    if (ParseToken(word) != TOKEN_IDENTIFIER) {
+        LogErrorAndSkipLine(messages::kNotValidVar, word);
+        return nullptr;
+    }
+    SkipSpace();
+    if (Current() != ')') {
+        LogErrorAndSkipLine(messages::kMissRegisterEnd);
+        return nullptr;
+    }
+    auto binding = std::make_unique<MorlRegister>();
+    binding->registerToken = TOKEN_IDENTIFIER;
+    binding->name = "(" + word + ")";
+    return binding.release();
+}
+
+// Never null: whatever goes wrong is logged, and the function keeps what was read.
+MorlFunction* MorlParser::ParseFunction(ENUM_TOKEN returnType)
+{
+    std::string word;
+    if (ParseToken(word) != TOKEN_IDENTIFIER) {
+        LogError(messages::kNotValidVar, word);
+    }
+    auto function = std::make_unique<MorlFunction>();
+    function->returnType = returnType;
+    function->name = std::move(word);
+    ParseParameter(function->parameters);
+    ParseFunctionBody(function->sentences);
+    return function.release();
+}
+
+// An empty list has nothing between its parentheses, not even a blank. A parameter that fails after
+// the first one repeats the parameter before it.
+void MorlParser::ParseParameter(std::vector<MorlDeclare*>& parameters)
+{
+    if (!CheckSkip('(')) {
+        return;
+    }
+    if (Current() == ')') {
+        Advance(1);
+        return;
+    }
+    ENUM_TOKEN type = TOKEN_NONE;
+    std::string name;
+    if (!ParseVarDeclare(type, name)) {
+        return;
+    }
+    AppendOwned(parameters, std::make_unique<MorlDeclare>(type, name));
+    SkipSpace();
+    while (Current() != ')') {
+        if (!CheckSkip(',')) {
+            return;
+        }
+        ParseVarDeclare(type, name);
+        AppendOwned(parameters, std::make_unique<MorlDeclare>(type, name));
+        SkipSpace();
+    }
+    PeekNext();
+}
+
+void MorlParser::ParseFunctionBody(std::vector<MorlSentence*>& sentences)
+{
+    if (CheckSkip('{')) {
+        ParseBracedSentences(sentences);
+    }
+}
+
+}  // namespace ns_ruke

@@ -1,0 +1,199 @@
+// SPDX-License-Identifier: MIT
+// expression -> primary continuation
+// primary    -> Name | Number | "(" expression ")" | "-" expression | call
+// call       -> (Type | Intrinsic) "(" [ expression { "," expression } ] ")"
+//
+// Ownership: a function that is handed an operand (`left`) owns it from then on; `parent` stays
+// with the caller.
+#include "morl/ast/internal/ownership.h"
+#include "morl/parser/internal/nesting.h"
+#include "morl/parser/morl_parser.h"
+
+#include <memory>
+#include <utility>
+
+namespace ns_ruke {
+namespace {
+
+/// Room for the arguments of nearly every call.
+constexpr std::size_t kUsualArguments = 4;
+
+}  // namespace
+
+// `parent` is the operation whose right side is being read; null at the top of an expression.
+MorlExpression* MorlParser::ParseExpression(MorlBinaryOperation* parent)
+{
+    Nesting level(*this, 1);
+    if (level.ReportTooDeep()) {
+        return nullptr;
+    }
+    bool failed = false;
+    MorlExpression* primary = ParsePrimary(failed);
+    return failed ? nullptr : ParseNextExpression(parent, primary);
+}
+
+// Parentheses that fail give null and the expression goes on; anything else that fails ends it.
+MorlExpression* MorlParser::ParsePrimary(bool& failed)
+{
+    std::string_view word;
+    const ENUM_TOKEN token = ReadToken(word);
+    if (token == TOKEN_IDENTIFIER && !IsFunction(word)) {
+        auto variable = std::make_unique<MorlVariable>();
+        variable->name = word;
+        return variable.release();
+    }
+    if (token == TOKEN_NUMBER) {
+        auto number = std::make_unique<MorlNumber>();
+        number->value = word;
+        return number.release();
+    }
+    if (IsVarType(token) || IsSystemFunction(token)) {
+        MorlFunctionCall* call = ParseFunctionCall(token, std::string(word));
+        failed = call == nullptr;
+        return call;
+    }
+    if (token == TOKEN_LEFT_PARENTHESIS) {
+        return ParseParenthesiseExpression();
+    }
+    if (token == TOKEN_MINUS) {
+        return ParsePrefixMinus();
+    }
+    LogErrorAndSkipLine(messages::kExpressionError);
+    failed = true;
+    return nullptr;
+}
+
+// A prefix minus is a subtraction without a left operand, so it takes part in the climb below.
+MorlExpression* MorlParser::ParsePrefixMinus()
+{
+    return ParseOperation(nullptr, nullptr, TOKEN_MINUS);
+}
+
+// continuation -> [ BinaryOperator expression | "[" expression "]" continuation | "++" | "--" ]
+MorlExpression* MorlParser::ParseNextExpression(MorlBinaryOperation* parent, MorlExpression* left)
+{
+    std::unique_ptr<MorlExpression> operand(left);
+    PushLoction();
+    std::string_view word;
+    const ENUM_TOKEN token = ReadToken(word);
+    if (IsBinaryOperator(token)) {
+        return ParseOperation(parent, operand.release(), token);
+    }
+    if (token == TOKEN_LEFT_BRACKET) {
+        return ParseIndex(operand.release());
+    }
+    if (IsUnaryOperator(token)) {
+        auto operation = std::make_unique<MorlUnaryOperation>();
+        operation->operatorToken = token;
+        operation->operand = operand.release();
+        return operation.release();
+    }
+    PopLoction();
+    return operand.release();
+}
+
+// Reads the right side of an operation. The climb looks back one level, never further: when
+// `parent` binds at least as tightly as this operator, `left` completes the parent, and this
+// operation takes the whole parent as its left operand and stands in its place. The function that
+// reads the parent's right side then finds its operation `adopted` and passes on what it was given.
+//
+// The parent is attached only after all that can throw, so that an operation never has two owners.
+MorlExpression* MorlParser::ParseOperation(MorlBinaryOperation* parent, MorlExpression* left,
+                                           ENUM_TOKEN operatorToken)
+{
+    std::unique_ptr<MorlExpression> operand(left);
+    auto operation = std::make_unique<MorlBinaryOperation>();
+    operation->operatorToken = operatorToken;
+    const bool adopts = parent != nullptr && GetOperatorPriority(parent->operatorToken) >=
+                                                 GetOperatorPriority(operatorToken);
+    (adopts ? parent->right : operation->left) = operand.release();
+
+    adopted = nullptr;
+    MorlExpression* result = ParseExpression(operation.get());
+    if (adopted != operation.get()) {
+        operation->right = result;
+        result = operation.get();
+    }
+    if (adopts) {
+        operation->left = parent;
+        adopted = parent;
+    }
+    operation.release();
+    return result;
+}
+
+// What follows an index starts afresh, without a parent.
+MorlExpression* MorlParser::ParseIndex(MorlExpression* left)
+{
+    std::unique_ptr<MorlExpression> operand(left);
+    auto index = std::make_unique<MorlBinaryOperation>();
+    index->operatorToken = TOKEN_INDEX;
+    index->left = operand.release();
+    Nesting level(*this, 1);
+    if (level.ReportTooDeep()) {
+        return index.release();
+    }
+    index->right = ParseExpression(nullptr);
+    CheckSkip(']');
+    return ParseNextExpression(nullptr, index.release());
+}
+
+MorlParenthesiseExpression* MorlParser::ParseParenthesiseExpression()
+{
+    std::unique_ptr<MorlExpression> inner(ParseExpression(nullptr));
+    if (!CheckSkip(')')) {
+        return nullptr;
+    }
+    auto parenthesis = std::make_unique<MorlParenthesiseExpression>();
+    parenthesis->expression = inner.release();
+    return parenthesis.release();
+}
+
+MorlFunctionCall* MorlParser::ParseFunctionCall(ENUM_TOKEN token, std::string name)
+{
+    Nesting level(*this, 1);  // calls have the largest frames of all expressions
+    if (level.ReportTooDeep()) {
+        return nullptr;
+    }
+    auto call = std::make_unique<MorlFunctionCall>();
+    if (!IsVarType(token) && !IsSystemFunction(token)) {
+        return call.release();
+    }
+    call->name = std::move(name);
+    call->functionToken = token;
+    call->arguments.reserve(kUsualArguments);
+    return ParseParameter(-1, call->arguments) ? call.release() : nullptr;
+}
+
+// `expectedCount` below zero stands for any number of arguments. On failure the arguments read so
+// far stay in the list.
+bool MorlParser::ParseParameter(int expectedCount, std::vector<MorlExpression*>& arguments)
+{
+    if (!CheckSkip('(')) {
+        return false;
+    }
+    SkipSpace();
+    int count = 0;
+    if (Current() != ')') {
+        do {
+            if (count > 0 && !CheckSkip(',')) {
+                return false;
+            }
+            std::unique_ptr<MorlExpression> argument(ParseExpression(nullptr));
+            if (!argument) {
+                LogErrorAndSkipLine(messages::kParameterFailed);
+                return false;
+            }
+            AppendOwned(arguments, std::move(argument));
+            ++count;
+            SkipSpace();
+        } while (Current() != ')');
+    }
+    if (expectedCount >= 0 && count != expectedCount) {
+        LogErrorAndSkipLine(messages::kParameterCount);
+        return false;
+    }
+    return CheckSkip(')');
+}
+
+}  // namespace ns_ruke

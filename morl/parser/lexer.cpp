@@ -1,0 +1,324 @@
+// SPDX-License-Identifier: MIT
+// Characters, locations and tokens.
+#include "morl/core/internal/graphics_log.h"
+#include "morl/core/limits.h"
+#include "morl/core/messages.h"
+#include "morl/core/string_helper.h"
+#include "morl/parser/morl_parser.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace ns_ruke {
+namespace {
+
+enum CharacterClass : unsigned char {
+    kLetter = 1,     ///< letters, "_" and "$": may start and continue a name
+    kDigit = 2,      ///< may continue a name
+    kWordStart = 4,  ///< the letters, and "#", which starts the macro keywords
+    kSpace = 8,
+};
+
+constexpr std::array<unsigned char, 256> ClassifyCharacters()
+{
+    std::array<unsigned char, 256> classes{};
+    for (unsigned c = 'a'; c <= 'z'; ++c) {
+        classes[c] = kLetter | kWordStart;
+        classes[c - 'a' + 'A'] = kLetter | kWordStart;
+    }
+    classes['_'] = kLetter | kWordStart;
+    classes['$'] = kLetter | kWordStart;
+    classes['#'] = kWordStart;
+    for (unsigned c = '0'; c <= '9'; ++c) {
+        classes[c] = kDigit;
+    }
+    classes[' '] = kSpace;
+    classes['\t'] = kSpace;
+    classes['\n'] = kSpace;
+    classes['\r'] = kSpace;
+    return classes;
+}
+
+constexpr std::array<unsigned char, 256> kClasses = ClassifyCharacters();
+
+bool Is(char c, unsigned classes)
+{
+    return (kClasses[static_cast<unsigned char>(c)] & classes) != 0;
+}
+
+}  // namespace
+
+MorlParser::MorlParser() : keywords(KeywordMap::Language()) {}
+
+MorlParser::~MorlParser() = default;
+
+void MorlParser::Init()
+{
+    keywords = KeywordMap::Language();
+}
+
+void MorlParser::Parse(const std::string& source, MorlProgram& program)
+{
+    LogGraphicsInfo(messages::kCompilerStart);
+    text = source.c_str();
+    length = static_cast<std::uint32_t>(source.size());
+    position = 0;
+    line = 0;
+    column = 0;
+    nesting = 0;
+    PushLoction();
+    if (source.size() > kMaxSourceSize) {
+        LogError(messages::kSourceTooLong);
+    } else {
+        ParseProgram(program);
+    }
+    LogGraphicsInfo(messages::kCompilerEnd);
+}
+
+void MorlParser::ParseProgram(MorlProgram& program)
+{
+    while (!Eof()) {
+        ParseProgramSegment(&program);
+    }
+}
+
+bool MorlParser::ValidVariable(char c, bool first) const
+{
+    return Is(c, first ? kLetter : kLetter | kDigit);
+}
+
+bool MorlParser::IsNumber(char c, bool allowDot) const
+{
+    return Is(c, kDigit) || (allowDot && c == '.');
+}
+
+bool MorlParser::IsSpace(char c) const
+{
+    return Is(c, kSpace);
+}
+
+bool MorlParser::IsEnter(char c) const
+{
+    return c == '\n' || c == '\r';
+}
+
+// Despite its name, this consumes the current character. The end of the text is never passed.
+void MorlParser::PeekNext()
+{
+    if (Eof()) {
+        return;
+    }
+    if (Current() == '\n') {
+        ++line;
+        column = 0;
+    } else {
+        ++column;
+    }
+    ++position;
+}
+
+// Consumes characters none of which is a line break.
+void MorlParser::Advance(std::uint32_t count)
+{
+    column += static_cast<std::int32_t>(count);
+    position += count;
+}
+
+void MorlParser::SkipSpace()
+{
+    // The NUL at the end of the text is no space.
+    for (char c = Current(); IsSpace(c); c = Current()) {
+        ++position;
+        ++column;
+        if (c == '\n') {
+            ++line;
+            column = 0;
+        }
+    }
+}
+
+void MorlParser::SkipLine()
+{
+    const std::string_view rest(text + position, length - position);
+    const std::size_t end = std::min(rest.find('\n'), rest.size());
+    Advance(static_cast<std::uint32_t>(end));
+    PeekNext();
+}
+
+void MorlParser::PushLoction()
+{
+    savedPosition = position;
+    savedLine = line;
+    savedColumn = column;
+}
+
+void MorlParser::PopLoction()
+{
+    position = savedPosition;
+    line = savedLine;
+    column = savedColumn;
+}
+
+bool MorlParser::CheckSkip(char expected)
+{
+    SkipSpace();
+    if (!Eof() && Current() == expected) {
+        PeekNext();
+        return true;
+    }
+    LogError(messages::kMiss, expected + std::string(messages::kMissEnd));
+    SkipLine();
+    return false;
+}
+
+std::string MorlParser::GetLocation() const
+{
+    std::string location = messages::kLocationLine;
+    location += StringHelper::ConvertToString(static_cast<unsigned>(line) + 1U, 10);
+    location += messages::kLocationColumn;
+    location += StringHelper::ConvertToString(static_cast<unsigned>(column) + 1U, 10);
+    location += messages::kLocationEnd;
+    return location;
+}
+
+void MorlParser::LogError(const char* message) const
+{
+    LogGraphicsError(GetLocation() + message);
+}
+
+void MorlParser::LogError(const char* message, const std::string& word) const
+{
+    LogGraphicsError(GetLocation() + message + word);
+}
+
+void MorlParser::LogErrorAndSkipLine(const char* message)
+{
+    LogError(message);
+    SkipLine();
+}
+
+void MorlParser::LogErrorAndSkipLine(const char* message, const std::string& word)
+{
+    LogError(message, word);
+    SkipLine();
+}
+
+// Names, keywords and numbers leave their text in `word`; other tokens leave it as it was.
+ENUM_TOKEN MorlParser::ParseToken(std::string& word)
+{
+    std::string_view spelling;
+    const ENUM_TOKEN token = ReadToken(spelling);
+    if (!spelling.empty()) {
+        word = spelling;
+    }
+    return token;
+}
+
+// As ParseToken, with a view of the text in place of a copy. A character that begins no token, the
+// end of the text included, gives TOKEN_NONE and is not consumed.
+ENUM_TOKEN MorlParser::ReadToken(std::string_view& word)
+{
+    SkipSpace();
+    const char c = Current();
+    if (Is(c, kWordStart)) {
+        std::uint32_t end = position + 1;
+        while (Is(text[end], kLetter | kDigit)) {
+            ++end;
+        }
+        word = std::string_view(text + position, end - position);
+        Advance(end - position);
+        const ENUM_TOKEN keyword = keywords.Find(word);
+        return keyword != TOKEN_NONE ? keyword : TOKEN_IDENTIFIER;
+    }
+    if (Is(c, kDigit)) {
+        word = ReadNumber();
+        return TOKEN_NUMBER;
+    }
+    return ParseSymbol();
+}
+
+void MorlParser::ParseNumber(std::string& word)
+{
+    word = ReadNumber();
+}
+
+// Digits with at most one "." among or after them: no sign, exponent or suffix.
+std::string_view MorlParser::ReadNumber()
+{
+    const std::uint32_t start = position;
+    std::uint32_t end = position;
+    bool allowDot = true;
+    while (IsNumber(text[end], allowDot)) {
+        allowDot = allowDot && text[end] != '.';
+        ++end;
+    }
+    Advance(end - position);
+    return {text + start, end - start};
+}
+
+ENUM_TOKEN MorlParser::ParseSymbol()
+{
+    if (Eof()) {
+        return TOKEN_NONE;
+    }
+    // Before the end of the text there is always one more character: its NUL at the latest.
+    const char next = text[position + 1];
+    const auto one = [this](ENUM_TOKEN token) {
+        Advance(1);
+        return token;
+    };
+    const auto two = [this](ENUM_TOKEN token) {
+        Advance(2);
+        return token;
+    };
+    switch (Current()) {
+    case ':':
+        return one(TOKEN_COLON);
+    case ';':
+        return one(TOKEN_SEMICOLON);
+    case '(':
+        return one(TOKEN_LEFT_PARENTHESIS);
+    case ')':
+        return one(TOKEN_RIGHT_PARENTHESIS);
+    case '[':
+        return one(TOKEN_LEFT_BRACKET);
+    case ']':
+        return one(TOKEN_RIGHT_BRACKET);
+    case '+':
+        return next == '+'   ? two(TOKEN_INCREMENT)
+               : next == '=' ? two(TOKEN_PLUS_ASSIGN)
+                             : one(TOKEN_PLUS);
+    case '-':
+        return next == '-'   ? two(TOKEN_DECREMENT)
+               : next == '=' ? two(TOKEN_MINUS_ASSIGN)
+                             : one(TOKEN_MINUS);
+    case '*':
+        return next == '=' ? two(TOKEN_MULTIPLY_ASSIGN) : one(TOKEN_MULTIPLY);
+    case '/':
+        return next == '/'   ? two(TOKEN_SINGLE_COMMENT)
+               : next == '*' ? two(TOKEN_MULTI_COMMENT_BEGIN)
+               : next == '=' ? two(TOKEN_DIVIDE_ASSIGN)
+                             : one(TOKEN_DIVIDE);
+    case '%':
+        return one(TOKEN_MODULO);
+    case '.':
+        return one(TOKEN_MEMBER);
+    case '<':
+        return next == '=' ? two(TOKEN_LESS_EQUAL) : one(TOKEN_LESS);
+    case '>':
+        return next == '=' ? two(TOKEN_GREATER_EQUAL) : one(TOKEN_GREATER);
+    case '=':
+        return next == '=' ? two(TOKEN_EQUAL) : one(TOKEN_ASSIGN);
+    case '!':
+        return next == '=' ? two(TOKEN_NOT_EQUAL) : one(TOKEN_NOT);
+    case '&':
+        return next == '&' ? two(TOKEN_AND) : TOKEN_NONE;
+    case '|':
+        return next == '|' ? two(TOKEN_OR) : TOKEN_NONE;
+    default:
+        return TOKEN_NONE;
+    }
+}
+
+}  // namespace ns_ruke

@@ -1,0 +1,153 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "morl/ast/program.h"
+#include "morl/core/export.h"
+#include "morl/parser/keyword_map.h"
+#include "morl/parser/token.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ns_ruke {
+
+/// Reads one source text of the Morl language and builds its syntax tree: a recursive-descent
+/// parser that works on the characters themselves, without a token stream.
+///
+/// Problems are logged as errors of the category "Graphics", each beginning with its location,
+/// "Morl Compiler(line:L,ch:C): " (1-based; the column counts bytes), and parsing goes on with the
+/// next line: the program receives what could be read.
+///
+/// A parser may be used for any number of texts, by one thread at a time.
+class MORL_API MorlParser {
+public:
+    MorlParser();
+    MorlParser(const MorlParser&) = default;
+    MorlParser& operator=(const MorlParser&) = default;
+    virtual ~MorlParser();
+
+    /// Fills the keyword table. The constructor has done so; doing it again changes nothing.
+    void Init();
+
+    /// Parses a whole text and adds what it declares to `program`.
+    /// @param source need only live during the call.
+    void Parse(const std::string& source, MorlProgram& program);
+
+    // What kind a token is. These look at nothing but the token.
+    bool IsGlobalBuffer(ENUM_TOKEN token) const;
+    /// The types of variables; not `void`, and not the matrix helpers, which are functions.
+    bool IsVarType(ENUM_TOKEN token) const;
+    bool IsRegister(ENUM_TOKEN token) const;
+    bool IsControl(ENUM_TOKEN token) const;
+    /// Whether a name can be called. False for every name: the language has no user functions.
+    bool IsFunction(std::string_view name) const;
+    bool IsAssignOperator(ENUM_TOKEN token) const;
+    bool IsBinaryOperator(ENUM_TOKEN token) const;
+    bool IsUnaryOperator(ENUM_TOKEN token) const;
+    bool IsSpecialKeyWord(ENUM_TOKEN token) const;
+    bool IsSystemFunction(ENUM_TOKEN token) const;
+    bool IsKeyword(const std::string& word) const;
+    /// How tightly an operator binds: 5 at the tightest, 0 for "&&", "||" and what is no operator.
+    int GetOperatorPriority(ENUM_TOKEN token) const;
+
+private:
+    class Nesting;
+
+    // Characters and tokens.
+    bool Eof() const { return position >= length; }
+    char Current() const { return text[position]; }
+    void PeekNext();
+    void Advance(std::uint32_t count);
+    void SkipSpace();
+    void SkipLine();
+    void PushLoction();
+    void PopLoction();
+    bool CheckSkip(char expected);
+    ENUM_TOKEN ParseToken(std::string& word);
+    ENUM_TOKEN ReadToken(std::string_view& word);
+    ENUM_TOKEN ParseSymbol();
+    void ParseNumber(std::string& word);
+    std::string_view ReadNumber();
+    bool ValidVariable(char c, bool first) const;
+    bool IsNumber(char c, bool allowDot) const;
+    bool IsSpace(char c) const;
+    bool IsEnter(char c) const;
+    std::string GetLocation() const;
+    /// Log a message with the current location. Call sites pass the parts, not a text that they
+    /// built: that would enlarge the frames of the recursive rules.
+    void LogError(const char* message) const;
+    void LogError(const char* message, const std::string& word) const;
+    void LogErrorAndSkipLine(const char* message);
+    void LogErrorAndSkipLine(const char* message, const std::string& word);
+
+    // Expressions.
+    MorlExpression* ParseExpression(MorlBinaryOperation* parent);
+    MorlExpression* ParsePrimary(bool& failed);
+    MorlExpression* ParsePrefixMinus();
+    MorlExpression* ParseNextExpression(MorlBinaryOperation* parent, MorlExpression* left);
+    MorlExpression* ParseOperation(MorlBinaryOperation* parent, MorlExpression* left,
+                                   ENUM_TOKEN operatorToken);
+    MorlExpression* ParseIndex(MorlExpression* left);
+    MorlParenthesiseExpression* ParseParenthesiseExpression();
+    MorlFunctionCall* ParseFunctionCall(ENUM_TOKEN token, std::string name);
+    bool ParseParameter(int expectedCount, std::vector<MorlExpression*>& arguments);
+
+    // Declarations and functions.
+    MorlDeclare* ParseGlobalDeclare(ENUM_TOKEN bufferToken);
+    bool ParseVarDeclare(ENUM_TOKEN& varType, std::string& name);
+    bool ParseArraySize(MorlExpression*& size);
+    MorlRegister* ParseRegister();
+    MorlRegister* ParseNamedRegister();
+    MorlFunction* ParseFunction(ENUM_TOKEN returnType);
+    void ParseParameter(std::vector<MorlDeclare*>& parameters);
+    void ParseFunctionBody(std::vector<MorlSentence*>& sentences);
+
+    // Statements.
+    MorlSentence* ParseSentence();
+    MorlSpecialSentence* ParseSpecialSentence(ENUM_TOKEN keyword);
+    MorlSentence* ParseComment(ENUM_TOKEN token);
+    MorlSentence* ParseSingleComment();
+    MorlSentence* ParseMultiComment();
+    MorlSentence* ParseDefinitionSentence(ENUM_TOKEN varType, std::string typeText);
+    MorlAssignSentence* ParseAssignSentence(ENUM_TOKEN token, std::string firstWord,
+                                            bool withSemicolon);
+    MorlSentence* ParseControlSentence(ENUM_TOKEN token);
+    MorlSentence* ParseIfSentence(bool isElseIf);
+    MorlSentence* ParseForSentence();
+    MorlSentence* ParseMarcoSentence(ENUM_TOKEN token);
+    bool ParseBlock(std::vector<MorlSentence*>& sentences);
+    bool ParseBracedSentences(std::vector<MorlSentence*>& sentences);
+    void SkipUnexpected();
+
+    // Program segments and macro blocks.
+    void ParseProgram(MorlProgram& program);
+    void ParseProgramSegment(MorlProgram* program);
+    void ParseGlobalSegment(MorlProgram* program, ENUM_TOKEN bufferToken);
+    void ParseFunctionSegment(MorlProgram* program, ENUM_TOKEN returnType);
+    void ParseMarcoIfProgramSegment(MorlProgram* program);
+    void ParseMarcoForProgramSegment(MorlProgram* program);
+    bool ParseMarcoForHead(std::string& name, int& start);
+    ENUM_TOKEN ParseBlockToken(const char* closingWord);
+    MorlMarcoIfSentence* ParseMarcoIfSentence();
+    MorlMarcoForSentence* ParseMarcoForSentence();
+
+    KeywordMap keywords;
+    const char* text = nullptr;  ///< the caller's text; ends in a NUL at `length`
+    std::uint32_t length = 0;
+    std::uint32_t position = 0;
+    std::int32_t line = 0;    ///< 0-based
+    std::int32_t column = 0;  ///< 0-based, in bytes
+    std::uint32_t savedPosition = 0;
+    std::int32_t savedLine = 0;
+    std::int32_t savedColumn = 0;
+
+    /// The nesting in force, in the units of kMaxNesting.
+    unsigned nesting = 0;
+    /// The operation that the last finished operation took as its left operand (see
+    /// ParseOperation).
+    const MorlBinaryOperation* adopted = nullptr;
+};
+
+}  // namespace ns_ruke

@@ -1,0 +1,320 @@
+// SPDX-License-Identifier: MIT
+// program   -> { segment }
+// segment   -> declare | function | comment | macro if | macro for
+// macro if  -> "#if" expression { part } [ "#else" { part } ] "#endif"
+// macro for -> "#for" Name ":" Number { part } "#endfor"
+// part      -> segment at program level, sentence inside a function
+#include "morl/ast/internal/ownership.h"
+#include "morl/core/messages.h"
+#include "morl/core/string_helper.h"
+#include "morl/parser/internal/nesting.h"
+#include "morl/parser/morl_parser.h"
+
+#include <array>
+#include <memory>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace ns_ruke {
+namespace {
+
+using DeclareList = std::vector<MorlDeclare*> MorlProgram::*;
+
+/// The lists of declarations, in the order in which a macro block makes its groups.
+constexpr std::array<DeclareList, 3> kDeclareLists = {&MorlProgram::inputs, &MorlProgram::outputs,
+                                                      &MorlProgram::uniforms};
+
+/// Hands the conditions that a temporary program frees to the program that receives its groups. The
+/// room for them has been made.
+void MoveConditions(MorlProgram& from, MorlProgram& to)
+{
+    for (const MorlSharedCondition& shared : from.ownership.conditions) {
+        to.ownership.conditions.push_back(shared);
+    }
+    from.ownership.conditions.clear();
+}
+
+/// The two branches of a program-level `#if` block while it is being read.
+struct Branches {
+    MorlProgram thenPart;
+    MorlProgram elsePart;
+};
+
+std::unique_ptr<MorlMarcoIfDeclare> MakeIfGroup(const Branches& branches, DeclareList list)
+{
+    if ((branches.thenPart.*list).empty() && (branches.elsePart.*list).empty()) {
+        return nullptr;
+    }
+    auto group = std::make_unique<MorlMarcoIfDeclare>();
+    group->bufferType =
+        TOKEN_IN;  // of all three groups; the list that holds a group says what it is
+    return group;
+}
+
+/// Turns the branches of an `#if` block into groups of `program`. All that can fail comes first, so
+/// that the elements and the condition always have exactly one owner.
+void AppendIfGroups(MorlProgram& program, Branches& branches,
+                    std::unique_ptr<MorlExpression> condition)
+{
+    std::array<std::unique_ptr<MorlMarcoIfDeclare>, kDeclareLists.size()> groups;
+    for (std::size_t i = 0; i < groups.size(); ++i) {
+        groups[i] = MakeIfGroup(branches, kDeclareLists[i]);
+        ReserveMore(program.*kDeclareLists[i], groups[i] ? 1 : 0);
+    }
+    std::unique_ptr<MorlMarcoIfFunction> functions;
+    if (!branches.thenPart.functions.empty() || !branches.elsePart.functions.empty()) {
+        functions = std::make_unique<MorlMarcoIfFunction>();
+        ReserveMore(program.functions, 1);
+    }
+    const bool used = functions || groups[0] || groups[1] || groups[2];
+    ReserveMore(program.ownership.conditions, branches.thenPart.ownership.conditions.size() +
+                                                  branches.elsePart.ownership.conditions.size() +
+                                                  1);
+
+    MoveConditions(branches.thenPart, program);
+    MoveConditions(branches.elsePart, program);
+    MorlSharedCondition shared;
+    for (std::size_t i = 0; i < groups.size(); ++i) {
+        if (groups[i]) {
+            groups[i]->condition = condition.get();
+            groups[i]->declares.swap(branches.thenPart.*kDeclareLists[i]);
+            groups[i]->elseDeclares.swap(branches.elsePart.*kDeclareLists[i]);
+            shared.groups[i] = groups[i].get();
+            (program.*kDeclareLists[i]).push_back(groups[i].release());
+        }
+    }
+    if (functions) {
+        functions->condition = condition.get();
+        functions->functions.swap(branches.thenPart.functions);
+        functions->elseFunctions.swap(branches.elsePart.functions);
+        program.functions.push_back(functions.release());
+    }
+    if (used) {
+        shared.condition = condition.release();
+        program.ownership.conditions.push_back(shared);
+    }
+}
+
+std::unique_ptr<MorlMarcoForDeclare> MakeForGroup(const std::vector<MorlDeclare*>& declares,
+                                                  const std::string& name, int start)
+{
+    if (declares.empty()) {
+        return nullptr;
+    }
+    auto group = std::make_unique<MorlMarcoForDeclare>();
+    group->bufferType = TOKEN_IN;  // as for `#if`
+    group->varName = name;
+    group->start = start;
+    return group;
+}
+
+/// Turns the contents of a `#for` block into groups of `program`; what can fail comes first here
+/// too.
+void AppendForGroups(MorlProgram& program, MorlProgram& contents, const std::string& name,
+                     int start)
+{
+    std::array<std::unique_ptr<MorlMarcoForDeclare>, kDeclareLists.size()> groups;
+    for (std::size_t i = 0; i < groups.size(); ++i) {
+        groups[i] = MakeForGroup(contents.*kDeclareLists[i], name, start);
+        ReserveMore(program.*kDeclareLists[i], groups[i] ? 1 : 0);
+    }
+    std::unique_ptr<MorlMarcoForFunction> functions;
+    if (!contents.functions.empty()) {
+        functions = std::make_unique<MorlMarcoForFunction>();
+        functions->varName = name;
+        functions->start = start;
+        ReserveMore(program.functions, 1);
+    }
+    ReserveMore(program.ownership.conditions, contents.ownership.conditions.size());
+
+    MoveConditions(contents, program);
+    for (std::size_t i = 0; i < groups.size(); ++i) {
+        if (groups[i]) {
+            groups[i]->declares.swap(contents.*kDeclareLists[i]);
+            (program.*kDeclareLists[i]).push_back(groups[i].release());
+        }
+    }
+    if (functions) {
+        functions->functions.swap(contents.functions);
+        program.functions.push_back(functions.release());
+    }
+}
+
+}  // namespace
+
+void MorlParser::ParseProgramSegment(MorlProgram* program)
+{
+    std::string word;
+    const ENUM_TOKEN token = ParseToken(word);
+    if (token == TOKEN_MARCO_IF) {
+        ParseMarcoIfProgramSegment(program);
+    } else if (token == TOKEN_MARCO_FOR) {
+        ParseMarcoForProgramSegment(program);
+    } else if (IsGlobalBuffer(token)) {
+        ParseGlobalSegment(program, token);
+    } else if (IsVarType(token) || token == TOKEN_VOID) {
+        ParseFunctionSegment(program, token);
+    } else if (token == TOKEN_SINGLE_COMMENT || token == TOKEN_MULTI_COMMENT_BEGIN) {
+        AppendOwned(program->comments, std::unique_ptr<MorlSentence>(ParseComment(token)));
+    } else {
+        LogErrorAndSkipLine(messages::kInvalidVarDeclare, word);
+    }
+}
+
+void MorlParser::ParseGlobalSegment(MorlProgram* program, ENUM_TOKEN bufferToken)
+{
+    std::unique_ptr<MorlDeclare> declare(ParseGlobalDeclare(bufferToken));
+    if (!declare) {
+        return;
+    }
+    switch (declare->bufferType) {
+    case TOKEN_UNIFORM:
+        AppendOwned(program->uniforms, std::move(declare));
+        break;
+    case TOKEN_IN:
+        AppendOwned(program->inputs, std::move(declare));
+        break;
+    default:
+        AppendOwned(program->outputs, std::move(declare));
+        break;
+    }
+}
+
+// Of several functions named `main` the last one stays.
+void MorlParser::ParseFunctionSegment(MorlProgram* program, ENUM_TOKEN returnType)
+{
+    std::unique_ptr<MorlFunction> function(ParseFunction(returnType));
+    if (function->name == "main") {
+        delete program->mainFunction;
+        program->mainFunction = function.release();
+    } else {
+        AppendOwned(program->functions, std::move(function));
+    }
+}
+
+// Comments and a `main` inside the block are dropped with the temporary programs.
+void MorlParser::ParseMarcoIfProgramSegment(MorlProgram* program)
+{
+    Nesting level(*this, kBlockNesting);
+    if (level.ReportTooDeep()) {
+        return;
+    }
+    std::unique_ptr<MorlExpression> condition(ParseExpression(nullptr));
+    const auto branches = std::make_unique<Branches>();
+    MorlProgram* branch = &branches->thenPart;
+    for (;;) {
+        const ENUM_TOKEN token = ParseBlockToken("#endif");
+        if (token == TOKEN_MARCO_ENDIF) {
+            break;
+        }
+        if (token == TOKEN_MARCO_ELSE) {
+            branch = &branches->elsePart;
+        } else if (Eof()) {
+            break;
+        } else {
+            ParseProgramSegment(branch);
+        }
+    }
+    AppendIfGroups(*program, *branches, std::move(condition));
+}
+
+void MorlParser::ParseMarcoForProgramSegment(MorlProgram* program)
+{
+    Nesting level(*this, kBlockNesting);
+    if (level.ReportTooDeep()) {
+        return;
+    }
+    std::string name;
+    int start = 0;
+    if (!ParseMarcoForHead(name, start)) {
+        return;
+    }
+    const auto contents = std::make_unique<MorlProgram>();
+    while (ParseBlockToken("#endfor") != TOKEN_MARCO_ENDFOR && !Eof()) {
+        ParseProgramSegment(contents.get());
+    }
+    AppendForGroups(*program, *contents, name, start);
+}
+
+// What follows "#for", up to the start value.
+bool MorlParser::ParseMarcoForHead(std::string& name, int& start)
+{
+    if (ParseToken(name) != TOKEN_IDENTIFIER) {
+        LogErrorAndSkipLine(messages::kNotValidMarcoName, name);
+        return false;
+    }
+    if (!CheckSkip(':')) {
+        return false;
+    }
+    std::string number;
+    if (ParseToken(number) != TOKEN_NUMBER) {
+        LogErrorAndSkipLine(messages::kNotValidNumber, number);
+        return false;
+    }
+    start = StringHelper::ConvertToInt32(number);
+    return true;
+}
+
+// The next token of a macro block. "#else", "#endif" and "#endfor" are consumed; before anything
+// else the parser stays where it is. The end of the text is reported as the missing closing word.
+ENUM_TOKEN MorlParser::ParseBlockToken(const char* closingWord)
+{
+    SkipSpace();
+    if (Eof()) {
+        LogError(messages::kMiss, std::string(closingWord) + messages::kMissEnd);
+        return TOKEN_NONE;
+    }
+    PushLoction();
+    std::string_view word;
+    const ENUM_TOKEN token = Current() == '#' ? ReadToken(word) : TOKEN_NONE;
+    const bool closes = std::string_view(closingWord) == word;
+    const bool divides = token == TOKEN_MARCO_ELSE && std::string_view(closingWord) == "#endif";
+    if (closes || divides) {
+        return token;
+    }
+    PopLoction();
+    return TOKEN_NONE;
+}
+
+// A statement that yields nothing abandons the whole block: what remains of it is read by the
+// enclosing body as ordinary statements.
+MorlMarcoIfSentence* MorlParser::ParseMarcoIfSentence()
+{
+    auto block = std::make_unique<MorlMarcoIfSentence>();
+    block->condition = ParseExpression(nullptr);
+    std::vector<MorlSentence*>* sentences = &block->sentences;
+    for (;;) {
+        const ENUM_TOKEN token = ParseBlockToken("#endif");
+        if (token == TOKEN_MARCO_ENDIF) {
+            return block.release();
+        }
+        if (token == TOKEN_MARCO_ELSE) {
+            sentences = &block->elseSentences;
+            continue;
+        }
+        std::unique_ptr<MorlSentence> sentence(Eof() ? nullptr : ParseSentence());
+        if (!sentence) {
+            return nullptr;
+        }
+        AppendOwned(*sentences, std::move(sentence));
+    }
+}
+
+MorlMarcoForSentence* MorlParser::ParseMarcoForSentence()
+{
+    auto block = std::make_unique<MorlMarcoForSentence>();
+    if (!ParseMarcoForHead(block->varName, block->start)) {
+        return nullptr;
+    }
+    while (ParseBlockToken("#endfor") != TOKEN_MARCO_ENDFOR) {
+        std::unique_ptr<MorlSentence> sentence(Eof() ? nullptr : ParseSentence());
+        if (!sentence) {
+            return nullptr;
+        }
+        AppendOwned(block->sentences, std::move(sentence));
+    }
+    return block.release();
+}
+
+}  // namespace ns_ruke

@@ -1,0 +1,313 @@
+// SPDX-License-Identifier: MIT
+// sentence   -> definition | assign | if | for | discard | comment | empty | macro block
+// definition -> Type Name [ "[" expression "]" ] ";"  |  Type Name "=" expression ";"
+// assign     -> target AssignOperator expression ";"  |  target ("++" | "--") ";"
+// if         -> "if" "(" expression ")" block [ "else" block ]
+// for        -> "for" "(" sentence expression ";" assign ")" block
+// block      -> "{" { sentence } "}"  |  sentence
+// empty      -> ":" AnyCharacter
+#include "morl/ast/internal/ownership.h"
+#include "morl/core/messages.h"
+#include "morl/parser/internal/nesting.h"
+#include "morl/parser/morl_parser.h"
+
+#include <algorithm>
+#include <memory>
+#include <string_view>
+#include <utility>
+
+namespace ns_ruke {
+namespace {
+
+bool IsAssignable(const MorlExpression* target)
+{
+    if (target == nullptr) {
+        return false;
+    }
+    if (target->unitType == TOKEN_BINARY_OPERATION) {
+        const ENUM_TOKEN token = static_cast<const MorlBinaryOperation*>(target)->operatorToken;
+        return token == TOKEN_MEMBER || token == TOKEN_INDEX;
+    }
+    return target->unitType == TOKEN_IDENTIFIER || target->unitType == TOKEN_UNARY_OPERATION;
+}
+
+}  // namespace
+
+// Null when the statement yields nothing. Most failures have been reported by then; a target that
+// cannot be assigned to, a `while` and a token that starts no statement have not. Of the latter no
+// more than the token is consumed, and a character that is no token stays where it is.
+MorlSentence* MorlParser::ParseSentence()
+{
+    Nesting level(*this, kBlockNesting);
+    if (level.ReportTooDeep()) {
+        return nullptr;
+    }
+    PushLoction();
+    std::string_view word;
+    const ENUM_TOKEN token = ReadToken(word);
+    if (IsVarType(token)) {
+        return ParseDefinitionSentence(token, std::string(word));
+    }
+    if (token == TOKEN_IDENTIFIER) {
+        return ParseAssignSentence(token, std::string(word), true);
+    }
+    if (IsControl(token)) {
+        return ParseControlSentence(token);
+    }
+    if (IsSpecialKeyWord(token)) {
+        return ParseSpecialSentence(token);
+    }
+    switch (token) {
+    case TOKEN_SINGLE_COMMENT:
+    case TOKEN_MULTI_COMMENT_BEGIN:
+        return ParseComment(token);
+    case TOKEN_MARCO_IF:
+    case TOKEN_MARCO_FOR:
+        return ParseMarcoSentence(token);
+    case TOKEN_COLON:
+        PeekNext();  // the second character of the empty statement, usually ";", is not looked at
+        return new MorlEmptySentence;
+    default:
+        return nullptr;
+    }
+}
+
+MorlSpecialSentence* MorlParser::ParseSpecialSentence(ENUM_TOKEN keyword)
+{
+    auto sentence = std::make_unique<MorlSpecialSentence>();
+    sentence->keyword = keyword;
+    return CheckSkip(';') ? sentence.release() : nullptr;
+}
+
+MorlSentence* MorlParser::ParseComment(ENUM_TOKEN token)
+{
+    switch (token) {
+    case TOKEN_SINGLE_COMMENT:
+        return ParseSingleComment();
+    case TOKEN_MULTI_COMMENT_BEGIN:
+        return ParseMultiComment();
+    default:
+        return nullptr;
+    }
+}
+
+MorlSentence* MorlParser::ParseSingleComment()
+{
+    const std::string_view rest(text + position, length - position);
+    auto comment = std::make_unique<MorlSingleCommentSentence>();
+    comment->text = rest.substr(0, rest.find('\n'));
+    SkipLine();
+    return comment.release();
+}
+
+MorlSentence* MorlParser::ParseMultiComment()
+{
+    const std::string_view rest(text + position, length - position);
+    auto comment = std::make_unique<MorlMultiCommentSentence>();
+    comment->text = rest.substr(0, rest.find("*/"));
+    for (std::size_t i = 0; i < comment->text.size(); ++i) {
+        PeekNext();
+    }
+    if (!Eof()) {
+        Advance(2);
+    }
+    return comment.release();
+}
+
+MorlSentence* MorlParser::ParseDefinitionSentence(ENUM_TOKEN varType, std::string typeText)
+{
+    PushLoction();
+    auto definition = std::make_unique<MorlDefinitionSentence>();
+    definition->varType = varType;
+    if (ParseToken(definition->name) != TOKEN_IDENTIFIER) {
+        LogErrorAndSkipLine(messages::kNotValidVar, definition->name);
+        return nullptr;
+    }
+    SkipSpace();
+    switch (Current()) {
+    case '=':
+        PopLoction();
+        return ParseAssignSentence(varType, std::move(typeText), true);
+    case '[':
+        Advance(1);
+        return ParseArraySize(definition->arraySize) ? definition.release() : nullptr;
+    case ';':
+        Advance(1);
+        return definition.release();
+    default:
+        LogErrorAndSkipLine(messages::kWrongDefinition, definition->name);
+        return nullptr;
+    }
+}
+
+// `token` is the type of a definition, or TOKEN_IDENTIFIER: then the target is read again from the
+// saved location, where the statement began. A first word that starts with "$" makes the statement
+// an assignment to a macro.
+MorlAssignSentence* MorlParser::ParseAssignSentence(ENUM_TOKEN token, std::string firstWord,
+                                                    bool withSemicolon)
+{
+    if (token == TOKEN_IDENTIFIER) {
+        PopLoction();
+    }
+    std::unique_ptr<MorlExpression> target(ParseExpression(nullptr));
+    if (!IsAssignable(target.get())) {
+        return nullptr;
+    }
+    ENUM_TOKEN operatorToken = TOKEN_NONE;
+    std::unique_ptr<MorlExpression> value;
+    if (target->unitType != TOKEN_UNARY_OPERATION) {
+        std::string word;
+        operatorToken = ParseToken(word);
+        if (!IsAssignOperator(operatorToken)) {
+            LogErrorAndSkipLine(messages::kNeedAssignOperator, word);
+            return nullptr;
+        }
+        value.reset(ParseExpression(nullptr));
+        if (!value) {
+            return nullptr;
+        }
+    }
+    if (withSemicolon && !CheckSkip(';')) {
+        return nullptr;
+    }
+    const bool macro = !firstWord.empty() && firstWord.front() == '$';
+    std::unique_ptr<MorlAssignSentence> sentence(macro ? new MorlMarcoAssignSentence
+                                                       : new MorlAssignSentence);
+    sentence->varType = token == TOKEN_IDENTIFIER ? TOKEN_NONE : token;
+    sentence->target = target.release();
+    sentence->operatorToken = operatorToken;
+    sentence->value = value.release();
+    sentence->withSemicolon = withSemicolon;
+    return sentence.release();
+}
+
+// There is no `while` loop: the keyword is read and yields nothing.
+MorlSentence* MorlParser::ParseControlSentence(ENUM_TOKEN token)
+{
+    if (token == TOKEN_IF) {
+        return ParseIfSentence(false);
+    }
+    if (token == TOKEN_FOR) {
+        return ParseForSentence();
+    }
+    if (token != TOKEN_ELSE) {
+        return nullptr;
+    }
+    std::string word;
+    if (ParseToken(word) == TOKEN_IF) {
+        return ParseIfSentence(true);
+    }
+    LogErrorAndSkipLine(messages::kNeedIf, word);
+    return nullptr;
+}
+
+MorlSentence* MorlParser::ParseIfSentence(bool isElseIf)
+{
+    if (!CheckSkip('(')) {
+        return nullptr;
+    }
+    std::unique_ptr<MorlExpression> condition(ParseExpression(nullptr));
+    if (!condition) {
+        LogErrorAndSkipLine(messages::kConditionError);
+        return nullptr;
+    }
+    if (!CheckSkip(')')) {
+        return nullptr;
+    }
+    std::unique_ptr<MorlIfSentence> sentence(isElseIf ? new MorlElseIfSentence
+                                                      : new MorlIfSentence);
+    sentence->condition = condition.release();
+    if (!ParseBlock(sentence->sentences)) {
+        return nullptr;
+    }
+    PushLoction();
+    std::string_view word;
+    if (ReadToken(word) != TOKEN_ELSE) {
+        PopLoction();
+        return sentence.release();
+    }
+    return ParseBlock(sentence->elseSentences) ? sentence.release() : nullptr;
+}
+
+MorlSentence* MorlParser::ParseForSentence()
+{
+    if (!CheckSkip('(')) {
+        return nullptr;
+    }
+    auto sentence = std::make_unique<MorlForSentence>();
+    sentence->init = ParseSentence();
+    if (sentence->init == nullptr || (sentence->init->unitType != TOKEN_EMPTY_SENTENCE &&
+                                      sentence->init->unitType != TOKEN_ASSIGN)) {
+        LogErrorAndSkipLine(messages::kNeedAssignExpression);
+        return nullptr;
+    }
+    sentence->condition = ParseExpression(nullptr);
+    if (sentence->condition == nullptr || sentence->condition->unitType != TOKEN_BINARY_OPERATION) {
+        LogErrorAndSkipLine(messages::kNeedControlExpression);
+        return nullptr;
+    }
+    if (!CheckSkip(';')) {
+        return nullptr;
+    }
+    PushLoction();
+    sentence->step = ParseAssignSentence(TOKEN_IDENTIFIER, "", false);
+    if (!CheckSkip(')') || !ParseBlock(sentence->sentences)) {
+        return nullptr;
+    }
+    return sentence.release();
+}
+
+MorlSentence* MorlParser::ParseMarcoSentence(ENUM_TOKEN token)
+{
+    switch (token) {
+    case TOKEN_MARCO_IF:
+        return ParseMarcoIfSentence();
+    case TOKEN_MARCO_FOR:
+        return ParseMarcoForSentence();
+    default:
+        return nullptr;
+    }
+}
+
+// The part of an `if` or `for`: statements in braces, or one statement. False when the "}" is
+// missing.
+bool MorlParser::ParseBlock(std::vector<MorlSentence*>& sentences)
+{
+    SkipSpace();
+    if (Current() == '{') {
+        PeekNext();
+        return ParseBracedSentences(sentences);
+    }
+    AppendOwned(sentences, std::unique_ptr<MorlSentence>(ParseSentence()));
+    SkipSpace();
+    return true;
+}
+
+// What follows a "{", up to and including its "}".
+bool MorlParser::ParseBracedSentences(std::vector<MorlSentence*>& sentences)
+{
+    SkipSpace();
+    while (!Eof() && Current() != '}') {
+        const std::uint32_t start = position;
+        AppendOwned(sentences, std::unique_ptr<MorlSentence>(ParseSentence()));
+        if (position == start && !Eof()) {
+            SkipUnexpected();
+        }
+        SkipSpace();
+    }
+    return CheckSkip('}');
+}
+
+// Reports a character that begins no statement; of characters beyond ASCII the whole run, so that
+// the message is no broken UTF-8.
+void MorlParser::SkipUnexpected()
+{
+    const std::string_view rest(text + position, length - position);
+    const auto ascii = [](char c) { return static_cast<unsigned char>(c) < 128; };
+    const auto end = std::find_if(rest.begin(), rest.end(), ascii);
+    const auto count = std::max<std::ptrdiff_t>(end - rest.begin(), 1);
+    LogErrorAndSkipLine(messages::kUnexpectedCharacter,
+                        std::string(rest.substr(0, static_cast<std::size_t>(count))));
+}
+
+}  // namespace ns_ruke

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "morl/translator/target_translator.h"
+
+#include <string>
+#include <vector>
+
+namespace ns_ruke {
+
+/// The target "glsl": GLSL 1.50. Inputs and outputs are globals that link by name; semantics and
+/// registers are not written.
+class MORL_API MorlTranslatorGLSL : public MorlTargetTranslator {
+public:
+    MorlTranslatorGLSL();
+    MorlTranslatorGLSL(const MorlTranslatorGLSL&) = default;
+    MorlTranslatorGLSL& operator=(const MorlTranslatorGLSL&) = default;
+    ~MorlTranslatorGLSL() override;
+
+    std::string WriteUniformList(std::vector<MorlDeclare*> uniforms) override;
+    std::string WriteInputList(std::vector<MorlDeclare*> inputs) override;
+    std::string WriteOutputList(std::vector<MorlDeclare*> outputs) override;
+    std::string WriteMainFunction(MorlProgram* linked) override;
+    std::string WriteInputConvert(std::vector<MorlDeclare*> inputs) override;
+    std::string WriteOutputConvert(std::vector<MorlDeclare*> outputs) override;
+    std::string WriteRegister(MorlDeclare* declare, MorlRegister* binding) override;
+
+    /// The global of one output, if it needs one.
+    std::string WriteOutputDeclare(MorlDeclare* declare);
+    /// What copies the outputs' locals out at the end of the entry function.
+    std::string WriteFinalOutput(std::vector<MorlDeclare*> outputs);
+};
+
+}  // namespace ns_ruke

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "morl/translator/target_translator.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace ns_ruke {
+
+/// The target "glsles": GLSL ES 1.00. Attributes and varyings in place of "in" and "out"; varyings
+/// are declared in register order on both sides; a declaration named oProjPos carries the projected
+/// position and is never declared.
+class MORL_API MorlTranslatorGLSLES : public MorlTargetTranslator {
+public:
+    MorlTranslatorGLSLES();
+    MorlTranslatorGLSLES(const MorlTranslatorGLSLES&) = default;
+    MorlTranslatorGLSLES& operator=(const MorlTranslatorGLSLES&) = default;
+    ~MorlTranslatorGLSLES() override;
+
+    std::string WriteUniformList(std::vector<MorlDeclare*> uniforms) override;
+    std::string WriteInputList(std::vector<MorlDeclare*> inputs) override;
+    std::string WriteOutputList(std::vector<MorlDeclare*> outputs) override;
+    std::string WriteMainFunction(MorlProgram* linked) override;
+    std::string WriteInputConvert(std::vector<MorlDeclare*> inputs) override;
+    std::string WriteOutputConvert(std::vector<MorlDeclare*> outputs) override;
+    std::string WriteRegister(MorlDeclare* declare, MorlRegister* binding) override;
+
+    /// The global of one output, if it needs one.
+    std::string WriteOutputDeclare(MorlDeclare* declare);
+    /// What copies the outputs' locals out at the end of the entry function.
+    std::string WriteFinalOutput(std::vector<MorlDeclare*> outputs);
+    /// The place of a declaration in the register order, and whether `a` stands before `b` in it.
+    std::int32_t GetRegisterIndex(MorlDeclare* declare);
+    bool SortByRegister(MorlDeclare* a, MorlDeclare* b);
+    /// Sorts a list by register; declarations of the same place keep their order.
+    void Sort(std::vector<MorlDeclare*>& declares);
+};
+
+}  // namespace ns_ruke

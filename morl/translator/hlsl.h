@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "morl/translator/target_translator.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace ns_ruke {
+
+/// The target "hlsl": HLSL for shader model 3. Inputs and outputs are structs, samplers have
+/// registers, and texture coordinates bound to TEXAUTO are numbered (but looked up in the fragment
+/// stage).
+class MORL_API MorlTranslatorHLSL : public MorlTargetTranslator {
+public:
+    MorlTranslatorHLSL();
+    MorlTranslatorHLSL(const MorlTranslatorHLSL&) = default;
+    MorlTranslatorHLSL& operator=(const MorlTranslatorHLSL&) = default;
+    ~MorlTranslatorHLSL() override;
+
+    void Reset() override;
+    std::string WriteUniformList(std::vector<MorlDeclare*> uniforms) override;
+    std::string WriteInputList(std::vector<MorlDeclare*> inputs) override;
+    std::string WriteOutputList(std::vector<MorlDeclare*> outputs) override;
+    std::string WriteMainFunction(MorlProgram* linked) override;
+    std::string WriteInputConvert(std::vector<MorlDeclare*> inputs) override;
+    std::string WriteOutputConvert(std::vector<MorlDeclare*> outputs) override;
+    std::string WriteRegister(MorlDeclare* declare, MorlRegister* binding) override;
+
+    /// One member of the output struct.
+    std::string WriteOutputDeclare(MorlDeclare* declare);
+
+private:
+    std::uint32_t texcoordCounter = 0;  ///< the number of the next automatic texture coordinate
+};
+
+}  // namespace ns_ruke

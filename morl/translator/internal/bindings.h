@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "morl/ast/declarations.h"
+#include "morl/translator/internal/spelling_table.h"
+
+#include <string>
+#include <unordered_map>
+
+namespace ns_ruke {
+
+/// The semantic that a declaration is bound to. Without a binding it is TOKEN_NONE, which no table
+/// lists.
+ENUM_TOKEN BindingToken(const MorlDeclare* declare);
+
+/// A binding as far as a table spells it: nothing without one, otherwise " : " and the name in
+/// parentheses or the semantic's text.
+std::string BindingText(const SpellingTable& semantics, const MorlRegister* binding);
+
+/// A sampler or texture register, such as "register(s2)". A name without a number gets 0, which is
+/// entered.
+std::string SamplerRegister(char kind, std::unordered_map<std::string, int>& registers,
+                            const std::string& name);
+
+}  // namespace ns_ruke

@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "morl/translator/internal/call_forms.h"
+#include "morl/translator/internal/spelling_table.h"
+#include "morl/translator/morl_translator.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace ns_ruke {
+
+// What the two HLSL targets share.
+
+extern const SpellingTable kHlslFunctions;
+
+constexpr BufferSpellings kHlslBuffers = {{
+    {TOKEN_UNIFORM, "uniform"},
+    {TOKEN_IN, "in"},
+    {TOKEN_OUT, "out"},
+}};
+
+// Constructors take rows, so one that is given columns writes components. The semicolon that closes
+// the one that is given rows is kept, as shaders are compared byte for byte.
+constexpr CallForm kHlslMatrix3 = Transposed(TOKEN_FLOAT3X3_CONSTRUCT, 3, "float3x3", "float3");
+constexpr CallForm kHlslMatrix4 = Transposed(TOKEN_FLOAT4X4_CONSTRUCT, 4, "float4x4", "float4");
+constexpr CallForm kHlslMatrix4Rows = Matrix(TOKEN_FLOAT4X4_TRANPOSE, 4, "float4x4", ");");
+
+// The layout: inputs and outputs are the members of two structs,
+// the entry function takes one and returns the other. In a stage that is neither vertex nor
+// fragment the structs have no names.
+
+/// The names of a stage's structs.
+struct HlslStructs {
+    std::string_view input;
+    std::string_view output;
+};
+
+HlslStructs HlslStructsOf(const MorlProgram* program);
+
+/// The line that opens a struct.
+std::string OpenHlslStruct(std::string_view name);
+
+/// The tables of a translator that bindings are looked up in and entered into.
+struct HlslBindings {
+    const SpellingTable& semantics;
+    char registerKind;  ///< of samplers: 's', or 't' for texture objects
+    std::unordered_map<std::string, std::string>& inputSemantics;
+    std::unordered_map<std::string, std::string>& outputSemantics;
+    std::unordered_map<std::string, int>& samplerRegisters;
+    std::uint32_t& texcoordCounter;
+};
+
+/// The binding of a declaration. The texture coordinate of one bound to TEXAUTO is, in the fragment
+/// stage, what the vertex stage assigned to its name; otherwise the next number, which is entered
+/// into the output semantics.
+/// @param program tells the stage; only read for TEXAUTO.
+std::string HlslBinding(const HlslBindings& bindings, const MorlProgram* program,
+                        const MorlDeclare* declare, const MorlRegister* binding);
+
+/// The members of an input struct. From here on the body's inputs are their local copies.
+std::string HlslInputMembers(MorlTranslator& translator, const std::vector<MorlDeclare*>& inputs,
+                             std::unordered_map<std::string, std::string>& variableNames);
+
+/// One member of the output struct. From here on the body's output is this member.
+std::string HlslOutputMember(MorlTranslator& translator, MorlDeclare* output,
+                             std::unordered_map<std::string, std::string>& variableNames);
+
+/// The local copies of the inputs.
+std::string HlslInputCopies(MorlTranslator& translator, const std::vector<MorlDeclare*>& inputs);
+
+/// The local output struct.
+std::string HlslOutputLocal(const MorlProgram* program);
+
+/// The line that opens the entry function.
+std::string OpenHlslMain(const MorlProgram* program);
+
+/// What ends the entry function.
+constexpr std::string_view kHlslMainEnd = "\treturn output;\n}\n";
+
+}  // namespace ns_ruke

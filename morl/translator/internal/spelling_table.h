@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "morl/ast/program.h"
+#include "morl/ast/stage.h"
+#include "morl/parser/token.h"
+
+#include <array>
+#include <cstddef>
+#include <string_view>
+
+namespace ns_ruke {
+
+/// How one token is written in a target. An empty text is written as nothing.
+struct Spelling {
+    ENUM_TOKEN token;
+    std::string_view text;
+};
+
+/// What a target writes for tokens, made from rows at compile time. A token has at most one row,
+/// and the rows follow the order of the tokens; anything else does not compile.
+class SpellingTable {
+public:
+    template <std::size_t count>
+    constexpr explicit SpellingTable(const Spelling (&rows)[count])
+    {
+        for (std::size_t i = 0; i < count; ++i) {
+            if (i > 0 && rows[i - 1].token >= rows[i].token) {
+                throw "rows must be unique and in the order of the tokens";
+            }
+            texts[static_cast<std::size_t>(rows[i].token)] = rows[i].text;
+        }
+    }
+
+    /// Whether the token has a row.
+    constexpr bool Has(ENUM_TOKEN token) const { return Text(token).data() != nullptr; }
+
+    /// The token's text; empty when it has no row.
+    constexpr std::string_view Text(ENUM_TOKEN token) const
+    {
+        const auto index = static_cast<std::size_t>(token);
+        return index < texts.size() ? texts[index] : std::string_view();
+    }
+
+private:
+    std::array<std::string_view, static_cast<std::size_t>(kTokenCount)> texts{};
+};
+
+/// The stage of a program; without one it is neither vertex nor fragment.
+inline int StageOf(const MorlProgram* program)
+{
+    return program != nullptr ? program->stage : -1;
+}
+
+/// The storage word of one buffer class.
+struct BufferSpelling {
+    /// One word in every stage: then the stage is not read, and a program not needed.
+    constexpr BufferSpelling(ENUM_TOKEN buffer, std::string_view word)
+        : token(buffer), vertex(word), fragment(word), other(word), byStage(false)
+    {
+    }
+
+    constexpr BufferSpelling(ENUM_TOKEN buffer, std::string_view inVertex,
+                             std::string_view inFragment, std::string_view inOther)
+        : token(buffer), vertex(inVertex), fragment(inFragment), other(inOther), byStage(true)
+    {
+    }
+
+    std::string_view Text(const MorlProgram* program) const
+    {
+        if (!byStage) {
+            return vertex;
+        }
+        switch (StageOf(program)) {
+        case kVertexStage:
+            return vertex;
+        case kFragmentStage:
+            return fragment;
+        default:
+            return other;
+        }
+    }
+
+    ENUM_TOKEN token;
+    std::string_view vertex;
+    std::string_view fragment;
+    std::string_view other;
+    bool byStage;
+};
+
+/// The storage words of a target, one row for each of the three buffer classes.
+struct BufferSpellings {
+    /// The token's word in the stage of `program`; empty when it has no row.
+    std::string_view Text(ENUM_TOKEN token, const MorlProgram* program) const
+    {
+        for (const BufferSpelling& row : rows) {
+            if (row.token == token) {
+                return row.Text(program);
+            }
+        }
+        return {};
+    }
+
+    BufferSpelling rows[3];
+};
+
+}  // namespace ns_ruke

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "morl/translator/internal/call_forms.h"
+#include "morl/translator/internal/spelling_table.h"
+
+#include <string_view>
+
+namespace ns_ruke {
+
+/// All that a target spells in a way of its own. Each target has one record, at the top of its
+/// file.
+struct TargetSpellings {
+    std::string_view header;         ///< what every shader begins with
+    const SpellingTable& types;      ///< a type without a row is written as nothing
+    const SpellingTable& autoTypes;  ///< of `auto` declarations, by semantic; likewise
+    const SpellingTable& functions;  ///< a function without a row keeps its name in the source
+    const SpellingTable& semantics;  ///< TEXAUTO and SAUTO are not spelled but numbered
+    BufferSpellings buffers;
+    CallForms callForms;
+};
+
+// The same in every target: HLSL and GLSL agree on them.
+
+/// "%" has no row and vanishes from the written text; so would "!", which the parser rejects.
+extern const SpellingTable kOperators;
+extern const SpellingTable kAssignOperators;
+extern const SpellingTable kKeywords;
+
+}  // namespace ns_ruke

@@ -1,0 +1,310 @@
+// SPDX-License-Identifier: MIT
+#include "morl/translator/internal/walk.h"
+
+#include "morl/core/internal/graphics_log.h"
+#include "morl/core/limits.h"
+#include "morl/core/messages.h"
+#include "morl/translator/internal/target_spellings.h"
+
+namespace ns_ruke {
+
+void Walk::Indent(int indent)
+{
+    text.append(indent > 0 ? static_cast<std::size_t>(indent) : 0, '\t');
+}
+
+// Macro statements are the linker's; what it leaves of them is not written.
+void Walk::Sentence(MorlSentence* sentence, int indent)
+{
+    if (sentence == nullptr) {
+        return;
+    }
+    switch (sentence->unitType) {
+    case TOKEN_EMPTY_SENTENCE:
+        EmptySentence(indent);
+        break;
+    case TOKEN_DEFINITION_SENTENCE:
+        DefinitionSentence(static_cast<MorlDefinitionSentence*>(sentence), indent);
+        break;
+    case TOKEN_ASSIGN:
+        AssignSentence(static_cast<MorlAssignSentence*>(sentence), indent);
+        break;
+    case TOKEN_IF:
+    case TOKEN_ELSE:
+        IfSentence(static_cast<MorlIfSentence*>(sentence), indent);
+        break;
+    case TOKEN_FOR:
+        ForSentence(static_cast<MorlForSentence*>(sentence), indent);
+        break;
+    case TOKEN_SINGLE_COMMENT:
+        SingleComment(static_cast<MorlSingleCommentSentence*>(sentence), indent);
+        break;
+    case TOKEN_MULTI_COMMENT:
+        MultiComment(static_cast<MorlMultiCommentSentence*>(sentence), indent);
+        break;
+    case TOKEN_SPECIAL_SENTENCE:
+        SpecialSentence(static_cast<MorlSpecialSentence*>(sentence), indent);
+        break;
+    default:
+        break;
+    }
+}
+
+void Walk::Sentences(const std::vector<MorlSentence*>& sentences, int indent)
+{
+    for (MorlSentence* sentence : sentences) {
+        Sentence(sentence, indent);
+    }
+}
+
+void Walk::EmptySentence(int indent)
+{
+    Indent(indent);
+    text += "; \n";
+}
+
+void Walk::SpecialSentence(MorlSpecialSentence* sentence, int indent)
+{
+    Indent(indent);
+    text += translator.WriteKeyword(sentence->keyword);
+    text += "; \n";
+}
+
+void Walk::SingleComment(MorlSingleCommentSentence* sentence, int indent)
+{
+    Indent(indent);
+    text.append("//").append(sentence->text).append("\n");
+}
+
+void Walk::MultiComment(MorlMultiCommentSentence* sentence, int indent)
+{
+    Indent(indent);
+    text.append("/*").append(sentence->text).append("*/\n");
+}
+
+void Walk::DefinitionSentence(MorlDefinitionSentence* sentence, int indent)
+{
+    Indent(indent);
+    if (sentence->varType != TOKEN_NONE) {
+        text += translator.WriteVariableType(sentence->varType);
+        text += ' ';
+    }
+    text += sentence->name;
+    DefinitionArray(sentence->arraySize);
+    text += ";\n";
+}
+
+void Walk::AssignSentence(MorlAssignSentence* sentence, int indent)
+{
+    Indent(indent);
+    if (sentence->varType != TOKEN_NONE) {
+        text += translator.WriteVariableType(sentence->varType);
+        text += ' ';
+    }
+    Expression(sentence->target);
+    text += ' ';
+    text += kAssignOperators.Text(sentence->operatorToken);
+    text += ' ';
+    Expression(sentence->value);
+    if (sentence->withSemicolon) {
+        text += ";\n";
+    }
+}
+
+void Walk::IfSentence(MorlIfSentence* sentence, int indent)
+{
+    Indent(indent);
+    text += sentence->unitType == TOKEN_ELSE ? "else if(" : "if(";
+    Expression(sentence->condition);
+    text += " ) {\n";
+    Sentences(sentence->sentences, indent + 1);
+    Indent(indent);
+    text += "} \n";
+    if (sentence->elseSentences.empty()) {
+        return;
+    }
+    Indent(indent);
+    text += "else { \n";
+    Sentences(sentence->elseSentences, indent + 1);
+    Indent(indent);
+    text += "} \n";
+}
+
+// The init statement brings its semicolon and a line break, which is taken back.
+void Walk::ForSentence(MorlForSentence* sentence, int indent)
+{
+    Indent(indent);
+    text += "for(";
+    Sentence(sentence->init, 0);
+    text.pop_back();
+    Expression(sentence->condition);
+    text += ';';
+    if (sentence->step != nullptr) {
+        AssignSentence(sentence->step, 0);
+    }
+    text += " ) {\n";
+    Sentences(sentence->sentences, indent + 1);
+    Indent(indent);
+    text += "} \n";
+}
+
+void Walk::DefinitionArray(MorlExpression* size)
+{
+    if (size != nullptr) {
+        text += '[';
+        Expression(size);
+        text += ']';
+    }
+}
+
+void Walk::Expression(MorlExpression* expression)
+{
+    if (expression == nullptr) {
+        return;
+    }
+    switch (expression->unitType) {
+    case TOKEN_FUNCTION_CALL:
+        text += translator.WriteFunctionCall(static_cast<MorlFunctionCall*>(expression));
+        break;
+    case TOKEN_UNARY_OPERATION:
+        UnaryOperation(static_cast<MorlUnaryOperation*>(expression));
+        break;
+    case TOKEN_BINARY_OPERATION:
+        BinaryOperation(static_cast<MorlBinaryOperation*>(expression));
+        break;
+    case TOKEN_PARENTHESISE_EXPRESSION:
+        ParenthesiseExpression(static_cast<MorlParenthesiseExpression*>(expression));
+        break;
+    case TOKEN_IDENTIFIER:
+        text += translator.WriteVariable(static_cast<MorlVariable*>(expression));
+        break;
+    case TOKEN_NUMBER:
+        text += static_cast<MorlNumber*>(expression)->value;
+        break;
+    default:
+        break;
+    }
+}
+
+// The operator always stands in front, although the source has it behind its operand.
+void Walk::UnaryOperation(MorlUnaryOperation* operation)
+{
+    text += translator.WriteOperator(operation->operatorToken);
+    Expression(operation->operand);
+}
+
+// No parentheses are added: the source's own are nodes of the tree.
+void Walk::BinaryOperation(MorlBinaryOperation* operation)
+{
+    Expression(operation->left);
+    if (operation->operatorToken == TOKEN_INDEX) {
+        text += '[';
+        Expression(operation->right);
+        text += ']';
+        return;
+    }
+    text += translator.WriteOperator(operation->operatorToken);
+    Expression(operation->right);
+}
+
+void Walk::ParenthesiseExpression(MorlParenthesiseExpression* expression)
+{
+    text += '(';
+    Expression(expression->expression);
+    text += ')';
+}
+
+void Walk::Call(MorlFunctionCall* call, const CallForms& forms)
+{
+    const CallForm* form = forms.Find(call->functionToken);
+    if (form == nullptr) {
+        PlainCall(call);
+    } else {
+        AppendFormedCall(text, *form, Arguments(call, *form));
+    }
+}
+
+void Walk::PlainCall(MorlFunctionCall* call)
+{
+    text += translator.WriteFunctionName(call);
+    text += '(';
+    bool first = true;
+    for (MorlExpression* argument : call->arguments) {
+        if (!first) {
+            text += ',';
+        }
+        first = false;
+        Expression(argument);
+    }
+    text += ')';
+}
+
+// Further arguments than the form reads are ignored; missing ones are reported once and are empty.
+// When the bound of repeated text is met, all of them are.
+CallArguments Walk::Arguments(MorlFunctionCall* call, const CallForm& form)
+{
+    if (call->arguments.size() < form.arguments) {
+        ReportMissingArguments(call);
+    }
+    CallArguments texts;
+    std::size_t size = 0;
+    for (std::size_t i = 0; i < form.arguments && i < call->arguments.size(); ++i) {
+        const bool isRepeated = i < form.repeated;
+        texts[i] = Argument(call, i, isRepeated);
+        size += isRepeated ? texts[i].size() : 0;
+    }
+    if (!ReserveRepeatedText(call, size * form.repeats)) {
+        return {};
+    }
+    if (form.layout == CallLayout::Sampling && IsShadowMap(texts[0])) {
+        texts[2] = Comparison(call);
+    }
+    return texts;
+}
+
+std::string Walk::Argument(MorlFunctionCall* call, std::size_t index, bool isRepeated)
+{
+    const unsigned repeating = isRepeated ? 1 : 0;
+    translator.repetition.nested += repeating;
+    std::string argument =
+        Collect(translator, [&](Walk& walk) { walk.Expression(call->arguments[index]); });
+    translator.repetition.nested -= repeating;
+    return argument;
+}
+
+// The value that a shadow map is compared with.
+std::string Walk::Comparison(MorlFunctionCall* call)
+{
+    if (call->arguments.size() > 2) {
+        return Argument(call, 2, false);
+    }
+    if (call->arguments.size() == 2) {  // with fewer, it has been reported
+        ReportMissingArguments(call);
+    }
+    return {};
+}
+
+void Walk::ReportMissingArguments(const MorlFunctionCall* call)
+{
+    LogGraphicsError(messages::kNotEnoughArguments + call->name);
+}
+
+// Only repetition inside of repetition counts: it alone grows exponentially.
+bool Walk::ReserveRepeatedText(const MorlFunctionCall* call, std::size_t size)
+{
+    MorlTranslator::Repetition& repetition = translator.repetition;
+    if (size == 0 || repetition.nested == 0) {
+        return true;
+    }
+    if (repetition.bytes > kMaxRepeatedText) {
+        return false;
+    }
+    repetition.bytes += size;
+    if (repetition.bytes <= kMaxRepeatedText) {
+        return true;
+    }
+    LogGraphicsError(messages::kExpressionTooLong + call->name);
+    return false;
+}
+
+}  // namespace ns_ruke

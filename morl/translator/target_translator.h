@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "morl/translator/morl_translator.h"
+
+#include <string>
+
+namespace ns_ruke {
+
+struct TargetSpellings;
+
+/// What all targets do alike: the operations that only spell answer from one record of spellings.
+/// A target adds its lists, its entry function and its bindings.
+class MORL_API MorlTargetTranslator : public MorlTranslator {
+public:
+    MorlTargetTranslator(const MorlTargetTranslator&) = default;
+    MorlTargetTranslator& operator=(const MorlTargetTranslator&) = default;
+    ~MorlTargetTranslator() override;
+
+    std::string WriteFileHeader() override;
+    std::string WriteFunctionCall(MorlFunctionCall* call) override;
+    std::string WriteFunctionName(const MorlFunctionCall* call) override;
+    std::string WriteVariable(MorlVariable* variable) override;
+    std::string WriteBuffer(ENUM_TOKEN token) override;
+    std::string WriteVariableType(ENUM_TOKEN token) override;
+    std::string WriteVariableType(MorlDeclare* declare) override;
+    std::string ConcludeVariableType(ENUM_TOKEN token) override;
+    std::string WriteOperator(ENUM_TOKEN token) override;
+    std::string WriteKeyword(ENUM_TOKEN token) override;
+
+protected:
+    /// @param targetSpellings must outlive the translator.
+    explicit MorlTargetTranslator(const TargetSpellings& targetSpellings);
+
+    /// A global declaration up to its array size: storage word, type, name, size.
+    std::string WriteGlobal(MorlDeclare* declare);
+    /// The statements of the program's `main`, if it has one.
+    std::string WriteMainBody(const MorlProgram* linked);
+
+    const TargetSpellings* spellings;
+};
+
+}  // namespace ns_ruke

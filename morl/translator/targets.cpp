@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+#include "morl/translator/targets.h"
+
+#include "morl/translator/glsl.h"
+#include "morl/translator/glsles.h"
+#include "morl/translator/hlsl.h"
+#include "morl/translator/hlsl10.h"
+
+#include <string_view>
+
+namespace ns_ruke {
+namespace {
+
+struct Target {
+    std::string_view name;
+    std::unique_ptr<MorlTranslator> (*make)();
+};
+
+template <class Translator>
+std::unique_ptr<MorlTranslator> Make()
+{
+    return std::make_unique<Translator>();
+}
+
+/// The one list of targets: whatever concerns all of them goes through it.
+constexpr Target kTargets[] = {
+    {"hlsl", Make<MorlTranslatorHLSL>},
+    {"hlsl10", Make<MorlTranslatorHLSL10>},
+    {"glsl", Make<MorlTranslatorGLSL>},
+    {"glsles", Make<MorlTranslatorGLSLES>},
+};
+
+}  // namespace
+
+std::vector<std::string> MorlTargets()
+{
+    std::vector<std::string> names;
+    for (const Target& target : kTargets) {
+        names.emplace_back(target.name);
+    }
+    return names;
+}
+
+std::unique_ptr<MorlTranslator> MakeTranslator(const std::string& target)
+{
+    for (const Target& known : kTargets) {
+        if (known.name == target) {
+            return known.make();
+        }
+    }
+    return nullptr;
+}
+
+}  // namespace ns_ruke
