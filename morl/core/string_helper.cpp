@@ -83,7 +83,8 @@ std::string StringHelper::ReplaceAll(const std::string& text, const std::string&
         result.append(text, start, found - start).append(to);
         start = found + from.size();
     }
-    return result.append(text, start);
+    result.append(text, start);
+    return result;
 }
 
 int StringHelper::ConvertToInt32(const std::string& text)

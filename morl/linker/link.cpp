@@ -92,9 +92,9 @@ void MorlLinker::Link(std::string /*target*/, Macros& macros, std::vector<MorlNo
     tooManyIterations = false;
     exhausted = false;
     declaredNames.clear();
-    for (const auto* declares : {&program.inputs, &program.outputs, &program.uniforms}) {
-        AddNames(*declares, 0);
-    }
+    AddNames(program.inputs, 0);
+    AddNames(program.outputs, 0);
+    AddNames(program.uniforms, 0);
     UseMacros(macros);
     program.ownership.functions = false;
     for (MorlNode* node : TakeOrdered(nodes)) {

@@ -91,16 +91,17 @@ MorlTranslatorGLSL::~MorlTranslatorGLSL() = default;
 
 std::string MorlTranslatorGLSL::WriteUniformList(std::vector<MorlDeclare*> uniforms)
 {
-    std::string text;
+    std::string text = ListText(uniforms);
     for (MorlDeclare* uniform : uniforms) {
-        text.append(WriteGlobal(uniform)).append(";\n");
+        AppendGlobal(text, uniform);
+        text += ";\n";
     }
     return text;
 }
 
 std::string MorlTranslatorGLSL::WriteInputList(std::vector<MorlDeclare*> inputs)
 {
-    std::string text;
+    std::string text = ListText(inputs);
     for (MorlDeclare* input : inputs) {
         text += GlslStageGlobal(*this, input);
         variableNames[input->name] = GlslInputLocal(input->name);
@@ -110,7 +111,7 @@ std::string MorlTranslatorGLSL::WriteInputList(std::vector<MorlDeclare*> inputs)
 
 std::string MorlTranslatorGLSL::WriteOutputList(std::vector<MorlDeclare*> outputs)
 {
-    std::string text;
+    std::string text = ListText(outputs);
     for (MorlDeclare* output : outputs) {
         text += WriteOutputDeclare(output);
     }
@@ -126,12 +127,15 @@ std::string MorlTranslatorGLSL::WriteOutputDeclare(MorlDeclare* declare)
 
 std::string MorlTranslatorGLSL::WriteMainFunction(MorlProgram* linked)
 {
-    std::string text(kGlslMainStart);
+    std::string text;
+    text.reserve(kUsualMain);
+    text += kGlslMainStart;
     text += WriteInputConvert(linked->inputs);
     text += WriteOutputConvert(linked->outputs);
-    text += WriteMainBody(linked);
+    AppendMainBody(text, linked);
     text += WriteFinalOutput(linked->outputs);
-    return text += kGlslMainEnd;
+    text += kGlslMainEnd;
+    return text;
 }
 
 std::string MorlTranslatorGLSL::WriteInputConvert(std::vector<MorlDeclare*> inputs)
@@ -150,7 +154,7 @@ std::string MorlTranslatorGLSL::WriteFinalOutput(std::vector<MorlDeclare*> outpu
     const auto isPosition = [](const MorlDeclare* output) {
         return BindingToken(output) == TOKEN_SV_POSITION;
     };
-    std::string text;
+    std::string text = ListText(outputs);
     const auto position = std::find_if(outputs.begin(), outputs.end(), isPosition);
     if (position != outputs.end()) {
         text += GlslCopyOut("gl_Position", *position);

@@ -114,9 +114,10 @@ MorlTranslatorGLSLES::~MorlTranslatorGLSLES() = default;
 
 std::string MorlTranslatorGLSLES::WriteUniformList(std::vector<MorlDeclare*> uniforms)
 {
-    std::string text;
+    std::string text = ListText(uniforms);
     for (MorlDeclare* uniform : uniforms) {
-        text.append(WriteGlobal(uniform)).append(";\n");
+        AppendGlobal(text, uniform);
+        text += ";\n";
     }
     return text;
 }
@@ -126,7 +127,7 @@ std::string MorlTranslatorGLSLES::WriteInputList(std::vector<MorlDeclare*> input
     if (StageOf(program) == kFragmentStage) {
         Sort(inputs);
     }
-    std::string text;
+    std::string text = ListText(inputs);
     for (MorlDeclare* input : inputs) {
         variableNames[input->name] = GlslInputLocal(input->name);
         text += IsUndeclared(input) ? "" : GlslStageGlobal(*this, input);
@@ -139,7 +140,7 @@ std::string MorlTranslatorGLSLES::WriteOutputList(std::vector<MorlDeclare*> outp
     if (StageOf(program) == kVertexStage) {
         Sort(outputs);
     }
-    std::string text;
+    std::string text = ListText(outputs);
     for (MorlDeclare* output : outputs) {
         text += WriteOutputDeclare(output);
     }
@@ -156,12 +157,15 @@ std::string MorlTranslatorGLSLES::WriteOutputDeclare(MorlDeclare* declare)
 
 std::string MorlTranslatorGLSLES::WriteMainFunction(MorlProgram* linked)
 {
-    std::string text(kGlslMainStart);
+    std::string text;
+    text.reserve(kUsualMain);
+    text += kGlslMainStart;
     text += WriteInputConvert(linked->inputs);
     text += WriteOutputConvert(linked->outputs);
-    text += WriteMainBody(linked);
+    AppendMainBody(text, linked);
     text += WriteFinalOutput(linked->outputs);
-    return text += kGlslMainEnd;
+    text += kGlslMainEnd;
+    return text;
 }
 
 std::string MorlTranslatorGLSLES::WriteInputConvert(std::vector<MorlDeclare*> inputs)
@@ -177,7 +181,7 @@ std::string MorlTranslatorGLSLES::WriteOutputConvert(std::vector<MorlDeclare*> o
 
 std::string MorlTranslatorGLSLES::WriteFinalOutput(std::vector<MorlDeclare*> outputs)
 {
-    std::string text;
+    std::string text = ListText(outputs);
     for (const MorlDeclare* output : outputs) {
         text += GlslCopyOut(CopyOutTarget(output), output);
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "morl/translator/hlsl.h"
 
+#include "morl/translator/internal/bindings.h"
 #include "morl/translator/internal/hlsl_layout.h"
 #include "morl/translator/internal/target_spellings.h"
 
@@ -77,9 +78,9 @@ void MorlTranslatorHLSL::Reset()
 
 std::string MorlTranslatorHLSL::WriteUniformList(std::vector<MorlDeclare*> uniforms)
 {
-    std::string text;
+    std::string text = ListText(uniforms);
     for (MorlDeclare* uniform : uniforms) {
-        text.append(WriteGlobal(uniform));
+        AppendGlobal(text, uniform);
         text.append(WriteRegister(uniform, uniform->registerBinding)).append(";\n");
     }
     return text;
@@ -97,7 +98,8 @@ std::string MorlTranslatorHLSL::WriteOutputList(std::vector<MorlDeclare*> output
     for (MorlDeclare* output : outputs) {
         text += WriteOutputDeclare(output);
     }
-    return text += "};\n";
+    text += "};\n";
+    return text;
 }
 
 std::string MorlTranslatorHLSL::WriteOutputDeclare(MorlDeclare* declare)
@@ -107,11 +109,14 @@ std::string MorlTranslatorHLSL::WriteOutputDeclare(MorlDeclare* declare)
 
 std::string MorlTranslatorHLSL::WriteMainFunction(MorlProgram* linked)
 {
-    std::string text = OpenHlslMain(program);
+    std::string text;
+    text.reserve(kUsualMain);
+    text += OpenHlslMain(program);
     text += WriteInputConvert(linked->inputs);
     text += WriteOutputConvert(linked->outputs);
-    text += WriteMainBody(linked);
-    return text += kHlslMainEnd;
+    AppendMainBody(text, linked);
+    text += kHlslMainEnd;
+    return text;
 }
 
 std::string MorlTranslatorHLSL::WriteInputConvert(std::vector<MorlDeclare*> inputs)

@@ -87,9 +87,9 @@ void MorlTranslatorHLSL10::Reset()
 // A sampler that the compiler numbers has a second line: its sampler state.
 std::string MorlTranslatorHLSL10::WriteUniformList(std::vector<MorlDeclare*> uniforms)
 {
-    std::string text;
+    std::string text = ListText(uniforms);
     for (MorlDeclare* uniform : uniforms) {
-        text.append(WriteGlobal(uniform));
+        AppendGlobal(text, uniform);
         text.append(WriteRegister(uniform, uniform->registerBinding)).append(";\n");
         if (BindingToken(uniform) == TOKEN_SAUTO) {
             text.append(WriteBuffer(uniform->bufferType)).append(" ");
@@ -109,7 +109,8 @@ std::string MorlTranslatorHLSL10::WriteInputList(std::vector<MorlDeclare*> input
         text += kDummyPosition;
         Sort(inputs);
     }
-    return text.append(HlslInputMembers(*this, inputs, variableNames)).append("};\n");
+    text.append(HlslInputMembers(*this, inputs, variableNames)).append("};\n");
+    return text;
 }
 
 std::string MorlTranslatorHLSL10::WriteOutputList(std::vector<MorlDeclare*> outputs)
@@ -121,7 +122,8 @@ std::string MorlTranslatorHLSL10::WriteOutputList(std::vector<MorlDeclare*> outp
     for (MorlDeclare* output : outputs) {
         text += WriteOutputDeclare(output);
     }
-    return text += "};\n";
+    text += "};\n";
+    return text;
 }
 
 std::string MorlTranslatorHLSL10::WriteOutputDeclare(MorlDeclare* declare)
@@ -131,11 +133,14 @@ std::string MorlTranslatorHLSL10::WriteOutputDeclare(MorlDeclare* declare)
 
 std::string MorlTranslatorHLSL10::WriteMainFunction(MorlProgram* linked)
 {
-    std::string text = OpenHlslMain(program);
+    std::string text;
+    text.reserve(kUsualMain);
+    text += OpenHlslMain(program);
     text += WriteInputConvert(linked->inputs);
     text += WriteOutputConvert(linked->outputs);
-    text += WriteMainBody(linked);
-    return text += kHlslMainEnd;
+    AppendMainBody(text, linked);
+    text += kHlslMainEnd;
+    return text;
 }
 
 std::string MorlTranslatorHLSL10::WriteInputConvert(std::vector<MorlDeclare*> inputs)

@@ -115,8 +115,9 @@ void MorlTranslator::FillOutput(std::string code, ShaderOutput& output) const
 {
     std::vector<std::string> names = Names(program->uniforms);
     ReserveMore(output.uniformNames, names.size());
-    SemanticsUpdate semantics(outputSemantics, output.semantics);
-    semantics.Apply();
+    if (!outputSemantics.empty()) {
+        SemanticsUpdate(outputSemantics, output.semantics).Apply();
+    }
     for (std::string& name : names) {
         output.uniformNames.push_back(std::move(name));
     }

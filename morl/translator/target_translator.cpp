@@ -6,6 +6,12 @@
 #include "morl/translator/internal/walk.h"
 
 namespace ns_ruke {
+namespace {
+
+/// Bytes of a written statement, for an estimate of the whole.
+constexpr std::size_t kUsualSentence = 64;
+
+}  // namespace
 
 MorlTargetTranslator::MorlTargetTranslator(const TargetSpellings& targetSpellings)
     : spellings(&targetSpellings)
@@ -68,19 +74,20 @@ std::string MorlTargetTranslator::WriteKeyword(ENUM_TOKEN token)
     return std::string(kKeywords.Text(token));
 }
 
-std::string MorlTargetTranslator::WriteGlobal(MorlDeclare* declare)
+void MorlTargetTranslator::AppendGlobal(std::string& text, MorlDeclare* declare)
 {
-    std::string text = WriteBuffer(declare->bufferType);
-    text.append(" ").append(WriteVariableType(declare)).append(" ").append(declare->name);
-    return text += WriteDefinitionArray(declare->arraySize);
+    text.append(WriteBuffer(declare->bufferType)).append(" ");
+    text.append(WriteVariableType(declare)).append(" ").append(declare->name);
+    Walk(*this, text).DefinitionArray(declare->arraySize);
 }
 
-std::string MorlTargetTranslator::WriteMainBody(const MorlProgram* linked)
+void MorlTargetTranslator::AppendMainBody(std::string& text, const MorlProgram* linked)
 {
-    if (linked->mainFunction == nullptr) {
-        return {};
+    if (linked->mainFunction != nullptr) {
+        const std::vector<MorlSentence*>& sentences = linked->mainFunction->sentences;
+        text.reserve(text.size() + kUsualSentence * sentences.size());
+        Walk(*this, text).Sentences(sentences, 1);
     }
-    return Collect(*this, [&](Walk& walk) { walk.Sentences(linked->mainFunction->sentences, 1); });
 }
 
 }  // namespace ns_ruke

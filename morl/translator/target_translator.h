@@ -33,9 +33,9 @@ protected:
     explicit MorlTargetTranslator(const TargetSpellings& targetSpellings);
 
     /// A global declaration up to its array size: storage word, type, name, size.
-    std::string WriteGlobal(MorlDeclare* declare);
+    void AppendGlobal(std::string& text, MorlDeclare* declare);
     /// The statements of the program's `main`, if it has one.
-    std::string WriteMainBody(const MorlProgram* linked);
+    void AppendMainBody(std::string& text, const MorlProgram* linked);
 
     const TargetSpellings* spellings;
 };

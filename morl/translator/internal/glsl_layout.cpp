@@ -52,7 +52,7 @@ std::string GlslStageGlobal(MorlTranslator& translator, MorlDeclare* declare)
 
 std::string GlslInputCopies(MorlTranslator& translator, const std::vector<MorlDeclare*>& inputs)
 {
-    std::string text;
+    std::string text = ListText(inputs);
     for (MorlDeclare* input : inputs) {
         text.append("\t").append(translator.WriteVariableType(input)).append(" ");
         text.append(GlslInputLocal(input->name)).append(" = ").append(input->name).append(";\n");
@@ -63,7 +63,7 @@ std::string GlslInputCopies(MorlTranslator& translator, const std::vector<MorlDe
 std::string GlslOutputLocals(MorlTranslator& translator, const std::vector<MorlDeclare*>& outputs,
                              std::string_view start)
 {
-    std::string text;
+    std::string text = ListText(outputs);
     for (MorlDeclare* output : outputs) {
         const std::string type = translator.WriteVariableType(output);
         text.append("\t").append(type).append(" ").append(GlslOutputLocal(output->name));
@@ -75,7 +75,8 @@ std::string GlslOutputLocals(MorlTranslator& translator, const std::vector<MorlD
 std::string GlslCopyOut(std::string_view target, const MorlDeclare* output)
 {
     std::string text = "\t";
-    return text.append(target).append(" = ").append(GlslOutputLocal(output->name)).append("; \n");
+    text.append(target).append(" = ").append(GlslOutputLocal(output->name)).append("; \n");
+    return text;
 }
 
 std::string GlslBinding(std::unordered_map<std::string, int>& samplerRegisters,

@@ -77,7 +77,7 @@ std::string HlslBinding(const HlslBindings& bindings, const MorlProgram* program
 std::string HlslInputMembers(MorlTranslator& translator, const std::vector<MorlDeclare*>& inputs,
                              std::unordered_map<std::string, std::string>& variableNames)
 {
-    std::string text;
+    std::string text = ListText(inputs);
     for (MorlDeclare* input : inputs) {
         variableNames[input->name] = "i" + input->name;
         text.append("\t").append(translator.WriteVariableType(input)).append(" ");
@@ -99,7 +99,7 @@ std::string HlslOutputMember(MorlTranslator& translator, MorlDeclare* output,
 
 std::string HlslInputCopies(MorlTranslator& translator, const std::vector<MorlDeclare*>& inputs)
 {
-    std::string text;
+    std::string text = ListText(inputs);
     for (MorlDeclare* input : inputs) {
         text.append("\t").append(translator.WriteVariableType(input)).append(" i");
         text.append(input->name).append(" = input.").append(input->name).append(";\n");
@@ -117,7 +117,8 @@ std::string OpenHlslMain(const MorlProgram* program)
 {
     const HlslStructs structs = HlslStructsOf(program);
     std::string text(structs.output);
-    return text.append(" main(").append(structs.input).append(" input){ \n");
+    text.append(" main(").append(structs.input).append(" input){ \n");
+    return text;
 }
 
 }  // namespace ns_ruke
