@@ -12,7 +12,12 @@ namespace {
 
 using namespace ns_ruke;
 
+/// The sanitizers pad every frame.
+#ifdef MORL_SANITIZED
+constexpr std::size_t kStack = 3 * 512 * 1024;
+#else
 constexpr std::size_t kStack = 512 * 1024;
+#endif
 constexpr std::size_t kSource = 1024 * 1024;
 
 /// Runs a function on a thread with this stack, in bytes.
@@ -64,6 +69,8 @@ const Nest kNests[] = {
     {"sums", "void main() { x = ", "a+", "1", "", "; }"},
     {"rising operators", "void main() { x = ", "a&&b<c+d*e.f.", "g", "", "; }"},
     {"minuses", "void main() { x = ", "- ", "1", "", "; }"},
+    {"operands", "void main() { x = ", "a+max(b,", "1", ")", "; }"},
+    {"mixtures", "void main() { x = ", "a+max(b,(c[", "1", "]))", "; }"},
     {"ifs", "void main() { ", "if(a){", "x = 1;", "}", "}"},
     {"else ifs", "void main() { ", "if(a){}else ", "x = 1;", "", "}"},
     {"elses with comments", "void main() { ", "if(a){//\n}//\nelse ", "if(a){}", "", "}"},
