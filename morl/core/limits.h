@@ -13,9 +13,10 @@ constexpr std::size_t kMaxSourceSize = 0x7fffffff;
 
 /// The most units of nesting that the parser lets through. An expression (an operand, an operator's
 /// right side, an argument, an index) costs one unit, a call one more, and a block (an `if`, a
-/// `for`, a macro block) `kBlockNesting`. 1280 admits any mixture of them 200 operands deep, such as
-/// `a+max(b,(c[...`, and keeps parsing, linking, writing and destroying within a stack of 512 KiB:
-/// a unit takes up to 350 bytes of it (sampling, built by g++ 12). Sanitizers need three times that.
+/// `for`, a macro block) `kBlockNesting`. 1280 admits any mixture of them 200 operands deep, such
+/// as `a+max(b,(c[...`, and keeps parsing, linking, writing and destroying within a stack of 512
+/// KiB: a unit takes up to 350 bytes of it (sampling, built by g++ 12). Sanitizers need three times
+/// that.
 constexpr unsigned kMaxNesting = 1280;
 
 /// What one nested block costs of `kMaxNesting`: its parser frames are about twice as large as

@@ -27,11 +27,16 @@ import subprocess
 import sys
 import tempfile
 
-TARGETS = []  # told by morlc
 
 
 class Failure(Exception):
     pass
+
+
+def list_targets(build):
+    """The targets that morlc offers."""
+    usage = subprocess.run([os.path.join(build, "tools/morlc"), "--help"], capture_output=True, text=True, check=True)
+    return re.search(r"TARGET:\{(.*),all\}", usage.stdout)[1].split(",")
 
 
 def expect(condition, text):
@@ -56,12 +61,13 @@ class Document:
         self.source = source
         self.build = build
         self.directory = directory
+        self.targets = list_targets(build)
         self.program = []
         self.cmake = "find_package(morl 1.0 REQUIRED)\ntarget_link_libraries(engine PRIVATE morl::morl)\n"
         self.morl = None  # the last source, with its macros
         self.count = 0
         tools = os.path.join(build, "tools")
-        self.environment = dict(os.environ, HOME=directory, PATH=tools + ":" + os.environ["PATH"],
+        self.environment = dict(os.environ, HOME=os.path.join(directory, "home"), PATH=tools + ":" + os.environ["PATH"],
                                 CMAKE_PREFIX_PATH=build, MORL_BUILD=build,
                                 CMAKE_TOOLCHAIN_FILE=os.path.join(source, "tests/docs/quick_toolchain.cmake"))
 
@@ -88,7 +94,7 @@ class Document:
         if match["file"]:
             self.write(match["file"], body)
         words = match["words"].split()
-        if language in TARGETS:
+        if language in self.targets:
             self.compare_target(language, body)
         elif language == "morl":
             self.compile_morl(words, body)
@@ -172,7 +178,7 @@ class Document:
         node = [{"name": "node", "content": body.rstrip("\n")}]
         for name in ("vertex_shader", "fragment_shader", "post_effect", "special_output"):
             self.write(f"blocks/morl/{name}.morl", json.dumps(node if name == "fragment_shader" else []))
-        for target in TARGETS:
+        for target in self.targets:
             self.morl[target] = self.shell(f"morlc -C blocks -t {target} -s fragment node "
                                            + " ".join("-D" + word for word in words if "=" in word))
             expect("errors" in words or self.status == 0, f"does not compile in {target}:\n{self.morl[target]}")

@@ -279,7 +279,7 @@ private:
         WriteIfChanged(options.depfile, FormatDepfile(outputs, inputs));
     }
 
-    /// A path as those see it who have not entered the directory of the node files.
+    /// A path relative to the directory that morlc was started in.
     std::string AsGiven(const fs::path& path) const
     {
         return path.is_absolute() ? path.string() : prefix + path.string();

@@ -34,7 +34,7 @@ public:
     Diagnostic diagnostic;
 };
 
-/// What makes one diagnostic another one. (Its variant does not.)
+/// Key for duplicate detection; ignores the variant.
 std::string Identity(const Diagnostic& diagnostic);
 
 /// How diagnostics are written.

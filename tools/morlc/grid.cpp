@@ -155,9 +155,8 @@ private:
     using StageTexts = std::array<PassTexts, 2>;
 
     /// One thread: takes jobs until there are none left. Each thread meets the jobs in their order.
-    /// So what goes wrong with a node when it is parsed is reported, among others, by the first job
-    /// that parses it, whichever thread has that job; and what a thread has reported before it need
-    /// not keep.
+    /// A node's parse errors are therefore always reported by the first job that uses it, on
+    /// whatever thread, so a thread may discard diagnostics it has already reported.
     void Work(MorlCompiler& compiler)
     {
         Worker worker{compiler, {}};

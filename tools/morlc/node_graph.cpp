@@ -84,7 +84,7 @@ private:
     std::vector<std::size_t> component;
 };
 
-/// A stray number, or one that is none, must not make the picture unusable.
+/// Clamp wild coordinates, and replace NaN and infinity, so that one node cannot ruin the picture.
 double OnCanvas(float position)
 {
     constexpr double kMaxExtent = 20000;

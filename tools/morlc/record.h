@@ -18,7 +18,7 @@ struct TextRecord {
     std::string hash;                   ///< of the text: what is built on the text changes with it
     std::vector<std::string> uniforms;  ///< in the order of their declarations
     std::map<std::string, int>
-        samplers;  ///< the registers of those uniforms that the manifest has one of
+        samplers;  ///< the registers of the uniforms to which the manifest assigns one
     std::map<std::string, std::string> semantics;  ///< assigned texture coordinates
 };
 
