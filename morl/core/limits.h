@@ -32,8 +32,8 @@ constexpr std::size_t kMaxLoopIterations = 1'000'000;
 /// whose loops stay below `kMaxLoopIterations` but have large bodies: no further iteration runs,
 /// and no further name is substituted. This caps what would otherwise run for minutes, or exhaust
 /// memory, at seconds and about 2.5 GB. A real shader uses less than a thousandth of it.
-constexpr std::size_t kMaxLinkWork = 30'000'000;
-constexpr std::size_t kBytesPerWork = 64;
+constexpr std::size_t kMaxLinkWork = 20'000'000;
+constexpr std::size_t kBytesPerWork = 16;
 
 /// The deepest nesting of arrays and objects in a node-definition file; what a node needs is 3.
 /// Beyond it the JSON reader raises its error. (Its own default would let it overflow a stack of

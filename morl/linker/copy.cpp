@@ -101,6 +101,7 @@ void MorlLinker::SubstituteLoopValues(std::string& name)
         work += 1 + name.size() / kBytesPerWork;
         if (name.find(loopName) != std::string::npos) {
             name = StringHelper::ReplaceAll(name, loopName, value);
+            work += name.size() / kBytesPerWork;
         }
     }
 }

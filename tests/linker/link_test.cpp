@@ -170,6 +170,28 @@ TEST(Link, KeepsTheFirstOfManyDeclarations)
     EXPECT_EQ(linked.program.inputs[100]->name, "b");
 }
 
+// A linker that has linked many declarations remembers nothing of a program that is gone.
+TEST(Link, MayBeCopiedAfterALink)
+{
+    std::string source;
+    for (int i = 0; i < 100; ++i) {
+        source += "in float a" + std::to_string(i) + ";";
+    }
+    MorlLinker linker;
+    const auto link = [&source](MorlLinker& used) {
+        Linked linked({{"A", source, {}}, {"B", source, {}}});
+        std::unordered_map<std::string, int> macros;
+        std::vector<MorlNode*> nodes = {linked.nodes[0].get(), linked.nodes[1].get()};
+        used.Link("glsl", macros, nodes, linked.program);
+        return linked.program.inputs.size();
+    };
+    EXPECT_EQ(link(linker), 100U);
+    MorlLinker copy(linker);
+    EXPECT_EQ(link(copy), 100U);
+    linker = copy;
+    EXPECT_EQ(link(linker), 100U);
+}
+
 TEST(Link, HandsFunctionsOverAsTheyAre)
 {
     Linked linked(

@@ -141,10 +141,11 @@ TEST(Macro, KeepsAssignmentsForLaterNodesOfTheRequestOnly)
 TEST(Macro, BoundsIterations)
 {
     const morl_test::LogCapture log;
-    const std::string body =
-        Expand("#for N : 0 :; #endfor #for N : 0 x = 1; #endfor y = 1;", {{"N", INT_MAX}});
+    const std::string body = Expand(
+        "#for N : 0 :; #endfor #for N : 0 x = 1; #endfor $k = 2; y_$k = 1;", {{"N", INT_MAX}});
     EXPECT_EQ(log.errors, Strings{"MorlLinker: too many iterations: N"});
-    EXPECT_EQ(body.size(), 1'000'000 * 2 + std::string("y = 1;").size());
+    EXPECT_EQ(body.size(), 1'000'000 * 2 + std::string("y_2 = 1;").size());
+    EXPECT_EQ(body.substr(body.size() - 8), "y_2 = 1;");
 }
 
 // Below the bound of iterations, but with bodies that would fill the memory or take minutes.
@@ -174,8 +175,7 @@ TEST(Macro, BoundsTheWorkOfAnExpansion)
     }
     const morl_test::LogCapture log;
     morl_test::CompileSource("#for N : 0 " + declares + " #endfor", "glsl", 0, {{"N", 900'000}});
-    ASSERT_EQ(log.errors.size(), 1U);
-    EXPECT_EQ(log.errors[0].find("MorlLinker: too much expansion: "), 0U);
+    EXPECT_EQ(log.errors, Strings{"MorlLinker: too much expansion: N"});
 }
 
 }  // namespace

@@ -53,6 +53,9 @@ const std::vector<Fault>& Faults()
          "in{26 1 b}"},
         {"in float a\nin float b;", {"2:3 invalid end of line :in"}, ""},
         // Functions.
+        {"float f(float a) { x = a; }\nin float b;",
+         {},
+         "in{26 1 b} functions{1 f{- 1 a}{assign(- x = a);}}"},
         {"float4 max() { }", {"1:11 not valid var:max"}, "functions{4 max{}{}}"},
         {"void main( ) {\n}", {"1:13 invalid var type:", "2:1 miss '{':"}, "main0 main{}{}"},
         {"float f(float a, float)\n{ x = 1;\n}",

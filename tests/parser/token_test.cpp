@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Tokens are read by a private operation; what it answers decides all that the parser does.
-#include "support/private_access.h"
+#include "support/log_capture.h"
+#include "support/tree_text.h"
 
 #include <gtest/gtest.h>
 
@@ -8,57 +8,53 @@ namespace {
 
 using namespace ns_ruke;
 
-std::string Tokens(const std::string& source)
+/// The tree of the statements, or what was logged about them.
+std::string Read(const std::string& statements)
 {
-    MorlParser parser;
-    parser.text = source.c_str();
-    parser.length = static_cast<std::uint32_t>(source.size());
-    std::string tokens;
-    for (;;) {
-        std::string word = "~";
-        const std::uint32_t before = parser.position;
-        const ENUM_TOKEN token = parser.ParseToken(word);
-        tokens +=
-            (tokens.empty() ? "" : " ") + std::to_string(token) + (word == "~" ? "" : ":" + word);
-        if (parser.position == before || parser.Eof()) {
-            return tokens + "@" + std::to_string(parser.position);
-        }
+    const morl_test::LogCapture log;
+    MorlProgram program;
+    MorlParser().Parse("void main() {" + statements + "}", program);
+    std::string text;
+    for (const std::string& error : log.errors) {
+        const LogLine line(LogLevel::Error, error);
+        text += std::to_string(line.column - 13) + " " + line.text + "|";
     }
+    for (const MorlSentence* sentence : program.mainFunction->sentences) {
+        text += morl_test::TreeText(sentence);
+    }
+    return text;
 }
 
-TEST(Token, ReadsWordsNumbersAndSymbols)
+TEST(Token, AreReadAsTheyAreWritten)
 {
-    const std::pair<const char*, const char*> rows[] = {
-        {"x1$y", "65:x1$y@4"},
-        {"$count _a", "65:$count 65:_a@9"},
-        {"1x", "66:1 65:x@2"},
-        {"1.0f", "66:1.0 65:f@4"},
-        {"2. 007 1.2.3", "66:2. 66:007 66:1.2 102 66:3@12"},
-        {".5", "102 66:5@2"},
-        {"texCUBE texcube", "117:texCUBE 65:texcube@15"},
-        {"SV_Position SV_POSITION", "43:SV_Position 65:SV_POSITION@23"},
-        {"float4x4tranpose float4x4transpose", "16:float4x4tranpose 65:float4x4transpose@34"},
-        {"#if #endfor #define #", "79:#if 83:#endfor 65:#define 65:#@21"},
-        {"+ ++ += - -- -=", "97 95 70 98 96 71@15"},
-        {"* *= / /= // /* %", "99 72 100 73 85 86 101@17"},
-        {"< <= > >= = == ! !=", "103 104 105 106 69 107 109 108@19"},
-        {"&& || : ; ( ) [ ] .", "110 111 84 89 93 94 91 92 102@19"},
-        {"a&b", "65:a 138@1"},
-        {"a|b", "65:a 138@1"},
-        {"a{", "65:a 138@1"},
-        {"a\xc3\xa9", "65:a 138@1"},
-        {"a \t\r\n b", "65:a 65:b@7"},
-        {"a ", "65:a 138@2"},
-        {"&", "138@0"},
+    const std::pair<std::string, const char*> rows[] = {
+        {"x1$y=$_a;", "assign(- x1$y = $_a);"},
+        {"x=007;y=2.;", "assign(- x = 007);assign(- y = 2.);"},
+        {"x=SV_POSITION+texcube;", "assign(- x = (SV_POSITION + texcube));"},
+        {"x=1.2.y;", "assign(- x = (1.2 . y));"},
+        {"a.x=a;a+=b;a-=b;a*=b;a/=b;",
+         "assign(- (a . x) = a);assign(- a += b);assign(- a -= b);assign(- a *= b);assign(- a /= "
+         "b);"},
+        {"x=a<b;x=a<=b;x=a>b;x=a>=b;x=a==b;x=a!=b;",
+         "assign(- x = (a < b));assign(- x = (a <= b));assign(- x = (a > b));"
+         "assign(- x = (a >= b));assign(- x = (a == b));assign(- x = (a != b));"},
+        {"x=a&&b;x=a||b;x=a%b;x=a/b;x=a*b;x=a-b;",
+         "assign(- x = (a && b));assign(- x = (a || b));assign(- x = (a % b));"
+         "assign(- x = (a / b));assign(- x = (a * b));assign(- x = (a - b));"},
+        {"x \t\r = b ;", "assign(- x = b);"},
+        {"x = 1.0f;", "8 miss ';':|"},
+        {"x = 1.2.3;", "assign(- x = (1.2 . 3));"},
+        {"x = .5;", "6 expression error:|"},
+        {"x = a&b;", "6 miss ';':|"},
+        {"x = a|b;", "6 miss ';':|"},
+        {"x = SV_Position;", "16 expression error:|"},
+        {"x = #define;", "assign(- x = #define);"},
+        {std::string("x = a\0b;", 8), "6 miss ';':|"},
+        {"x = a\xc3\xa9;", "6 miss ';':|"},
     };
-    for (const auto& [source, tokens] : rows) {
-        EXPECT_EQ(Tokens(source), tokens) << source;
+    for (const auto& [statements, text] : rows) {
+        EXPECT_EQ(Read(statements).substr(0, std::string(text).size()), text) << statements;
     }
-}
-
-TEST(Token, TakesANulInsideOfTheTextForAnyOtherCharacter)
-{
-    EXPECT_EQ(Tokens(std::string("a\0b", 3)), "65:a 138@1");
 }
 
 // One letter per class: buffer, var type, register, control, assign, binary, unary, special,
@@ -112,7 +108,11 @@ TEST(Token, KeepsTheKeywordTableWhenItIsFilledAgain)
 {
     MorlParser parser;
     parser.Init();
-    EXPECT_EQ(parser.keywords.size(), 94U);
+    EXPECT_EQ(KeywordMap::Language().size(), 94U);
+    EXPECT_EQ(KeywordMap().Find("float"), TOKEN_NONE);
+    for (const Keyword& keyword : KeywordMap::Keywords()) {
+        EXPECT_EQ(KeywordMap::Language().Find(keyword.spelling), keyword.token);
+    }
     EXPECT_TRUE(parser.IsKeyword("!="));
     EXPECT_FALSE(parser.IsKeyword("%"));
 }

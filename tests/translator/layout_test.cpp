@@ -288,6 +288,7 @@ TEST(Layout, WritesStatements)
         {"for (i = 0; i < 4; +) { }", ""},
         {"x = (a + b) * -c % d;", "\tx = (a+b)*-cd;\n"},
         {"x = a <= b == c != d && e || f;", "\tx = a<=b==c!=d&&e||f;\n"},
+        {"x = a >= b; a -= c; a /= d;", "\tx = a>=b;\n\ta -= c;\n\ta /= d;\n"},
         {"x[i + 1] = a[i][j].xy;", "\tx[i+1] = a[i][j].xy;\n"},
     };
     for (const auto& [statements, text] : rows) {

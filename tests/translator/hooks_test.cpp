@@ -1,0 +1,169 @@
+// SPDX-License-Identifier: MIT
+// The operations of a back end, called one by one or overridden, as a host may.
+#include "support/graph.h"
+#include "support/log_capture.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace ns_ruke;
+
+MorlDeclare* Declare(MorlDeclare& declare, MorlRegister& binding, ENUM_TOKEN semantic)
+{
+    binding.registerToken = semantic;
+    binding.name = "(name)";
+    declare.bufferType = TOKEN_UNIFORM;
+    declare.varType = TOKEN_FLOAT;
+    declare.name = "d";
+    declare.registerBinding = &binding;
+    return &declare;
+}
+
+/// What the operations of a back end answer that read no stage.
+std::string WithoutStage(MorlTranslator& backEnd)
+{
+    std::string text = backEnd.WriteBuffer(TOKEN_UNIFORM) + backEnd.WriteBuffer(TOKEN_NONE);
+    MorlDeclare declare;
+    MorlRegister binding;
+    text += backEnd.WriteRegister(&declare, nullptr);
+    for (const ENUM_TOKEN semantic : {TOKEN_NORMAL, TOKEN_SAUTO, TOKEN_IDENTIFIER}) {
+        Declare(declare, binding, semantic);
+        text += backEnd.WriteRegister(&declare, &binding);
+        text += backEnd.WriteUniformList({&declare});
+    }
+    declare.registerBinding = nullptr;
+    return text;
+}
+
+template <class BackEnd>
+std::string Sorted(BackEnd& backEnd)
+{
+    MorlDeclare first;
+    MorlRegister tangent;
+    MorlDeclare second;
+    MorlRegister normal;
+    std::vector<MorlDeclare*> list = {Declare(first, tangent, TOKEN_TANGENT),
+                                      Declare(second, normal, TOKEN_NORMAL)};
+    backEnd.Sort(list);
+    const bool sorted = list[0] == &second && backEnd.SortByRegister(&second, &first);
+    const int index = backEnd.GetRegisterIndex(&first);
+    first.registerBinding = nullptr;
+    second.registerBinding = nullptr;
+    return (sorted ? "sorted " : "unsorted ") + std::to_string(index);
+}
+
+TEST(Hooks, NeedNoProgramWhereTheyReadNoStage)
+{
+    for (const std::string& target : MorlTargets()) {
+        const auto backEnd = MakeTranslator(target);
+        const std::string fresh = WithoutStage(*backEnd);
+        EXPECT_NE(fresh.find("uniform"), std::string::npos) << target;
+        {
+            const auto program = std::make_unique<MorlProgram>();
+            program->stage = kVertexStage;
+            std::unordered_map<std::string, std::string> semantics;
+            std::unordered_map<std::string, int> registers;
+            ShaderOutput output;
+            backEnd->WriteProgram(program.get(), semantics, registers, output);
+        }
+        EXPECT_EQ(WithoutStage(*backEnd), fresh) << target << ", after its program is gone";
+    }
+    MorlTranslatorGLSLES es;
+    MorlTranslatorHLSL10 hlsl10;
+    EXPECT_EQ(Sorted(es), "sorted 2");
+    EXPECT_EQ(Sorted(hlsl10), "sorted 2");
+}
+
+/// Asks a back end of a host's own for a program's text, and counts the calls that it is asked for.
+template <class BackEnd>
+int CountCalls(const std::string& expression)
+{
+    struct Counting : BackEnd {
+        std::string WriteFunctionCall(MorlFunctionCall* call) override
+        {
+            ++calls;
+            return BackEnd::WriteFunctionCall(call);
+        }
+        int calls = 0;
+    };
+    MorlProgram program;
+    MorlParser().Parse("void main() { x = " + expression + "; }", program);
+    program.stage = kVertexStage;
+    std::unordered_map<std::string, std::string> semantics;
+    std::unordered_map<std::string, int> registers;
+    ShaderOutput output;
+    Counting backEnd;
+    backEnd.WriteProgram(&program, semantics, registers, output);
+    return backEnd.calls;
+}
+
+TEST(Hooks, AreAskedForNestedCalls)
+{
+    const morl_test::LogCapture log;
+    for (const auto& [expression, calls] : std::initializer_list<std::pair<const char*, int>>{
+             {"max(a, mul(b, c))", 2},
+             {"saturate(float3x3construct(a, max(b, c), d)[0])", 3},
+             {"tex2D(shadowMap, mul(a, b), max(c, d))", 3}}) {
+        EXPECT_EQ(CountCalls<MorlTranslatorHLSL>(expression), calls);
+        EXPECT_EQ(CountCalls<MorlTranslatorHLSL10>(expression), calls);
+        EXPECT_EQ(CountCalls<MorlTranslatorGLSL>(expression), calls);
+        EXPECT_EQ(CountCalls<MorlTranslatorGLSLES>(expression), calls);
+    }
+}
+
+TEST(Hooks, CountRepeatedTextAfresh)
+{
+    std::string expression = "a";
+    for (int i = 0; i < 4; ++i) {
+        expression = "float3x3construct(" + expression + ",b,c)";
+    }
+    MorlProgram program;
+    MorlParser().Parse("void main() { x = " + expression + "; }", program);
+    auto* assign = static_cast<MorlAssignSentence*>(program.mainFunction->sentences[0]);
+    auto* call = static_cast<MorlFunctionCall*>(assign->value);
+    const morl_test::LogCapture log;
+    MorlTranslatorHLSL backEnd;
+    const std::string first = backEnd.WriteFunctionCall(call);
+    for (int i = 0; i < 20'000; ++i) {
+        ASSERT_EQ(backEnd.WriteFunctionCall(call), first) << i;
+    }
+    EXPECT_EQ(log.errors, std::vector<std::string>{});
+}
+
+TEST(Hooks, FillTheTableOfSemanticsInPlace)
+{
+    MorlProgram program;
+    MorlParser().Parse("out float2 a : TEXAUTO; out float2 b : TEXAUTO;", program);
+    program.stage = kVertexStage;
+    std::unordered_map<std::string, std::string> semantics;
+    std::unordered_map<std::string, int> registers;
+    ShaderOutput output;
+    output.semantics = {{"a", "old"}, {"kept", "kept"}};
+    const std::string& a = output.semantics["a"];
+    const std::string& kept = output.semantics["kept"];
+    MorlTranslatorHLSL().WriteProgram(&program, semantics, registers, output);
+    EXPECT_EQ(a, "TEXCOORD0");
+    EXPECT_EQ(&kept, &output.semantics["kept"]);
+    EXPECT_EQ(output.semantics["b"], "TEXCOORD1");
+}
+
+// The stage is that of the program being written, not of the one that is handed to the hook.
+TEST(Hooks, TakeTheStageFromOnePlace)
+{
+    MorlProgram written;
+    written.stage = kVertexStage;
+    MorlProgram other;
+    other.stage = kFragmentStage;
+    std::unordered_map<std::string, std::string> semantics;
+    std::unordered_map<std::string, int> registers;
+    for (const char* target : {"hlsl", "hlsl10"}) {
+        ShaderOutput output;
+        const auto backEnd = MakeTranslator(target);
+        backEnd->WriteProgram(&written, semantics, registers, output);
+        EXPECT_EQ(backEnd->WriteMainFunction(&other),
+                  "VS_OUTPUT main(VS_INPUT input){ \n\tVS_OUTPUT output;\n\treturn output;\n}\n");
+    }
+}
+
+}  // namespace
