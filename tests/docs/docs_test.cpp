@@ -105,7 +105,7 @@ TEST(Docs, NameEveryOption)
 TEST(Docs, ManualPageIsWellFormed)
 {
     const morl_test::ProcessResult result =
-        RunShell("groff -man -ww -z " + (kSource / "man/morlc.1.in").string());
+        RunShell("groff -man -ww -z '" + (kSource / "man/morlc.1.in").string() + "'");
     EXPECT_EQ(result.status, 0) << result.err;
     EXPECT_EQ(result.err, "");
 }
@@ -130,9 +130,9 @@ TEST(Completion, OffersWhatFits)
         for (const std::string& word : words) {
             array += " '" + word + "'";
         }
-        const std::string script = "PATH=" + directory + ":$PATH; . " +
+        const std::string script = "PATH='" + directory + "':$PATH; . '" +
                                    (kSource / "tools/completion/morlc.bash").string() +
-                                   "; COMP_WORDS=(" + array +
+                                   "'; COMP_WORDS=(" + array +
                                    "); COMP_CWORD=" + std::to_string(words.size() - 1) +
                                    "; _morlc; echo \"${COMPREPLY[*]}\"";
         const morl_test::ProcessResult result = RunProcess({"bash", "-c", script});

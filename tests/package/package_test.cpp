@@ -69,11 +69,11 @@ protected:
         // The paths that pkg-config prints escape their blanks for the shell.
         const ProcessResult compiled =
             RunShell("export PKG_CONFIG_PATH='" + prefix + "/lib/pkgconfig'; eval " +
-                     MORL_CXX_COMPILER " -std=c++17 " MORL_SANITIZE_FLAGS " " + kExamples +
-                     "/embed/main.cpp -o " + host + " $(pkg-config " + options +
+                     MORL_CXX_COMPILER " -std=c++17 " MORL_SANITIZE_FLAGS " \"'" + kExamples +
+                     "/embed/main.cpp'\" -o " + host + " $(pkg-config " + options +
                      " --cflags --libs morl | " + filter + ")");
         EXPECT_EQ(compiled.status, 0) << compiled.err;
-        return RunShell("LD_LIBRARY_PATH='" + prefix + "/lib' " + host + " " + kExamples);
+        return RunShell("LD_LIBRARY_PATH='" + prefix + "/lib' " + host + " '" + kExamples + "'");
     }
 
     static std::unique_ptr<TemporaryDirectory> directory;
@@ -102,6 +102,56 @@ TEST_F(Package, IsFoundAndLinked)
     EXPECT_EQ(RunHostOfPkgConfig("--static", "sed s/-lmorl/-l:libmorl.a/")
                   .out.substr(0, kHostOutput.size()),
               kHostOutput);
+}
+
+// In one project, in any order, and as often as one likes.
+TEST_F(Package, LivesBesideJsonCpp)
+{
+    const std::string morl = "find_package(morl 1.0 REQUIRED)\n";
+    const std::string json = "find_package(jsoncpp REQUIRED)\n";
+    const std::string inside = "set(MORL_TESTS OFF)\nset(MORL_TOOLS OFF)\nadd_subdirectory(\"" +
+                               std::string(MORL_SOURCE_DIR) + "\" morl)\n";
+    const std::string rows[] = {morl + json, json + morl, morl + morl, inside + json,
+                                json + inside};
+    for (const std::string& packages : rows) {
+        const TemporaryDirectory work;
+        WriteText(work.path / "CMakeLists.txt",
+                  "cmake_minimum_required(VERSION 3.25)\nproject(host CXX)\n" + packages +
+                      "add_executable(host host.cpp)\n"
+                      "target_link_libraries(host PRIVATE morl::morl)\n"
+                      "add_executable(static_host host.cpp)\n"
+                      "target_link_libraries(static_host PRIVATE morl::morl_static)\n");
+        WriteText(work.path / "host.cpp", "int main() {}\n");
+        const ProcessResult configured = RunProcess(
+            {"cmake", "-S", work.path.string(), "-B", (work.path / "build").string(), "-G", "Ninja",
+             "-DCMAKE_CXX_COMPILER=" MORL_CXX_COMPILER, "-DCMAKE_PREFIX_PATH=" + prefix});
+        EXPECT_EQ(configured.status, 0) << packages << configured.err;
+    }
+    // The shared library asks for nothing; only the static one knows of JsonCpp.
+    const std::string targets = ReadText(prefix + "/lib/cmake/morl/morl-static-targets.cmake");
+    EXPECT_NE(targets.find("morl::jsoncpp"), std::string::npos);
+#ifdef MORL_SHARED
+    EXPECT_EQ(ReadText(prefix + "/lib/cmake/morl/morl-targets.cmake").find("json"),
+              std::string::npos);
+#endif
+}
+
+// Every page that the installed README leads to is there.
+TEST_F(Package, HasTheDocumentsThatItsReadmeLinksTo)
+{
+    const std::filesystem::path folder = prefix + "/share/doc/morl";
+    const std::string readme = ReadText(folder / "README.md");
+    int links = 0;
+    for (const char* page : {"docs/", "CONTRIBUTING.md", "CHANGELOG.md"}) {
+        const std::string start = std::string("](") + page;
+        for (std::size_t found = readme.find(start); found != std::string::npos;
+             found = readme.find(start, found + 1)) {
+            const std::string name = readme.substr(found + 2, readme.find(')', found) - found - 2);
+            EXPECT_TRUE(std::filesystem::exists(folder / name)) << name;
+            ++links;
+        }
+    }
+    EXPECT_GE(links, 8);
 }
 
 TEST_F(Package, TellsOneVersion)
@@ -196,7 +246,7 @@ TEST_F(Package, ExportsThePublicClassesOnly)
         "TamberLogSystem",
     };
     const ProcessResult result =
-        RunShell("nm -DC --defined-only " MORL_LIBRARY " | cut -d' ' -f3- | sort -u");
+        RunShell("nm -DC --defined-only '" MORL_LIBRARY "' | cut -d' ' -f3- | sort -u");
     ASSERT_EQ(result.status, 0) << result.err;
     std::set<std::string> exported;
     std::istringstream lines(result.out);
