@@ -118,11 +118,11 @@ TEST(Completion, OffersWhatFits)
         {{"morlc", "-s", ""}, "vertex fragment"},
         {{"morlc", "--sem"}, "--semantics-in --semantics-out"},
         {{"morlc", "bui"}, "build"},
-        {{"morlc", "build", "--sh"}, "--shader --shard"},
+        {{"morlc", "build", "--sh"}, "--shader"},
         {{"morlc", "-C", examples, "lig"}, "lighting"},
         {{"morlc", "-C", examples, "--vertex", "transform,texc"}, "transform,texcoord"},
         {{"morlc", "build", "-C", examples, examples + "/sh"}, examples + "/shaders.json"},
-        {{"morlc", "--graph", ""}, "svg dot"},
+        {{"morlc", "--graph", ""}, "dot"},
     };
     const std::string directory = std::filesystem::path(MORLC).parent_path().string();
     for (const auto& [words, expected] : rows) {

@@ -150,7 +150,7 @@ TEST(Build, TellsWhatATextNeeds)
               std::string::npos);
 }
 
-TEST(Build, IsTheSameForAnyNumberOfThreadsAndShares)
+TEST(Build, IsTheSameForAnyNumberOfThreads)
 {
     const TemporaryDirectory directory;
     EXPECT_EQ(BuildSamples(directory.path / "one", {"-q"}).out, "");
@@ -161,19 +161,6 @@ TEST(Build, IsTheSameForAnyNumberOfThreadsAndShares)
         EXPECT_EQ(BuildSamples(output, {"-j", jobs}).status, 0);
         EXPECT_EQ(Tree(output), expected) << jobs;
     }
-    for (const std::string count : {"1", "3", "300"}) {
-        const fs::path output = directory.path / ("shard" + count);
-        for (int i = std::stoi(count); i >= 1; --i) {
-            EXPECT_EQ(BuildSamples(output, {"-q", "--shard", std::to_string(i) + "/" + count}).err,
-                      "");
-        }
-        EXPECT_EQ(BuildSamples(output, {"--join", count}).err, "");
-        EXPECT_EQ(Tree(output), expected) << count;
-    }
-    const ProcessResult missing = BuildSamples(directory.path / "j2", {"--join", "2"});
-    EXPECT_EQ(missing.status, 1);
-    EXPECT_NE(missing.err.find("lack hlsl/"), std::string::npos) << missing.err;
-    EXPECT_EQ(Tree(directory.path / "j2"), expected);
 }
 
 /// Two variants of equal texts, and one shader more.
@@ -216,40 +203,6 @@ TEST(Build, KeepsTheIndexTrue)
     const Json::Value after = ReadJson(project.Path() + "/out/index.json");
     EXPECT_NE(before["hashes"]["a/glsl/N=1.frag"], after["hashes"]["a/glsl/N=1.frag"]);
     EXPECT_EQ(before["shaders"]["b"], after["shaders"]["b"]);
-}
-
-TEST(Build, JoinsOnlyWhatBelongsTogether)
-{
-    const Project project(TwoNodes(kDiffering, "in float x;"), kTwoShaders);
-    ASSERT_EQ(project.Build().status, 0);
-    const auto whole = Tree(project.Path() + "/out");
-    morl_test::WriteNodeFiles(project.Path(), TwoNodes("c = c * 3.0;", "in float x;"));
-    ASSERT_EQ(project.Build({"--shard", "1/3"}).status, 0);
-    morl_test::WriteNodeFiles(project.Path(), TwoNodes(kDiffering, "in float x;"));
-    ASSERT_EQ(project.Build({"--shard", "2/3"}).status, 0);
-    const ProcessResult stale = project.Build({"--join", "3"});
-    EXPECT_EQ(stale.err,
-              "out/share-1-of-3/a.json: error: this share was built from other node files, "
-              "or for another manifest: build it again\n");
-    ASSERT_EQ(project.Build({"--shard", "1/3"}).status, 0);
-    const ProcessResult missing = project.Build({"--join", "3"});
-    EXPECT_EQ(missing.err,
-              "morlc: error: the shares of shader 'b' in out lack glsl/default: build all 3 of "
-              "them first\n");
-    ASSERT_EQ(project.Build({"--shard", "3/3"}).status, 0);
-
-    // A share cannot lead out of the directory.
-    const fs::path share = project.Path() + "/out/share-3-of-3/b.json";
-    const std::string good = ReadText(share);
-    std::string bad = good;
-    bad.replace(bad.find("b/glsl"), 6, "../../");
-    WriteText(share, bad);
-    EXPECT_EQ(project.Build({"--join", "3"}).status, 1);
-    WriteText(share, good);
-
-    EXPECT_EQ(project.Build({"--join", "3"}).err, "");
-    EXPECT_EQ(Tree(project.Path() + "/out"), whole);
-    EXPECT_FALSE(fs::exists(share.parent_path()));
 }
 
 TEST(Build, LeavesUnchangedFilesAlone)

@@ -38,7 +38,7 @@ _morlc() {
         return
         ;;
     --graph)
-        mapfile -t COMPREPLY < <(compgen -W "svg dot" -- "$word")
+        mapfile -t COMPREPLY < <(compgen -W "dot" -- "$word")
         return
         ;;
     --vertex | --fragment)
@@ -48,14 +48,14 @@ _morlc() {
         mapfile -t COMPREPLY < <(compgen -P "$before" -W "$(_morlc_nodes)" -- "${word##*,}")
         return
         ;;
-    -D | --define | --sampler | -j | --jobs | --shader | --shard | --join)
+    -D | --define | --sampler | -j | --jobs | --shader | --launcher)
         return
         ;;
     esac
     if [[ ${COMP_WORDS[1]} == build && COMP_CWORD -gt 1 ]]; then
         if [[ $word == -* ]]; then
-            mapfile -t COMPREPLY < <(compgen -W "$common --jobs --shader --shard --join --no-index --index \
-                --ninja --depfile --quiet" -- "$word")
+            mapfile -t COMPREPLY < <(compgen -W "$common --jobs --shader --no-index --index \
+                --ninja --launcher --depfile --quiet" -- "$word")
         else
             mapfile -t COMPREPLY < <(compgen -f -X '!*.json' -- "$word"; compgen -d -- "$word")
         fi

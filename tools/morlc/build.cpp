@@ -147,27 +147,6 @@ void WriteIndex(const fs::path& directory, const std::map<std::string, ShaderRec
     WriteIfChanged(IndexPath(directory).string(), FormatJsonFile(MakeIndex(records)));
 }
 
-/// The fingerprint of this version and of the node files.
-std::string NodeSources()
-{
-    std::string sources = MORL_VERSION;
-    for (const std::string& path : NodeFilePaths()) {
-        std::error_code missing;
-        sources += Fingerprint(fs::exists(path, missing) ? ReadFile(path) : "");
-    }
-    return Fingerprint(sources);
-}
-
-/// What the texts of a shader are made from. Shares of different sources must not be joined.
-std::string SourcesOf(const ManifestShader& shader, const std::string& nodeSources)
-{
-    std::string sources = nodeSources + FormatJsonFile(shader.entry);
-    for (const std::string& target : shader.targets) {
-        sources += target + "\n";
-    }
-    return Fingerprint(sources);
-}
-
 /// One run of "morlc build" that compiles.
 class BuildRun {
 public:
@@ -180,26 +159,19 @@ public:
           directory(newOptions.output)
     {
         manifest.CheckNames(options.shaders);
-        if (options.shard > 0) {
-            directory = ShareDirectory(directory, options.shard, options.shardCount);
-            nodeSources = NodeSources();
-        }
     }
 
     void Run()
     {
         const Clock::time_point start = Clock::now();
-        std::vector<Job> jobs = MakeJobs(manifest, options.shaders);
-        if (options.shard > 0) {
-            jobs = TakeShare(jobs, options.shard, options.shardCount);
-        }
+        const std::vector<Job> jobs = MakeJobs(manifest, options.shaders);
         const std::size_t threads = std::clamp<std::size_t>(jobs.size(), 1, options.jobs);
         const Compilers compilers = LoadCompilers(threads, prefix, diagnostics);
         if (compilers.empty()) {
             return;
         }
         totals.variants = jobs.size();
-        std::vector<BuiltShader> shaders = Compile(jobs, compilers);
+        const std::vector<BuiltShader> shaders = Compile(jobs, compilers);
         for (std::size_t i = 0; i < shaders.size(); ++i) {
             Write(manifest.shaders[i], shaders[i]);
         }
@@ -222,10 +194,10 @@ private:
                         [&](std::size_t done) { progress.Show(done); }});
     }
 
-    void Write(const ManifestShader& shader, BuiltShader& built)
+    void Write(const ManifestShader& shader, const BuiltShader& built)
     {
         if (built.passes == 0) {
-            return;  // It was not asked for, or no part of it is in this share.
+            return;  // It was not asked for.
         }
         ++totals.shaders;
         totals.passes += built.passes;
@@ -236,13 +208,10 @@ private:
         for (const auto& [file, code] : built.codes) {
             totals.written += WriteIfChanged((directory / file).string(), code) ? 1 : 0;
         }
-        if (options.shard > 0) {
-            built.record.sources = SourcesOf(shader, nodeSources);
-        }
         WriteRecord(directory, shader, built.record);
     }
 
-    bool WritesIndex() const { return options.shard == 0 && !options.noIndex; }
+    bool WritesIndex() const { return !options.noIndex; }
 
     /// The index leads to what there is: of a shader with errors, or one that was not asked for, to
     /// what an earlier build left.
@@ -289,145 +258,9 @@ private:
     std::string prefix;
     Diagnostics& diagnostics;
     Manifest manifest;
-    fs::path directory;       ///< that is written to
-    std::string nodeSources;  ///< of a share
+    fs::path directory;  ///< that is written to
     Totals totals;
 };
-
-/// The shares of a shader put together: what one build of the whole would have recorded. Nothing is
-/// changed before all shaders are known to be complete.
-class Join {
-public:
-    Join(fs::path newDirectory, const ManifestShader& newShader, std::size_t newCount,
-         const std::string& nodeSources)
-        : directory(std::move(newDirectory)), shader(newShader), count(newCount)
-    {
-        const std::string sources = SourcesOf(shader, nodeSources);
-        for (std::size_t share = 1; share <= count; ++share) {
-            const fs::path path = RecordPath(ShareDirectory({}, share, count), shader.name);
-            if (fs::exists(directory / path)) {
-                Take(ShaderRecord::Read(directory / path), path, sources);
-            }
-        }
-        for (const std::string& target : shader.targets) {
-            std::map<std::string, std::string> firstByText;
-            for (std::size_t variant = 0; variant < shader.variants; ++variant) {
-                Place(target, shader.VariantName(variant), firstByText);
-            }
-        }
-    }
-
-    const ShaderRecord& Record() const { return record; }
-
-    void Write() const
-    {
-        for (const auto& [file, code] : codes) {
-            WriteIfChanged((directory / file).string(), code);
-        }
-        WriteRecord(directory, shader, record);
-    }
-
-    /// Removes the shares. To be called when all of the manifest is written.
-    void RemoveShares() const
-    {
-        for (const fs::path& file : files) {
-            RemoveFile(directory, file);
-        }
-    }
-
-private:
-    void Take(const ShaderRecord& share, const fs::path& path, const std::string& sources)
-    {
-        if (share.sources != sources) {
-            Diagnostic diagnostic;
-            diagnostic.file = (directory / path).string();
-            diagnostic.text =
-                "this share was built from other node files, or for another manifest: build it "
-                "again";
-            throw DiagnosticError(diagnostic);
-        }
-        const fs::path shareDirectory = path.parent_path();
-        files.push_back(path);
-        for (const auto& [file, text] : share.texts) {
-            files.push_back(shareDirectory / file);
-            texts[(shareDirectory / file).string()] = text;
-        }
-        for (const auto& [target, shareVariants] : share.variants) {
-            for (const auto& [name, variant] : shareVariants) {
-                variants[target][name] = {InShare(shareDirectory, variant.vertex),
-                                          InShare(shareDirectory, variant.fragment)};
-            }
-        }
-    }
-
-    static std::string InShare(const fs::path& shareDirectory, const std::string& file)
-    {
-        return file.empty() ? file : (shareDirectory / file).string();
-    }
-
-    void Place(const std::string& target, const std::string& variant,
-               std::map<std::string, std::string>& firstByText)
-    {
-        const auto found = variants[target].find(variant);
-        if (found == variants[target].end()) {
-            throw std::runtime_error("the shares of shader '" + shader.name + "' in " +
-                                     directory.string() + " lack " + target + "/" + variant +
-                                     ": build all " + std::to_string(count) + " of them first");
-        }
-        record.variants[target][variant] = {Unique(found->second.vertex, firstByText),
-                                            Unique(found->second.fragment, firstByText)};
-    }
-
-    /// The file of the first variant that has the same text in the same stage. The first variant of
-    /// a share with a text gives it its name there, so the first one of all has its name already.
-    std::string Unique(const std::string& file, std::map<std::string, std::string>& firstByText)
-    {
-        if (file.empty()) {
-            return file;
-        }
-        std::string& first = firstByFile[file];
-        if (first.empty()) {
-            const std::string code = ReadFile((directory / file).string());
-            const fs::path path = file;
-            const std::string own = path.lexically_relative(*path.begin()).string();
-            first = firstByText.emplace(path.extension().string() + code, own).first->second;
-            if (first == own) {
-                record.texts[own] = texts[file];
-                codes[own] = code;
-            }
-        }
-        return first;
-    }
-
-    fs::path directory;
-    const ManifestShader& shader;
-    std::size_t count;
-    std::vector<fs::path> files;  ///< of the shares, below `directory`, like those that follow
-    std::map<std::string, TextRecord> texts;
-    std::map<std::string, std::map<std::string, VariantRecord>> variants;
-    std::map<std::string, std::string> firstByFile;  ///< by file of a share, the file of the result
-    std::map<std::string, std::string> codes;        ///< by file of the result
-    ShaderRecord record;                             ///< of the result
-};
-
-void JoinShares(const BuildOptions& options)
-{
-    const Manifest manifest(options.manifest);
-    const std::string nodeSources = NodeSources();
-    std::vector<Join> joins;
-    std::map<std::string, ShaderRecord> records;
-    for (const ManifestShader& shader : manifest.shaders) {
-        joins.emplace_back(options.output, shader, options.joinCount, nodeSources);
-        records[shader.name] = joins.back().Record();
-    }
-    for (const Join& join : joins) {
-        join.Write();
-    }
-    WriteIndex(options.output, records);
-    for (const Join& join : joins) {
-        join.RemoveShares();
-    }
-}
 
 void WriteIndexOnly(const BuildOptions& options)
 {
@@ -449,8 +282,6 @@ void Build(const Options& options, Diagnostics& diagnostics)
         WriteNinjaFile(options.program, build, Manifest(build.manifest));
     } else if (build.indexOnly) {
         WriteIndexOnly(build);
-    } else if (build.joinCount > 0) {
-        JoinShares(build);
     } else {
         BuildRun(build, prefix, diagnostics).Run();
     }

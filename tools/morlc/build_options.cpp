@@ -8,13 +8,10 @@ namespace morlc {
 namespace {
 
 constexpr int kMaxJobs = 256;
-constexpr int kMaxShards = 1'000'000;
 
 /// The options as CLI11 reads them, before they are checked against each other.
 struct RawBuildOptions {
     std::string jobs = "1";
-    std::string shard;
-    std::string join;
 };
 
 void Declare(CLI::App& app, Options& options, RawBuildOptions& raw)
@@ -29,14 +26,15 @@ void Declare(CLI::App& app, Options& options, RawBuildOptions& raw)
         ->delimiter(',')
         ->allow_extra_args(false)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-    app.add_option("--shard", raw.shard, "Build the I-th of N equal shares of the variants")
-        ->type_name("I/N");
-    app.add_option("--join", raw.join, "Put N shares together, and write the index")
-        ->type_name("N");
     app.add_flag("--no-index", build.noIndex, "Leave the index as it is");
     app.add_flag("--index", build.indexOnly, "Only write the index of the shaders built before");
-    app.add_option("--ninja", build.ninjaFile, "Only write a Ninja file, with one edge per shader")
-        ->type_name("FILE");
+    CLI::Option* const ninja = app.add_option("--ninja", build.ninjaFile,
+                                              "Only write a Ninja file, with one edge per shader")
+                                   ->type_name("FILE");
+    app.add_option("--launcher", build.launcher,
+                   "Let the Ninja file put COMMAND in front of every compilation")
+        ->type_name("COMMAND")
+        ->needs(ninja);
     app.add_option("--depfile", build.depfile,
                    "Write the files that the shaders were made from, as Ninja and Make read it")
         ->type_name("FILE");
@@ -60,22 +58,11 @@ std::size_t ReadCount(const std::string& option, const std::string& text, int le
     return static_cast<std::size_t>(value);
 }
 
-void ReadShard(const std::string& text, BuildOptions& build)
-{
-    const std::size_t slash = text.find('/');
-    if (slash == std::string::npos) {
-        throw CLI::ValidationError("--shard", "'" + text + "' should read I/N, such as 1/4");
-    }
-    build.shardCount = ReadCount("--shard", text.substr(slash + 1), 1, kMaxShards);
-    build.shard =
-        ReadCount("--shard", text.substr(0, slash), 1, static_cast<int>(build.shardCount));
-}
-
 /// The options of which at most one may be given, as each says what is to be made.
 void CheckExclusive(const CLI::App& app)
 {
     std::string given;
-    for (const char* name : {"--shader", "--shard", "--join", "--index", "--ninja"}) {
+    for (const char* name : {"--shader", "--index", "--ninja"}) {
         if (app.count(name) == 0) {
             continue;
         }
@@ -84,7 +71,7 @@ void CheckExclusive(const CLI::App& app)
         }
         given = name;
     }
-    for (const char* name : {"--join", "--index", "--ninja"}) {
+    for (const char* name : {"--index", "--ninja"}) {
         for (const char* other : {"--depfile", "--no-index"}) {
             if (app.count(other) > 0 && given == name) {
                 throw CLI::ValidationError(other, "does not go with " + given);
@@ -106,12 +93,6 @@ void Check(const CLI::App& app, Options& options, const RawBuildOptions& raw)
     build.jobs = ReadCount("--jobs", raw.jobs, 0, kMaxJobs);
     if (build.jobs == 0) {
         build.jobs = std::max(std::thread::hardware_concurrency(), 1U);
-    }
-    if (!raw.shard.empty()) {
-        ReadShard(raw.shard, build);
-    }
-    if (!raw.join.empty()) {
-        build.joinCount = ReadCount("--join", raw.join, 1, kMaxShards);
     }
 }
 

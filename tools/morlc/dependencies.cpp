@@ -107,7 +107,7 @@ ninja_required_version = 1.5
 builddir = @OUTPUT@
 
 rule shader
-  command = @MORLC@ $in @INTO@ --no-index --depfile $out.d
+  command = @LAUNCHER@@MORLC@ $in @INTO@ --no-index --depfile $out.d
   description = shader $shader
   depfile = $out.d
   deps = gcc
@@ -119,7 +119,7 @@ rule index
   restat = 1
 
 rule manifest
-  command = @MORLC@ @MANIFEST_WORD@ @INTO@ --ninja @NINJA_WORD@
+  command = @MORLC@ @MANIFEST_WORD@ @INTO@ --ninja @NINJA_WORD@@LAUNCHER_WORD@
   description = manifest
   generator = 1
   restat = 1
@@ -164,6 +164,10 @@ void WriteNinjaFile(const std::string& program, const BuildOptions& options,
                     const Manifest& manifest)
 {
     const fs::path output = options.output;
+    const std::string& launcher = options.launcher;
+    if (launcher.find('\n') != std::string::npos) {
+        throw std::runtime_error("--launcher: Ninja cannot read a command of several lines");
+    }
     std::string parts;
     std::string edges;
     std::string records;
@@ -181,6 +185,8 @@ void WriteNinjaFile(const std::string& program, const BuildOptions& options,
         {"OUTPUT", Value(Absolute(output))},
         // The process has entered the directory of the node files.
         {"MORLC", PathWord(program) + " build -q -C " + PathWord(".")},
+        {"LAUNCHER", launcher.empty() ? "" : Value(launcher) + " "},
+        {"LAUNCHER_WORD", launcher.empty() ? "" : " --launcher " + Word(launcher)},
         {"INTO", "-o " + PathWord(output)},
         {"MANIFEST_WORD", PathWord(options.manifest)},
         {"NINJA_WORD", PathWord(options.ninjaFile)},

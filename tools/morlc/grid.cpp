@@ -357,14 +357,6 @@ std::vector<Job> MakeJobs(const Manifest& manifest, const std::vector<std::strin
     return jobs;
 }
 
-std::vector<Job> TakeShare(const std::vector<Job>& jobs, std::size_t shard, std::size_t shardCount)
-{
-    const auto bound = [&](std::size_t share) {
-        return jobs.begin() + static_cast<std::ptrdiff_t>(jobs.size() * share / shardCount);
-    };
-    return {bound(shard - 1), bound(shard)};
-}
-
 std::vector<BuiltShader> RunGrid(const GridWork& work)
 {
     Grid grid(work);

@@ -27,10 +27,6 @@ struct Job {
 /// @param shaders the names of those to be built; empty: all of them.
 std::vector<Job> MakeJobs(const Manifest& manifest, const std::vector<std::string>& shaders);
 
-/// The I-th of N equal parts of the jobs: consecutive ones, their number differing by one at most.
-/// @param shard 1-based.
-std::vector<Job> TakeShare(const std::vector<Job>& jobs, std::size_t shard, std::size_t shardCount);
-
 /// What was made of the jobs of one shader.
 struct BuiltShader {
     ShaderRecord record;

@@ -22,7 +22,7 @@ std::string Describe(const Options& options, const LoadedNodes& nodes)
         return FormatNodeList(*nodes.compiler, nodes.fileByNode);
     }
     const NodeGraph graph(*nodes.compiler, nodes.fileByNode);
-    return options.graph.format == "svg" ? graph.FormatSvg() : graph.FormatDot();
+    return graph.FormatDot();
 }
 
 void Show(const Options& options, Diagnostics& diagnostics)

@@ -39,11 +39,9 @@ struct NodeGraph {
     /// The files, in ascending order.
     std::vector<std::string> Files() const;
 
-    /// A picture that any browser shows: a panel per file, boxes for the nodes, arrows from each
-    /// node to those that it refers to. Broken references and cycles are red.
-    std::string FormatSvg() const;
-
-    /// The same for the tools of Graphviz, "neato -n" among them: positions are in points.
+    /// For the tools of Graphviz: a panel per file, boxes for the nodes at their own places (in
+    /// points, as "neato -n2" reads them), arrows from each node to those that it refers to. Broken
+    /// references and cycles are red.
     std::string FormatDot() const;
 
 private:

@@ -82,9 +82,9 @@ void Declare(CLI::App& app, Options& options, RawOptions& raw)
                    "The file to write (\"-\": standard output); for both passes the directory")
         ->type_name("FILE");
     app.add_flag("--list", raw.list, "List the nodes: file, references, inputs, outputs, uniforms");
-    app.add_option("--graph", options.graph.format, "Draw the node graph")
+    app.add_option("--graph", options.graph.format, "Write the node graph for Graphviz")
         ->type_name("FORMAT")
-        ->check(OneOf({"svg", "dot"}));
+        ->check(OneOf({"dot"}));
     app.footer(
         "Writes one pass, from the nodes named, to standard output or FILE; or, with --vertex and\n"
         "--fragment, both passes of the target (or of all targets) as DIR/TARGET.vert and\n"

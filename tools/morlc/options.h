@@ -41,9 +41,9 @@ struct PassOptions {
     bool BothPasses() const { return !vertexNodes.empty(); }
 };
 
-/// A picture of the node graph.
+/// The node graph as a text.
 struct GraphOptions {
-    std::string format;  ///< "svg" or "dot"
+    std::string format;  ///< "dot"
     std::string output = "-";
 };
 
@@ -53,12 +53,10 @@ struct BuildOptions {
     std::string output;                ///< the directory that is written to
     std::vector<std::string> shaders;  ///< the only ones to be built; empty: all of them
     std::size_t jobs = 1;              ///< threads
-    std::size_t shard = 0;             ///< 1-based; 0: the whole
-    std::size_t shardCount = 0;
-    std::size_t joinCount = 0;  ///< of shares to be put together; 0: this is not asked for
     bool noIndex = false;
     bool indexOnly = false;  ///< only write the index of what was built before
     std::string ninjaFile;   ///< empty: none; otherwise nothing else is written
+    std::string launcher;    ///< a shell command that starts each compilation of the Ninja file
     std::string depfile;     ///< empty: none
     bool quiet = false;
 };

@@ -111,7 +111,6 @@ std::string ReadFileName(const Json::Value& value)
 ShaderRecord ReadRecord(const Json::Value& root)
 {
     ShaderRecord record;
-    record.sources = root["sources"].asString();
     const Json::Value& texts = root["texts"];
     for (auto text = texts.begin(); text != texts.end(); ++text) {
         record.texts[ReadFileName(text.name())] = ReadTextRecord(*text);
@@ -140,9 +139,6 @@ Json::Value ShaderRecord::ToJson(const ManifestShader& shader) const
         root["targetMacros"][target] = Object(values);
     }
     root["samplers"] = Object(shader.samplers);
-    if (!sources.empty()) {
-        root["sources"] = sources;
-    }
     root["texts"] = Texts(*this);
     root["variants"] = Variants(*this);
     return root;
@@ -177,12 +173,6 @@ Json::Value MakeIndex(const std::map<std::string, ShaderRecord>& records)
 std::filesystem::path RecordPath(const std::filesystem::path& directory, const std::string& shader)
 {
     return directory / (shader + ".json");
-}
-
-std::filesystem::path ShareDirectory(const std::filesystem::path& directory, std::size_t shard,
-                                     std::size_t shardCount)
-{
-    return directory / ("share-" + std::to_string(shard) + "-of-" + std::to_string(shardCount));
 }
 
 std::filesystem::path IndexPath(const std::filesystem::path& directory)

@@ -30,7 +30,6 @@ struct VariantRecord {
 
 /// What is known of a built shader: the reflection file DIR/SHADER.json.
 struct ShaderRecord {
-    std::string sources;  ///< of a share: the fingerprint of all that it was made from
     std::map<std::string, TextRecord> texts;                               ///< by file
     std::map<std::string, std::map<std::string, VariantRecord>> variants;  ///< by target and name
 
@@ -48,11 +47,6 @@ Json::Value MakeIndex(const std::map<std::string, ShaderRecord>& records);
 
 /// Where the reflection of a shader is written.
 std::filesystem::path RecordPath(const std::filesystem::path& directory, const std::string& shader);
-
-/// The directory below the one that is written to in which a share waits for being joined.
-/// @param shard 1-based.
-std::filesystem::path ShareDirectory(const std::filesystem::path& directory, std::size_t shard,
-                                     std::size_t shardCount);
 
 /// Where the index is written.
 std::filesystem::path IndexPath(const std::filesystem::path& directory);
