@@ -416,7 +416,7 @@ TEST(Build, RefusesPathsThatMakeCannotRead)
 TEST(Build, ShowsProgressOnATerminalOnly)
 {
     const TemporaryDirectory directory;
-    const std::string command = std::string(MORLC) + " build -C " + kExamples +
+    const std::string command = "\"" MORLC "\" build -C \"" + kExamples + "\"" +
                                 " shaders.json -o " + directory.path.string();
     EXPECT_EQ(morl_test::RunShell(command).err, "");
     const std::string shown = morl_test::RunShell("script -qec '" + command + "' /dev/null").out;

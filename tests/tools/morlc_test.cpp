@@ -219,7 +219,7 @@ TEST(Morlc, ReportsFilesThatCannotBeReadOrWritten)
 TEST(Morlc, ReportsAFullDiskAndAClosedPipe)
 {
     const std::string command =
-        std::string(MORLC) + " -C " + kExamples + " -t glsl -s vertex transform";
+        "\"" MORLC "\" -C \"" + kExamples + "\" -t glsl -s vertex transform";
     const ProcessResult full = morl_test::RunShell(command + " > /dev/full");
     EXPECT_EQ(full.status, 1);
     EXPECT_EQ(full.err, "morlc: error: cannot write standard output: No space left on device\n");
@@ -360,7 +360,7 @@ TEST(Morlc, WritesDiagnosticsAsJson)
 
 TEST(Morlc, IsColouredOnATerminalOnly)
 {
-    const std::string command = std::string(MORLC) + " -C " + kExamples + " -t glsl -s vertex nope";
+    const std::string command = "\"" MORLC "\" -C \"" + kExamples + "\" -t glsl -s vertex nope";
     const std::string terminal = "script -qec '" + command + "' /dev/null";
     const std::string plain = "morlc: error: Morl Compiler: unknown node: nope\r\n";
     EXPECT_EQ(morl_test::RunShell("TERM=xterm " + terminal).out,
