@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// How the cost grows with the size of what is handed in. Every row is to fit n log n or better.
+// How the cost grows with the size of what is handed in. Every row but one is to fit n log n or
+// better.
 #include "support/graph.h"
 
 #include <benchmark/benchmark.h>
@@ -87,6 +88,7 @@ void Sorted(benchmark::State& state)
     Request(state, {{"n", Numbered("in float u", state.range(0), " : TEXAUTO;"), {}}}, "glsles", 1);
 }
 
+/// Quadratic, up to the bound of a link's work.
 void MacroAssignments(benchmark::State& state)
 {
     Request(state,

@@ -7,7 +7,6 @@
 #include "support/process.h"
 
 #include <gtest/gtest.h>
-#include <regex>
 #include <set>
 #include <sstream>
 
@@ -30,16 +29,20 @@ TEST(Docs, LanguageTablesAreThoseOfTheCompiler)
 /// The texts that the library logs, but for the marks of a parse and what is only part of a text.
 std::set<std::string> Messages()
 {
-    const std::string header = ReadText(kSource / "morl/core/messages.h");
-    const std::regex row("constexpr char k(\\w+)\\[\\] = \"(.*)\";");
-    const std::set<std::string> left = {"CompilerStart",  "CompilerEnd", "LocationLine",
-                                        "LocationColumn", "LocationEnd", "MissEnd",
-                                        "Conflicts"};
+    const std::set<std::string> left = {"kCompilerStart",  "kCompilerEnd", "kLocationLine",
+                                        "kLocationColumn", "kLocationEnd", "kMissEnd",
+                                        "kConflicts"};
+    const std::string start = "constexpr char ";
     std::set<std::string> messages;
-    for (std::sregex_iterator found(header.begin(), header.end(), row), end; found != end;
-         ++found) {
-        if (left.count((*found)[1]) == 0) {
-            messages.insert((*found)[2]);
+    std::istringstream header(ReadText(kSource / "morl/core/messages.h"));
+    for (std::string line; std::getline(header, line);) {
+        const std::size_t quote = line.find('"');
+        if (line.compare(0, start.size(), start) != 0 || quote == std::string::npos) {
+            continue;
+        }
+        const std::string name = line.substr(start.size(), line.find('[') - start.size());
+        if (left.count(name) == 0) {
+            messages.insert(line.substr(quote + 1, line.rfind('"') - quote - 1));
         }
     }
     return messages;

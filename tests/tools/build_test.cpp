@@ -334,7 +334,7 @@ TEST(Build, DrivesNinja)
     fs::copy(kExamples, project, fs::copy_options::recursive);
     const std::string ninja = (project / "o ut/build.ninja").string();
     const fs::path tool = MORLC;
-    ASSERT_EQ(morl_test::RunShell("cd " + tool.parent_path().string() + " && ./morlc build -C '" +
+    ASSERT_EQ(morl_test::RunShell("cd '" + tool.parent_path().string() + "' && ./morlc build -C '" +
                                   project.string() +
                                   "' shaders.json -o 'o ut' --ninja 'o ut/build.ninja'")
                   .err,
