@@ -269,8 +269,7 @@ Allocations Allocations::Now()
 
 std::vector<std::string> NodeFiles()
 {
-    return {"morl/vertex_shader.morl", "morl/fragment_shader.morl", "morl/post_effect.morl",
-            "morl/special_output.morl"};
+    return {std::begin(ns_ruke::kNodeFiles), std::end(ns_ruke::kNodeFiles)};
 }
 
 std::size_t FileBytes()

@@ -3,6 +3,7 @@
 
 #include "oracle.h"
 
+#include <morl/morl.h>
 #include <unistd.h>
 #include <filesystem>
 #include <fstream>
@@ -24,9 +25,8 @@ public:
         path = pattern;
         std::filesystem::current_path(path);
         std::filesystem::create_directory("morl");
-        for (const char* name :
-             {"vertex_shader", "fragment_shader", "post_effect", "special_output"}) {
-            Write(name, "[]");
+        for (const char* file : ns_ruke::kNodeFiles) {
+            Write(file, "[]");
         }
     }
     GraphDirectory(const GraphDirectory&) = delete;
@@ -37,9 +37,10 @@ public:
         std::filesystem::remove_all(path, ignored);
     }
 
+    /// @param name as in kNodeFiles.
     void Write(const std::string& name, const std::string& text) const
     {
-        std::ofstream file(path / "morl" / (name + ".morl"), std::ios::binary);
+        std::ofstream file(path / name, std::ios::binary);
         if (!(file << text).flush()) {
             Fail("cannot write a node file");
         }

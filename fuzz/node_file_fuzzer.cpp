@@ -29,7 +29,7 @@ void CheckNode(const ns_ruke::MorlNode& node, const std::string& name)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     static const morl_fuzz::GraphDirectory directory;
-    directory.Write("vertex_shader", std::string(data, data + size));
+    directory.Write(ns_ruke::kNodeFiles[0], std::string(data, data + size));
     const std::unordered_map<std::string, std::string> sources;
     const morl_fuzz::LocationOracle silent(sources);
     try {

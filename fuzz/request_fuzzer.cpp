@@ -80,7 +80,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     static const morl_fuzz::GraphDirectory directory;
     const morl_fuzz::RequestInput request = morl_fuzz::ReadRequest(std::string(data, data + size));
-    directory.Write("vertex_shader", NodeFile(request));
+    directory.Write(ns_ruke::kNodeFiles[0], NodeFile(request));
     std::unordered_map<std::string, std::string> sources;
     for (std::size_t i = 0; i < request.nodes.size(); ++i) {
         sources["n" + std::to_string(i)] = request.nodes[i].source;

@@ -59,10 +59,10 @@ void WriteText(const fs::path& path, const std::string& text)
 
 void WriteNodeFiles(const fs::path& directory, const std::string& text)
 {
-    WriteText(directory / "morl/vertex_shader.morl", text);
-    for (const char* name : {"fragment_shader", "post_effect", "special_output"}) {
-        WriteText(directory / "morl" / (std::string(name) + ".morl"), "[]");
+    for (const char* file : ns_ruke::kNodeFiles) {
+        WriteText(directory / file, "[]");
     }
+    WriteText(directory / ns_ruke::kNodeFiles[0], text);
 }
 
 std::unique_ptr<ns_ruke::MorlCompiler> MakeCompiler(const std::vector<NodeSource>& nodes)

@@ -242,7 +242,7 @@ private:
             }
         }
         std::vector<std::string> inputs = {AsGiven(options.manifest)};
-        for (const std::string& path : NodeFilePaths()) {
+        for (const char* path : ns_ruke::kNodeFiles) {
             inputs.push_back(AsGiven(path));
         }
         WriteIfChanged(options.depfile, FormatDepfile(outputs, inputs));

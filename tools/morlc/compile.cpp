@@ -15,9 +15,6 @@ using ns_ruke::MorlCompiler;
 using ns_ruke::PassProperty;
 using ns_ruke::ShaderOutput;
 
-constexpr int kVertex = 0;
-constexpr int kFragment = 1;
-
 PassProperty MakePass(const PassOptions& options, const std::string& target, int stage,
                       const std::vector<std::string>& nodes)
 {
@@ -61,10 +58,11 @@ void CompileBoth(const PassOptions& options, MorlCompiler& compiler)
         if (options.target != "all" && options.target != target) {
             continue;
         }
-        PassProperty vertex = MakePass(options, target, kVertex, options.vertexNodes);
+        PassProperty vertex = MakePass(options, target, ns_ruke::kVertexStage, options.vertexNodes);
         ShaderOutput vertexOutput;
         compiler.Compile(vertex, vertexOutput);
-        PassProperty fragment = MakePass(options, target, kFragment, options.fragmentNodes);
+        PassProperty fragment =
+            MakePass(options, target, ns_ruke::kFragmentStage, options.fragmentNodes);
         fragment.semantics = vertexOutput.semantics;
         ShaderOutput fragmentOutput;
         compiler.Compile(fragment, fragmentOutput);

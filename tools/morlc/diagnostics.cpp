@@ -13,12 +13,11 @@
 namespace morlc {
 namespace {
 
+namespace messages = ns_ruke::messages;
+
 using ns_ruke::LogLevel;
 using ns_ruke::LogLine;
 using ns_ruke::TamberLogSystem;
-
-/// How the message begins that a node file cannot be read.
-constexpr std::string_view kMissingFile = "Can't Find File: ";
 
 /// The collection in force on this thread, or null.
 thread_local LogCollection* currentCollection = nullptr;
@@ -41,8 +40,7 @@ bool WantsColour()
 /// The file that a message about a file names at its end; empty for other messages.
 std::string NamedFile(const std::string& text)
 {
-    constexpr std::string_view kNoObject = "Morl Compiler: node definition is not an object: ";
-    for (const std::string_view start : {kMissingFile, kNoObject}) {
+    for (const std::string_view start : {messages::kFileNotFound, messages::kNodeNotObject}) {
         if (StartsWith(text, start)) {
             return text.substr(start.size());
         }
@@ -53,7 +51,7 @@ std::string NamedFile(const std::string& text)
 /// The name that a message says is that of no node; empty for other messages.
 std::string UnknownNode(const std::string& text)
 {
-    constexpr std::string_view kStart = "Morl Compiler: unknown node: ";
+    constexpr std::string_view kStart = messages::kUnknownNode;
     return StartsWith(text, kStart) ? text.substr(kStart.size()) : "";
 }
 
@@ -115,7 +113,7 @@ void Diagnostics::Take(const LogLine& log)
     diagnostic.line = log.line;
     diagnostic.column = log.column;
     diagnostic.text = log.text;
-    if (StartsWith(log.text, kMissingFile)) {
+    if (StartsWith(log.text, messages::kFileNotFound)) {
         diagnostic.text += " (a file without nodes holds [])";
     }
     const auto file = nodeFiles.find(log.node);

@@ -119,19 +119,11 @@ bool ReadNodeFile(const std::string& path, const std::string& prefix,
 
 }  // namespace
 
-const std::vector<std::string>& NodeFilePaths()
-{
-    static const std::vector<std::string> paths = {
-        "morl/vertex_shader.morl", "morl/fragment_shader.morl", "morl/post_effect.morl",
-        "morl/special_output.morl"};
-    return paths;
-}
-
 LoadedNodes LoadNodes(const std::string& prefix, Diagnostics& diagnostics)
 {
     LoadedNodes nodes;
     bool isValid = true;
-    for (const std::string& path : NodeFilePaths()) {
+    for (const char* path : ns_ruke::kNodeFiles) {
         isValid = ReadNodeFile(path, prefix, nodes.fileByNode, diagnostics) && isValid;
     }
     if (isValid) {

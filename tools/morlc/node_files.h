@@ -6,13 +6,8 @@
 #include <memory>
 #include <string>
 #include <unordered_map>
-#include <vector>
 
 namespace morlc {
-
-/// The node files, in the order in which the compiler loads them, relative to the current
-/// directory.
-const std::vector<std::string>& NodeFilePaths();
 
 /// The nodes below the current directory.
 struct LoadedNodes {
