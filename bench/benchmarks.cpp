@@ -120,15 +120,15 @@ void Switch(benchmark::State& state, const std::string& target)
     state.SetBytesProcessed(static_cast<std::int64_t>(bytes));
 }
 
-#define MORL_FOR_TARGETS(function)                 \
-    BENCHMARK_CAPTURE(function, hlsl, "hlsl");     \
-    BENCHMARK_CAPTURE(function, hlsl10, "hlsl10"); \
-    BENCHMARK_CAPTURE(function, glsl, "glsl");     \
-    BENCHMARK_CAPTURE(function, glsles, "glsles")
-
-MORL_FOR_TARGETS(Cold);
-MORL_FOR_TARGETS(Warm);
-MORL_FOR_TARGETS(Switch);
+/// One row for each target.
+const bool kRegistered = [] {
+    for (const std::string& target : MorlTargets()) {
+        benchmark::RegisterBenchmark(("Cold/" + target).c_str(), Cold, target);
+        benchmark::RegisterBenchmark(("Warm/" + target).c_str(), Warm, target);
+        benchmark::RegisterBenchmark(("Switch/" + target).c_str(), Switch, target);
+    }
+    return true;
+}();
 
 void EmptyRequest(benchmark::State& state)
 {

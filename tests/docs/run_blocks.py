@@ -12,8 +12,7 @@ tells a story from top to bottom. What a block is, its language says:
   json         a JSON document
   morl [WORDS] a source that compiles in all targets; WORDS are macro values, or "errors" for one with
                faults, whose messages a "text" block then shows
-  hlsl, hlsl10, glsl, glsles
-               what the source before becomes in a fragment pass; a line "..." stands for the rest
+  TARGET       what the source before becomes in a fragment pass; a line "..." stands for the rest
 
 "<!-- file: NAME -->" before a block writes it to a file. "<!-- prepare: COMMAND -->" runs a command that
 readers need not see. Blocks without a language, or called "text", are not run.
@@ -131,7 +130,7 @@ class Document:
         self.status = 0
         if command == "demo":
             demo = subprocess.run(["./dev", "demo"], cwd=self.source, capture_output=True, text=True, check=False)
-            expect(demo.returncode == 0 and demo.stdout.count("\n=== ") == 8, demo.stdout + demo.stderr)
+            expect(demo.returncode == 0 and demo.stdout.count("\n=== ") == 2 * len(self.targets), demo.stdout + demo.stderr)
 
     def run_console(self, body):
         commands = re.split(r"^\$ ", body, flags=re.M)

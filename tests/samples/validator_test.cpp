@@ -27,10 +27,16 @@ const std::map<std::string, std::vector<Command>>& Commands()
         {"hlsl10",
          {{"-D", "-V", "-e", "main", "-o", "/dev/null", "-S", "vert", "V"},
           {"-D", "-V", "-e", "main", "-o", "/dev/null", "-S", "frag", "F"}}},
-        {"glsl", {{"-l", "V", "F"}}},
-        {"glsles", {{"-l", "V", "F"}}},
     };
     return commands;
+}
+
+/// Of any other target the texts say by themselves what they are.
+const std::vector<Command>& CommandsOf(const std::string& target)
+{
+    static const std::vector<Command> plain = {{"-l", "V", "F"}};
+    const auto found = Commands().find(target);
+    return found != Commands().end() ? found->second : plain;
 }
 
 void Validate(const SampleRequest& request, const SampleTexts& texts)
@@ -40,7 +46,7 @@ void Validate(const SampleRequest& request, const SampleTexts& texts)
     const std::string fragment = (directory.path / "shader.frag").string();
     morl_test::WriteText(vertex, texts.vertex);
     morl_test::WriteText(fragment, texts.fragment);
-    for (Command command : Commands().at(request.target)) {
+    for (Command command : CommandsOf(request.target)) {
         for (std::string& word : command) {
             word = word == "V" ? vertex : word == "F" ? fragment : word;
         }

@@ -74,7 +74,7 @@ TEST(Morlc, WritesAllTargetsInOneGo)
          "surface_texture,unlit,surface_out", "-o", (directory.path / "out").string()});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.out + result.err, "");
-    for (const std::string target : {"hlsl", "hlsl10", "glsl", "glsles"}) {
+    for (const std::string& target : ns_ruke::MorlTargets()) {
         EXPECT_NE(ReadText(directory.path / "out" / (target + ".vert")), "");
         EXPECT_NE(ReadText(directory.path / "out" / (target + ".frag")), "");
     }
@@ -113,13 +113,22 @@ TEST(Morlc, OffersTheNearestName)
               "morlc: error: Morl Compiler: unknown node: zzzzzzzzzz\n");
 }
 
+std::string TargetList(const std::string& separator)
+{
+    std::string list;
+    for (const std::string& target : ns_ruke::MorlTargets()) {
+        list += (list.empty() ? "" : separator) + target;
+    }
+    return list;
+}
+
 // Every answer names the option and says what to do.
 TEST(Morlc, RefusesWrongUsage)
 {
     const std::pair<std::vector<std::string>, std::string> rows[] = {
-        {{}, "--target: say -t with one of hlsl, hlsl10, glsl, glsles"},
+        {{}, "--target: say -t with one of " + TargetList(", ")},
         {{"-t", "spirv", "-s", "vertex", "n"},
-         "--target: spirv not in {hlsl,hlsl10,glsl,glsles,all}"},
+         "--target: spirv not in {" + TargetList(",") + ",all}"},
         {{"-t", "glsl", "n"}, "--stage: say -s vertex or -s fragment"},
         {{"-t", "glsl", "-s", "geometry", "n"}, "--stage: geometry not in {vertex,fragment}"},
         {{"-t", "glsl", "-s", "vertex"}, "NODE: name at least one node (--list shows them)"},
@@ -149,7 +158,7 @@ TEST(Morlc, RefusesWrongUsage)
         {{"--diagnostics", "xml"}, "--diagnostics: xml not in {text,json}"},
         {{"-C", "x", "build", "m.json"}, "build: comes first: morlc build ..."},
         {{"-t", "glls"},
-         "--target: glls not in {hlsl,hlsl10,glsl,glsles,all} (did you mean 'glsl'?)"},
+         "--target: glls not in {" + TargetList(",") + ",all} (did you mean 'glsl'?)"},
         {{"build", "m.json", "-o", "d", "--ninja", ""}, "--ninja: has an empty value"},
         {{"build"}, "FILE: name the manifest, such as shaders.json"},
         {{"build", "m.json"}, "--output: say where to write: -o DIR"},

@@ -12,6 +12,11 @@ _morlc_nodes() {
     "${COMP_WORDS[0]}" -C "$directory" --list 2>/dev/null | sed -n 's/^\([^ ][^ ]*\)  .*/\1/p'
 }
 
+_morlc_targets()
+{
+    "${COMP_WORDS[0]}" --help 2>/dev/null | sed -n 's/.*TARGET:{\(.*\)}.*/\1/p' | tr , ' '
+}
+
 _morlc() {
     local word=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
     local common="--help --version --directory --diagnostics --verbose --output"
@@ -26,7 +31,7 @@ _morlc() {
         return
         ;;
     -t | --target)
-        mapfile -t COMPREPLY < <(compgen -W "hlsl hlsl10 glsl glsles all" -- "$word")
+        mapfile -t COMPREPLY < <(compgen -W "$(_morlc_targets)" -- "$word")
         return
         ;;
     -s | --stage)
