@@ -75,10 +75,11 @@ std::size_t ListOf(std::size_t size)
     return (size - 1) / kStep;
 }
 
-/// The size to be allocated, so that the memory serves every node of its list.
+/// The size to be allocated: where nodes are kept, such that the memory serves every node of its
+/// list.
 std::size_t RoundUp(std::size_t size)
 {
-    return (ListOf(size) + 1) * kStep;
+    return kKeepsUnits ? (ListOf(size) + 1) * kStep : size;
 }
 
 /// The memory of a node that was freed before; null when there is none.

@@ -31,7 +31,7 @@ constexpr std::size_t kMaxLoopIterations = 1'000'000;
 /// `kBytesPerWork` bytes of text that are copied or searched. It ends the expansion of sources
 /// whose loops stay below `kMaxLoopIterations` but have large bodies: no further iteration runs,
 /// and no further name is substituted. This caps what would otherwise run for minutes, or exhaust
-/// memory, at seconds and about 2.5 GB. A real shader uses less than a thousandth of it.
+/// memory, at seconds and about 1.5 GB. A real shader uses less than a thousandth of it.
 constexpr std::size_t kMaxLinkWork = 20'000'000;
 constexpr std::size_t kBytesPerWork = 16;
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <iterator>
 
 namespace ns_ruke {
 namespace {
@@ -30,10 +31,14 @@ bool Contains(std::string_view set, char c)
 template <class Value>
 std::string Print(const Conversion& conversion, const std::string& size, char letter, Value value)
 {
-    std::string pattern = "%" + conversion.flags + "*.*" + size + letter;
-    if (Contains("dicsup", letter)) {  // for them the alternative form is not defined
-        pattern.erase(std::remove(pattern.begin(), pattern.end(), '#'), pattern.end());
-    }
+    // Not every flag is defined for every letter.
+    const std::string_view undefined = Contains("csp", letter)   ? "#0"
+                                       : Contains("diu", letter) ? "#"
+                                                                 : "";
+    std::string pattern = "%";
+    std::copy_if(conversion.flags.begin(), conversion.flags.end(), std::back_inserter(pattern),
+                 [&](char flag) { return !Contains(undefined, flag); });
+    pattern.append("*.*").append(size) += letter;
     const int length =
         std::snprintf(nullptr, 0, pattern.c_str(), conversion.width, conversion.precision, value);
     std::string text(static_cast<std::size_t>(std::max(length, 0)) + 1, '\0');

@@ -88,7 +88,8 @@ protected:
     std::string WriteParenthesiseExpression(MorlParenthesiseExpression* expression);
     std::string WriteNumber(MorlNumber* number);
 
-    MorlProgram* program;  ///< the program being written; not owned; unset before the first one
+    /// The program being written, or the last one that was; not owned. Null before the first one.
+    MorlProgram* program = nullptr;
     /// How variables are written that are not written as they stand, by name.
     std::unordered_map<std::string, std::string> variableNames;
     /// The texture coordinates handed in, by declaration name.

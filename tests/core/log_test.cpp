@@ -53,14 +53,15 @@ TEST(Log, NeverMisreadsAnArgument)
     static const volatile int object = 1;
     const char open[2] = {'a', 'b'};  // no text: nothing but its address may be read
     Log().LogError("c", "%p%d%p%p%.2s", nullptr, Level::Low, &object, &open[0], &open[0]);
-    Log().LogError("c", "%hhd %hu %Lf %lld %*d|", 257, 65537, 1.5L, 1LL << 40, "no number", 7);
+    Log().LogError("c", "%03s%#c%hhd %hu %Lf %lld %*d|", "a", 'b', 257, 65537, 1.5L, 1LL << 40,
+                   "no number", 7);
     EXPECT_EQ(capture.errors[0], "5|text|7|1");
     EXPECT_EQ(capture.errors[1], "1|%d|%s|%");
     EXPECT_EQ(capture.errors[2], "(null)");
     EXPECT_EQ(capture.errors[3].size(), 1024U);
     EXPECT_EQ(capture.errors[4].substr(0, 6), "(nil)3");
     EXPECT_EQ(capture.errors[4].substr(capture.errors[4].size() - 2), "ab");
-    EXPECT_EQ(capture.errors[5], "1 1 1.500000 1099511627776 no number|");
+    EXPECT_EQ(capture.errors[5], "  ab1 1 1.500000 1099511627776 no number|");
 }
 
 TEST(Log, GivesBackTheSinkInForce)
