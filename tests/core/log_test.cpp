@@ -24,7 +24,7 @@ TEST(Log, TakesAMessageWithoutArgumentsVerbatim)
     Log().LogInfo("Graphics", message);
     EXPECT_EQ(capture.errors, std::vector<std::string>{message});
     EXPECT_EQ(capture.infos, std::vector<std::string>{message});
-    EXPECT_EQ(capture.categories, (std::vector<std::string>{"Graphics", "Graphics"}));
+    EXPECT_EQ(capture.messages[0].category, "Graphics");
 }
 
 TEST(Log, AppliesConversionsToItsArguments)

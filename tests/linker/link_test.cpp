@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "support/graph.h"
 #include "support/log_capture.h"
-#include "support/tree_text.h"
 
 #include <gtest/gtest.h>
 #include <memory>
@@ -61,40 +60,6 @@ morl_test::NodeSource Marked(const std::string& name, const Strings& references)
     return {name, "uniform float " + name + ";", references};
 }
 
-TEST(Link, PutsReferencesFirst)
-{
-    struct Row {
-        std::vector<morl_test::NodeSource> nodes;
-        const char* order;
-    };
-    const Row rows[] = {
-        {{Marked("A", {"C"}), Marked("B", {}), Marked("C", {})}, "B C A"},
-        {{Marked("X", {}), Marked("Y", {})}, "X Y"},
-        {{Marked("Y", {}), Marked("X", {})}, "Y X"},
-        {{Marked("A", {"unlisted", "B", "B"}), Marked("B", {})}, "B A"},
-        {{}, ""},
-    };
-    for (const Row& row : rows) {
-        Linked linked(row.nodes);
-        linked.Link();
-        EXPECT_EQ(linked.Uniforms(), row.order);
-    }
-}
-
-TEST(Link, LeavesCyclesOutAndNamesThem)
-{
-    Linked linked({Marked("A", {"B"}), Marked("good", {}), Marked("B", {"A"}), Marked("S", {"S"}),
-                   Marked("after", {"A"})});
-    const LogCapture log;
-    linked.Link();
-    EXPECT_EQ(linked.Uniforms(), "good");
-    EXPECT_EQ(log.errors, Strings{"MorlLinker: reference cycle: A, B, S, after"});
-
-    Linked nameless({Marked("", {""}), Marked("B", {"B"})});
-    nameless.Link();
-    EXPECT_EQ(log.errors.back(), "MorlLinker: reference cycle: , B");
-}
-
 /// The rule as it is described: scan from the front, take the first node that is ready, begin
 /// again.
 std::string OrderByScanning(std::vector<morl_test::NodeSource> nodes)
@@ -142,32 +107,6 @@ TEST(Link, OrdersRandomGraphsAsScanningDoes)
         linked.Link();
         EXPECT_EQ(linked.Uniforms(), OrderByScanning(nodes)) << "round " << round;
     }
-}
-
-TEST(Link, KeepsTheFirstDeclarationOfAName)
-{
-    Linked linked(
-        {{"A", "in float2 uv : TEXCOORD0; void main() { x = uv.x; }", {}},
-         {"B", "in float3 uv; in float UV; uniform float k; void main() { y = x * k; }", {"A"}}});
-    linked.Link();
-    EXPECT_EQ(morl_test::TreeText(linked.program),
-              "in{26 2 uv : 34 TEXCOORD0 26 1 UV} uniform{25 1 k} "
-              "main- {}{assign(- x = (uv . x)); assign(- y = (x * k));}");
-}
-
-TEST(Link, KeepsTheFirstOfManyDeclarations)
-{
-    std::string source;
-    for (int i = 0; i < 100; ++i) {
-        source += "in float a" + std::to_string(i) + ";";
-    }
-    std::string again = source;
-    again.replace(0, 12, "in int2 a0;");
-    Linked linked({{"A", source, {}}, {"B", again + "in float b;", {}}});
-    linked.Link();
-    ASSERT_EQ(linked.program.inputs.size(), 101U);
-    EXPECT_EQ(morl_test::TreeText(linked.program.inputs[0]), "26 1 a0");
-    EXPECT_EQ(linked.program.inputs[100]->name, "b");
 }
 
 // A linker that has linked many declarations remembers nothing of a program that is gone.

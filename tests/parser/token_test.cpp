@@ -1,61 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "support/log_capture.h"
-#include "support/tree_text.h"
-
 #include <gtest/gtest.h>
+#include <morl/morl.h>
 
 namespace {
 
 using namespace ns_ruke;
-
-/// The tree of the statements, or what was logged about them.
-std::string Read(const std::string& statements)
-{
-    const morl_test::LogCapture log;
-    MorlProgram program;
-    MorlParser().Parse("void main() {" + statements + "}", program);
-    std::string text;
-    for (const std::string& error : log.errors) {
-        const LogLine line(LogLevel::Error, error);
-        text += std::to_string(line.column - 13) + " " + line.text + "|";
-    }
-    for (const MorlSentence* sentence : program.mainFunction->sentences) {
-        text += morl_test::TreeText(sentence);
-    }
-    return text;
-}
-
-TEST(Token, AreReadAsTheyAreWritten)
-{
-    const std::pair<std::string, const char*> rows[] = {
-        {"x1$y=$_a;", "assign(- x1$y = $_a);"},
-        {"x=007;y=2.;", "assign(- x = 007);assign(- y = 2.);"},
-        {"x=SV_POSITION+texcube;", "assign(- x = (SV_POSITION + texcube));"},
-        {"x=1.2.y;", "assign(- x = (1.2 . y));"},
-        {"a.x=a;a+=b;a-=b;a*=b;a/=b;",
-         "assign(- (a . x) = a);assign(- a += b);assign(- a -= b);assign(- a *= b);assign(- a /= "
-         "b);"},
-        {"x=a<b;x=a<=b;x=a>b;x=a>=b;x=a==b;x=a!=b;",
-         "assign(- x = (a < b));assign(- x = (a <= b));assign(- x = (a > b));"
-         "assign(- x = (a >= b));assign(- x = (a == b));assign(- x = (a != b));"},
-        {"x=a&&b;x=a||b;x=a%b;x=a/b;x=a*b;x=a-b;",
-         "assign(- x = (a && b));assign(- x = (a || b));assign(- x = (a % b));"
-         "assign(- x = (a / b));assign(- x = (a * b));assign(- x = (a - b));"},
-        {"x \t\r = b ;", "assign(- x = b);"},
-        {"x = 1.0f;", "8 miss ';':|"},
-        {"x = 1.2.3;", "assign(- x = (1.2 . 3));"},
-        {"x = .5;", "6 expression error:|"},
-        {"x = a&b;", "6 miss ';':|"},
-        {"x = a|b;", "6 miss ';':|"},
-        {"x = SV_Position;", "16 expression error:|"},
-        {"x = #define;", "assign(- x = #define);"},
-        {std::string("x = a\0b;", 8), "6 miss ';':|"},
-        {"x = a\xc3\xa9;", "6 miss ';':|"},
-    };
-    for (const auto& [statements, text] : rows) {
-        EXPECT_EQ(Read(statements).substr(0, std::string(text).size()), text) << statements;
-    }
-}
 
 // One letter per class: buffer, var type, register, control, assign, binary, unary, special,
 // system.

@@ -1,14 +1,18 @@
 // SPDX-License-Identifier: MIT
-// Writes the golden files of the sample shaders and the tables of the language's document anew.
+// Writes the golden files of the sample shaders, the tables of the language's document and the
+// outcomes of all cases anew.
 // Look at what changed before committing it.
 #include "docs/language_tables.h"
 #include "samples/golden_files.h"
+#include "support/cases.h"
 #include "support/graph.h"
+#include "support/log_capture.h"
 
 #include <iostream>
 
 int main()
 {
+    const morl_test::LogCapture log;
     const auto compiler = morl_test::MakeSampleCompiler();
     std::size_t count = 0;
     for (const morl_test::SampleRequest& request : morl_test::RichestSamples()) {
@@ -19,5 +23,13 @@ int main()
     }
     const auto document = morl_test::LanguageDocument();
     morl_test::WriteText(document, morl_test::WithLanguageTables(morl_test::ReadText(document)));
-    std::cout << "wrote " << count << " golden files\n";
+    for (const auto& file : morl_test::CaseFiles()) {
+        std::string text;
+        for (const morl_test::Case& one : morl_test::RunCases(file)) {
+            text += one.rendered;
+        }
+        morl_test::WriteText(file, text);
+        ++count;
+    }
+    std::cout << "wrote " << count << " files\n";
 }

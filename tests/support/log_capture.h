@@ -11,12 +11,18 @@ namespace morl_test {
 /// Collects what is logged while it lives, instead of printing it.
 class LogCapture {
 public:
+    struct Message {
+        ns_ruke::LogLevel level;
+        std::string category;
+        std::string text;
+    };
+
     LogCapture()
     {
         previous = ns_ruke::TamberLogSystem::SetSink([this](ns_ruke::LogLevel level,
                                                             const std::string& category,
                                                             const std::string& message) {
-            categories.push_back(category);
+            messages.push_back({level, category, message});
             (level == ns_ruke::LogLevel::Error ? errors : infos).push_back(message);
         });
     }
@@ -26,7 +32,7 @@ public:
 
     std::vector<std::string> errors;
     std::vector<std::string> infos;
-    std::vector<std::string> categories;  ///< of all messages, in order
+    std::vector<Message> messages;  ///< all of them, in order
 
 private:
     ns_ruke::LogSink previous;

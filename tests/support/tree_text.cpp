@@ -209,18 +209,20 @@ std::string TreeText(const MorlFunction* function)
 std::string TreeText(const MorlProgram& program)
 {
     std::string text;
-    const auto section = [&text](const std::string& name, const std::string& list) {
-        if (list != "{}") {
-            text += (text.empty() ? "" : " ") + name + list;
+    const auto section = [&text](const std::string& name, const auto& items) {
+        for (const auto* item : items) {
+            text += name + " " + TreeText(item) + "\n";
         }
     };
-    section("comments", List(program.comments));
-    section("in", List(program.inputs));
-    section("out", List(program.outputs));
-    section("uniform", List(program.uniforms));
-    section("functions", List(program.functions));
+    section("comment", program.comments);
+    section("in", program.inputs);
+    section("out", program.outputs);
+    section("uniform", program.uniforms);
+    section("function", program.functions);
     if (program.mainFunction != nullptr) {
-        section("main", TreeText(program.mainFunction));
+        const MorlFunction& main = *program.mainFunction;
+        text += "main " + Number(main.returnType) + " " + main.name + List(main.parameters) + "\n";
+        section(" ", main.sentences);
     }
     return text;
 }

@@ -166,4 +166,26 @@ TEST(Hooks, TakeTheStageFromOnePlace)
     }
 }
 
+// The GLSL back ends write no bindings; their operation serves other tools.
+TEST(Hooks, SpellBindingsForToolsThatAskGlsl)
+{
+    MorlTranslatorGLSL glsl;
+    MorlTranslatorGLSLES es;
+    MorlDeclare declare;
+    MorlRegister binding;
+    const auto text = [&](ENUM_TOKEN token) {
+        binding.registerToken = token;
+        binding.name = "(name)";
+        EXPECT_EQ(glsl.WriteRegister(&declare, &binding), es.WriteRegister(&declare, &binding));
+        return glsl.WriteRegister(&declare, &binding);
+    };
+    EXPECT_EQ(text(TOKEN_SV_POSITION), " : POSITION");
+    EXPECT_EQ(text(TOKEN_COLOR2), " : COLOR2");
+    EXPECT_EQ(text(TOKEN_BINORMAL), " : ");
+    EXPECT_EQ(text(TOKEN_TEXAUTO), " : ");
+    EXPECT_EQ(text(TOKEN_SAUTO), " : register(s0)");
+    EXPECT_EQ(text(TOKEN_IDENTIFIER), " : (name)");
+    EXPECT_EQ(glsl.WriteRegister(&declare, nullptr), "");
+}
+
 }  // namespace
