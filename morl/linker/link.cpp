@@ -69,8 +69,6 @@ public:
         }
     }
 
-    bool IsWaiting(std::size_t node) const { return missing[node] > 0; }
-
 private:
     std::unordered_map<std::string_view, std::vector<std::size_t>> dependents;  ///< by name
     std::vector<std::size_t> missing;  ///< how many names each node still waits for
@@ -130,22 +128,37 @@ std::vector<MorlNode*> MorlLinker::TakeOrdered(std::vector<MorlNode*>& nodes)
         order.PlaceName(node->name);
     }
     if (ordered.size() < list.size()) {
-        std::string message = messages::kReferenceCycle;
-        const char* separator = "";
-        for (std::size_t i = 0; i < list.size(); ++i) {
-            if (order.IsWaiting(i)) {
-                message.append(separator).append(list[i]->name);
-                separator = ", ";
-            }
-        }
-        LogGraphicsError(message);
+        ReportCycle(list, ordered);
     }
     return ordered;
 }
 
-// The rule that TakeOrdered follows: whether every node of `all` that the node refers to is in
-// `linked`. References to other nodes do not count. Asking again and again would take quadratic
-// time, so the order is kept by counts instead; a test holds it against a plain scan.
+// Names the nodes that wait for ever.
+void MorlLinker::ReportCycle(const std::vector<MorlNode*>& list,
+                             const std::vector<MorlNode*>& ordered)
+{
+    std::unordered_set<std::string> all;
+    std::unordered_set<std::string> linked;
+    for (const MorlNode* node : list) {
+        all.insert(node->name);
+    }
+    for (const MorlNode* node : ordered) {
+        linked.insert(node->name);
+    }
+    std::string message = messages::kReferenceCycle;
+    const char* separator = "";
+    for (MorlNode* node : list) {
+        if (!CheckNodeReference(linked, all, node)) {
+            message.append(separator).append(node->name);
+            separator = ", ";
+        }
+    }
+    LogGraphicsError(message);
+}
+
+// Whether every node of `all` that the node refers to is in `linked`. References to other nodes do
+// not count. This is the rule of the order; but asking it of all nodes again and again would take
+// quadratic time, so TakeOrdered counts instead.
 bool MorlLinker::CheckNodeReference(std::unordered_set<std::string>& linked,
                                     std::unordered_set<std::string>& all, MorlNode* node)
 {

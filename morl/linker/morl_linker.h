@@ -44,6 +44,7 @@ private:
 
     // Order and merge.
     std::vector<MorlNode*> TakeOrdered(std::vector<MorlNode*>& nodes);
+    void ReportCycle(const std::vector<MorlNode*>& list, const std::vector<MorlNode*>& ordered);
     bool CheckNodeReference(std::unordered_set<std::string>& linked,
                             std::unordered_set<std::string>& all, MorlNode* node);
     void MergeProgram(MorlNode* node, Macros& macros, MorlProgram& program);

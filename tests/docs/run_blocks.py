@@ -199,7 +199,7 @@ def main():
     for document in documents:
         with tempfile.TemporaryDirectory() as directory:
             shutil.copytree(source, directory, symlinks=True, dirs_exist_ok=True,
-                            ignore=shutil.ignore_patterns("build", "build-*.log", ".git", "node_modules"))
+                            ignore=lambda folder, _: ["build", ".git"] if folder == source else ["node_modules"])
             run = Document(document, source, build, directory)
             try:
                 run.run()

@@ -142,6 +142,26 @@ TEST(Link, HandsFunctionsOverAsTheyAre)
     EXPECT_EQ(linked.program.functions[2], linked.nodes[1]->GetProgram()->functions[0]);
 }
 
+// No parser makes such a group, but a host may.
+TEST(Link, ChoosesBetweenTheFunctionsOfAGroup)
+{
+    Linked linked(std::vector<morl_test::NodeSource>{{"A", "float f() { } float g() { }", {}}});
+    MorlProgram& source = *linked.nodes[0]->GetProgram();
+    MorlNumber condition;
+    auto* group = new MorlMarcoIfFunction;
+    group->unitType = TOKEN_MARCO_IF;
+    group->condition = &condition;
+    group->functions = {source.functions[0]};
+    group->elseFunctions = {source.functions[1]};
+    source.functions = {group};
+    for (const char* value : {"1", "0"}) {
+        condition.value = value;
+        linked.program.functions.clear();
+        linked.Link();
+        EXPECT_EQ(linked.program.functions[0]->name, *value == '1' ? "f" : "g");
+    }
+}
+
 TEST(Link, TakesWhatANodeHas)
 {
     Linked linked({Marked("A", {}), Marked("B", {})});

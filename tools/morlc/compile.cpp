@@ -3,7 +3,7 @@
 
 #include "node_files.h"
 #include "output_file.h"
-#include "tables.h"
+#include "semantics_file.h"
 
 #include <morl/morl.h>
 #include <filesystem>
@@ -33,7 +33,7 @@ bool IsRefused(const ShaderOutput& output)
     return output.code.empty();
 }
 
-void CompileOne(const PassOptions& options, MorlCompiler& compiler)
+void CompileOne(const PassOptions& options, const std::string& file, MorlCompiler& compiler)
 {
     PassProperty pass = MakePass(options, options.target, options.stage, options.nodes);
     if (!options.semanticsIn.empty()) {
@@ -44,15 +44,15 @@ void CompileOne(const PassOptions& options, MorlCompiler& compiler)
     if (IsRefused(output)) {
         return;
     }
-    WriteWhole(options.output, output.code);
+    WriteWhole(file, output.code);
     if (!options.semanticsOut.empty()) {
         WriteWhole(options.semanticsOut, FormatSemantics(output.semantics));
     }
 }
 
-void CompileBoth(const PassOptions& options, MorlCompiler& compiler)
+void CompileBoth(const PassOptions& options, const std::filesystem::path& directory,
+                 MorlCompiler& compiler)
 {
-    const std::filesystem::path directory = options.output;
     std::filesystem::create_directories(directory);
     for (const std::string& target : ns_ruke::MorlTargets()) {
         if (options.target != "all" && options.target != target) {
@@ -85,9 +85,9 @@ void Compile(const Options& options, Diagnostics& diagnostics)
     }
     const LogCollection log(*compiler, LogCollection::Mode::Show);
     if (options.pass.BothPasses()) {
-        CompileBoth(options.pass, *compiler);
+        CompileBoth(options.pass, options.output, *compiler);
     } else {
-        CompileOne(options.pass, *compiler);
+        CompileOne(options.pass, options.output, *compiler);
     }
 }
 

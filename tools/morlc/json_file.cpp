@@ -7,10 +7,11 @@
 #include <memory>
 #include <sstream>
 #include <system_error>
-#include <tuple>
 
 namespace morlc {
 namespace {
+
+const std::string kNotValid = "not valid JSON: ";
 
 /// The reader's messages span lines; one line is wanted.
 std::string OnOneLine(const std::string& message)
@@ -23,26 +24,22 @@ std::string OnOneLine(const std::string& message)
     return line;
 }
 
-/// What the reader reports of a document that it cannot read ("* Line 1, Column 2\n ..."), as a
-/// diagnostic: its first message.
-Diagnostic JsonError(const std::string& path, const SourceLines& source,
-                     const std::string& messages)
+/// What the reader reports of a document that it cannot read ("* Line 1, Column 2\n ..."), as an
+/// error: its first message.
+Diagnostic JsonError(const SourceText& source, const std::string& messages)
 {
-    Diagnostic diagnostic;
-    diagnostic.file = path;
     std::istringstream text(messages);
     std::string word;
     char comma = '\0';
+    int line = 0;
+    int column = 0;
     // "* Line 3, Column 5", then the message, up to the next such line.
-    if (text >> word >> word >> diagnostic.line >> comma >> word >> diagnostic.column) {
+    if (text >> word >> word >> line >> comma >> word >> column) {
         std::string first(std::istreambuf_iterator<char>(text), {});
-        diagnostic.text = "not valid JSON: " + OnOneLine(first.substr(0, first.find("\n*")));
-        diagnostic.excerpt = source.At(diagnostic.line, diagnostic.column);
-    } else {
-        diagnostic.line = 0;
-        diagnostic.text = "not valid JSON: " + OnOneLine(messages);
+        return ErrorAt(source.At(line, column),
+                       kNotValid + OnOneLine(first.substr(0, first.find("\n*"))));
     }
-    return diagnostic;
+    return ErrorAt({source.File()}, kNotValid + OnOneLine(messages));
 }
 
 }  // namespace
@@ -57,9 +54,8 @@ std::string ReadFile(const std::string& path)
         text.assign(std::istreambuf_iterator<char>(file), {});
     }
     if (errno != 0 && text.empty()) {
-        Diagnostic diagnostic;
-        diagnostic.text = "cannot read " + path + ": " + std::generic_category().message(errno);
-        throw DiagnosticError(diagnostic);
+        throw DiagnosticError(
+            ErrorAt({}, "cannot read " + path + ": " + std::generic_category().message(errno)));
     }
     return text;
 }
@@ -74,19 +70,8 @@ std::string ReadJsonText(const std::string& path)
     return text;
 }
 
-Diagnostic DiagnosticAt(const std::string& path, const SourceLines& source, std::size_t offset,
-                        const std::string& text)
-{
-    Diagnostic diagnostic;
-    diagnostic.file = path;
-    diagnostic.text = text;
-    std::tie(diagnostic.line, diagnostic.column) = source.Locate(offset);
-    diagnostic.excerpt = source.At(diagnostic.line, diagnostic.column);
-    return diagnostic;
-}
-
 void ParseJson(const Json::CharReaderBuilder& builder, const std::string& text,
-               const std::string& path, const SourceLines& source, Json::Value& root)
+               const SourceText& source, Json::Value& root)
 {
     const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
     std::string errors;
@@ -97,31 +82,28 @@ void ParseJson(const Json::CharReaderBuilder& builder, const std::string& text,
         errors = "nested too deeply";
     }
     if (!isValid) {
-        throw DiagnosticError(JsonError(path, source, errors));
+        throw DiagnosticError(JsonError(source, errors));
     }
 }
 
-JsonFile::JsonFile(const std::string& newPath) : path(newPath), source(ReadJsonText(newPath))
+JsonFile::JsonFile(const std::string& path) : source(path, ReadJsonText(path))
 {
-    if (source.IsEmpty()) {
-        Diagnostic diagnostic;
-        diagnostic.file = path;
-        diagnostic.text = "the file is empty";
-        throw DiagnosticError(diagnostic);
+    if (source.Text().empty()) {
+        throw DiagnosticError(ErrorAt({path}, "the file is empty"));
     }
     Json::CharReaderBuilder builder;
     Json::CharReaderBuilder::strictMode(&builder.settings_);
-    ParseJson(builder, source.Text(), path, source, root);
+    ParseJson(builder, source.Text(), source, root);
 }
 
-Diagnostic JsonFile::At(const Json::Value& value, const std::string& text) const
+Place JsonFile::At(const Json::Value& value) const
 {
-    return DiagnosticAt(path, source, static_cast<std::size_t>(value.getOffsetStart()), text);
+    return source.AtByte(static_cast<std::size_t>(value.getOffsetStart()));
 }
 
 void JsonFile::Fail(const Json::Value& value, const std::string& text) const
 {
-    throw DiagnosticError(At(value, text));
+    throw DiagnosticError(ErrorAt(At(value), text));
 }
 
 void JsonFile::FailAtName(const Json::Value& member, const std::string& name,
@@ -129,8 +111,7 @@ void JsonFile::FailAtName(const Json::Value& member, const std::string& name,
 {
     const auto value = static_cast<std::size_t>(member.getOffsetStart());
     const std::size_t start = source.Text().rfind("\"" + name + "\"", value);
-    throw DiagnosticError(
-        DiagnosticAt(path, source, start == std::string::npos ? value : start, text));
+    throw DiagnosticError(ErrorAt(source.AtByte(start == std::string::npos ? value : start), text));
 }
 
 std::string FormatJsonFile(const Json::Value& root)

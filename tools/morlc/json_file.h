@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "diagnostic.h"
+#include "report/diagnostic.h"
 
 #include <json/json.h>
 #include <string>
-#include <string_view>
 
 namespace morlc {
 
@@ -18,19 +17,18 @@ public:
 
     const Json::Value& Root() const { return root; }
 
-    /// A diagnostic that points at a value of the document.
-    Diagnostic At(const Json::Value& value, const std::string& text) const;
+    /// Where a value of the document begins.
+    Place At(const Json::Value& value) const;
 
-    /// Throws such a diagnostic.
+    /// Throws an error that points at a value.
     [[noreturn]] void Fail(const Json::Value& value, const std::string& text) const;
 
-    /// Throws a diagnostic that points at the name of a member.
+    /// Throws an error that points at the name of a member.
     [[noreturn]] void FailAtName(const Json::Value& member, const std::string& name,
                                  const std::string& text) const;
 
 private:
-    std::string path;
-    SourceLines source;
+    SourceText source;
     Json::Value root;
 };
 
@@ -44,15 +42,10 @@ std::string ReadFile(const std::string& path);
 std::string ReadJsonText(const std::string& path);
 
 /// Parses a document.
-/// @param text what is parsed; `path` and `source` are what diagnostics show instead, which has the
-/// same lines and columns.
+/// @param text what is parsed; `source`, which has the same lines and columns, is what errors show.
 /// @throws DiagnosticError when it is not valid.
 void ParseJson(const Json::CharReaderBuilder& builder, const std::string& text,
-               const std::string& path, const SourceLines& source, Json::Value& root);
-
-/// A diagnostic that points at a byte of a file.
-Diagnostic DiagnosticAt(const std::string& path, const SourceLines& source, std::size_t offset,
-                        const std::string& text);
+               const SourceText& source, Json::Value& root);
 
 /// A document as text, with its line break at the end; indented by two blanks.
 std::string FormatJsonFile(const Json::Value& root);

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "build.h"
+#include "build/build.h"
 #include "compile.h"
-#include "diagnostics.h"
+#include "graph/node_graph.h"
+#include "graph/node_list.h"
 #include "node_files.h"
-#include "node_graph.h"
-#include "node_list.h"
 #include "options.h"
 #include "output_file.h"
+#include "report/diagnostics.h"
 
 #include <csignal>
 #include <exception>
@@ -30,7 +30,7 @@ void Show(const Options& options, Diagnostics& diagnostics)
     const std::string prefix = EnterDirectory(options.common.directory);
     const LoadedNodes nodes = LoadNodes(prefix, diagnostics);
     if (nodes.compiler) {
-        WriteWhole(options.graph.output, Describe(options, nodes));
+        WriteWhole(options.output, Describe(options, nodes));
     }
 }
 

@@ -13,8 +13,7 @@ namespace {
 
 /// One node file on its way through the checks.
 struct NodeFile {
-    std::string path;  ///< as it is reported
-    SourceLines source;
+    SourceText source;
     Json::Value root;
 };
 
@@ -27,10 +26,9 @@ void ParseNodeFile(NodeFile& file)
     builder["stackLimit"] = ns_ruke::kMaxJsonNesting;
     std::string text = file.source.Text();
     ns_ruke::RemoveComments(text);
-    ParseJson(builder, text, file.path, file.source, file.root);
+    ParseJson(builder, text, file.source, file.root);
     if (!file.root.isArray()) {
-        throw DiagnosticError(
-            DiagnosticAt(file.path, file.source, 0, "not a list of nodes (a JSON array)"));
+        throw DiagnosticError(ErrorAt(file.source.AtByte(0), "not a list of nodes (a JSON array)"));
     }
 }
 
@@ -66,7 +64,7 @@ bool ReportFaults(const NodeFile& file, const Json::Value& node, Diagnostics& di
     bool faulty = false;
     const auto report = [&](const Json::Value& value, const std::string& text) {
         const auto offset = static_cast<std::size_t>(value.getOffsetStart());
-        diagnostics.Report(DiagnosticAt(file.path, file.source, offset, text));
+        diagnostics.Report(ErrorAt(file.source.AtByte(offset), text));
         faulty = true;
     };
     for (const char* member : {"name", "x", "y", "content", "ref"}) {
@@ -91,9 +89,8 @@ bool ReadNodeFile(const std::string& path, const std::string& prefix,
                   Diagnostics& diagnostics)
 {
     NodeFile file;
-    file.path = prefix + path;
     try {
-        file.source = SourceLines(ReadJsonText(path));
+        file.source = SourceText(prefix + path, ReadJsonText(path));
     } catch (const DiagnosticError&) {
         return true;  // The compiler reports files that it cannot read.
     }
@@ -111,7 +108,7 @@ bool ReadNodeFile(const std::string& path, const std::string& prefix,
         if (ReportFaults(file, node, diagnostics)) {
             isValid = false;
         } else {
-            fileByNode[node["name"].asString()] = file.path;
+            fileByNode[node["name"].asString()] = file.source.File();
         }
     }
     return isValid;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "diagnostics.h"
+#include "report/diagnostics.h"
 
 #include <memory>
 #include <string>

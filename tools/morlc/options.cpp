@@ -1,195 +1,267 @@
 // SPDX-License-Identifier: MIT
 #include "options.h"
 
-#include "command_line.h"
+#include "nearest.h"
 
 #include <morl/morl.h>
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <charconv>
+#include <cstdio>
 #include <filesystem>
-#include <string_view>
+#include <memory>
 
 namespace morlc {
 namespace {
 
-/// The options as CLI11 reads them, before they are checked against each other.
-struct RawOptions {
-    std::string stage;
-    std::vector<std::string> macros;
-    std::vector<std::string> samplers;
-    std::string output = "-";
-    bool list = false;
-};
+constexpr unsigned kMaxJobs = 256;
+constexpr const char* kExitStatus =
+    "Exit status: 0 without errors, 1 after any error, 2 for wrong usage.";
 
-std::unordered_map<std::string, int> ReadAssignments(const std::string& option,
-                                                     const std::vector<std::string>& texts)
+/// A list of values is joined over all uses of the option.
+CLI::Option* TakesMany(CLI::Option* option)
 {
-    std::unordered_map<std::string, int> values;
-    for (const std::string& text : texts) {
-        const std::size_t sign = text.find('=');
-        if (sign == std::string::npos || sign == 0) {
-            throw CLI::ValidationError(option, "'" + text + "' should read NAME=INTEGER");
-        }
-        values[text.substr(0, sign)] = ReadInteger(option, text.substr(sign + 1));
-    }
-    return values;
+    return option->allow_extra_args(false)->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
 }
 
-std::vector<std::string> TargetNames()
+/// Reads one NAME=INTEGER.
+void ReadAssignment(const std::string& option, const std::string& text,
+                    std::unordered_map<std::string, int>& values)
+{
+    const std::size_t sign = text.find('=');
+    if (sign == std::string::npos || sign == 0) {
+        throw CLI::ValidationError(option, "'" + text + "' should read NAME=INTEGER");
+    }
+    const char* const end = text.data() + text.size();
+    const auto result = std::from_chars(text.data() + sign + 1, end, values[text.substr(0, sign)]);
+    if (result.ec == std::errc::result_out_of_range) {
+        throw CLI::ValidationError(option, "'" + text + "' is outside of the 32-bit range");
+    }
+    if (result.ec != std::errc() || result.ptr != end) {
+        throw CLI::ValidationError(option, "'" + text + "' should read NAME=INTEGER");
+    }
+}
+
+CLI::Option* AddAssignments(CLI::App& app, const std::string& name,
+                            std::unordered_map<std::string, int>& values, const std::string& help)
+{
+    const std::string longName = name.substr(name.rfind("--"));
+    return TakesMany(app.add_option_function<std::vector<std::string>>(
+                            name,
+                            [longName, &values](const std::vector<std::string>& texts) {
+                                for (const std::string& text : texts) {
+                                    ReadAssignment(longName, text, values);
+                                }
+                            },
+                            help)
+                         ->type_name("NAME=INT"));
+}
+
+/// Help without what excludes what: the error says so to the one who needs it.
+class HelpFormatter : public CLI::Formatter {
+public:
+    std::string make_option_opts(const CLI::Option* option) const override
+    {
+        const std::string text = CLI::Formatter::make_option_opts(option);
+        return text.substr(0, std::min(text.find(" Needs:"), text.find(" Excludes:")));
+    }
+};
+
+/// Declares what every command understands.
+void DeclareCommon(CLI::App& app, CommonOptions& options)
+{
+    app.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::Throw);
+    app.add_option("-C,--directory", options.directory,
+                   "Enter DIR first; its folder morl/ holds the node files")
+        ->type_name("DIR");
+    app.add_option("--diagnostics", options.diagnostics,
+                   "How problems are written: text, or json (one object a line)")
+        ->type_name("FORMAT")
+        ->check(CLI::IsMember(std::vector<std::string>{"text", "json"}));
+    app.add_flag("--verbose", options.verbose, "Also report which nodes are parsed");
+}
+
+/// Declares the options of one pass or of both, and returns them.
+std::vector<CLI::Option*> DeclarePasses(CLI::App& app, PassOptions& options)
 {
     std::vector<std::string> targets = ns_ruke::MorlTargets();
     targets.emplace_back("all");
-    return targets;
+    CLI::Option* const output = app.get_option("--output");
+    CLI::Option* const target =
+        app.add_option("-t,--target", options.target, "The target language, or all of them")
+            ->type_name("TARGET")
+            ->check(CLI::IsMember(targets));
+    CLI::Option* const stage =
+        app.add_option_function<std::string>(
+               "-s,--stage",
+               [&options](const std::string& name) {
+                   options.stage =
+                       name == "vertex" ? ns_ruke::kVertexStage : ns_ruke::kFragmentStage;
+               },
+               "The stage of the pass")
+            ->type_name("STAGE")
+            ->check(CLI::IsMember(std::vector<std::string>{"vertex", "fragment"}));
+    CLI::Option* const nodes =
+        app.add_option("NODE", options.nodes, "The nodes of the pass")->type_name("");
+    CLI::Option* const vertex = TakesMany(
+        app.add_option("--vertex", options.vertexNodes, "Both passes: the nodes of the vertex pass")
+            ->type_name("NODE,...")
+            ->delimiter(','));
+    CLI::Option* const fragment =
+        TakesMany(app.add_option("--fragment", options.fragmentNodes,
+                                 "Both passes: the nodes of the fragment pass")
+                      ->type_name("NODE,...")
+                      ->delimiter(','));
+    CLI::Option* const define =
+        AddAssignments(app, "-D,--define", options.macros, "Give a macro a value");
+    CLI::Option* const sampler = AddAssignments(app, "--sampler", options.samplers,
+                                                "Give a sampler bound to SAUTO a register");
+    CLI::Option* const in =
+        app.add_option("--semantics-in", options.semanticsIn,
+                       "Read the table of automatic texture coordinates that a vertex pass wrote")
+            ->type_name("FILE");
+    CLI::Option* const out =
+        app.add_option("--semantics-out", options.semanticsOut,
+                       "Write the table of automatic texture coordinates, a JSON object")
+            ->type_name("FILE");
+    vertex->needs(fragment)->needs(output);
+    fragment->needs(vertex);
+    // Both passes name their nodes, and hand the table on, by themselves.
+    for (CLI::Option* const option : {stage, nodes, in, out}) {
+        vertex->excludes(option);
+    }
+    return {target, stage, nodes, vertex, fragment, define, sampler, in, out};
 }
 
-void DeclarePasses(CLI::App& app, PassOptions& options, RawOptions& raw)
-{
-    app.add_option("-t,--target", options.target, "The target language, or all of them")
-        ->type_name("TARGET")
-        ->check(OneOf(TargetNames()));
-    app.add_option("-s,--stage", raw.stage, "The stage of the pass")
-        ->type_name("STAGE")
-        ->check(OneOf({"vertex", "fragment"}));
-    app.add_option("nodes", options.nodes, "The nodes of the pass")->type_name("NODE");
-    app.add_option("--vertex", options.vertexNodes, "Both passes: the nodes of the vertex pass")
-        ->type_name("NODE,...")
-        ->delimiter(',')
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-    app.add_option("--fragment", options.fragmentNodes,
-                   "Both passes: the nodes of the fragment pass")
-        ->type_name("NODE,...")
-        ->delimiter(',')
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-    app.add_option("-D,--define", raw.macros, "Give a macro a value")
-        ->type_name("NAME=INT")
-        ->allow_extra_args(false)
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-    app.add_option("--sampler", raw.samplers, "Give a sampler bound to SAUTO a register")
-        ->type_name("NAME=INT")
-        ->allow_extra_args(false)
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-    app.add_option("--semantics-in", options.semanticsIn,
-                   "Read the table of automatic texture coordinates that a vertex pass wrote")
-        ->type_name("FILE");
-    app.add_option("--semantics-out", options.semanticsOut,
-                   "Write the table of automatic texture coordinates, a JSON object")
-        ->type_name("FILE");
-}
-
-void Declare(CLI::App& app, Options& options, RawOptions& raw)
+/// Declares what is done without a subcommand, and returns the options that no subcommand has.
+std::vector<CLI::Option*> DeclareMain(CLI::App& app, Options& options)
 {
     DeclareCommon(app, options.common);
-    DeclarePasses(app, options.pass, raw);
-    app.add_option("-o,--output", raw.output,
-                   "The file to write (\"-\": standard output); for both passes the directory")
-        ->type_name("FILE");
-    app.add_flag("--list", raw.list, "List the nodes: file, references, inputs, outputs, uniforms");
-    app.add_option("--graph", options.graph.format, "Write the node graph for Graphviz")
-        ->type_name("FORMAT")
-        ->check(OneOf({"dot"}));
+    app.set_version_flag("--version", std::string("morlc ") + MORL_VERSION);
+    CLI::Option* const output =
+        app.add_option("-o,--output", options.output,
+                       "The file to write (\"-\": standard output); for both passes the directory")
+            ->type_name("FILE");
+    CLI::Option* const list = app.add_flag_callback(
+        "--list", [&options] { options.command = Command::List; },
+        "List the nodes: file, references, inputs, outputs, uniforms");
+    CLI::Option* const graph =
+        app.add_option_function<std::string>(
+               "--graph", [&options](const std::string&) { options.command = Command::Graph; },
+               "Write the node graph for Graphviz")
+            ->type_name("FORMAT")
+            ->check(CLI::IsMember(std::vector<std::string>{"dot"}));
+    list->excludes(graph);
+    std::vector<CLI::Option*> own = DeclarePasses(app, options.pass);
+    for (CLI::Option* const option : own) {
+        list->excludes(option);
+        graph->excludes(option);
+    }
     app.footer(
-        "Writes one pass, from the nodes named, to standard output or FILE; or, with --vertex and\n"
-        "--fragment, both passes of the target (or of all targets) as DIR/TARGET.vert and\n"
-        "DIR/TARGET.frag. Paths are relative to the directory given with -C.\n"
-        "\n"
-        "'morlc build FILE.json -o DIR' builds all shaders of a manifest: see 'morlc build "
-        "--help'.\n"
-        "\n"
-        "Exit status: 0 without errors, 1 after any error, 2 for wrong usage.");
+        std::string(
+            "Writes one pass, from the nodes named, to standard output or FILE; or, with --vertex\n"
+            "and --fragment, both passes of the target (or of all targets) as DIR/TARGET.vert and\n"
+            "DIR/TARGET.frag. Paths are relative to the directory given with -C.\n\n") +
+        kExitStatus);
+    own.insert(own.end(), {output, list, graph});
+    return own;
 }
 
-std::string TargetHelp()
+void DeclareBuild(CLI::App& app, CommonOptions& common, BuildOptions& options)
 {
-    std::string names;
-    for (const std::string& target : ns_ruke::MorlTargets()) {
-        names += (names.empty() ? "" : ", ") + target;
+    DeclareCommon(app, common);
+    app.add_option("FILE", options.manifest, "The manifest, a JSON file")
+        ->type_name("")
+        ->required();
+    app.add_option("-o,--output", options.output, "The directory to write to")
+        ->type_name("DIR")
+        ->required();
+    app.add_option("-j,--jobs", options.jobs, "Use N threads (0: one per processor)")
+        ->type_name("N")
+        ->check(CLI::Range(0U, kMaxJobs));
+    CLI::Option* const shader =
+        TakesMany(app.add_option("--shader", options.shaders, "Build only these shaders")
+                      ->type_name("NAME,...")
+                      ->delimiter(','));
+    CLI::Option* const noIndex =
+        app.add_flag("--no-index", options.noIndex, "Leave the index as it is");
+    CLI::Option* const index = app.add_flag("--index", options.indexOnly,
+                                            "Only write the index of the shaders built before");
+    CLI::Option* const ninja = app.add_option("--ninja", options.ninjaFile,
+                                              "Only write a Ninja file, with one edge per shader")
+                                   ->type_name("FILE");
+    app.add_option("--launcher", options.launcher,
+                   "Let the Ninja file put COMMAND in front of every compilation")
+        ->type_name("COMMAND")
+        ->needs(ninja);
+    CLI::Option* const depfile =
+        app.add_option("--depfile", options.depfile,
+                       "Write the files that the shaders were made from, as Ninja and Make read it")
+            ->type_name("FILE");
+    app.add_flag("-q,--quiet", options.quiet, "No progress, and no summary");
+    index->excludes(ninja);
+    for (CLI::Option* const option : {shader, noIndex, depfile}) {
+        index->excludes(option);
+        ninja->excludes(option);
     }
-    return "say -t with one of " + names;
+    app.footer(
+        std::string(
+            "Writes DIR/SHADER/TARGET/VARIANT.vert and .frag (variants of equal text once),\n"
+            "DIR/SHADER.json with what each text needs of the engine, and DIR/index.json, which\n"
+            "tells the file of each shader, target and variant. Files that would not change are\n"
+            "left alone. Paths are relative to the directory given with -C.\n\n") +
+        kExitStatus);
 }
 
-void CheckOnePass(PassOptions& options, const RawOptions& raw)
+/// What one pass needs is not needed for both, nor for lists; so it is no plain requirement.
+void CheckPass(const CLI::App& app, const Options& options)
 {
-    if (options.target == "all") {
-        throw CLI::ValidationError("--target", "'all' needs --vertex, --fragment and -o DIR");
-    }
-    if (raw.stage.empty()) {
-        throw CLI::ValidationError("--stage", "say -s vertex or -s fragment");
-    }
-    if (options.nodes.empty()) {
-        throw CLI::ValidationError("NODE", "name at least one node (--list shows them)");
-    }
-    options.stage = raw.stage == "vertex" ? 0 : 1;
-}
-
-void CheckBothPasses(const PassOptions& options, const RawOptions& raw)
-{
-    if (options.vertexNodes.empty() || options.fragmentNodes.empty()) {
-        throw CLI::ValidationError("--vertex", "--vertex and --fragment go together");
-    }
-    if (!options.nodes.empty() || !raw.stage.empty()) {
-        throw CLI::ValidationError("--vertex", "takes the place of --stage and of the node names");
-    }
-    if (!options.semanticsIn.empty() || !options.semanticsOut.empty()) {
-        throw CLI::ValidationError("--vertex",
-                                   "hands the table to the fragment pass by itself: "
-                                   "leave --semantics-in and --semantics-out out");
-    }
-    if (options.output == "-") {
-        throw CLI::ValidationError("--output", "both passes need a directory: -o DIR");
-    }
-}
-
-void CheckPasses(PassOptions& options, const RawOptions& raw)
-{
-    if (options.target.empty() && !options.nodes.empty() && options.nodes.front() == "build") {
-        throw CLI::ValidationError("build", "comes first: morlc build ...");
-    }
-    if (options.target.empty()) {
-        throw CLI::ValidationError("--target", TargetHelp());
-    }
-    options.macros = ReadAssignments("--define", raw.macros);
-    options.samplers = ReadAssignments("--sampler", raw.samplers);
-    options.output = raw.output;
-    if (options.vertexNodes.empty() && options.fragmentNodes.empty()) {
-        CheckOnePass(options, raw);
-    } else {
-        CheckBothPasses(options, raw);
-    }
-}
-
-/// The first option of a pass that was given; empty: none.
-std::string PassOption(const CLI::App& app)
-{
-    for (const char* name : {"--target", "--stage", "--vertex", "--fragment", "--define",
-                             "--sampler", "--semantics-in", "--semantics-out"}) {
-        if (app.count(name) > 0) {
-            return name;
+    const bool bothPasses = options.pass.BothPasses();
+    for (const char* const name : {"--target", "--stage", "NODE"}) {
+        const bool isNeeded = !bothPasses || std::string(name) == "--target";
+        if (isNeeded && app.count(name) == 0) {
+            throw CLI::RequiredError(name);
         }
     }
-    return app.count("nodes") > 0 ? "NODE" : "";
+    if (options.pass.target == "all" && !bothPasses) {
+        throw CLI::ValidationError("--target", "'all' needs --vertex and --fragment");
+    }
+    if (bothPasses && options.output == "-") {
+        throw CLI::ValidationError("--output", "both passes need a directory");
+    }
 }
 
-void Check(const CLI::App& app, Options& options, const RawOptions& raw)
+/// An empty value is a slip, such as a variable of a script that is not set.
+void RefuseEmpty(const CLI::App& app)
 {
-    const bool wantsGraph = !options.graph.format.empty();
-    if (!raw.list && !wantsGraph) {
-        CheckPasses(options.pass, raw);
-        return;
+    for (const CLI::Option* option : app.get_options()) {
+        for (const std::string& value : option->results()) {
+            if (value.empty()) {
+                throw CLI::ValidationError(option->get_name(), "has an empty value");
+            }
+        }
     }
-    const std::string asked = raw.list ? "--list" : "--graph";
-    const std::string other = raw.list && wantsGraph ? "--graph" : PassOption(app);
-    if (!other.empty()) {
-        throw CLI::ValidationError(asked, "compiles nothing: leave " + other + " out");
-    }
-    options.command = raw.list ? Command::List : Command::Graph;
-    options.graph.output = raw.output;
 }
 
-bool ReadPassOptions(int argc, char** argv, Options& options, ExitStatus& status)
+/// " (did you mean '--NAME'?)" of the first argument that is no option of the command.
+std::string SuggestOption(const CLI::App& app)
 {
-    CLI::App app("Compiles shader graphs to HLSL and GLSL.", "morlc");
-    RawOptions raw;
-    Declare(app, options, raw);
-    return ParseCommandLine(
-        app, argc, argv, [&] { Check(app, options, raw); }, status);
+    std::vector<std::string> names;
+    for (const CLI::Option* option : app.get_options()) {
+        for (const std::string& name : option->get_lnames()) {
+            names.push_back("--" + name);
+        }
+    }
+    const std::vector<std::string> extras = app.remaining();
+    return extras.empty() ? ""
+                          : Suggestion(names, extras.front().substr(0, extras.front().find('=')));
+}
+
+ExitStatus Refuse(const CLI::App& command, const std::string& reason)
+{
+    const std::string name = command.get_parent() == nullptr ? "morlc" : "morlc build";
+    std::fprintf(stderr, "morlc: error: %s\nSee '%s --help'.\n", reason.c_str(), name.c_str());
+    return kUsage;
 }
 
 }  // namespace
@@ -198,11 +270,36 @@ bool ReadOptions(int argc, char** argv, Options& options, ExitStatus& status)
 {
     std::error_code ignored;
     options.program = std::filesystem::read_symlink("/proc/self/exe", ignored).string();
-    if (argc > 1 && std::string_view(argv[1]) == "build") {
-        options.command = Command::Build;
-        return ReadBuildOptions(argc - 1, argv + 1, options, status);
+    CLI::App app("Compiles shader graphs to HLSL and GLSL.", "morlc");
+    app.formatter(std::make_shared<HelpFormatter>());
+    const std::vector<CLI::Option*> own = DeclareMain(app, options);
+    CLI::App* const build = app.add_subcommand("build", "Build the shaders of a manifest");
+    DeclareBuild(*build, options.common, options.build);
+    for (CLI::Option* const option : own) {
+        build->excludes(option);
     }
-    return ReadPassOptions(argc, argv, options, status);
+    const CLI::App* command = &app;
+    try {
+        app.parse(argc, argv);
+        command = build->parsed() ? build : &app;
+        RefuseEmpty(*command);
+        if (command == build) {
+            options.command = Command::Build;
+        } else if (options.command == Command::Pass) {
+            CheckPass(app, options);
+        }
+        return true;
+    } catch (const CLI::ExtrasError& error) {
+        command = build->parsed() ? build : &app;
+        status = Refuse(*command, error.what() + SuggestOption(*command));
+    } catch (const CLI::ParseError& error) {
+        command = build->parsed() ? build : &app;
+        status = error.get_exit_code() == 0 ? kSuccess : Refuse(*command, error.what());
+        if (status == kSuccess) {
+            app.exit(error);
+        }
+    }
+    return false;
 }
 
 }  // namespace morlc

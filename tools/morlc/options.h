@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <morl/ast/stage.h>
 #include <cstddef>
 #include <string>
 #include <unordered_map>
@@ -28,7 +29,7 @@ struct CommonOptions {
 /// One pass, or both passes of a shader.
 struct PassOptions {
     std::string target;  ///< a target, or "all"
-    int stage = 0;
+    int stage = ns_ruke::kVertexStage;
     std::vector<std::string> nodes;          ///< of the one pass of `stage`
     std::vector<std::string> vertexNodes;    ///< of the vertex pass, when both passes are asked for
     std::vector<std::string> fragmentNodes;  ///< of the fragment pass, likewise
@@ -36,15 +37,8 @@ struct PassOptions {
     std::unordered_map<std::string, int> samplers;
     std::string semanticsIn;   ///< empty: none
     std::string semanticsOut;  ///< empty: none
-    std::string output = "-";  ///< a file ("-": standard output); a directory for both passes
 
     bool BothPasses() const { return !vertexNodes.empty(); }
-};
-
-/// The node graph as a text.
-struct GraphOptions {
-    std::string format;  ///< "dot"
-    std::string output = "-";
 };
 
 /// The shaders of a manifest.
@@ -52,7 +46,7 @@ struct BuildOptions {
     std::string manifest;
     std::string output;                ///< the directory that is written to
     std::vector<std::string> shaders;  ///< the only ones to be built; empty: all of them
-    std::size_t jobs = 1;              ///< threads
+    std::size_t jobs = 1;              ///< threads; 0: one per processor
     bool noIndex = false;
     bool indexOnly = false;  ///< only write the index of what was built before
     std::string ninjaFile;   ///< empty: none; otherwise nothing else is written
@@ -65,8 +59,8 @@ struct Options {
     Command command = Command::Pass;
     std::string program;  ///< the path of this tool
     CommonOptions common;
+    std::string output = "-";  ///< a file ("-": standard output); a directory for both passes
     PassOptions pass;
-    GraphOptions graph;
     BuildOptions build;
 };
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "diagnostic.h"
+#include "report/diagnostic.h"
 
 #include <json/json.h>
 #include <cstddef>
@@ -27,7 +27,7 @@ struct MacroRange {
 /// A node that a shader names.
 struct NodeName {
     std::string name;
-    Diagnostic place;  ///< where the manifest names it
+    Place place;  ///< where the manifest names it
 };
 
 /// A shader of a manifest. Its variants are all combinations of the values of its macros, numbered
@@ -40,7 +40,7 @@ struct ManifestShader {
     std::vector<MacroRange> macros;                   ///< in ascending order of the names
     std::map<std::string, MacroValues> targetMacros;  ///< values that hold in one target only
     std::map<std::string, int> samplers;
-    Diagnostic place;          ///< where the manifest names it
+    Place place;               ///< where the manifest names it
     std::size_t variants = 1;  ///< how many there are
     Json::Value entry;         ///< as the manifest has it
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "build.h"
+#include "build/build.h"
 
-#include "dependencies.h"
-#include "grid.h"
+#include "build/dependencies.h"
+#include "build/variants.h"
 #include "json_file.h"
 #include "node_files.h"
 #include "output_file.h"
@@ -16,7 +16,7 @@
 #include <iomanip>
 #include <optional>
 #include <sstream>
-#include <stdexcept>
+#include <thread>
 #include <utility>
 
 namespace morlc {
@@ -164,14 +164,14 @@ public:
     void Run()
     {
         const Clock::time_point start = Clock::now();
-        const std::vector<Job> jobs = MakeJobs(manifest, options.shaders);
-        const std::size_t threads = std::clamp<std::size_t>(jobs.size(), 1, options.jobs);
-        const Compilers compilers = LoadCompilers(threads, prefix, diagnostics);
+        const std::vector<Variant> variants = ListVariants(manifest, options.shaders);
+        const Compilers compilers =
+            LoadCompilers(ThreadCount(variants.size()), prefix, diagnostics);
         if (compilers.empty()) {
             return;
         }
-        totals.variants = jobs.size();
-        const std::vector<BuiltShader> shaders = Compile(jobs, compilers);
+        totals.variants = variants.size();
+        const std::vector<BuiltShader> shaders = Compile(variants, compilers);
         for (std::size_t i = 0; i < shaders.size(); ++i) {
             Write(manifest.shaders[i], shaders[i]);
         }
@@ -187,11 +187,19 @@ public:
     }
 
 private:
-    std::vector<BuiltShader> Compile(const std::vector<Job>& jobs, const Compilers& compilers)
+    std::size_t ThreadCount(std::size_t variants) const
     {
-        Progress progress(jobs.size(), options.quiet);
-        return RunGrid({manifest, jobs, compilers, diagnostics,
-                        [&](std::size_t done) { progress.Show(done); }});
+        const std::size_t wanted =
+            options.jobs > 0 ? options.jobs : std::max(std::thread::hardware_concurrency(), 1U);
+        return std::clamp<std::size_t>(variants, 1, wanted);
+    }
+
+    std::vector<BuiltShader> Compile(const std::vector<Variant>& variants,
+                                     const Compilers& compilers)
+    {
+        Progress progress(variants.size(), options.quiet);
+        return CompileVariants({manifest, variants, compilers, diagnostics,
+                                [&](std::size_t done) { progress.Show(done); }});
     }
 
     void Write(const ManifestShader& shader, const BuiltShader& built)

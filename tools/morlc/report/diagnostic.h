@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "excerpt.h"
+#include "report/source_text.h"
 
 #include <stdexcept>
 #include <string>
@@ -11,17 +11,17 @@ namespace morlc {
 /// One problem, or one remark, as it is shown.
 struct Diagnostic {
     bool isError = true;
-    std::string file;     ///< empty: none is concerned
-    std::string node;     ///< empty: none is concerned; otherwise the location is in its source
+    Place place;          ///< in the source of `node`, if one is concerned
+    std::string node;     ///< empty: none is concerned
     std::string shader;   ///< of a manifest; empty: none is concerned
     std::string variant;  ///< of it, with the target, in which it was met first; does not count as
                           ///< a difference between two diagnostics
-    int line = 0;         ///< 1-based; 0: no location
-    int column = 0;       ///< 1-based, in bytes; 0: no location
     std::string unknownNode;  ///< the name that `text` says is that of no node
     std::string text;         ///< may hold anything; it is made printable when it is shown
-    Excerpt excerpt;          ///< the source line
 };
+
+/// An error at a place.
+Diagnostic ErrorAt(Place place, const std::string& text);
 
 /// A problem that ends what the tool is doing.
 class DiagnosticError : public std::runtime_error {

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "dependencies.h"
+#include "build/dependencies.h"
 
+#include "build/record.h"
 #include "json_file.h"
 #include "output_file.h"
-#include "record.h"
 
 #include <filesystem>
 #include <map>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "node_list.h"
+#include "graph/node_list.h"
 
 #include "text.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "diagnostic.h"
+#include "report/diagnostic.h"
 
 #include <morl/morl.h>
 #include <optional>
@@ -37,7 +37,8 @@ public:
     std::size_t ErrorCount() const { return errors; }
 
 private:
-    void Take(const ns_ruke::LogLine& log);
+    Diagnostic Describe(const ns_ruke::LogLine& log) const;
+    void Deliver(Diagnostic diagnostic);
     std::string Hint(const std::string& unknownNode);
 
     DiagnosticFormat format;
@@ -67,13 +68,13 @@ public:
 private:
     friend class Diagnostics;
 
-    Excerpt ExcerptOf(const ns_ruke::LogLine& log);
+    void AddExcerpt(Diagnostic& diagnostic);
 
     const ns_ruke::MorlCompiler& compiler;
     Mode mode;
     // The source of the node that logged last: a parse reports all its faults in a row.
     std::string lastNode;
-    std::optional<SourceLines> lastLines;
+    std::optional<SourceText> lastSource;
 };
 
 }  // namespace morlc

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "excerpt.h"
+#include "report/source_text.h"
 
 #include "text.h"
 
@@ -15,7 +15,8 @@ constexpr std::size_t kWidth = 120;
 
 }  // namespace
 
-SourceLines::SourceLines(std::string newText) : text(std::move(newText)), starts(1)
+SourceText::SourceText(std::string newFile, std::string newText)
+    : file(std::move(newFile)), text(std::move(newText)), starts(1)
 {
     for (std::size_t end = text.find('\n'); end != std::string::npos;
          end = text.find('\n', end + 1)) {
@@ -23,7 +24,7 @@ SourceLines::SourceLines(std::string newText) : text(std::move(newText)), starts
     }
 }
 
-Excerpt SourceLines::At(int line, int column) const
+Excerpt SourceText::ExcerptAt(int line, int column) const
 {
     const auto index = static_cast<std::size_t>(line) - 1;
     if (line < 1 || column < 1 || index >= starts.size()) {
@@ -56,10 +57,15 @@ Excerpt SourceLines::At(int line, int column) const
     return excerpt;
 }
 
-std::pair<int, int> SourceLines::Locate(std::size_t offset) const
+Place SourceText::At(int line, int column) const
+{
+    return {file, line, column, ExcerptAt(line, column)};
+}
+
+Place SourceText::AtByte(std::size_t offset) const
 {
     const auto next = std::upper_bound(starts.begin(), starts.end(), offset);
-    return {static_cast<int>(next - starts.begin()), static_cast<int>(offset - *(next - 1)) + 1};
+    return At(static_cast<int>(next - starts.begin()), static_cast<int>(offset - *(next - 1)) + 1);
 }
 
 }  // namespace morlc

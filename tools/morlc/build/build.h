@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "diagnostics.h"
 #include "options.h"
+#include "report/diagnostics.h"
 
 namespace morlc {
 

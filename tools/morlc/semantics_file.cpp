@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tables.h"
+#include "semantics_file.h"
 
 #include "json_file.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "diagnostics.h"
+#include "report/diagnostics.h"
 
 #include "nearest.h"
 
@@ -62,7 +62,10 @@ Diagnostics::Diagnostics(DiagnosticFormat newFormat, bool showParseLines)
 {
     previous = TamberLogSystem::SetSink(
         [this](LogLevel level, const std::string& /*category*/, const std::string& message) {
-            Take(LogLine(level, message));
+            const LogLine log(level, message);
+            if (showParses || !log.IsParseMark()) {
+                Deliver(Describe(log));
+            }
         });
 }
 
@@ -92,44 +95,41 @@ void Diagnostics::Report(Diagnostic diagnostic)
 
 void Diagnostics::Error(const std::string& text)
 {
-    Diagnostic diagnostic;
-    diagnostic.text = text;
-    Report(diagnostic);
+    Report(ErrorAt({}, text));
 }
 
-// Runs on the thread that logs; the log lets one line through at a time.
-void Diagnostics::Take(const LogLine& log)
+Diagnostic Diagnostics::Describe(const LogLine& log) const
 {
-    if (log.IsParseMark() && !showParses) {
-        return;
-    }
+    const std::string namedFile = NamedFile(log.text);
+    const auto file = nodeFiles.find(log.node);
     Diagnostic diagnostic;
     diagnostic.isError = log.IsError();
-    const std::string namedFile = NamedFile(log.text);
-    if (!namedFile.empty()) {
-        diagnostic.file = filePrefix + namedFile;
-    }
     diagnostic.node = log.node;
-    diagnostic.line = log.line;
-    diagnostic.column = log.column;
+    if (!log.node.empty() && file != nodeFiles.end()) {
+        diagnostic.place.file = file->second;
+    } else if (!namedFile.empty()) {
+        diagnostic.place.file = filePrefix + namedFile;
+    }
+    diagnostic.place.line = log.line;
+    diagnostic.place.column = log.column;
+    diagnostic.unknownNode = UnknownNode(log.text);
     diagnostic.text = log.text;
     if (StartsWith(log.text, messages::kFileNotFound)) {
         diagnostic.text += " (a file without nodes holds [])";
     }
-    const auto file = nodeFiles.find(log.node);
-    if (!log.node.empty() && file != nodeFiles.end()) {
-        diagnostic.file = file->second;
-    }
-    diagnostic.unknownNode = UnknownNode(log.text);
+    return diagnostic;
+}
+
+// Runs on the thread that logs; the log lets one line through at a time.
+void Diagnostics::Deliver(Diagnostic diagnostic)
+{
     if (currentCollection == nullptr) {
-        Report(diagnostic);
+        Report(std::move(diagnostic));
         return;
     }
-    if (log.line > 0) {
-        diagnostic.excerpt = currentCollection->ExcerptOf(log);
-    }
+    currentCollection->AddExcerpt(diagnostic);
     if (currentCollection->mode == LogCollection::Mode::Show) {
-        Report(diagnostic);
+        Report(std::move(diagnostic));
     } else {
         currentCollection->kept.push_back(std::move(diagnostic));
     }
@@ -157,14 +157,18 @@ LogCollection::LogCollection(const ns_ruke::MorlCompiler& owner, Mode newMode)
     currentCollection = this;
 }
 
-Excerpt LogCollection::ExcerptOf(const LogLine& log)
+void LogCollection::AddExcerpt(Diagnostic& diagnostic)
 {
-    if (log.node != lastNode || !lastLines) {
-        const ns_ruke::MorlNode* const node = compiler.FindNode(log.node);
-        lastNode = log.node;
-        lastLines.emplace(node != nullptr ? node->GetContent() : "");
+    Place& place = diagnostic.place;
+    if (place.line == 0) {
+        return;
     }
-    return lastLines->At(log.line, log.column);
+    if (diagnostic.node != lastNode || !lastSource) {
+        const ns_ruke::MorlNode* const node = compiler.FindNode(diagnostic.node);
+        lastNode = diagnostic.node;
+        lastSource.emplace(place.file, node != nullptr ? node->GetContent() : "");
+    }
+    place = lastSource->At(place.line, place.column);
 }
 
 LogCollection::~LogCollection()

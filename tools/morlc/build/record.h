@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "manifest.h"
+#include "build/manifest.h"
 
 #include <json/json.h>
 #include <filesystem>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "manifest.h"
+#include "build/manifest.h"
 
 #include "json_file.h"
 #include "nearest.h"
@@ -57,7 +57,8 @@ public:
         const std::vector<std::string> targets =
             root.isMember("targets") ? ReadTargets(root["targets"]) : ns_ruke::MorlTargets();
         if (!root["shaders"].isArray()) {
-            file.Fail(Or(root["shaders"], root), "\"shaders\" must be a list of shaders");
+            file.Fail(ValueOrParent(root["shaders"], root),
+                      "\"shaders\" must be a list of shaders");
         }
         std::vector<ManifestShader> shaders;
         std::set<std::string> names;
@@ -79,7 +80,7 @@ public:
 
 private:
     /// A missing value has no place; then that of its parent serves.
-    static const Json::Value& Or(const Json::Value& value, const Json::Value& parent)
+    static const Json::Value& ValueOrParent(const Json::Value& value, const Json::Value& parent)
     {
         return value.isNull() && value.getOffsetLimit() == 0 ? parent : value;
     }
@@ -149,7 +150,7 @@ private:
             if (ValidUtf8(node.asString()) != node.asString()) {
                 file.Fail(node, "the name is not valid UTF-8");
             }
-            nodes.push_back({node.asString(), file.At(node, "")});
+            nodes.push_back({node.asString(), file.At(node)});
         }
         return nodes;
     }
@@ -235,12 +236,11 @@ private:
         const Json::Value& name = entry["name"];
         shader.name = name.isString() ? name.asString() : "";
         if (!IsFileName(shader.name) || shader.name.size() > kMaxFileName) {
-            file.Fail(Or(name, entry),
+            file.Fail(ValueOrParent(name, entry),
                       "a shader needs a \"name\" of letters, digits, '_' and '-' (not "
                       "\"index\"), as files are called by it");
         }
-        shader.place = file.At(name, "");
-        shader.place.shader = shader.name;
+        shader.place = file.At(name);
         shader.entry = entry;
         shader.targets = entry.isMember("targets") ? ReadTargets(entry["targets"]) : targets;
         shader.vertex = ReadNodes(entry, "vertex");
@@ -303,11 +303,8 @@ void Manifest::CheckNames(const std::vector<std::string>& names) const
     }
     for (const std::string& name : names) {
         if (std::find(known.begin(), known.end(), name) == known.end()) {
-            Diagnostic diagnostic;
-            diagnostic.file = path;
-            diagnostic.text =
-                "--shader: no shader is called '" + name + "'" + Suggestion(known, name);
-            throw DiagnosticError(diagnostic);
+            throw DiagnosticError(ErrorAt(
+                {path}, "--shader: no shader is called '" + name + "'" + Suggestion(known, name)));
         }
     }
 }

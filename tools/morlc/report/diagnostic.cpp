@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "diagnostic.h"
+#include "report/diagnostic.h"
 
 #include "text.h"
 
@@ -22,12 +22,13 @@ std::string Painted(const std::string& text, const char* colour, bool paint)
 
 std::string Location(const Diagnostic& diagnostic)
 {
-    std::string location = diagnostic.file;
+    std::string location = diagnostic.place.file;
     if (!diagnostic.node.empty()) {
         location += (location.empty() ? "node " : ": node ") + diagnostic.node;
     }
-    if (diagnostic.line > 0) {
-        location += ":" + std::to_string(diagnostic.line) + ":" + std::to_string(diagnostic.column);
+    if (diagnostic.place.line > 0) {
+        location += ":" + std::to_string(diagnostic.place.line) + ":" +
+                    std::to_string(diagnostic.place.column);
     }
     return location.empty() ? "morlc" : location;
 }
@@ -43,15 +44,23 @@ std::string Context(const Diagnostic& diagnostic)
 
 }  // namespace
 
+Diagnostic ErrorAt(Place place, const std::string& text)
+{
+    Diagnostic diagnostic;
+    diagnostic.place = std::move(place);
+    diagnostic.text = text;
+    return diagnostic;
+}
+
 std::string Identity(const Diagnostic& diagnostic)
 {
     std::string identity = diagnostic.isError ? "error" : "info";
     for (const std::string* part :
-         {&diagnostic.file, &diagnostic.node, &diagnostic.shader, &diagnostic.text}) {
+         {&diagnostic.place.file, &diagnostic.node, &diagnostic.shader, &diagnostic.text}) {
         identity.append("\n").append(*part);
     }
-    return identity + "\n" + std::to_string(diagnostic.line) + ":" +
-           std::to_string(diagnostic.column);
+    return identity + "\n" + std::to_string(diagnostic.place.line) + ":" +
+           std::to_string(diagnostic.place.column);
 }
 
 std::string FormatText(const Diagnostic& diagnostic, bool colour)
@@ -59,7 +68,7 @@ std::string FormatText(const Diagnostic& diagnostic, bool colour)
     const std::string severity = diagnostic.isError ? Painted("error:", kRed, colour) : "info:";
     std::string text = Painted(Printable(Location(diagnostic)) + ":", kBold, colour) + " " +
                        severity + " " + Printable(diagnostic.text + Context(diagnostic)) + "\n";
-    const Excerpt& excerpt = diagnostic.excerpt;
+    const Excerpt& excerpt = diagnostic.place.excerpt;
     if (!excerpt.line.empty()) {
         const std::string indent(excerpt.caret, ' ');
         text += "    " + Printable(excerpt.line) + "\n    " + indent +
@@ -73,7 +82,7 @@ std::string FormatJson(const Diagnostic& diagnostic)
     Json::Value object(Json::objectValue);
     object["severity"] = diagnostic.isError ? "error" : "info";
     object["message"] = diagnostic.text;
-    const std::pair<const char*, const std::string&> names[] = {{"file", diagnostic.file},
+    const std::pair<const char*, const std::string&> names[] = {{"file", diagnostic.place.file},
                                                                 {"node", diagnostic.node},
                                                                 {"shader", diagnostic.shader},
                                                                 {"variant", diagnostic.variant}};
@@ -82,9 +91,9 @@ std::string FormatJson(const Diagnostic& diagnostic)
             object[member] = name;
         }
     }
-    if (diagnostic.line > 0) {
-        object["line"] = diagnostic.line;
-        object["column"] = diagnostic.column;
+    if (diagnostic.place.line > 0) {
+        object["line"] = diagnostic.place.line;
+        object["column"] = diagnostic.place.column;
     }
     Json::StreamWriterBuilder builder;
     builder["indentation"] = "";

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "node_graph.h"
+#include "graph/node_graph.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "record.h"
+#include "build/record.h"
 
 #include "json_file.h"
 

@@ -1,0 +1,346 @@
+// SPDX-License-Identifier: MIT
+#include "build/variants.h"
+
+#include "build/pass_texts.h"
+#include "text.h"
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <exception>
+#include <mutex>
+#include <set>
+#include <thread>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+
+namespace morlc {
+namespace {
+
+using ns_ruke::MorlCompiler;
+using ns_ruke::PassProperty;
+using ns_ruke::ShaderOutput;
+
+/// How many variants a thread takes at a time, at most: neighbours share what they are made from.
+constexpr std::size_t kMaxBatch = 8;
+
+struct Stage {
+    int number;  ///< as PassProperty has it
+    const char* name;
+    const char* extension;
+    std::vector<NodeName> ManifestShader::*nodes;
+};
+
+constexpr std::array<Stage, 2> kStages = {
+    {{ns_ruke::kVertexStage, "vertex", ".vert", &ManifestShader::vertex},
+     {ns_ruke::kFragmentStage, "fragment", ".frag", &ManifestShader::fragment}}};
+
+/// What one variant reported.
+struct VariantReport {
+    std::vector<Diagnostic> diagnostics;  ///< those that its thread had not reported before
+    bool failed = false;
+    std::string brokenNode;  ///< one of its nodes that has faults, whichever variant reported them
+};
+
+/// What one thread knows.
+struct Worker {
+    MorlCompiler& compiler;
+    std::set<std::string> broken;            ///< nodes with faults
+    std::unordered_set<std::string> seen{};  ///< diagnostics, by identity
+};
+
+/// Waits for its threads at its end.
+struct Threads {
+    Threads() = default;
+    Threads(const Threads&) = delete;
+    Threads& operator=(const Threads&) = delete;
+    ~Threads()
+    {
+        for (std::thread& thread : list) {
+            thread.join();
+        }
+    }
+
+    std::vector<std::thread> list;
+};
+
+PassProperty MakePass(const ManifestShader& shader, const Variant& variant)
+{
+    PassProperty pass;
+    pass.target = variant.target;
+    for (const auto& [name, value] : shader.Macros(variant.number, variant.target)) {
+        pass.macros[name] = value;
+    }
+    pass.samplerRegisters.insert(shader.samplers.begin(), shader.samplers.end());
+    return pass;
+}
+
+/// Notes the nodes with faults. A compiler reports these when it parses the node, and not again
+/// for later variants.
+void NoteBroken(const std::vector<Diagnostic>& diagnostics, std::set<std::string>& broken)
+{
+    for (const Diagnostic& diagnostic : diagnostics) {
+        if (diagnostic.isError && diagnostic.place.line > 0) {
+            broken.insert(diagnostic.node);
+        }
+    }
+}
+
+void FindBroken(const std::vector<std::string>& names, const std::set<std::string>& broken,
+                VariantReport& report)
+{
+    const auto found = std::find_if(names.begin(), names.end(), [&](const std::string& name) {
+        return broken.count(name) > 0;
+    });
+    if (report.brokenNode.empty() && found != names.end()) {
+        report.brokenNode = *found;
+    }
+}
+
+void AddText(const ManifestShader& shader, const std::string& target, const Stage& stage,
+             const std::string& file, const std::string& code, const ShaderOutput& output,
+             BuiltShader& built)
+{
+    if (!built.codes.try_emplace(file, code).second) {
+        return;
+    }
+    TextRecord& text = built.record.texts[file];
+    text.target = target;
+    text.stage = stage.name;
+    text.hash = Fingerprint(code);
+    text.uniforms = output.uniformNames;
+    text.semantics.insert(output.semantics.begin(), output.semantics.end());
+    for (const std::string& uniform : output.uniformNames) {
+        const auto sampler = shader.samplers.find(uniform);
+        if (sampler != shader.samplers.end()) {
+            text.samplers.insert(*sampler);
+        }
+    }
+}
+
+void AddTexts(const ManifestShader& shader, const std::string& target, const Stage& stage,
+              const PassTexts& texts, BuiltShader& built)
+{
+    texts.ForEach([&](std::size_t variant, std::size_t first, const std::string& code,
+                      const ShaderOutput& output) {
+        const std::string file =
+            shader.name + "/" + target + "/" + shader.VariantName(first) + stage.extension;
+        VariantRecord& files = built.record.variants[target][shader.VariantName(variant)];
+        (stage.number == ns_ruke::kVertexStage ? files.vertex : files.fragment) = file;
+        ++built.passes;
+        AddText(shader, target, stage, file, code, output, built);
+    });
+}
+
+/// The state that the threads of a build share.
+class VariantCompilation {
+public:
+    explicit VariantCompilation(const VariantWork& newWork)
+        : work(newWork), reports(newWork.variants.size())
+    {
+        for (const Variant& variant : work.variants) {
+            texts[{variant.shader, variant.target}];
+        }
+        for (const ManifestShader& shader : work.manifest.shaders) {
+            auto& names = places.emplace_back();
+            for (const Stage& stage : kStages) {
+                for (const NodeName& node : shader.*stage.nodes) {
+                    names.emplace(node.name, &node.place);
+                }
+            }
+        }
+    }
+
+    void Run()
+    {
+        const std::size_t share = work.variants.size() / (4 * work.compilers.size());
+        batch = std::clamp<std::size_t>(share, 1, kMaxBatch);
+        {
+            Threads threads;
+            for (std::size_t i = 1; i < work.compilers.size(); ++i) {
+                threads.list.emplace_back([this, i] { Work(*work.compilers[i]); });
+            }
+            Work(*work.compilers[0]);
+        }
+        if (failure) {
+            std::rethrow_exception(failure);
+        }
+    }
+
+    std::vector<BuiltShader> Collect()
+    {
+        std::vector<BuiltShader> shaders(work.manifest.shaders.size());
+        for (auto part = texts.begin(); part != texts.end(); part = texts.erase(part)) {
+            const auto& [shader, target] = part->first;
+            for (std::size_t i = 0; i < kStages.size(); ++i) {
+                AddTexts(work.manifest.shaders[shader], target, kStages[i], part->second[i],
+                         shaders[shader]);
+            }
+        }
+        Report(shaders);
+        return shaders;
+    }
+
+private:
+    using StageTexts = std::array<PassTexts, kStages.size()>;
+
+    /// One thread: takes variants until there are none left. Each thread meets them in their order.
+    /// A node's parse errors are therefore always reported by the first variant that uses it, on
+    /// whatever thread, so a thread may discard diagnostics it has already reported.
+    void Work(MorlCompiler& compiler)
+    {
+        Worker worker{compiler, {}};
+        try {
+            for (std::size_t begin = next.fetch_add(batch); begin < work.variants.size();
+                 begin = next.fetch_add(batch)) {
+                const std::size_t end = std::min(begin + batch, work.variants.size());
+                for (std::size_t i = begin; i < end; ++i) {
+                    Compile(worker, work.variants[i], reports[i]);
+                }
+                ShowProgress(end - begin);
+            }
+        } catch (...) {
+            const std::lock_guard<std::mutex> lock(mutex);
+            failure = std::current_exception();
+            next = work.variants.size();
+        }
+    }
+
+    void ShowProgress(std::size_t count)
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        done += count;
+        work.progress(done);
+    }
+
+    void Compile(Worker& worker, const Variant& variant, VariantReport& report)
+    {
+        LogCollection log(worker.compiler, LogCollection::Mode::Keep);
+        CompileStages(worker, variant, log, report);
+        for (Diagnostic& diagnostic : log.kept) {
+            report.failed = report.failed || diagnostic.isError;
+            AddContext(variant, diagnostic);
+            if (worker.seen.insert(Identity(diagnostic)).second) {
+                report.diagnostics.push_back(std::move(diagnostic));
+            }
+        }
+    }
+
+    void CompileStages(Worker& worker, const Variant& variant, const LogCollection& log,
+                       VariantReport& report)
+    {
+        const ManifestShader& shader = work.manifest.shaders[variant.shader];
+        StageTexts& stages = texts.at({variant.shader, variant.target});
+        PassProperty pass = MakePass(shader, variant);
+        for (std::size_t i = 0; i < kStages.size(); ++i) {
+            const std::vector<NodeName>& nodes = shader.*kStages[i].nodes;
+            if (nodes.empty()) {
+                continue;
+            }
+            pass.stage = kStages[i].number;
+            pass.nodeNames.clear();
+            for (const NodeName& node : nodes) {
+                pass.nodeNames.push_back(node.name);
+            }
+            ShaderOutput output;
+            worker.compiler.Compile(pass, output);
+            pass.semantics = output.semantics;
+            NoteBroken(log.kept, worker.broken);
+            // A request that is refused parses nothing, and gives no text.
+            if (!output.code.empty()) {
+                FindBroken(pass.nodeNames, worker.broken, report);
+            }
+            stages[i].Add(variant.number, output);
+        }
+    }
+
+    /// What goes wrong with a request, rather than with the source of a node, gets the shader and
+    /// the variant. Where no node is concerned it is shown in the manifest: a node that is not
+    /// there at its name, anything else at the shader.
+    void AddContext(const Variant& variant, Diagnostic& diagnostic) const
+    {
+        if (diagnostic.place.line > 0 || !diagnostic.isError) {
+            return;
+        }
+        const ManifestShader& shader = work.manifest.shaders[variant.shader];
+        if (diagnostic.node.empty() && diagnostic.place.file.empty()) {
+            const auto named = places[variant.shader].find(diagnostic.unknownNode);
+            diagnostic.place =
+                named != places[variant.shader].end() ? *named->second : shader.place;
+        }
+        diagnostic.shader = shader.name;
+        diagnostic.variant = variant.target + "/" + shader.VariantName(variant.number);
+    }
+
+    /// Shows what the variants reported, in their order, and says which shaders are not to be used.
+    void Report(std::vector<BuiltShader>& shaders) const
+    {
+        std::vector<std::string> reasons(shaders.size());
+        for (std::size_t i = 0; i < reports.size(); ++i) {
+            const std::size_t shader = work.variants[i].shader;
+            for (const Diagnostic& diagnostic : reports[i].diagnostics) {
+                work.diagnostics.Report(diagnostic);
+            }
+            const std::string& brokenNode = reports[i].brokenNode;
+            if (reports[i].failed || !brokenNode.empty()) {
+                shaders[shader].failed = true;
+            }
+            if (!brokenNode.empty()) {
+                reasons[shader] = ": node '" + brokenNode + "' has errors";
+            }
+        }
+        for (std::size_t i = 0; i < shaders.size(); ++i) {
+            if (shaders[i].failed) {
+                const ManifestShader& shader = work.manifest.shaders[i];
+                Diagnostic diagnostic = ErrorAt(
+                    shader.place, "shader '" + shader.name + "' is not written" + reasons[i]);
+                diagnostic.shader = shader.name;
+                work.diagnostics.Report(diagnostic);
+            }
+        }
+    }
+
+    const VariantWork& work;
+    std::atomic<std::size_t> next{0};
+    std::map<std::pair<std::size_t, std::string>, StageTexts> texts;  ///< by shader and target
+    std::vector<VariantReport> reports;                               ///< by variant
+    /// Where the manifest names each node, by shader and name.
+    std::vector<std::unordered_map<std::string, const Place*>> places;
+    std::size_t batch = 1;
+    std::mutex mutex;  ///< of what follows
+    std::size_t done = 0;
+    std::exception_ptr failure;
+};
+
+}  // namespace
+
+std::vector<Variant> ListVariants(const Manifest& manifest, const std::vector<std::string>& shaders)
+{
+    const std::unordered_set<std::string> wanted(shaders.begin(), shaders.end());
+    std::vector<Variant> variants;
+    for (const std::string& target : ns_ruke::MorlTargets()) {
+        for (std::size_t i = 0; i < manifest.shaders.size(); ++i) {
+            const ManifestShader& shader = manifest.shaders[i];
+            const bool isWanted = wanted.empty() || wanted.count(shader.name) > 0;
+            if (!isWanted ||
+                std::count(shader.targets.begin(), shader.targets.end(), target) == 0) {
+                continue;
+            }
+            for (std::size_t number = 0; number < shader.variants; ++number) {
+                variants.push_back({i, target, number});
+            }
+        }
+    }
+    return variants;
+}
+
+std::vector<BuiltShader> CompileVariants(const VariantWork& work)
+{
+    VariantCompilation compilation(work);
+    compilation.Run();
+    work.progress(work.variants.size());
+    return compilation.Collect();
+}
+
+}  // namespace morlc

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "build/manifest.h"
+#include "build/record.h"
+#include "report/diagnostics.h"
+
+#include <morl/morl.h>
+#include <cstddef>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace morlc {
+
+/// One variant of one shader in one target: both its passes.
+struct Variant {
+    std::size_t shader;  ///< its index in the manifest
+    std::string target;
+    std::size_t number;  ///< among those of the shader
+};
+
+/// All variants of a manifest in the order in which they are compiled: the nodes are parsed anew
+/// for another target, so a target is finished before the next one begins.
+/// @param shaders the names of those to be built; empty: all of them.
+std::vector<Variant> ListVariants(const Manifest& manifest,
+                                  const std::vector<std::string>& shaders);
+
+/// What was made of the variants of one shader.
+struct BuiltShader {
+    ShaderRecord record;
+    std::map<std::string, std::string> codes;  ///< the texts, by file
+    std::size_t passes = 0;                    ///< how many texts there were before equal ones met
+    bool failed = false;  ///< an error was reported: the rest is not to be used
+};
+
+/// What CompileVariants works on.
+struct VariantWork {
+    const Manifest& manifest;
+    const std::vector<Variant>& variants;
+    /// One per thread, each loaded from the same files.
+    const std::vector<std::unique_ptr<ns_ruke::MorlCompiler>>& compilers;
+    Diagnostics& diagnostics;
+    /// Called with the number of variants done so far, by one thread at a time; last with that of
+    /// all, before anything is reported.
+    std::function<void(std::size_t)> progress;
+};
+
+/// Compiles all variants. What comes out, what is reported and in what order does not depend on
+/// the number of compilers.
+/// @return by shader, in the order of the manifest.
+std::vector<BuiltShader> CompileVariants(const VariantWork& work);
+
+}  // namespace morlc
