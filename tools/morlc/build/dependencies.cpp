@@ -107,7 +107,7 @@ ninja_required_version = 1.5
 builddir = @OUTPUT@
 
 rule shader
-  command = @LAUNCHER@@MORLC@ $in @INTO@ --no-index --depfile $out.d
+  command = @LAUNCHER@@MORLC@ $in @INTO@ --no-index --depfile $out.d@CHECK@
   description = shader $shader
   depfile = $out.d
   deps = gcc
@@ -130,6 +130,14 @@ build @NINJA@ |@PARTS@: manifest @MANIFEST@
 build @INDEX@: index@RECORDS@ | @NINJA@
 default @INDEX@
 )";
+
+/// What stands before and behind a compilation that a launcher starts. Some launchers end with
+/// success when they lose the machine that they use; what tells is whether the compilation has
+/// written its list of dependencies, which Ninja removes each time.
+constexpr const char* kBeforeLauncher = "rm -f $out.d && ";
+constexpr const char* kBehindLauncher =
+    " && { test -f $out.d || { echo 'shader $shader was not built, although its launcher reported"
+    " no error' >&2; exit 1; }; }";
 
 std::string Filled(const std::string& form, const std::map<std::string, std::string>& values)
 {
@@ -185,7 +193,8 @@ void WriteNinjaFile(const std::string& program, const BuildOptions& options,
         {"OUTPUT", Value(Absolute(output))},
         // The process has entered the directory of the node files.
         {"MORLC", PathWord(program) + " build -q -C " + PathWord(".")},
-        {"LAUNCHER", launcher.empty() ? "" : Value(launcher) + " "},
+        {"LAUNCHER", launcher.empty() ? "" : kBeforeLauncher + Value(launcher) + " "},
+        {"CHECK", launcher.empty() ? "" : kBehindLauncher},
         {"LAUNCHER_WORD", launcher.empty() ? "" : " --launcher " + Word(launcher)},
         {"INTO", "-o " + PathWord(output)},
         {"MANIFEST_WORD", PathWord(options.manifest)},
