@@ -188,4 +188,32 @@ TEST(Hooks, SpellBindingsForToolsThatAskGlsl)
     EXPECT_EQ(glsl.WriteRegister(&declare, nullptr), "");
 }
 
+// What a back end writes in another form has a name all the same, for hosts that override the form.
+TEST(Hooks, NameCallsThatHaveAForm)
+{
+    const std::pair<const char*, const char*> rows[] = {
+        {"hlsl",
+         "float3x3 float4x4 float4x4 tex1D tex2D own tex3D tex2Dproj texCUBE sample mul saturate "},
+        {"hlsl10",
+         "float3x3 float4x4 float4x4 tex1D tex2D own tex3D tex2Dproj texCUBE sample mul saturate "},
+        {"glsl", "mat3 mat4 mat4 texture texture own texture texture2DProj texture  mul saturate "},
+        {"glsles",
+         "mat3 mat4 mat4 texture1D texture2D own texture3D texture2DProj textureCube  mul "
+         "saturate "},
+    };
+    for (const auto& [target, expected] : rows) {
+        std::string names;
+        for (const ENUM_TOKEN token :
+             {TOKEN_FLOAT3X3_CONSTRUCT, TOKEN_FLOAT4X4_CONSTRUCT, TOKEN_FLOAT4X4_TRANPOSE,
+              TOKEN_TEX1D, TOKEN_TEX2D, TOKEN_TEX2DARRAY, TOKEN_TEX3D, TOKEN_TEX2DPROJ,
+              TOKEN_TEXCUBE, TOKEN_SAMPLE, TOKEN_MUL, TOKEN_SATURATE}) {
+            MorlFunctionCall call;
+            call.name = "own";
+            call.functionToken = token;
+            names += MakeTranslator(target)->WriteFunctionName(&call) + " ";
+        }
+        EXPECT_EQ(names, expected) << target;
+    }
+}
+
 }  // namespace

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// counted WORK TIMES: does one kind of work that often and prints how many bytes one time handles.
+// workload WORK TIMES: does one kind of work that often and prints how many bytes one time handles.
 // Run under valgrind's callgrind, the difference between two counts of times is the work itself,
 // without the start of the process.
 #include "support/graph.h"
@@ -84,7 +84,7 @@ int main(int argc, char** argv)
     } else if (work == "empty") {
         std::cout << Empty(times) << "\n";
     } else {
-        std::cerr << "usage: counted parse|warm|empty TIMES\n";
+        std::cerr << "usage: workload parse|warm|empty TIMES\n";
         return 2;
     }
     return 0;
