@@ -131,6 +131,21 @@ TEST(Link, MayBeCopiedAfterALink)
     EXPECT_EQ(link(linker), 100U);
 }
 
+TEST(Link, CountsIterationsAfresh)
+{
+    const std::string source = "void main() { #for N : 0 #if A x = 1; #endif #endfor }";
+    const LogCapture log;
+    MorlLinker linker;
+    for (const int bound : {1'000'001, 1, 1'000'001}) {
+        Linked linked(std::vector<morl_test::NodeSource>{{"A", source, {}}});
+        std::unordered_map<std::string, int> macros = {{"N", bound}, {"A", bound == 1 ? 1 : 0}};
+        std::vector<MorlNode*> nodes = {linked.nodes[0].get()};
+        linker.Link("glsl", macros, nodes, linked.program);
+        EXPECT_EQ(linked.program.mainFunction->sentences.size(), bound == 1 ? 1U : 0U);
+    }
+    EXPECT_EQ(log.errors, Strings(2, "MorlLinker: too many iterations: N"));
+}
+
 TEST(Link, HandsFunctionsOverAsTheyAre)
 {
     Linked linked(

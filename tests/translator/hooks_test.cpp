@@ -213,6 +213,7 @@ TEST(Hooks, NameCallsThatHaveAForm)
             names += MakeTranslator(target)->WriteFunctionName(&call) + " ";
         }
         EXPECT_EQ(names, expected) << target;
+        EXPECT_EQ(MakeTranslator(target)->WriteVariableType(TOKEN_VOID), "void") << target;
     }
 }
 
