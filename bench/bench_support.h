@@ -27,9 +27,9 @@ std::size_t FileBytes();
 /// The bytes of source of all sample nodes.
 std::size_t SourceBytes();
 
-/// Measures cold and warm requests for "glsl" beside a compiler front end's parse of the text that
-/// came out, loading beside the JSON reader alone, and the memory of many parsed nodes; prints the
-/// ratios.
+/// Compares cold and warm requests for "glsl" with a compiler front end that parses their output,
+/// and loading with the JSON reader alone. Also measures the allocations of requests and the memory
+/// of many parsed nodes. Prints the results.
 void PrintComparison();
 
 }  // namespace morl_bench

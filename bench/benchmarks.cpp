@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What a request costs on the sample library, beside what else a host would do with the same bytes.
+// The cost of requests on the sample library, compared with what else a host would do with the same
+// bytes.
 #include "bench_support.h"
 #include "support/graph.h"
 #include "support/samples.h"
@@ -67,7 +68,7 @@ void ConstructionJsonAlone(benchmark::State& state)
 }
 BENCHMARK(ConstructionJsonAlone);
 
-/// Requests that find nothing parsed: a new compiler every time, whose loading is not timed.
+/// Requests before any node is parsed: each uses a new compiler, whose loading is not timed.
 void Cold(benchmark::State& state, const std::string& target)
 {
     const auto samples = Samples(target);
@@ -86,7 +87,7 @@ void Cold(benchmark::State& state, const std::string& target)
     state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * bytes));
 }
 
-/// Requests that find everything parsed.
+/// Requests after all nodes are parsed.
 void Warm(benchmark::State& state, const std::string& target)
 {
     const auto samples = Samples(target);
@@ -104,7 +105,7 @@ void Warm(benchmark::State& state, const std::string& target)
     state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * bytes));
 }
 
-/// Every request finds the nodes parsed for another target.
+/// Requests that switch the target every time, so that the nodes must be parsed again.
 void Switch(benchmark::State& state, const std::string& target)
 {
     const auto samples = Samples(target);

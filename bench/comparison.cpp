@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Ratios beside what a user would otherwise run, in one process, each pair measured in turn.
+// Compares costs with what a user would otherwise run, in one process, measuring both in turns.
 #include "bench_support.h"
 #include "support/graph.h"
 #include "support/samples.h"
@@ -71,8 +71,8 @@ std::size_t BytesInUse()
     return info.uordblks + info.hblkhd;
 }
 
-/// The median time of each piece of work; they take turns, so that a machine that slows down slows
-/// all.
+/// The median time of each piece of work. They run in turns, so that a slowdown of the machine
+/// affects all of them.
 std::vector<double> MedianSeconds(const std::vector<std::function<void()>>& works, int rounds)
 {
     std::vector<std::vector<double>> seconds(works.size());
@@ -120,7 +120,7 @@ void ParseWithGlslang(const std::string& text, EShLanguage stage)
     }
 }
 
-/// A compiler whose nodes are not parsed yet, made without files.
+/// Copies of some nodes of a compiler, not parsed yet.
 struct Graph {
     explicit Graph(const MorlCompiler& compiler, const std::vector<std::string>& names)
     {
@@ -138,8 +138,8 @@ struct Ratios {
     double warm = 0.0;
 };
 
-/// One pass of a sample shader: the time of a cold and of a warm request over that of the front
-/// end. A cold request is a warm one and the parse of its nodes.
+/// For one pass of a sample shader: the time of a cold and of a warm request, divided by that of
+/// the front end. A cold request is a warm one plus the parsing of its nodes.
 Ratios CompareOne(MorlCompiler& compiler, PassProperty pass)
 {
     ShaderOutput first;
@@ -206,7 +206,7 @@ void CompareLoading()
                 seconds[0] / seconds[1]);
 }
 
-/// What many loaded and parsed nodes take, over the bytes of their sources.
+/// The memory that many parsed nodes take, relative to the size of their sources.
 void MeasureMemory()
 {
     const auto samples = morl_test::MakeSampleCompiler();
@@ -227,8 +227,8 @@ void MeasureMemory()
                 static_cast<double>(BytesInUse() - before) / static_cast<double>(source));
 }
 
-/// How many nodes a linked tree has is what the linker copies; a warm request's allocations are set
-/// against it.
+/// Compares the allocations of warm requests with the number of nodes in the linked trees, all of
+/// which the linker copies.
 void CountAllocations()
 {
     const auto compiler = morl_test::MakeSampleCompiler();
@@ -293,7 +293,7 @@ std::size_t SourceBytes()
 
 void PrintComparison()
 {
-    std::puts("\nglsl requests beside a compiler front end's parse of the text that comes out:");
+    std::puts("\nglsl requests, compared with a compiler front end that parses their output:");
     CompareWithFrontEnd();
     CompareLoading();
     CountAllocations();

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// How the cost grows with the size of what is handed in. Every row but one is to fit n log n or
-// better.
+// How the cost grows with the size of the input. Every row but one must fit n log n or better.
 #include "support/graph.h"
 
 #include <benchmark/benchmark.h>
@@ -69,7 +68,7 @@ void Iterations(benchmark::State& state)
             {{"N", static_cast<int>(state.range(0))}});
 }
 
-/// Chains of 200 operators, as one chain is bounded.
+/// Chains of 200 operators, because the length of one chain is bounded.
 void Operators(benchmark::State& state)
 {
     std::string chain = "a";

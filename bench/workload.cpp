@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// workload WORK TIMES: does one kind of work that often and prints how many bytes one time handles.
-// Run under valgrind's callgrind, the difference between two counts of times is the work itself,
-// without the start of the process.
+// workload WORK TIMES: repeats one kind of work TIMES times and prints how many bytes one
+// repetition handles. Under valgrind's callgrind, the difference between two runs with different
+// TIMES is the work itself, without the start of the process.
 #include "support/graph.h"
 #include "support/samples.h"
 
@@ -14,7 +14,7 @@ namespace {
 
 using namespace ns_ruke;
 
-/// Parses every sample node. Bytes of source.
+/// Parses every sample node. Returns the bytes of source.
 std::size_t Parse(int times)
 {
     const auto compiler = morl_test::MakeSampleCompiler();
@@ -34,8 +34,8 @@ std::size_t Parse(int times)
     return bytes;
 }
 
-/// Requests that find everything parsed: every sample shader in "glsl", both passes. Bytes of
-/// output.
+/// Requests after all nodes are parsed: every sample shader in "glsl", both passes. Returns the
+/// bytes of output.
 std::size_t Warm(int times)
 {
     const auto compiler = morl_test::MakeSampleCompiler();
@@ -58,7 +58,7 @@ std::size_t Warm(int times)
     return bytes;
 }
 
-/// Requests without nodes. One per time.
+/// Requests without nodes. Returns 1, so that costs are per request.
 std::size_t Empty(int times)
 {
     const auto compiler = morl_test::MakeSampleCompiler();

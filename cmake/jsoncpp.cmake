@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
-# Defines morl::jsoncpp where JsonCpp is installed. It is found by its files, as its own package can in some
-# versions be read only once in a project; this file may be read any number of times.
+# Defines morl::jsoncpp if JsonCpp is installed. Looks for its files, because in some versions its
+# own CMake package can be included only once in a project; this file can be included any number of
+# times.
 if(NOT TARGET morl::jsoncpp)
     find_path(MORL_JSONCPP_INCLUDE json/json.h PATH_SUFFIXES jsoncpp)
     find_library(MORL_JSONCPP_LIBRARY jsoncpp)

@@ -12,7 +12,8 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
     "The library with its headers, the command-line tool morlc with its manual\n page, and a library of sample nodes.")
-# The shared libraries that the binaries need, and what it takes to build on the headers and archives.
+# Depends on the shared libraries that the binaries need, and suggests what linking the static
+# library needs.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "libjsoncpp-dev")
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)

@@ -44,7 +44,7 @@ Json::Value ReadJson(const fs::path& path)
     return root;
 }
 
-/// The first value of every macro.
+/// The last value of every macro's list, or its only value.
 std::vector<std::pair<std::string, int>> Macros(const Json::Value& macros)
 {
     std::vector<std::pair<std::string, int>> values;

@@ -7,7 +7,7 @@
 
 namespace {
 
-/// A loaded node can be rebuilt from what it says of itself.
+/// Checks that a loaded node can be rebuilt from what its accessors return.
 void CheckNode(const ns_ruke::MorlNode& node, const std::string& name)
 {
     ns_ruke::MorlNode copy;

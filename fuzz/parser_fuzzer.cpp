@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Any text through the parser, and what it made of it through the linker and the writers.
+// Runs any text through the parser, and the parsed program through the linker and the writers.
 #include "writer_oracle.h"
 
 #include <cstdint>

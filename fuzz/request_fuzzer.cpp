@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Whole requests: several nodes, every target in turn on one compiler, the records reused. What one
-// request leaves must not show in the next: a second round gives the same texts.
+// Whole requests: several nodes, every target in turn on one compiler, with reused records. No
+// request may affect the next: a second round must give the same texts.
 #include "graph_directory.h"
 #include "request_input.h"
 
@@ -14,7 +14,7 @@ using ns_ruke::MorlCompiler;
 using ns_ruke::PassProperty;
 using ns_ruke::ShaderOutput;
 
-/// Bytes that are no UTF-8 pass through as they are: the reader takes them, too.
+/// Bytes that are not UTF-8 pass through unchanged, because the reader accepts them, too.
 std::string Quote(const std::string& text)
 {
     std::string quoted = "\"";

@@ -9,7 +9,7 @@ namespace {
 
 using ns_ruke::StringHelper;
 
-/// Large loops say nothing new and cost time; the bound of iterations has its own test.
+/// Large loops find nothing new and cost time; the bound on iterations has its own test.
 constexpr int kLargestMacro = 60;
 constexpr std::size_t kMostNodes = 48;
 

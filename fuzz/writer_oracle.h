@@ -8,8 +8,8 @@
 
 namespace morl_fuzz {
 
-/// A back end whose writers can be held against each other: a statement is written alike as one of
-/// its kind and as any statement, alone and as part of the program.
+/// A back end that checks its writers against each other: the writer for a kind of statement and
+/// the writer for any statement must give the same text, alone and as part of the program.
 template <class Translator>
 class WriterOracle : public Translator {
 public:
@@ -102,7 +102,7 @@ private:
     }
 };
 
-/// In a back end that sorts by register, sorting agrees with its comparison.
+/// Checks that a back end that sorts by register sorts in the order of its comparison.
 template <class Translator>
 void CheckOrder(Translator& translator, std::vector<ns_ruke::MorlDeclare*> declares)
 {

@@ -2,8 +2,8 @@
 #pragma once
 
 /// @file
-/// Everything that the library offers to its hosts. Most need MorlCompiler, PassProperty,
-/// ShaderOutput, TamberLogSystem::SetSink and LogLine only.
+/// Everything that the library offers to its hosts. Most hosts need only MorlCompiler,
+/// PassProperty, ShaderOutput, TamberLogSystem::SetSink and LogLine.
 
 #include "morl/ast/program.h"
 #include "morl/ast/stage.h"

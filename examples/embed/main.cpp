@@ -18,7 +18,7 @@ using ns_ruke::PassProperty;
 using ns_ruke::ShaderOutput;
 using ns_ruke::TamberLogSystem;
 
-/// The engine's console. It counts errors, as a pass with errors still gives a text.
+/// The engine's console. It counts errors, because a pass with errors still yields a text.
 class Console {
 public:
     Console()
@@ -52,7 +52,7 @@ private:
     int errors = 0;
 };
 
-/// What the material asks for in both passes.
+/// The settings that both passes of the material share.
 PassProperty MakePass(const std::string& target, int stage)
 {
     PassProperty pass;
@@ -63,7 +63,7 @@ PassProperty MakePass(const std::string& target, int stage)
     return pass;
 }
 
-/// Where a texture is bound, as the text says it.
+/// The register that the text binds a texture to.
 std::string RegisterLine(const std::string& code)
 {
     const std::size_t binding = code.find("register(");

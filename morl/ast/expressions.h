@@ -8,8 +8,8 @@
 
 namespace ns_ruke {
 
-/// The base of all expressions. Any operand may be null: that is what remains of source text that
-/// failed to parse. It counts as 0 when evaluated and is written as nothing.
+/// The base of all expressions. Any operand may be null, if its source text failed to parse. A null
+/// operand counts as 0 when evaluated and is written as nothing.
 struct MORL_API MorlExpression : MorlUnit {
     MorlExpression() { unitType = TOKEN_EXPRESSION; }
     MorlExpression(const MorlExpression&) = default;

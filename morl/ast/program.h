@@ -15,15 +15,15 @@ struct MORL_API MorlSharedCondition {
         groups{};  ///< of inputs, outputs, uniforms; null: no such group
 };
 
-/// What the plain rule "a parent deletes its children" does not say about a program.
+/// A program's exceptions to the rule that a parent deletes its children.
 struct MORL_API MorlProgramOwnership {
-    /// Whether the program deletes the elements of `functions`. False for a linked program: there
-    /// the functions stay with the programs of the nodes that they came from.
+    /// Whether the program deletes the elements of `functions`. False for a linked program, whose
+    /// functions still belong to the programs of the nodes that they came from.
     bool functions = true;
 
-    /// The conditions of the program's `#if` blocks. Up to four groups of a block refer to one
-    /// condition (and its function group never owns it), so the program frees it in their stead:
-    /// its destructor first takes the condition away from these declaration groups.
+    /// The conditions of the program's `#if` blocks. Up to four groups of a block share one
+    /// condition (and the function group never owns it), so the program frees it instead of the
+    /// groups: its destructor first detaches the condition from the declaration groups.
     std::vector<MorlSharedCondition> conditions;
 };
 

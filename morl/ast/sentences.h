@@ -25,7 +25,7 @@ struct MORL_API MorlEmptySentence : MorlSentence {
     ~MorlEmptySentence() override;
 };
 
-/// A statement that is one keyword.
+/// A statement that consists of one keyword.
 struct MORL_API MorlSpecialSentence : MorlSentence {
     ENUM_TOKEN keyword;  ///< left unset by the constructor; TOKEN_DISCARD is the only one
 
@@ -47,7 +47,7 @@ struct MORL_API MorlSingleCommentSentence : MorlSentence {
 
 /// A comment between "/*" and "*/".
 struct MORL_API MorlMultiCommentSentence : MorlSentence {
-    std::string text;  ///< what stands between the marks
+    std::string text;  ///< the text between the marks
 
     MorlMultiCommentSentence() { unitType = TOKEN_MULTI_COMMENT; }
     MorlMultiCommentSentence(const MorlMultiCommentSentence&) = default;
@@ -101,7 +101,7 @@ struct MORL_API MorlIfSentence : MorlSentence {
     ~MorlIfSentence() override;
 };
 
-/// An `else if` that begins a statement, as a comment stands before its `else`.
+/// An `else if` parsed as a statement of its own, because a comment precedes its `else`.
 struct MORL_API MorlElseIfSentence : MorlIfSentence {
     MorlElseIfSentence() { unitType = TOKEN_ELSE; }
     MorlElseIfSentence(const MorlElseIfSentence&) = default;

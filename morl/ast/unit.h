@@ -12,9 +12,9 @@ namespace ns_ruke {
 /// The base of every node of the syntax tree.
 ///
 /// A parent owns its children: they are held by raw pointers and deleted by the parent's
-/// destructor. Copying a node is shallow, so that a copy and its original share their children and
-/// must never both be destroyed; deep copies are made by MorlLinker alone. The nodes carry no
-/// behaviour: code that walks a tree reads `unitType` and casts.
+/// destructor. Copying a node is shallow: the copy and its original share their children, so they
+/// must never both be destroyed. Only MorlLinker makes deep copies. Nodes have no behaviour: code
+/// that walks a tree reads `unitType` and casts.
 struct MORL_API MorlUnit {
     ENUM_TOKEN unitType;  ///< the kind of the node; left unset by this constructor
 
@@ -23,10 +23,10 @@ struct MORL_API MorlUnit {
     MorlUnit& operator=(const MorlUnit&) = default;
     virtual ~MorlUnit();
 
-    // Nodes are small, many, and die together. Each thread keeps a bounded number of freed ones for
-    // the next tree, as otherwise a third of a request's time goes to the allocator. Not so under
-    // the address sanitizer, which then sees every use of a freed node; and not those of a derived
-    // class that is over-aligned.
+    // Nodes are small and numerous and die together. Each thread keeps a bounded amount of freed
+    // nodes for the next tree; otherwise the allocator takes a third of a request's time. Nodes of
+    // over-aligned derived classes are not kept, and none are under the address sanitizer, so that
+    // it sees every use of a freed node.
     static void* operator new(std::size_t size);
     static void* operator new(std::size_t size, const std::nothrow_t& tag) noexcept;
     static void* operator new(std::size_t size, std::align_val_t alignment);
@@ -40,8 +40,8 @@ struct MORL_API MorlUnit {
                                 const std::nothrow_t& tag) noexcept;
     static void operator delete(void* /*unit*/, void* /*place*/) noexcept {}
 
-    /// Gives the memory back that the calling thread keeps for further nodes: at most 1 MiB. A
-    /// thread that ends does so by itself.
+    /// Frees the memory that the calling thread keeps for new nodes, about 1 MiB at most. A thread
+    /// does this by itself when it ends.
     static void ReleaseMemory() noexcept;
 };
 

@@ -26,7 +26,7 @@ constexpr bool kKeepsUnits = true;
 constexpr std::size_t kStep = 16;
 constexpr std::size_t kSizes = 16;
 
-/// The most bytes that a thread keeps of one size.
+/// A thread that has this many bytes of one size keeps no more of it.
 constexpr std::size_t kMostKept = std::size_t{64} * 1024;
 
 /// A freed node, as an element of a list.
@@ -40,17 +40,16 @@ struct FreeList {
     std::size_t bytes = 0;
 };
 
-/// The freed nodes of one thread. Plain data, so that it needs no initialisation when it is
-/// reached.
+/// The freed nodes of one thread. Plain data, so that accessing it needs no initialisation.
 struct UnitMemory {
     std::array<FreeList, kSizes> lists;
-    std::size_t limit = 0;  ///< how many bytes of one size to keep: 0 before the guard and after it
+    std::size_t limit = 0;  ///< bytes to keep per size; 0 before and after the life of the guard
     bool closed = false;    ///< the guard is gone
 };
 
 thread_local UnitMemory memory __attribute__((tls_model("initial-exec")));
 
-/// Frees what a thread keeps when it ends.
+/// Frees what a thread keeps when the thread ends.
 struct MemoryGuard {
     MemoryGuard() { memory.limit = kMostKept; }
     MemoryGuard(const MemoryGuard&) = delete;
@@ -63,7 +62,7 @@ struct MemoryGuard {
     }
 };
 
-/// Sets the guard up, at a thread's first freed node.
+/// Creates the guard, when a thread frees its first node.
 void Guard()
 {
     thread_local const MemoryGuard guard;
@@ -75,8 +74,8 @@ std::size_t ListOf(std::size_t size)
     return (size - 1) / kStep;
 }
 
-/// The size to be allocated: where nodes are kept, such that the memory serves every node of its
-/// list.
+/// The size to allocate. If nodes are kept, it is rounded up so that the memory fits every node of
+/// its list.
 std::size_t RoundUp(std::size_t size)
 {
     return kKeepsUnits ? (ListOf(size) + 1) * kStep : size;
@@ -140,7 +139,7 @@ void MorlUnit::operator delete(void* unit, std::size_t size) noexcept
     list.bytes += RoundUp(size);
 }
 
-// Reached when a constructor throws after a new that does not; the size is not known.
+// Called when a constructor throws inside a nothrow new expression; the size is unknown.
 void MorlUnit::operator delete(void* unit, const std::nothrow_t& /*tag*/) noexcept
 {
     ::operator delete(unit);

@@ -8,9 +8,9 @@
 
 namespace ns_ruke {
 
-/// A line of the log taken apart: which node it belongs to, where in the node's content, and what
-/// it says. Make one inside of a LogSink, on the thread that logs, as that is where the node is
-/// known:
+/// A log line split into its parts: the node it belongs to, the location in the node's content, and
+/// the text. Construct it inside a LogSink, on the logging thread, because the node is known only
+/// there:
 ///
 ///     TamberLogSystem::SetSink([](LogLevel level, const std::string&, const std::string& message)
 ///     {

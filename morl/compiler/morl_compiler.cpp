@@ -78,7 +78,7 @@ void MorlCompiler::Compile(PassProperty& pass, ShaderOutput& output)
     translator->WriteProgram(&linked, pass.semantics, pass.samplerRegisters, output);
 }
 
-// Whether a name has no node. Each is reported once, in the order of first appearance.
+// Whether any name is unknown. Each unknown name is reported once, in order of first appearance.
 bool MorlCompiler::ReportUnknown(const PassProperty& pass) const
 {
     const auto isKnown = [this](const std::string& name) { return FindNode(name) != nullptr; };

@@ -75,7 +75,7 @@ void MorlNode::Compile(MorlParser* parser, std::string target)
     try {
         parser->Parse(content, *program);
     } catch (...) {
-        // Half a program must not be taken for the node's program at the next request.
+        // The next request must not mistake half a program for the node's program.
         delete program;
         program = nullptr;
         throw;

@@ -39,15 +39,15 @@ public:
     void AddReference(std::string reference);
     std::vector<std::string> GetReference() const;
 
-    /// Whether there is no program, or one that was parsed for another target. The comparison is
-    /// exact.
+    /// Whether the node has no program, or one that was parsed for another target. Target names are
+    /// compared exactly.
     bool NeedCompile(std::string target) const;
 
-    /// Parses the content, whether that is needed or not. If an exception passes through, the node
+    /// Parses the content, even if NeedCompile is false. If an exception passes through, the node
     /// is left without a program.
     void Compile(MorlParser* parser, std::string target);
 
-    /// The parsed program, or null. It stays with the node.
+    /// The parsed program, or null. The node owns it.
     MorlProgram* GetProgram();
     const MorlProgram* GetProgram() const;
 

@@ -41,7 +41,7 @@ std::optional<std::string> ReadFile(const std::string& path)
     return text;
 }
 
-/// How the documents are read. The comments are gone by then.
+/// The settings of the JSON reader. Comments have been removed before it runs.
 Json::CharReaderBuilder MakeReaderBuilder()
 {
     Json::CharReaderBuilder builder;
@@ -50,8 +50,8 @@ Json::CharReaderBuilder MakeReaderBuilder()
     return builder;
 }
 
-/// The document. One that is malformed counts as null: nothing of it is loaded. What follows the
-/// document in its file is not looked at.
+/// Parses a document. A malformed one counts as null, so nothing is loaded from it. Anything after
+/// the document in its file is ignored.
 Json::Value ReadDocument(std::string text)
 {
     RemoveComments(text);
@@ -64,8 +64,9 @@ Json::Value ReadDocument(std::string text)
     return root;
 }
 
-/// A string, "true" or "false" of a boolean, or the empty text of null. The reader's library would
-/// turn a number into text silently; here it is a wrong type like the others.
+/// The text of a string, "true" or "false" for a boolean, or an empty text for null. The JSON
+/// library would silently turn a number into text; here a number is rejected like any other wrong
+/// type.
 std::string ReadString(const Json::Value& value)
 {
     if (value.isNumeric()) {
@@ -85,7 +86,7 @@ std::unique_ptr<MorlNode> ReadNode(const Json::Value& element)
     node->SetPosition(static_cast<float>(x), static_cast<float>(y));
     node->SetContent(std::move(content));
     const Json::Value& references = element["ref"];
-    // By index, as an object in place of the list then raises the reader's error.
+    // By index, so that an object in place of the list raises the reader's error.
     for (Json::ArrayIndex i = 0; i < references.size(); ++i) {  // NOLINT(modernize-loop-convert)
         node->AddReference(ReadString(references[i]));
     }
@@ -116,7 +117,8 @@ void MorlCompiler::LoadNodeDefinition(std::string path)
     }
 }
 
-// Takes the node over, unless an exception passes through. A node of the same name makes way.
+// Takes ownership of the node, unless an exception passes through. Replaces a node of the same
+// name.
 void MorlCompiler::StoreNode(MorlNode* node)
 {
     MorlNode*& stored = nodes[node->GetName()];

@@ -20,7 +20,7 @@ struct MORL_API PassProperty {
     /// "hlsl", "hlsl10", "glsl" or "glsles", exactly.
     std::string target;
 
-    /// 0 vertex, 1 fragment. Left unset by the constructor: every caller sets it.
+    /// 0 vertex, 1 fragment. Left unset by the constructor, so every caller must set it.
     int stage;
 
     /// Texture coordinates by declaration name, for the fragment stage: what the vertex pass

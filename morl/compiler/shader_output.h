@@ -9,14 +9,14 @@
 
 namespace ns_ruke {
 
-/// The result of a request. MorlCompiler::Compile does not clear a record before it writes: use a
-/// fresh one for a result that stands alone.
+/// The result of a request. MorlCompiler::Compile does not clear the record first, so use a new one
+/// unless results are to accumulate.
 struct MORL_API ShaderOutput {
     /// The source text; each request replaces it.
     std::string code;
 
-    /// The texture coordinates that the pass assigned, by declaration name. Entries are set one by
-    /// one; others stay.
+    /// The texture coordinates that the pass assigned, by declaration name. Only these entries are
+    /// set; all others are kept.
     std::unordered_map<std::string, std::string> semantics;
 
     /// The names of the uniforms, appended in the order of their declarations.

@@ -8,7 +8,7 @@
 namespace ns_ruke {
 namespace {
 
-/// The widest field and the most digits of a conversion; larger wishes are cut to it.
+/// The largest width and precision of a conversion; larger values are reduced to it.
 constexpr int kMaxField = 1024;
 
 /// One conversion of a format: "%", flags, width, precision, size and letter.
@@ -49,7 +49,8 @@ std::string Print(const Conversion& conversion, const std::string& size, char le
 }
 #pragma GCC diagnostic pop
 
-/// Writes an argument by its conversion if that suits its type, and else by its type's own.
+/// Writes an argument with the given conversion if that suits its type, and otherwise with the
+/// default conversion of its type.
 struct ArgumentWriter {
     std::string operator()(int value) const { return Integer(conversion.size, 'd', value); }
     std::string operator()(unsigned value) const { return Integer(conversion.size, 'u', value); }
@@ -62,7 +63,7 @@ struct ArgumentWriter {
     }
     std::string operator()(const char* value) const
     {
-        if (conversion.letter == 'p') {  // then it need not be a text
+        if (conversion.letter == 'p') {  // may not point to a text
             return operator()(static_cast<const void*>(value));
         }
         return Print(conversion, "", 's', value != nullptr ? value : "(null)");

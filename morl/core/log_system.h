@@ -24,12 +24,12 @@ enum class LogLevel { Info, Error };
 using LogSink =
     std::function<void(LogLevel level, const std::string& category, const std::string& message)>;
 
-/// One further argument of a log call, with the type that it has after the promotions of a variadic
-/// call. Texts and pointers are the caller's and need only live during the call.
+/// One argument of a log call, with the type that it has after the default promotions of a variadic
+/// call. Texts and pointers belong to the caller and need only live during the call.
 using LogArgument = std::variant<int, unsigned, long long, unsigned long long, double, long double,
                                  const char*, std::string_view, const void*>;
 
-/// The argument that a value becomes.
+/// Converts a value to a log argument.
 template <class Value>
 LogArgument MakeLogArgument(const Value& value)
 {
@@ -51,7 +51,7 @@ LogArgument MakeLogArgument(const Value& value)
     } else if constexpr (std::is_pointer_v<Value>) {
         return (const void*)value;  // also from volatile objects and functions
     } else {
-        static_assert(std::is_null_pointer_v<Value>, "a variadic call does not take such a value");
+        static_assert(std::is_null_pointer_v<Value>, "values of this type cannot be logged");
         return static_cast<const void*>(nullptr);
     }
 }
@@ -62,24 +62,25 @@ public:
     /// Makes sure that the log system exists. Cheap, and harmless when called again.
     static void LogInitialize();
 
-    /// Puts a sink in place of the one in force and returns that one. An empty sink restores the
-    /// default, which writes "[error] CATEGORY: MESSAGE" lines to standard error; it is itself
-    /// represented by an empty sink. A sink runs on the logging thread, while other loggers wait;
-    /// it may log and may set another sink. It must not wait for another thread that logs.
+    /// Installs a sink and returns the previous one. An empty sink stands for the default, which
+    /// writes "[error] CATEGORY: MESSAGE" lines to standard error. A sink runs on the logging
+    /// thread while other loggers wait. It may log and may set another sink, but must not wait for
+    /// another thread that logs.
     static LogSink SetSink(LogSink sink);
 
-    /// Writes an information message. Without further arguments `format` is the message, verbatim
-    /// ("%" and NUL included); with further arguments it takes the conversions of printf, applied
-    /// to them in order. A conversion that does not suit its argument writes the argument in its
-    /// natural form, and one that has no argument is written as it stands. Arguments are what a
-    /// variadic function of C takes (numbers, enumerations, texts, pointers, nullptr), and strings.
+    /// Writes an information message. Without further arguments, `format` is the message itself,
+    /// verbatim ("%" and NUL included). With further arguments, it is a printf format that applies
+    /// to them in order. If a conversion does not suit its argument, the argument is written in its
+    /// natural form; a conversion without an argument is copied unchanged. Arguments may be strings
+    /// and whatever a variadic C function accepts (numbers, enumerations, texts, pointers,
+    /// nullptr).
     template <class... Arguments>
     void LogInfo(std::string category, std::string format, Arguments... arguments)
     {
         Write(LogLevel::Info, category, Finish(std::move(format), arguments...));
     }
 
-    /// Writes an error message; otherwise as LogInfo.
+    /// Writes an error message; the parameters are those of LogInfo.
     template <class... Arguments>
     void LogError(std::string category, std::string format, Arguments... arguments)
     {
@@ -109,7 +110,7 @@ private:
         sink;  ///< null: the default. Shared, so that a sink may replace itself
 };
 
-/// The library holds the instance, also when the caller is in another module.
+/// The instance lives in the library, even if the caller is in another module.
 template <>
 MORL_API TamberLogSystem* Singleton<TamberLogSystem>::GetSingletonPtr();
 

@@ -2,7 +2,7 @@
 #pragma once
 
 /// @file
-/// Every text that the library logs. Most are followed by what they speak of: a name, a path, the
+/// Every text that the library logs. Most are followed by what they are about: a name, a path, the
 /// text of the offending token. The spellings are part of the interface: tools match on them.
 
 namespace ns_ruke::messages {
@@ -17,7 +17,7 @@ constexpr char kNodeNotObject[] = "Morl Compiler: node definition is not an obje
 constexpr char kUnknownTarget[] = "Morl Compiler: unknown target: ";
 constexpr char kUnknownNode[] = "Morl Compiler: unknown node: ";
 
-// The parser. Before each stands its location: "Morl Compiler(line:L,ch:C): ".
+// The parser. Each follows its location: "Morl Compiler(line:L,ch:C): ".
 constexpr char kLocationLine[] = "Morl Compiler(line:";
 constexpr char kLocationColumn[] = ",ch:";
 constexpr char kLocationEnd[] = "): ";

@@ -8,7 +8,7 @@
 
 namespace ns_ruke {
 
-/// String services. All operations work on bytes and know no locale.
+/// String services. All operations work on bytes and ignore the locale.
 class MORL_API StringHelper {
 public:
     /// Whether `text` begins with `prefix`. With `ignoreCase`, ASCII letters match in either case.
@@ -29,12 +29,12 @@ public:
                                           bool dropEmpty);
 
     /// A copy of `text` in which every occurrence of `from`, found left to right without overlap,
-    /// is replaced by `to`. An empty `from` occurs nowhere.
+    /// is replaced by `to`. An empty `from` never matches.
     static std::string ReplaceAll(const std::string& text, const std::string& from,
                                   const std::string& to);
 
-    /// The value of the decimal integer at the start of `text` (optional sign, then digits): 0 when
-    /// there is none, the nearest 32-bit value when it lies outside that range.
+    /// The value of the decimal integer at the start of `text` (optional sign, then digits): 0 if
+    /// there is none, and the nearest 32-bit value if it is out of range.
     static int ConvertToInt32(const std::string& text);
 };
 

@@ -11,7 +11,8 @@
 namespace ns_ruke {
 namespace {
 
-/// Reads a name that begins with 0 to 3 as components of a vector: in the loop value 2, v.N is v.b.
+/// Reads a name that begins with a digit from 0 to 3 as vector components: for the loop value 2,
+/// v.N becomes v.b.
 void ApplySwizzle(std::string& name)
 {
     if (name.empty() || name.front() < '0' || name.front() > '3') {
@@ -82,8 +83,7 @@ MorlUnit* MorlLinker::CopyMorlUnit(const MorlUnit* unit)
     }
 }
 
-// The names of variables, declarations and local definitions are the only texts that are
-// substituted.
+// Loop values are substituted only into the names of variables, declarations and local definitions.
 void MorlLinker::CopyName(const std::string& from, std::string& to)
 {
     to = from;
@@ -93,8 +93,8 @@ void MorlLinker::CopyName(const std::string& from, std::string& to)
     work += to.size() / kBytesPerWork;
 }
 
-// Each name in force is replaced by its value, as plain text, wherever it occurs: one after the
-// other, in the order of the map.
+// Replaces every occurrence of each loop name by its value, as plain text, one name after the other
+// in the order of the map.
 void MorlLinker::SubstituteLoopValues(std::string& name)
 {
     for (const auto& [loopName, value] : loopValues) {
@@ -168,7 +168,7 @@ MorlRegister* MorlLinker::CopyRegister(const MorlRegister* binding)
     return copy.release();
 }
 
-// A plain declaration, whatever the kind of the source.
+// The copy is a plain declaration, whatever kind the source is.
 MorlDeclare* MorlLinker::CopyDeclare(const MorlDeclare* declare)
 {
     auto copy = std::make_unique<MorlDeclare>();
@@ -244,7 +244,7 @@ MorlElseIfSentence* MorlLinker::CopyElseIfSentence(const MorlElseIfSentence* sen
     return copy.release();
 }
 
-// The macro statements in the branches are expanded, with the macros that the expander last used.
+// Expands the macro statements in the branches, with the macros that were last set by UseMacros.
 void MorlLinker::CopyBranches(const MorlIfSentence* from, MorlIfSentence& to)
 {
     to.condition = CopyChild(from->condition);

@@ -15,12 +15,12 @@
 namespace ns_ruke {
 namespace {
 
-/// Puts nodes, known by their place in the list, into the order in which they are merged: always
-/// the first of the list whose references are all placed. Counts for each node how many of them are
-/// not, so that no node is looked at twice for nothing.
+/// Puts nodes, identified by their index in the list, into the order in which they are merged:
+/// always the first node in the list whose references have all been placed. For each node it counts
+/// the references that are still missing, so that no node is examined in vain.
 class NodeOrder {
 public:
-    /// @param nodes must outlive the order, names and all.
+    /// @param nodes must outlive this object, and so must their names.
     explicit NodeOrder(const std::vector<MorlNode*>& nodes) : missing(nodes.size())
     {
         dependents.reserve(nodes.size());
@@ -43,7 +43,7 @@ public:
         }
     }
 
-    /// To be called for each node when it has all its references.
+    /// Call this for each node once all its references have been added.
     void AddIfReady(std::size_t node)
     {
         if (missing[node] == 0) {
@@ -60,7 +60,7 @@ public:
         return node;
     }
 
-    /// Frees the nodes that refer to this name from waiting for it.
+    /// Nodes that refer to this name stop waiting for it.
     void PlaceName(std::string_view name)
     {
         for (const std::size_t node : std::exchange(dependents[name], {})) {
@@ -100,7 +100,7 @@ void MorlLinker::Link(std::string /*target*/, Macros& macros, std::vector<MorlNo
     }
 }
 
-// Empties the list. Nodes that wait for ever are reported and left out.
+// Empties the list. Nodes that never become ready are reported and left out.
 std::vector<MorlNode*> MorlLinker::TakeOrdered(std::vector<MorlNode*>& nodes)
 {
     const std::vector<MorlNode*> list = std::move(nodes);
@@ -133,7 +133,7 @@ std::vector<MorlNode*> MorlLinker::TakeOrdered(std::vector<MorlNode*>& nodes)
     return ordered;
 }
 
-// Names the nodes that wait for ever.
+// Reports the nodes that never become ready.
 void MorlLinker::ReportCycle(const std::vector<MorlNode*>& list,
                              const std::vector<MorlNode*>& ordered)
 {
@@ -157,8 +157,8 @@ void MorlLinker::ReportCycle(const std::vector<MorlNode*>& list,
 }
 
 // Whether every node of `all` that the node refers to is in `linked`. References to other nodes do
-// not count. This is the rule of the order; but asking it of all nodes again and again would take
-// quadratic time, so TakeOrdered counts instead.
+// not count. This is the rule that defines the order, but checking it for all nodes again and again
+// would take quadratic time, so TakeOrdered counts instead.
 bool MorlLinker::CheckNodeReference(std::unordered_set<std::string>& linked,
                                     std::unordered_set<std::string>& all, MorlNode* node)
 {
@@ -200,8 +200,9 @@ void MorlLinker::MergeProgram(MorlNode* node, Macros& macros, MorlProgram& progr
     }
 }
 
-// Hands functions over as they are. The parser gives the groups of `#if` blocks another kind than
-// the one asked for here, so they too are handed over whole; no back end writes functions.
+// Passes functions on unchanged. That includes the groups of `#if` blocks, because the parser gives
+// them a different kind from the one tested here. It makes no difference: no back end writes
+// functions.
 void MorlLinker::ProcessFunction(Macros& macros, std::vector<MorlFunction*>& functions,
                                  MorlFunction* function, bool /*flag*/)
 {

@@ -6,8 +6,8 @@
 
 namespace ns_ruke {
 
-/// Orders names by length, longer ones first, then by their bytes. A loop name that is part of a
-/// longer loop name therefore never spoils the longer one.
+/// Orders names by length, longest first, then by their bytes. Substituting a loop name therefore
+/// never damages a longer loop name that contains it.
 struct LongerNameFirst {
     bool operator()(const std::string& a, const std::string& b) const
     {

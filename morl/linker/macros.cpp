@@ -14,7 +14,8 @@
 namespace ns_ruke {
 namespace {
 
-/// Truncates toward zero. What no 32-bit integer can hold, NaN included, becomes the smallest one.
+/// Truncates toward zero. NaN, and any value that a 32-bit integer cannot hold, becomes the
+/// smallest integer.
 int ToInt32(float value)
 {
     constexpr float kLimit = 2147483648.0F;
@@ -106,7 +107,8 @@ float MorlLinker::CalParenthesiseExpression(Macros& macros,
     return CalExpression(macros, expression->expression);
 }
 
-// What a loop or a macro assignment set hides a macro of the request; an unknown name counts as 0.
+// A value set by a loop or a macro assignment hides the request's macro of the same name. An
+// unknown name counts as 0.
 float MorlLinker::CalVariable(Macros& macros, const MorlVariable* variable)
 {
     const auto loopValue = loopValues.find(variable->name);
@@ -119,8 +121,8 @@ float MorlLinker::CalVariable(Macros& macros, const MorlVariable* variable)
     return macro != macros.end() ? static_cast<float>(macro->second) : 0.0F;
 }
 
-// The digits after the point are read as an integer that is divided by 10 while it is greater
-// than 1: 2.5 is 2.5, but 1.1 is 2 and 0.05 is 0.5. Conditions of existing nodes count on it.
+// The digits after the point are read as an integer, which is divided by 10 while it is greater
+// than 1: 2.5 is 2.5, but 1.1 is 2 and 0.05 is 0.5. Conditions in existing nodes depend on this.
 float MorlLinker::CalNumber(Macros& /*macros*/, const MorlNumber* number)
 {
     const auto whole = static_cast<float>(StringHelper::ConvertToInt32(number->value));
@@ -135,8 +137,8 @@ float MorlLinker::CalNumber(Macros& /*macros*/, const MorlNumber* number)
     return whole + fraction;
 }
 
-// Whether the expansion may go on. The first time that it may not is reported, with the loop that
-// runs, or else with the name that was to be substituted.
+// Whether the expansion may continue. The first time it may not, this is reported with the name of
+// the running loop or, outside loops, the name that was to be substituted.
 bool MorlLinker::HasWorkLeftOrReport(const std::string& name)
 {
     if (!exhausted && work > kMaxLinkWork) {
@@ -146,7 +148,8 @@ bool MorlLinker::HasWorkLeftOrReport(const std::string& name)
     return !exhausted;
 }
 
-// Whether one more iteration may run. Once a bound is met, none of this link does.
+// Whether one more iteration may run. Once a bound is reached, no further iteration of this link
+// runs.
 bool MorlLinker::BeginIterationOrReport(const std::string& varName)
 {
     ++work;
@@ -240,8 +243,8 @@ void MorlLinker::ProcessSentence(Macros& macros, std::vector<MorlSentence*>& sen
     }
 }
 
-// The value stays in force until the link ends. The operator is not looked at ("+=" acts as "="),
-// and only a plain name can be set.
+// The value holds until the link, or a `#for` over the same name, ends. The operator is ignored
+// ("+=" acts like "="), and only a plain name can be set.
 void MorlLinker::ExecuteAssignment(Macros& macros, const MorlMarcoAssignSentence* sentence)
 {
     if (sentence->target == nullptr || sentence->target->unitType != TOKEN_IDENTIFIER) {

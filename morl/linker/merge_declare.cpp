@@ -15,9 +15,9 @@ constexpr std::size_t kLongestScan = 32;
 
 }  // namespace
 
-// The first declaration of a name wins. The offered name is compared before substitution, with
-// names after substitution: inside a `#for` every copy is added, however often the group is
-// offered.
+// The first declaration of a name wins. The new name is compared before substitution with existing
+// names after substitution, so inside a `#for` every copy is added, no matter how often the group
+// is merged.
 void MorlLinker::MergeDeclare(std::vector<MorlDeclare*>& declares, MorlDeclare* declare,
                               bool reportConflict)
 {

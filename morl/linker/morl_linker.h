@@ -19,7 +19,7 @@ namespace ns_ruke {
 /// `#if` blocks and unrolls `#for` blocks, executes macro assignments, drops declarations whose
 /// name is taken, and copies what remains with the loop values substituted into names.
 ///
-/// The node programs stay as they are, but for the loop bounds that are written into their `#for`
+/// The node programs stay unchanged, except for the loop bounds that are written into their `#for`
 /// groups; so two linkers must not work on the same nodes at the same time.
 class MORL_API MorlLinker {
 public:
@@ -31,11 +31,10 @@ public:
     /// Merges the programs of `nodes` into `program`.
     /// @param target not used: linking is the same for every target.
     /// @param macros the values for `#if` conditions and `#for` bounds.
-    /// @param nodes not owned; empty afterwards. Nodes that refer to each other in a cycle, and
-    /// those
-    ///        that refer to one of them, are reported in one error line and left out.
+    /// @param nodes not owned; empty afterwards. Nodes in a reference cycle, and nodes that depend
+    ///        on them, are reported in one error line and left out.
     /// @param program receives copies, which it owns. It also receives the nodes' own function
-    ///        objects, which it does not own from then on (MorlProgramOwnership).
+    ///        objects; from then on it owns none of its functions (see MorlProgramOwnership).
     void Link(std::string target, std::unordered_map<std::string, int>& macros,
               std::vector<MorlNode*>& nodes, MorlProgram& program);
 
@@ -105,15 +104,15 @@ private:
 
     LoopValues loopValues;
     Macros macroValues;
-    /// The names in those lists of the linked program that are too long to be scanned, by list.
+    /// The names declared in the linked program, by list; used for lists too long to scan.
     std::set<std::pair<const std::vector<MorlDeclare*>*, std::string>> declaredNames;
 
-    // Of the link so far.
-    std::string currentLoop;         ///< the name of the `#for` that runs; empty: none does
+    // The state of the current link.
+    std::string currentLoop;         ///< the name of the running `#for`; empty if none
     std::size_t iterations = 0;      ///< of `#for`
     std::size_t work = 0;            ///< in units of kMaxLinkWork
-    bool tooManyIterations = false;  ///< that bound was met and reported
-    bool exhausted = false;          ///< that of the work was
+    bool tooManyIterations = false;  ///< kMaxLoopIterations was reached and reported
+    bool exhausted = false;          ///< kMaxLinkWork was exceeded and reported
 };
 
 }  // namespace ns_ruke

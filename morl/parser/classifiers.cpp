@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What kind a token is, and how tightly an operator binds.
+// Classification of tokens, and how tightly operators bind.
 #include "morl/parser/morl_parser.h"
 
 namespace ns_ruke {
@@ -90,7 +90,7 @@ int MorlParser::GetOperatorPriority(ENUM_TOKEN token) const
     case TOKEN_EQUAL:
     case TOKEN_NOT_EQUAL:
         return 1;
-    default:  // "&&" and "||" among them: both bind alike, more loosely than any comparison
+    default:  // also "&&" and "||", which bind equally, more loosely than any comparison
         return 0;
     }
 }

@@ -34,8 +34,8 @@ MorlDeclare* MorlParser::ParseGlobalDeclare(ENUM_TOKEN bufferToken)
     }
 }
 
-// Both tokens are read into one string: when the second has no text of its own, the message shows
-// the type. The outputs are set on success only.
+// Both tokens are read into one string, so if the second has no text of its own, the message shows
+// the type. The outputs are set only on success.
 bool MorlParser::ParseVarDeclare(ENUM_TOKEN& varType, std::string& name)
 {
     std::string word;
@@ -53,8 +53,8 @@ bool MorlParser::ParseVarDeclare(ENUM_TOKEN& varType, std::string& name)
     return true;
 }
 
-// What follows the "[" of a declaration, its semicolon included. `size` receives the expression
-// also on failure.
+// Reads the rest of a declaration after "[", including the semicolon. `size` receives the
+// expression even on failure.
 bool MorlParser::ParseArraySize(MorlExpression*& size)
 {
     size = ParseExpression(nullptr);
@@ -79,8 +79,8 @@ MorlRegister* MorlParser::ParseRegister()
     return binding.release();
 }
 
-// The ")" is looked at and left unread, so the caller finds it where it demands its ";": the form
-// is recognised, but no declaration ever comes of it.
+// The ")" is checked but not consumed, so the caller finds it where it expects ";". The form is
+// recognised, but never yields a declaration.
 MorlRegister* MorlParser::ParseNamedRegister()
 {
     Advance(1);
@@ -115,8 +115,8 @@ MorlFunction* MorlParser::ParseFunction(ENUM_TOKEN returnType)
     return function.release();
 }
 
-// An empty list has nothing between its parentheses, not even a blank. A parameter that fails after
-// the first one repeats the parameter before it.
+// An empty list must have nothing between its parentheses, not even a space. If a parameter after
+// the first one fails, the one before it is repeated.
 void MorlParser::ParseParameter(std::vector<MorlDeclare*>& parameters)
 {
     if (!CheckSkip('(')) {

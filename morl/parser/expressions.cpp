@@ -3,8 +3,8 @@
 // primary    -> Name | Number | "(" expression ")" | "-" expression | call
 // call       -> (Type | Intrinsic) "(" [ expression { "," expression } ] ")"
 //
-// Ownership: a function that is handed an operand (`left`) owns it from then on; `parent` stays
-// with the caller.
+// Ownership: a function that receives an operand (`left`) takes it over; `parent` still belongs to
+// the caller.
 #include "morl/ast/internal/ownership.h"
 #include "morl/parser/internal/nesting.h"
 #include "morl/parser/morl_parser.h"
@@ -32,7 +32,7 @@ MorlExpression* MorlParser::ParseExpression(MorlBinaryOperation* parent)
     return failed ? nullptr : ParseNextExpression(parent, primary);
 }
 
-// Parentheses that fail give null and the expression goes on; anything else that fails ends it.
+// If parentheses fail, the operand is null and the expression continues; any other failure ends it.
 MorlExpression* MorlParser::ParsePrimary(bool& failed)
 {
     std::string_view word;
@@ -92,12 +92,13 @@ MorlExpression* MorlParser::ParseNextExpression(MorlBinaryOperation* parent, Mor
     return operand.release();
 }
 
-// Reads the right side of an operation. The climb looks back one level, never further: when
-// `parent` binds at least as tightly as this operator, `left` completes the parent, and this
-// operation takes the whole parent as its left operand and stands in its place. The function that
-// reads the parent's right side then finds its operation `adopted` and passes on what it was given.
+// Reads the right side of an operation. Precedence climbing looks back one level only: if `parent`
+// binds at least as tightly as this operator, `left` completes the parent, and this operation
+// replaces the parent, taking it as its left operand. The call that is reading the parent's right
+// side then finds its own operation in `adopted` and returns the result unchanged.
 //
-// The parent is attached only after all that can throw, so that an operation never has two owners.
+// The parent is attached only after everything that can throw, so that an operation never has two
+// owners.
 MorlExpression* MorlParser::ParseOperation(MorlBinaryOperation* parent, MorlExpression* left,
                                            ENUM_TOKEN operatorToken)
 {
@@ -122,7 +123,7 @@ MorlExpression* MorlParser::ParseOperation(MorlBinaryOperation* parent, MorlExpr
     return result;
 }
 
-// What follows an index starts afresh, without a parent.
+// Whatever follows the index is parsed without a parent.
 MorlExpression* MorlParser::ParseIndex(MorlExpression* left)
 {
     std::unique_ptr<MorlExpression> operand(left);

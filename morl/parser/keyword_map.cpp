@@ -6,8 +6,8 @@
 namespace ns_ruke {
 namespace {
 
-/// Every keyword, in the order of the tokens. The operators are never looked up, as no word of the
-/// lexer looks like one; they are here so that the table is complete.
+/// Every keyword, in the order of the tokens. The lexer never looks up an operator, because it does
+/// not read operators as words; they are listed so that the table is complete.
 constexpr std::array<Keyword, kKeywordCount> kKeywords = {{
     {"void", TOKEN_VOID},
     {"float", TOKEN_FLOAT},
@@ -118,7 +118,7 @@ static_assert(InTokenOrder(), "one row per keyword, in the order of the tokens")
 
 constexpr std::size_t kSlots = 256;
 
-/// The factors were searched for: of the keywords few share a slot.
+/// The factors were found by search, so that few keywords share a slot.
 constexpr std::size_t SlotOf(std::string_view word)
 {
     const auto byte = [&word](std::size_t i) { return static_cast<unsigned char>(word[i]); };
@@ -127,8 +127,8 @@ constexpr std::size_t SlotOf(std::string_view word)
            kSlots;
 }
 
-/// A hash table by open addressing, made at compile time: 0 is a free slot, any other number the
-/// place of a keyword plus 1.
+/// A hash table with open addressing, built at compile time: 0 is a free slot, and any other number
+/// is the index of a keyword plus 1.
 using Slots = std::array<std::uint8_t, kSlots>;
 
 constexpr Slots MakeSlots()

@@ -29,7 +29,7 @@ public:
     static KeywordMap Language();
     static const std::array<Keyword, kKeywordCount>& Keywords();
 
-    /// The token of `word`, or TOKEN_NONE when it is no keyword. The match is exact.
+    /// The token of `word`, or TOKEN_NONE if it is not a keyword. The match is exact.
     ENUM_TOKEN Find(std::string_view word) const;
 
     std::size_t size() const { return count; }

@@ -118,7 +118,7 @@ void MorlParser::PeekNext()
     ++position;
 }
 
-// Consumes characters none of which is a line break.
+// Consumes characters, which must not include a line break.
 void MorlParser::Advance(std::uint32_t count)
 {
     column += static_cast<std::int32_t>(count);
@@ -127,7 +127,7 @@ void MorlParser::Advance(std::uint32_t count)
 
 void MorlParser::SkipSpace()
 {
-    // The NUL at the end of the text is no space.
+    // The NUL at the end of the text is not a space.
     for (char c = Current(); IsSpace(c); c = Current()) {
         ++position;
         ++column;
@@ -204,7 +204,7 @@ void MorlParser::LogErrorAndSkipLine(const char* message, const std::string& wor
     SkipLine();
 }
 
-// Names, keywords and numbers leave their text in `word`; other tokens leave it as it was.
+// Names, keywords and numbers store their text in `word`; other tokens leave it unchanged.
 ENUM_TOKEN MorlParser::ParseToken(std::string& word)
 {
     std::string_view spelling;
@@ -215,8 +215,8 @@ ENUM_TOKEN MorlParser::ParseToken(std::string& word)
     return token;
 }
 
-// As ParseToken, with a view of the text in place of a copy. A character that begins no token, the
-// end of the text included, gives TOKEN_NONE and is not consumed.
+// Like ParseToken, but gives a view of the text instead of a copy. At a character that begins no
+// token, or at the end of the text, it returns TOKEN_NONE and consumes nothing.
 ENUM_TOKEN MorlParser::ReadToken(std::string_view& word)
 {
     SkipSpace();
@@ -262,7 +262,7 @@ ENUM_TOKEN MorlParser::ParseSymbol()
     if (Eof()) {
         return TOKEN_NONE;
     }
-    // Before the end of the text there is always one more character: its NUL at the latest.
+    // There is always a next character, if only the NUL at the end of the text.
     const char next = text[position + 1];
     const auto one = [this](ENUM_TOKEN token) {
         Advance(1);

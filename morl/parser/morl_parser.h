@@ -28,14 +28,15 @@ public:
     MorlParser& operator=(const MorlParser&) = default;
     virtual ~MorlParser();
 
-    /// Fills the keyword table. The constructor has done so; doing it again changes nothing.
+    /// Fills the keyword table. The constructor already does this; calling it again changes
+    /// nothing.
     void Init();
 
     /// Parses a whole text and adds what it declares to `program`.
     /// @param source need only live during the call.
     void Parse(const std::string& source, MorlProgram& program);
 
-    // What kind a token is. These look at nothing but the token.
+    // Classification of tokens and words. These depend on the argument alone.
     bool IsGlobalBuffer(ENUM_TOKEN token) const;
     /// The types of variables; not `void`, and not the matrix helpers, which are functions.
     bool IsVarType(ENUM_TOKEN token) const;
@@ -49,7 +50,8 @@ public:
     bool IsSpecialKeyWord(ENUM_TOKEN token) const;
     bool IsSystemFunction(ENUM_TOKEN token) const;
     bool IsKeyword(const std::string& word) const;
-    /// How tightly an operator binds: 5 at the tightest, 0 for "&&", "||" and what is no operator.
+    /// How tightly an operator binds: from 5 (tightest) to 0 ("&&", "||" and anything that is not
+    /// an operator).
     int GetOperatorPriority(ENUM_TOKEN token) const;
 
 private:
@@ -75,8 +77,8 @@ private:
     bool IsSpace(char c) const;
     bool IsEnter(char c) const;
     std::string GetLocation() const;
-    /// Log a message with the current location. Call sites pass the parts, not a text that they
-    /// built: that would enlarge the frames of the recursive rules.
+    /// Log a message with the current location. Callers pass the parts of a message, because
+    /// building its text themselves would enlarge the stack frames of the recursive rules.
     void LogError(const char* message) const;
     void LogError(const char* message, const std::string& word) const;
     void LogErrorAndSkipLine(const char* message);
@@ -143,7 +145,7 @@ private:
     std::int32_t savedLine = 0;
     std::int32_t savedColumn = 0;
 
-    /// The nesting in force, in the units of kMaxNesting.
+    /// The current nesting, in units of kMaxNesting.
     unsigned nesting = 0;
     /// The operation that the last finished operation took as its left operand (see
     /// ParseOperation).

@@ -25,8 +25,8 @@ using DeclareList = std::vector<MorlDeclare*> MorlProgram::*;
 constexpr std::array<DeclareList, 3> kDeclareLists = {&MorlProgram::inputs, &MorlProgram::outputs,
                                                       &MorlProgram::uniforms};
 
-/// Hands the conditions that a temporary program frees to the program that receives its groups. The
-/// room for them has been made.
+/// Moves the conditions that a temporary program owns to the program that receives its groups. The
+/// caller has reserved room for them.
 void MoveConditions(MorlProgram& from, MorlProgram& to)
 {
     for (const MorlSharedCondition& shared : from.ownership.conditions) {
@@ -47,13 +47,12 @@ std::unique_ptr<MorlMarcoIfDeclare> MakeIfGroup(const Branches& branches, Declar
         return nullptr;
     }
     auto group = std::make_unique<MorlMarcoIfDeclare>();
-    group->bufferType =
-        TOKEN_IN;  // of all three groups; the list that holds a group says what it is
+    group->bufferType = TOKEN_IN;  // the same in all three lists; only the list tells the kind
     return group;
 }
 
-/// Turns the branches of an `#if` block into groups of `program`. All that can fail comes first, so
-/// that the elements and the condition always have exactly one owner.
+/// Turns the branches of an `#if` block into groups of `program`. Everything that can fail comes
+/// first, so that the elements and the condition always have exactly one owner.
 void AppendIfGroups(MorlProgram& program, Branches& branches,
                     std::unique_ptr<MorlExpression> condition)
 {
@@ -181,7 +180,7 @@ void MorlParser::ParseGlobalSegment(MorlProgram* program, ENUM_TOKEN bufferToken
     }
 }
 
-// Of several functions named `main` the last one stays.
+// If several functions are named `main`, the last one wins.
 void MorlParser::ParseFunctionSegment(MorlProgram* program, ENUM_TOKEN returnType)
 {
     std::unique_ptr<MorlFunction> function(ParseFunction(returnType));
@@ -237,7 +236,7 @@ void MorlParser::ParseMarcoForProgramSegment(MorlProgram* program)
     AppendForGroups(*program, *contents, name, start);
 }
 
-// What follows "#for", up to the start value.
+// Reads what follows "#for", up to and including the start value.
 bool MorlParser::ParseMarcoForHead(std::string& name, int& start)
 {
     if (ParseToken(name) != TOKEN_IDENTIFIER) {
@@ -256,8 +255,9 @@ bool MorlParser::ParseMarcoForHead(std::string& name, int& start)
     return true;
 }
 
-// The next token of a macro block. "#else", "#endif" and "#endfor" are consumed; before anything
-// else the parser stays where it is. The end of the text is reported as the missing closing word.
+// The next token of a macro block. The closing word, and "#else" in an "#if" block, are consumed;
+// before anything else the parser stays where it is. At the end of the text, the closing word is
+// reported as missing.
 ENUM_TOKEN MorlParser::ParseBlockToken(const char* closingWord)
 {
     SkipSpace();
@@ -277,8 +277,8 @@ ENUM_TOKEN MorlParser::ParseBlockToken(const char* closingWord)
     return TOKEN_NONE;
 }
 
-// A statement that yields nothing abandons the whole block: what remains of it is read by the
-// enclosing body as ordinary statements.
+// If a statement yields nothing, the whole block is abandoned, and the enclosing body reads the
+// rest of it as ordinary statements.
 MorlMarcoIfSentence* MorlParser::ParseMarcoIfSentence()
 {
     auto block = std::make_unique<MorlMarcoIfSentence>();

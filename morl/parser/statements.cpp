@@ -33,9 +33,9 @@ bool IsAssignable(const MorlExpression* target)
 
 }  // namespace
 
-// Null when the statement yields nothing. Most failures have been reported by then; a target that
-// cannot be assigned to, a `while` and a token that starts no statement have not. Of the latter no
-// more than the token is consumed, and a character that is no token stays where it is.
+// Null if the statement yields nothing. Most failures have been reported by then, but not a target
+// that cannot be assigned to, a `while`, or a token that starts no statement. In the last case only
+// that token is consumed; a character that is not a token is not consumed.
 MorlSentence* MorlParser::ParseSentence()
 {
     Nesting level(*this, kBlockNesting);
@@ -65,7 +65,7 @@ MorlSentence* MorlParser::ParseSentence()
     case TOKEN_MARCO_FOR:
         return ParseMarcoSentence(token);
     case TOKEN_COLON:
-        PeekNext();  // the second character of the empty statement, usually ";", is not looked at
+        PeekNext();  // skips the second character, usually ";", without checking it
         return new MorlEmptySentence;
     default:
         return nullptr;
@@ -140,9 +140,9 @@ MorlSentence* MorlParser::ParseDefinitionSentence(ENUM_TOKEN varType, std::strin
     }
 }
 
-// `token` is the type of a definition, or TOKEN_IDENTIFIER: then the target is read again from the
-// saved location, where the statement began. A first word that starts with "$" makes the statement
-// an assignment to a macro.
+// `token` is the type of a definition, or TOKEN_IDENTIFIER, in which case the target is read again
+// from the saved location, where the statement began. If the first word starts with "$", the
+// statement is an assignment to a macro.
 MorlAssignSentence* MorlParser::ParseAssignSentence(ENUM_TOKEN token, std::string firstWord,
                                                     bool withSemicolon)
 {
@@ -269,7 +269,7 @@ MorlSentence* MorlParser::ParseMarcoSentence(ENUM_TOKEN token)
     }
 }
 
-// The part of an `if` or `for`: statements in braces, or one statement. False when the "}" is
+// The body of an `if` or `for`: statements in braces, or one statement. False if the "}" is
 // missing.
 bool MorlParser::ParseBlock(std::vector<MorlSentence*>& sentences)
 {
@@ -298,8 +298,8 @@ bool MorlParser::ParseBracedSentences(std::vector<MorlSentence*>& sentences)
     return CheckSkip('}');
 }
 
-// Reports a character that begins no statement; of characters beyond ASCII the whole run, so that
-// the message is no broken UTF-8.
+// Reports a character that begins no statement, and skips the line. A run of non-ASCII characters
+// is reported whole, so that the message never cuts a UTF-8 character.
 void MorlParser::SkipUnexpected()
 {
     const std::string_view rest(text + position, length - position);

@@ -5,10 +5,10 @@
 
 namespace ns_ruke {
 
-/// The one vocabulary of the compiler: tokens of the source language, kinds of tree nodes,
+/// The single vocabulary of the compiler. Tokens of the source language, kinds of tree nodes,
 /// operators, types, buffer classes and semantics share it, so a parsed token can be stored in the
-/// tree as it is. The values are part of the interface; the classifiers of MorlParser are ranges of
-/// them.
+/// tree unchanged. The values are part of the interface, and MorlParser classifies tokens by ranges
+/// of values.
 enum ENUM_TOKEN : std::int32_t {
     // Variable types.
     TOKEN_VOID = 0,
@@ -31,7 +31,7 @@ enum ENUM_TOKEN : std::int32_t {
     TOKEN_FLOAT4X4_CONSTRUCT = 15,
     TOKEN_FLOAT4X4_TRANPOSE = 16,
 
-    // Sampler types, and the type that follows from the semantic.
+    // Sampler types, and the type deduced from the semantic.
     TOKEN_SAMPLER1D = 17,
     TOKEN_SAMPLER1DARRAY = 18,
     TOKEN_SAMPLER2D = 19,
@@ -117,11 +117,11 @@ enum ENUM_TOKEN : std::int32_t {
     TOKEN_MARCO_ENDFOR = 83,
 
     // Punctuation, comments and operators. TOKEN_SINGLE_COMMENT is also the kind of a statement;
-    // TOKEN_MULTI_COMMENT is only that, and TOKEN_INDEX only the operator of an index in the tree.
+    // TOKEN_MULTI_COMMENT is only that kind, and TOKEN_INDEX only the index operator in the tree.
     TOKEN_COLON = 84,
     TOKEN_SINGLE_COMMENT = 85,
     TOKEN_MULTI_COMMENT_BEGIN = 86,
-    TOKEN_RESERVED_87 = 87,  // free; kept so that the values after it stay
+    TOKEN_RESERVED_87 = 87,  // unused; keeps the later values unchanged
     TOKEN_MULTI_COMMENT = 88,
     TOKEN_SEMICOLON = 89,
     TOKEN_INDEX = 90,

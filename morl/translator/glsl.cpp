@@ -10,8 +10,8 @@
 namespace ns_ruke {
 namespace {
 
-/// The integer vectors keep their Morl names, and only samplers of two dimensions and of cubes have
-/// one. Neither is to be mended: shaders are compared byte for byte.
+/// The integer vectors keep their Morl names, and only 2D and cube samplers have a name. Do not fix
+/// either: shaders are compared byte for byte.
 constexpr SpellingTable kTypes({
     {TOKEN_VOID, "void"},
     {TOKEN_FLOAT, "float"},
@@ -31,8 +31,8 @@ constexpr SpellingTable kTypes({
     {TOKEN_SAMPLERCUBE, "samplerCube"},
 });
 
-/// TOKEN_SAMPLE loses its name: the arguments alone are written. Calls with a form of their own
-/// (below) do not use their rows.
+/// TOKEN_SAMPLE is written without a name, as its arguments alone. The rows of calls that have a
+/// form in kCalls are not used to write them.
 constexpr SpellingTable kFunctions({
     {TOKEN_FLOAT2, "vec2"},
     {TOKEN_FLOAT3, "vec3"},
@@ -65,7 +65,7 @@ constexpr SpellingTable kFunctions({
 });
 
 /// Constructors take columns, so a transposing one writes components. The type names are those of
-/// HLSL, and stay so for the same reason.
+/// HLSL; this, too, is kept because shaders are compared byte for byte.
 constexpr CallForm kCalls[] = {
     Matrix(TOKEN_FLOAT3X3_CONSTRUCT, 3, "float3x3"),
     Matrix(TOKEN_FLOAT4X4_CONSTRUCT, 4, "float4x4"),
@@ -148,7 +148,7 @@ std::string MorlTranslatorGLSL::WriteOutputConvert(std::vector<MorlDeclare*> out
     return GlslOutputLocals(*this, outputs, "0.0");
 }
 
-// The first projected position comes first; further ones are not written at all.
+// The first projected position is written first; any others are not written.
 std::string MorlTranslatorGLSL::WriteFinalOutput(std::vector<MorlDeclare*> outputs)
 {
     const auto isPosition = [](const MorlDeclare* output) {

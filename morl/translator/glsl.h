@@ -27,7 +27,7 @@ public:
 
     /// The global of one output, if it needs one.
     std::string WriteOutputDeclare(MorlDeclare* declare);
-    /// What copies the outputs' locals out at the end of the entry function.
+    /// The lines at the end of the entry function that copy the locals to the outputs.
     std::string WriteFinalOutput(std::vector<MorlDeclare*> outputs);
 };
 

@@ -11,8 +11,7 @@
 namespace ns_ruke {
 namespace {
 
-/// The target lacks matrices that are not square. The integer vectors keep their Morl names, as in
-/// GLSL.
+/// The target has no non-square matrices. The integer vectors keep their Morl names, as in GLSL.
 constexpr SpellingTable kTypes({
     {TOKEN_VOID, "void"},
     {TOKEN_FLOAT, "float"},
@@ -29,8 +28,8 @@ constexpr SpellingTable kTypes({
     {TOKEN_SAMPLERCUBE, "samplerCube"},
 });
 
-/// What the target lacks loses its name: the arguments alone are written. Calls with a form of
-/// their own (below) do not use their rows.
+/// Functions that the target lacks are written without a name, as their arguments alone. The rows
+/// of calls that have a form in kCalls are not used to write them.
 constexpr SpellingTable kFunctions({
     {TOKEN_FLOAT2, "vec2"},
     {TOKEN_FLOAT3, "vec3"},
@@ -71,7 +70,8 @@ constexpr CallForm kCalls[] = {
     Product(TOKEN_MUL),
 };
 
-/// A fragment stage declares no outputs; a stage that is neither has uniforms only.
+/// A fragment stage declares no outputs; a stage that is neither vertex nor fragment has only
+/// uniforms.
 constexpr BufferSpellings kBuffers = {{
     {TOKEN_UNIFORM, "uniform"},
     {TOKEN_IN, "attribute", "varying", "uniform"},
@@ -87,8 +87,8 @@ constexpr TargetSpellings kSpellings = {
     kBuffers,
     CallForms(kCalls)};
 
-/// A declaration of this name is never an attribute or varying, whatever it is bound to. (Copying
-/// an output out goes by its semantic instead: see CopyOutTarget.)
+/// A declaration of this name is never an attribute or varying, whatever it is bound to. (What an
+/// output is copied to depends on its semantic instead: see CopyOutTarget.)
 bool IsUndeclared(const MorlDeclare* declare)
 {
     return declare->name == "oProjPos";
@@ -147,7 +147,7 @@ std::string MorlTranslatorGLSLES::WriteOutputList(std::vector<MorlDeclare*> outp
     return text;
 }
 
-// A fragment stage reaches its target through gl_FragColor only.
+// A fragment stage writes to its target only through gl_FragColor.
 std::string MorlTranslatorGLSLES::WriteOutputDeclare(MorlDeclare* declare)
 {
     variableNames[declare->name] = GlslOutputLocal(declare->name);

@@ -9,9 +9,9 @@
 
 namespace ns_ruke {
 
-/// The target "glsles": GLSL ES 1.00. Attributes and varyings in place of "in" and "out"; varyings
-/// are declared in register order on both sides; a declaration named oProjPos carries the projected
-/// position and is never declared.
+/// The target "glsles": GLSL ES 1.00. Attributes and varyings replace "in" and "out". Varyings are
+/// declared in register order in both stages. A declaration named oProjPos carries the projected
+/// position and never becomes an attribute or a varying.
 class MORL_API MorlTranslatorGLSLES : public MorlTargetTranslator {
 public:
     MorlTranslatorGLSLES();
@@ -29,12 +29,12 @@ public:
 
     /// The global of one output, if it needs one.
     std::string WriteOutputDeclare(MorlDeclare* declare);
-    /// What copies the outputs' locals out at the end of the entry function.
+    /// The lines at the end of the entry function that copy the locals to the outputs.
     std::string WriteFinalOutput(std::vector<MorlDeclare*> outputs);
-    /// The place of a declaration in the register order, and whether `a` stands before `b` in it.
+    /// The rank of a declaration in the register order, and whether `a` comes before `b`.
     std::int32_t GetRegisterIndex(MorlDeclare* declare);
     bool SortByRegister(MorlDeclare* a, MorlDeclare* b);
-    /// Sorts a list by register; declarations of the same place keep their order.
+    /// Sorts a list by register; declarations of equal rank keep their order.
     void Sort(std::vector<MorlDeclare*>& declares);
 };
 

@@ -8,7 +8,7 @@
 namespace ns_ruke {
 namespace {
 
-/// Shader model 3 has samplers of two dimensions and of cubes only.
+/// Shader model 3 has only 2D and cube samplers.
 constexpr SpellingTable kTypes({
     {TOKEN_VOID, "void"},
     {TOKEN_FLOAT, "float"},

@@ -69,8 +69,8 @@ constexpr CallForm kCalls[] = {
 constexpr TargetSpellings kSpellings = {"",         kTypes,       kAutoTypes,       kHlslFunctions,
                                         kSemantics, kHlslBuffers, CallForms(kCalls)};
 
-/// The line that opens every input struct of a fragment stage: the projected position, which the
-/// vertex output struct holds at its head.
+/// The first member of every input struct of a fragment stage: the projected position, which comes
+/// first in the vertex output struct.
 constexpr char kDummyPosition[] = "float4 oDummyProj : SV_Position; \n";
 
 }  // namespace
@@ -84,7 +84,7 @@ void MorlTranslatorHLSL10::Reset()
     texcoordCounter = 0;
 }
 
-// A sampler that the compiler numbers has a second line: its sampler state.
+// A sampler bound to SAUTO has a second line: its sampler state.
 std::string MorlTranslatorHLSL10::WriteUniformList(std::vector<MorlDeclare*> uniforms)
 {
     std::string text = ListText(uniforms);

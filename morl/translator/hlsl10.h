@@ -9,9 +9,9 @@
 
 namespace ns_ruke {
 
-/// The target "hlsl10": HLSL for Direct3D 10. As "hlsl", but every sampler is a texture object with
-/// a sampler state beside it, pixel outputs are render targets, and the structs that meet between
-/// the stages are sorted by register, so that their layouts match.
+/// The target "hlsl10": HLSL for Direct3D 10. Like "hlsl", except that samplers are texture objects
+/// (with a separate sampler state if bound to SAUTO), pixel outputs are render targets, and the
+/// structs passed between the stages are sorted by register, so that their layouts match.
 class MORL_API MorlTranslatorHLSL10 : public MorlTargetTranslator {
 public:
     MorlTranslatorHLSL10();
@@ -30,10 +30,10 @@ public:
 
     /// One member of the output struct.
     std::string WriteOutputDeclare(MorlDeclare* declare);
-    /// The place of a declaration in the register order, and whether `a` stands before `b` in it.
+    /// The rank of a declaration in the register order, and whether `a` comes before `b`.
     std::int32_t GetRegisterIndex(MorlDeclare* declare);
     bool SortByRegister(MorlDeclare* a, MorlDeclare* b);
-    /// Sorts a list by register; declarations of the same place keep their order.
+    /// Sorts a list by register; declarations of equal rank keep their order.
     void Sort(std::vector<MorlDeclare*>& declares);
 
 private:

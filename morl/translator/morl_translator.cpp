@@ -37,7 +37,7 @@ std::vector<std::string> Names(const std::vector<MorlDeclare*>& declares)
 
 using Semantics = std::unordered_map<std::string, std::string>;
 
-/// Sets entries of a table in place. What can fail is done when the object has been made.
+/// Sets entries of a table in place. Everything that can fail happens in the constructor.
 class SemanticsUpdate {
 public:
     SemanticsUpdate(const Semantics& assigned, Semantics& target) : table(target)
@@ -98,7 +98,8 @@ void MorlTranslator::WriteProgram(MorlProgram* newProgram,
         samplerRegisters[name] = number;
     }
 
-    // A section may rename variables for those after it, so their order is also that of the calls.
+    // These calls must be made in the order of the sections, because a section may rename variables
+    // for those after it.
     const std::string sections[] = {
         WriteFileHeader(),
         WriteUniformList(program->uniforms),

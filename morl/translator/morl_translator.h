@@ -14,13 +14,12 @@ namespace ns_ruke {
 
 /// The base of the back ends: writes a linked program as source text of one target.
 ///
-/// The base owns the order of the sections, the walk over statements and expressions, and the
-/// layout of the text; what differs by target it asks of the back end through the virtual
-/// operations. A class that overrides one of them is asked through it everywhere, also for what is
-/// nested in something else.
+/// The base class defines the order of the sections, the walk over statements and expressions, and
+/// the layout of the text. It calls the virtual operations for whatever differs by target, at every
+/// level of nesting, so an override always takes effect.
 ///
-/// A translator serves one program after the other, on one thread. Its operations may also be
-/// called one by one; they need a program only where what they write depends on its stage.
+/// A translator writes one program after the other, on one thread. Its operations may also be
+/// called individually; they need a program only where their result depends on its stage.
 class MORL_API MorlTranslator {
 public:
     MorlTranslator();
@@ -28,9 +27,9 @@ public:
     MorlTranslator& operator=(const MorlTranslator&) = default;
     virtual ~MorlTranslator();
 
-    /// Writes `program` and fills `output`: replaces its code, appends the names of the uniforms,
-    /// sets the semantics that were assigned, entry by entry: references to others stay good. If an
-    /// exception passes through, `output` is as it was.
+    /// Writes `newProgram` and fills `output`: replaces the code, appends the names of the
+    /// uniforms, and sets the assigned semantics one entry at a time, so that references to
+    /// existing entries stay valid. If an exception passes through, `output` is unchanged.
     /// @param newProgram not owned; read only.
     /// @param semantics texture coordinates by declaration name, for the fragment stage.
     /// @param registers sampler registers by declaration name.
@@ -59,7 +58,7 @@ public:
     virtual std::string WriteInputList(std::vector<MorlDeclare*> inputs) = 0;
     virtual std::string WriteOutputList(std::vector<MorlDeclare*> outputs) = 0;
     virtual std::string WriteMainFunction(MorlProgram* linked) = 0;
-    /// What stands at the head of the entry function for the inputs, and for the outputs.
+    /// The lines at the start of the entry function for the inputs, and for the outputs.
     virtual std::string WriteInputConvert(std::vector<MorlDeclare*> inputs) = 0;
     virtual std::string WriteOutputConvert(std::vector<MorlDeclare*> outputs) = 0;
     /// The binding of a declaration, with its " : "; empty without a binding.
@@ -88,9 +87,9 @@ protected:
     std::string WriteParenthesiseExpression(MorlParenthesiseExpression* expression);
     std::string WriteNumber(MorlNumber* number);
 
-    /// The program being written, or the last one that was; not owned. Null before the first one.
+    /// The program being written, or the last one written; not owned. Null before the first one.
     MorlProgram* program = nullptr;
-    /// How variables are written that are not written as they stand, by name.
+    /// Replacements for the names of variables, by name.
     std::unordered_map<std::string, std::string> variableNames;
     /// The texture coordinates handed in, by declaration name.
     std::unordered_map<std::string, std::string> inputSemantics;
@@ -102,16 +101,16 @@ protected:
 private:
     friend class Walk;
 
-    /// Text that calls repeat, which kMaxRepeatedText bounds. It is counted from the outermost
-    /// operation that is called to its end; a copied translator starts afresh.
+    /// Counts the text that calls repeat, which kMaxRepeatedText bounds. The count restarts with
+    /// each outermost call of an operation, and in a copied translator.
     struct Repetition {
         Repetition() = default;
         Repetition(const Repetition& /*other*/) noexcept {}
         Repetition& operator=(const Repetition& /*other*/) noexcept { return *this; }
 
-        unsigned operations = 0;  ///< called inside of each other
+        unsigned operations = 0;  ///< how deeply calls of operations are nested
         unsigned nested = 0;      ///< calls whose repeated arguments are being written
-        std::size_t bytes = 0;    ///< repeated inside of repetition
+        std::size_t bytes = 0;    ///< added by repetition inside repetition
     };
 
     /// Lives as long as an operation runs.

@@ -8,7 +8,7 @@
 namespace ns_ruke {
 namespace {
 
-/// Bytes of a written statement, for an estimate of the whole.
+/// Estimated bytes per written statement, for reserving space.
 constexpr std::size_t kUsualSentence = 64;
 
 }  // namespace

@@ -9,8 +9,8 @@ namespace ns_ruke {
 
 struct TargetSpellings;
 
-/// What all targets do alike: the operations that only spell answer from one record of spellings.
-/// A target adds its lists, its entry function and its bindings.
+/// What all targets have in common: operations that only spell something look it up in a record of
+/// spellings. Each target adds its lists, its entry function and its bindings.
 class MORL_API MorlTargetTranslator : public MorlTranslator {
 public:
     MorlTargetTranslator(const MorlTargetTranslator&) = default;

@@ -22,7 +22,7 @@ std::unique_ptr<MorlTranslator> Make()
     return std::make_unique<Translator>();
 }
 
-/// The one list of targets: whatever concerns all of them goes through it.
+/// The only list of targets; anything that concerns all of them uses it.
 constexpr Target kTargets[] = {
     {"hlsl", Make<MorlTranslatorHLSL>},
     {"hlsl10", Make<MorlTranslatorHLSL10>},

@@ -13,7 +13,7 @@ namespace ns_ruke {
 /// The target languages that can be asked for, in a fixed order.
 MORL_API std::vector<std::string> MorlTargets();
 
-/// A new back end of a target, or null when there is no target of exactly this name.
+/// A new back end for a target, or null if no target has exactly this name.
 MORL_API std::unique_ptr<MorlTranslator> MakeTranslator(const std::string& target);
 
 }  // namespace ns_ruke

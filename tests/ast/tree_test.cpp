@@ -21,7 +21,7 @@ TEST(Tree, SharesOneConditionBetweenTheGroupsOfABlock)
     EXPECT_EQ(inputs->condition, functions->condition);
 }
 
-/// An expression that says when it is destroyed.
+/// An expression that counts its destruction.
 struct Probe : MorlExpression {
     explicit Probe(int& destroyed) : count(destroyed) {}
     ~Probe() override { ++count; }

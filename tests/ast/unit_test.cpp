@@ -17,7 +17,7 @@ struct alignas(64) Wide : MorlNumber {
     char room[64] = {};
 };
 
-/// Fails to be made.
+/// Its constructor throws.
 struct Broken : MorlNumber {
     Broken() { throw 1; }
 };
@@ -41,7 +41,7 @@ TEST(Unit, IsMadeByEveryFormOfNew)
 
 #ifndef MORL_SANITIZED
 
-/// Makes and frees so many nodes. Returns the bytes that are kept of them.
+/// Makes and frees this many nodes. Returns how many of their bytes are kept.
 std::size_t Kept(std::size_t count)
 {
     std::vector<std::unique_ptr<MorlUnit>> units(count);
@@ -57,11 +57,11 @@ std::size_t Kept(std::size_t count)
 
 TEST(Unit, IsKeptForTheNextWithinABound)
 {
-    Kept(1);  // a thread's first one sets up that others are kept
+    Kept(1);  // nodes are kept only after a thread has freed its first one
     MorlUnit::ReleaseMemory();
     const std::size_t one = Kept(1);
     EXPECT_GT(one, 0U);
-    EXPECT_EQ(Kept(1), 0U);  // the memory of the last one serves
+    EXPECT_EQ(Kept(1), 0U);  // reuses the memory of the last one
     EXPECT_EQ(Kept(3), 2 * one);
     MorlUnit::ReleaseMemory();
     const std::size_t most = Kept(10'000);

@@ -51,7 +51,7 @@ TEST(Log, NeverMisreadsAnArgument)
     Log().LogError("c", "%999999999d", 1);
     enum class Level : short { Low = 3 };
     static const volatile int object = 1;
-    const char open[2] = {'a', 'b'};  // no text: nothing but its address may be read
+    const char open[2] = {'a', 'b'};  // not a text: only its address may be read
     Log().LogError("c", "%p%d%p%p%.2s", nullptr, Level::Low, &object, &open[0], &open[0]);
     Log().LogError("c", "%03s%#c%hhd %hu %Lf %lld %*d|", "a", 'b', 257, 65537, 1.5L, 1LL << 40,
                    "no number", 7);
@@ -110,7 +110,7 @@ TEST(Log, LetsASinkLogAndReplaceItself)
 
 TEST(Log, SerialisesConcurrentWriters)
 {
-    LogCapture capture;  // its vectors are not safe by themselves
+    LogCapture capture;  // its vectors are not thread-safe
     std::vector<std::thread> threads;
     for (int i = 0; i < 4; ++i) {
         threads.emplace_back([] {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What documents say about the code, compared with the code. (The commands and code blocks in them
-// are run by run_blocks.py.)
+// Compares what the documents say about the code with the code. (run_blocks.py runs the commands
+// and code blocks in them.)
 #include "docs/language_tables.h"
 #include "support/graph.h"
 #include "support/log_capture.h"
@@ -26,7 +26,7 @@ TEST(Docs, LanguageTablesAreThoseOfTheCompiler)
         << "\"./dev golden\" writes the tables anew";
 }
 
-/// The texts that the library logs, but for the marks of a parse and what is only part of a text.
+/// The texts that the library logs, except the marks of a parse and mere parts of texts.
 std::set<std::string> Messages()
 {
     const std::set<std::string> left = {"kCompilerStart",  "kCompilerEnd", "kLocationLine",
@@ -60,7 +60,7 @@ TEST(Docs, ExplainEveryMessage)
     }
 }
 
-/// The long options that a help text explains: one a line, after two blanks.
+/// The long options that a help text explains: one per line, after two spaces.
 void AddOptions(const std::vector<std::string>& command, std::set<std::string>& options)
 {
     std::istringstream help(RunProcess(command).out);
@@ -72,7 +72,7 @@ void AddOptions(const std::vector<std::string>& command, std::set<std::string>& 
     }
 }
 
-/// Whether a text has a word that is no part of a longer option.
+/// Whether a text mentions an option, other than as part of a longer one.
 bool HasOption(const std::string& text, const std::string& option)
 {
     for (std::size_t found = text.find(option); found != std::string::npos;

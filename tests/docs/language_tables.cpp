@@ -39,8 +39,8 @@ std::string Head(const std::string& what, const std::vector<std::string>& target
     return head + "\n" + line + "\n";
 }
 
-/// The back ends of all targets, each with an empty vertex pass at hand, as some of what they write
-/// depends on the stage.
+/// The back ends of all targets, each after writing an empty vertex pass, because some of their
+/// results depend on the stage.
 std::vector<std::unique_ptr<MorlTranslator>> BackEnds(MorlProgram& program)
 {
     std::vector<std::unique_ptr<MorlTranslator>> backEnds;
@@ -78,7 +78,7 @@ std::string TypeTable()
     return table;
 }
 
-/// What is written for a binding, by the targets that write any.
+/// What the targets that write bindings write for each semantic.
 std::string SemanticTable()
 {
     std::vector<std::string> targets;

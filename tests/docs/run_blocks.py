@@ -2,17 +2,17 @@
 # SPDX-License-Identifier: MIT
 """Runs the commands and code blocks of the documents named, and compares what they print.
 
-Each document has a directory of its own, which begins as a copy of the repository, so that a document
-tells a story from top to bottom. What a block is, its language says:
+Each document runs from top to bottom in its own copy of the repository, so a block can build on
+those above it. The language of a block says what it is:
 
   console      "$ COMMAND" lines, each followed by what it prints; times and the line "..." may differ
   sh           commands that must succeed
-  cpp          all of a document are one program, in their order; it is compiled and run in examples/
+  cpp          all cpp blocks of a document form one program, which is compiled and run in examples/
   cmake        how that program is built, as the target "engine"
   json         a JSON document
   morl [WORDS] a source that compiles in all targets; WORDS are macro values, or "errors" for one with
                faults, whose messages a "text" block then shows
-  TARGET       what the source before becomes in a fragment pass; a line "..." stands for the rest
+  TARGET       what the source above becomes in a fragment pass; a line "..." stands for the rest
 
 "<!-- file: NAME -->" before a block writes it to a file. "<!-- prepare: COMMAND -->" runs a command that
 readers need not see. Blocks without a language, or called "text", are not run.
@@ -53,7 +53,7 @@ def same(shown, printed):
 
 
 class Document:
-    """One document on its way through its blocks."""
+    """Runs the blocks of one document."""
 
     def __init__(self, path, source, build, directory):
         self.path = path
@@ -102,7 +102,7 @@ class Document:
         elif language in ("text", ""):
             return
         else:
-            expect(hasattr(self, "run_" + language), f"nobody runs blocks of {language}")
+            expect(hasattr(self, "run_" + language), f"unknown language of a block: {language}")
             getattr(self, "run_" + language)(body)
         self.count += 1
 
@@ -123,8 +123,8 @@ class Document:
         return result.stdout
 
     def check_dev(self, command):
-        """The entry of the repository itself. This test is part of "./dev test", and the others take
-        minutes and are run by .ci/run; so only "demo" is run, where the build is at hand."""
+        """Checks a command of ./dev. This test is part of "./dev test", and other commands take
+        minutes and are run by .ci/run, so only "demo" is run, whose build exists already."""
         usage = subprocess.run(["./dev", "help"], cwd=self.source, capture_output=True, text=True, check=True)
         expect(re.search(rf"^  {command} ", usage.stdout, re.M), f"./dev help does not know {command}")
         self.status = 0

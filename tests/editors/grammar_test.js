@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The editor grammars, with the engine that editors use, on the sample nodes: each word gets the scope
-// that its token in the compiler's own table calls for, in a plain source and inside of a node file.
+// Tests the editor grammars on the sample nodes, with the engine that editors use: each word must
+// get the scope that fits its token in the compiler's keyword table, in a plain source and inside a
+// node file.
 'use strict';
 
 const assert = require('assert');
@@ -13,7 +14,8 @@ const root = path.resolve(__dirname, '../..');
 const extension = path.join(root, 'editors/vscode');
 const read = (file) => fs.readFileSync(file, 'utf8');
 
-// Words by what they are, from the rows of the keyword table, which are in the order of the tokens.
+// The scopes of keywords. The rows of the keyword table are in the order of the tokens, so each
+// entry names the first token of a range with the same scope.
 const firstTokens = [
   ['TOKEN_VOID', 'storage.type'],
   ['TOKEN_FLOAT3X3_CONSTRUCT', 'support.function'],
@@ -58,7 +60,7 @@ async function loadRegistry() {
   });
 }
 
-// [text, innermost scope] of every token that is more than blanks.
+// [text, innermost scope, all scopes] of every token that is not blank.
 function tokenize(grammar, source) {
   const tokens = [];
   let state = textmate.INITIAL;
@@ -99,7 +101,7 @@ function checkRows(grammar) {
   }
 }
 
-// Escapes of the string around a source: a quote in a comment, a tabulator after a word.
+// Escapes in the string around a source: a quote in a comment, a tab after a word.
 function checkEscapes(grammar) {
   const rows = [
     ['"content": "// say \\"hi\\" now\\nvoid main() {"', 'void', 'storage.type'],
@@ -159,8 +161,8 @@ async function main() {
       words += checkWords(tokens, keywords, `${file}, ${node.name}`);
       inSource.push(...tokens);
     }
-    // What is highlighted inside of the strings is what is highlighted outside, comments aside, whose
-    // marks and text are cut differently.
+    // Highlighting must be the same inside and outside of strings, except for comments, which are
+    // split into tokens differently.
     const shape = (tokens) => tokens
       .filter(([, scope]) => !/comment|^source\.morl$|^meta\.embedded/.test(scope))
       .map(([word, scope]) => `${word} ${scope}`);

@@ -60,8 +60,7 @@ morl_test::NodeSource Marked(const std::string& name, const Strings& references)
     return {name, "uniform float " + name + ";", references};
 }
 
-/// The rule as it is described: scan from the front, take the first node that is ready, begin
-/// again.
+/// The rule as documented: scan from the front, take the first node that is ready, start again.
 std::string OrderByScanning(std::vector<morl_test::NodeSource> nodes)
 {
     std::string order;
@@ -109,7 +108,7 @@ TEST(Link, OrdersRandomGraphsAsScanningDoes)
     }
 }
 
-// A linker that has linked many declarations remembers nothing of a program that is gone.
+// A linker that has linked many declarations must not remember a program that has been destroyed.
 TEST(Link, MayBeCopiedAfterALink)
 {
     std::string source;

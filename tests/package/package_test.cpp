@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The package, as those find it who install it.
+// Tests the package as installed.
 #include "support/graph.h"
 #include "support/process.h"
 
@@ -19,7 +19,7 @@ using morl_test::WriteText;
 
 const std::string kExamples = std::string(MORL_SOURCE_DIR) + "/examples";
 
-/// What the example host prints: that both passes of all targets came out.
+/// The first line that the example host prints; it prints one for each target.
 const std::string kHostOutput =
     "hlsl: vertex 783 bytes, 2 uniforms, 3 semantics; fragment 1933 bytes, 11 uniforms; textures "
     "register(s0)\n";
@@ -30,7 +30,7 @@ void Succeed(const std::vector<std::string>& command)
     ASSERT_EQ(result.status, 0) << testing::PrintToString(command) << result.out << result.err;
 }
 
-/// The build installed into a prefix of its own.
+/// Installs the build into a prefix of its own.
 class Package : public testing::Test {
 protected:
     static void SetUpTestSuite()
@@ -61,12 +61,12 @@ protected:
         return RunProcess({(build.path / "embed").string(), kExamples});
     }
 
-    /// Builds the example host with what pkg-config says, passed through a filter, and runs it.
+    /// Builds the example host with the output of pkg-config, passed through a filter, and runs it.
     static ProcessResult RunHostOfPkgConfig(const std::string& options, const std::string& filter)
     {
         const TemporaryDirectory build;
         const std::string host = (build.path / "host").string();
-        // The paths that pkg-config prints escape their blanks for the shell.
+        // In the paths that pkg-config prints, spaces are escaped for the shell.
         const ProcessResult compiled =
             RunShell("export PKG_CONFIG_PATH='" + prefix + "/lib/pkgconfig'; eval " +
                      MORL_CXX_COMPILER " -std=c++17 " MORL_SANITIZE_FLAGS " \"'" + kExamples +
@@ -104,7 +104,7 @@ TEST_F(Package, IsFoundAndLinked)
               kHostOutput);
 }
 
-// In one project, in any order, and as often as one likes.
+// In one project, in any order and any number of times.
 TEST_F(Package, LivesBesideJsonCpp)
 {
     const std::string morl = "find_package(morl 1.0 REQUIRED)\n";
@@ -127,7 +127,7 @@ TEST_F(Package, LivesBesideJsonCpp)
              "-DCMAKE_CXX_COMPILER=" MORL_CXX_COMPILER, "-DCMAKE_PREFIX_PATH=" + prefix});
         EXPECT_EQ(configured.status, 0) << packages << configured.err;
     }
-    // The shared library asks for nothing; only the static one knows of JsonCpp.
+    // The shared library needs nothing else; only the static one depends on JsonCpp.
     const std::string targets = ReadText(prefix + "/lib/cmake/morl/morl-static-targets.cmake");
     EXPECT_NE(targets.find("morl::jsoncpp"), std::string::npos);
 #ifdef MORL_SHARED
@@ -136,7 +136,7 @@ TEST_F(Package, LivesBesideJsonCpp)
 #endif
 }
 
-// Every page that the installed README leads to is there.
+// Every page that the installed README links to is installed.
 TEST_F(Package, HasTheDocumentsThatItsReadmeLinksTo)
 {
     const std::filesystem::path folder = prefix + "/share/doc/morl";
@@ -272,7 +272,7 @@ TEST_F(Package, BecomesADebianPackage)
     const ProcessResult fields = RunShell("dpkg-deb -f " + package + " Depends Version");
     EXPECT_NE(fields.out.find("libjsoncpp"), std::string::npos) << fields.out << fields.err;
 
-    // A root of its own, in which nothing is installed and no script of a package can be run.
+    // A separate root, in which nothing is installed and no package scripts can run.
     const std::string root = base + "/root";
     std::filesystem::create_directories(root + "/var/lib/dpkg/updates");
     std::filesystem::create_directories(root + "/var/lib/dpkg/info");

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Every allocation fails in turn: nothing leaks, nothing is freed twice, the output is as it was or
-// whole, and the compiler stays usable.
+// Every allocation fails in turn: nothing leaks, nothing is freed twice, the output is either
+// unchanged or complete, and the compiler stays usable.
 #include "support/allocation.h"
 #include "support/graph.h"
 #include "support/log_capture.h"
@@ -13,8 +13,8 @@ namespace {
 
 using namespace ns_ruke;
 
-/// Runs `attempt` with its first allocation failing, then its second, and so on, until it needs no
-/// further one. Each failure must come out as std::bad_alloc. Afterwards `check` runs with
+/// Runs `attempt` with its first allocation failing, then its second, and so on, until none fails
+/// any more. Each failure must surface as std::bad_alloc. After each attempt, `check` runs with
 /// allocations working again. Returns how many failed.
 template <class Attempt, class Check>
 std::size_t FailInTurn(const Attempt& attempt, const Check& check)
@@ -75,7 +75,7 @@ TEST(AllocationFailure, DuringConstruction)
     const morl_test::InDirectory inDirectory(directory.path);
     {
         const MorlCompiler first;
-    }  // what is made once per process is not counted
+    }  // makes what exists once per process, before counting starts
     morl_test::ResetAllocations();
     const std::size_t failures = FailInTurn([] { const MorlCompiler compiler; },
                                             [](bool) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Sources that would take all time or memory, were it not for the bounds.
+// Sources that would take endless time or memory without the bounds.
 #include "support/graph.h"
 #include "support/log_capture.h"
 
@@ -34,7 +34,7 @@ TEST(Bounds, OfIterations)
     EXPECT_EQ(code.substr(code.size() - tail.size()), tail);
 }
 
-// Below the bound of iterations, but with bodies that would fill the memory or take minutes.
+// Loops below the bound on iterations, but with bodies that would exhaust memory or take minutes.
 TEST(Bounds, OfTheWorkOfAnExpansion)
 {
     std::string declares;
@@ -70,7 +70,7 @@ TEST(Bounds, OfRepeatedArguments)
 
 TEST(Bounds, DoNotCountWhatIsWrittenOnce)
 {
-    // Long arguments that are written once, and many calls, are no reason to give anything up.
+    // Long arguments that are written once, and many calls, must not hit the bound.
     const std::string call = "y = saturate(saturate(mul(tex2D(s, tex2D(t, ";
     const std::string source =
         "void main() {" + Repeat(call + std::string(3000, 'u') + ")), m)));", 2000) + "}";

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The same request gives the same bytes, whatever happened before. That every compiler and build
-// type gives them too is the golden files' matter.
+// The same request gives the same bytes, whatever happened before. The golden files check that
+// every compiler and build type gives them, too.
 #include "support/graph.h"
 #include "support/log_capture.h"
 #include "support/samples.h"
@@ -15,7 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The sample nodes in another order, also across the files.
+/// A compiler with the sample nodes of all files, in random order.
 std::unique_ptr<ns_ruke::MorlCompiler> ShuffledCompiler(std::mt19937& random)
 {
     std::vector<Json::Value> nodes;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The sample nodes as an editor sees them while they are typed: cut at every byte, with every token
-// left out, with every token doubled.
+// The sample nodes as an editor sees them while they are typed: cut off at every byte, and with
+// each token left out or doubled in turn.
 #include "support/allocation.h"
 #include "support/graph.h"
 #include "support/log_capture.h"
@@ -11,7 +11,7 @@ namespace {
 
 using namespace ns_ruke;
 
-/// The steps of a request are counted in allocations: no clock, so the bound is the same
+/// The steps of a request are counted in allocations rather than time, so the bound is the same
 /// everywhere.
 constexpr std::size_t kStepsPerByte = 60;
 constexpr std::size_t kFixedSteps = 4000;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Sources of a megabyte that nest as deeply as they can go through a whole request on a small
+// Runs sources of a megabyte, nested as deeply as possible, through a whole request on a small
 // stack.
 #include "support/allocation.h"
 #include "support/graph.h"
@@ -48,7 +48,7 @@ std::string Repeat(const std::string& text, std::size_t count)
     return repeated;
 }
 
-/// What is to be nested: the text before, inside and after the innermost level.
+/// A pattern to nest: `open` and `close` are repeated around `middle`, between `head` and `tail`.
 struct Nest {
     const char* name;
     const char* head;
@@ -121,7 +121,7 @@ TEST(Nesting, IsBoundedOnASmallStack)
             const morl_test::LogCapture log;
             morl_test::ResetAllocations();
             RunOnStack(kStack, [&source] { CompileEverywhere(source); });
-            // The messages themselves are the host's.
+            // The messages do not count: they belong to the host.
             std::size_t messages = 0;
             for (const std::string& message : log.errors) {
                 messages += message.size() + 2 * sizeof(std::string);

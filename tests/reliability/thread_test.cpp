@@ -63,7 +63,7 @@ TEST(Thread, FreesNodesOfOtherThreads)
     ns_ruke::MorlUnit::ReleaseMemory();
 }
 
-// A sink learns on each thread of that thread's node.
+// On each thread, a sink sees the node of that thread.
 TEST(Thread, KnowsItsNode)
 {
     std::vector<std::string> nodes;

@@ -7,7 +7,7 @@
 
 namespace morl_test {
 
-/// Where the golden text of a pass of a sample shader lies; `extension` is ".vert" or ".frag".
+/// The path of the golden text of one pass of a sample shader; `extension` is ".vert" or ".frag".
 inline std::filesystem::path GoldenPath(const SampleRequest& request, const char* extension)
 {
     return std::filesystem::path(MORL_SOURCE_DIR) / "tests/golden" / request.shader /

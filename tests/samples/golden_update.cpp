@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Writes the golden files of the sample shaders, the tables of the language's document and the
-// outcomes of all cases anew.
-// Look at what changed before committing it.
+// Regenerates the golden files of the sample shaders, the tables of the language document and the
+// outcomes of all cases. Review the changes before committing them.
 #include "docs/language_tables.h"
 #include "samples/golden_files.h"
 #include "support/cases.h"

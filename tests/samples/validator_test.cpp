@@ -15,8 +15,8 @@ using morl_test::SampleRequest;
 using morl_test::SampleTexts;
 using Command = std::vector<std::string>;
 
-/// How the validator is told what a target is. It links the two stages of GLSL; of HLSL it cannot,
-/// as it puts the uniforms of each stage into a block of one name.
+/// How to run the validator for a target. It links the two stages of GLSL, but cannot link those of
+/// HLSL, because it puts the uniforms of both stages into blocks of the same name.
 const std::map<std::string, std::vector<Command>>& Commands()
 {
     static const std::map<std::string, std::vector<Command>> commands = {
@@ -31,7 +31,7 @@ const std::map<std::string, std::vector<Command>>& Commands()
     return commands;
 }
 
-/// Of any other target the texts say by themselves what they are.
+/// For other targets, the texts themselves say what they are.
 const std::vector<Command>& CommandsOf(const std::string& target)
 {
     static const std::vector<Command> plain = {{"-l", "V", "F"}};

@@ -1,8 +1,8 @@
 #!/bin/sh
 # SPDX-License-Identifier: MIT
-# "morlc build --ninja --launcher 'srun -n1 -N1'" on a real Slurm: one controller and one node, started
-# here. What comes out equals a local build; a node that is taken down in the middle fails the build
-# with a clear message, and nothing is lost.
+# Tests "morlc build --ninja --launcher 'srun -n1 -N1'" on a real Slurm with one controller and one
+# node, both started here. The result must equal a local build. If the node goes down halfway, the
+# build must fail with a clear message, and nothing may be lost.
 #   slurm_test.sh DIRECTORY_OF_MORLC EXAMPLES
 set -eu
 tools=$1
@@ -85,12 +85,12 @@ write_ninja() {
         --ninja "$work/out/build.ninja" --launcher "$1"
 }
 
-# Whatever stands in $work/out is what the local build wrote.
+# Checks that every file in $work/out is the same as in the local build.
 check_whole() {
     (cd "$work/out" && find . -type f ! -name '.ninja*' ! -name 'build.ninja' ! -name '*.manifest.json' ! -name '*.d') |
         while read -r file; do
             cmp "$work/out/$file" "$work/local/$file" || exit 1
-        done || fail "a file is not as the local build has it"
+        done || fail "a file differs from the local build"
 }
 
 write_ninja "srun -n1 -N1"
@@ -99,7 +99,7 @@ diff -r -x '.ninja*' -x build.ninja -x '*.manifest.json' "$work/out" "$work/loca
     fail "the build differs from a local one"
 grep -q '17/17' "$work/ninja.log" || fail "not all shaders were built"
 
-# Slower, so that it has a middle.
+# A slower build, so that it can be interrupted halfway.
 rm -rf "$work/out"
 write_ninja "srun -n1 -N1 sh -c 'sleep 1; exec \"\$@\"' sh"
 ninja -j2 -f "$work/out/build.ninja" >"$work/down.log" 2>&1 &
@@ -121,5 +121,5 @@ scontrol update nodename="$host" state=resume
 wait_for 30 is_idle || fail "the node does not come back"
 ninja -j2 -f "$work/out/build.ninja" >"$work/ninja.log" || fail "the build does not go on"
 diff -r -x '.ninja*' -x build.ninja -x '*.manifest.json' "$work/out" "$work/local" ||
-    fail "the build that went on differs from a local one"
+    fail "the resumed build differs from a local one"
 echo "slurm: built on a node, failed without it, and went on"

@@ -16,13 +16,13 @@ struct AllocationCounts {
     std::size_t peak = 0;   ///< the most bytes that they held at one time
 };
 
-/// Starts a new measurement. Objects from before it are not counted, also not when they are freed.
+/// Starts a new measurement. Older objects are not counted, not even when they are freed.
 void ResetAllocations();
 
 AllocationCounts Allocations();
 
-/// Makes the n-th allocation from now on throw std::bad_alloc, counting from 1; 0: none. Returns
-/// whether the one asked for before has failed.
+/// Makes the n-th allocation from now on (counting from 1; 0: none) throw std::bad_alloc. Returns
+/// whether the failure that was requested before has happened.
 bool FailAllocation(std::size_t n);
 
 }  // namespace morl_test

@@ -59,7 +59,7 @@ std::vector<std::string> Words(const std::string& line)
     return {std::istream_iterator<std::string>(words), {}};
 }
 
-/// One case while it is carried out: a directory with its files, and a compiler on its nodes.
+/// A case that is being run: a directory with its files, and a compiler for its nodes.
 class CaseRun {
 public:
     /// @param head  the line after "-- "
@@ -104,7 +104,7 @@ void CaseRun::Do(const std::string& head, const std::string& text)
     } else if (words[0] == "run") {
         Run(Decode(head.substr(4)));
     } else {
-        throw std::runtime_error("no section of a case: " + head);
+        throw std::runtime_error("unknown section of a case: " + head);
     }
 }
 
@@ -119,7 +119,7 @@ void CaseRun::Node(const std::vector<std::string>& words, const std::string& tex
     nodes.append(node);
 }
 
-/// Writes what is given since the last time.
+/// Writes the nodes and files that were given since the last call.
 void CaseRun::WriteNodes()
 {
     if (!fs::exists(directory.path / "morl") || !nodes.empty()) {
@@ -254,7 +254,8 @@ void CaseRun::Outcome(const std::string& name, std::string text)
     rendered += "-> " + name + "\n" + Encode(text);
 }
 
-/// The messages since the last time. Of the two marks of a parse the second one is shown, shortly.
+/// The messages since the last call. Of the two marks around a parse, only the second is shown, as
+/// "parsed".
 void CaseRun::OutcomeOfLog()
 {
     std::string text;

@@ -7,15 +7,15 @@
 
 namespace morl_test {
 
-/// One case of a case file: what is given, and what comes of it.
+/// One case of a case file: its input and its outcome.
 ///
 /// A case file (tests/cases/<folder>/*.txt) begins with a remark and holds cases:
 ///
 ///     == TITLE
-///     -- SECTION, a line that says what is given; the lines below it belong to it
-///     -> OUTCOME, written by "./dev golden" and looked at before it is committed
+///     -- SECTION, a line that describes an input; the lines below it belong to it
+///     -> OUTCOME, written by "./dev golden" and reviewed before it is committed
 ///
-/// What may be given:
+/// The possible inputs:
 ///
 ///     -- node NAME [REFERENCE...]       a node of the graph, and its source
 ///     -- file PATH                      a file of the case's directory
@@ -23,21 +23,22 @@ namespace morl_test {
 ///     -- load                           loads the node files: nodes and log
 ///     -- request TARGET[,TARGET...] STAGE [NODE...] [MACRO=INTEGER...] [in:NAME=SEMANTIC...]
 ///           [sampler:NAME=INTEGER...]   a request to the graph: texts, tables and the whole log.
-///                                       "all" are all targets
+///                                       "all" means all targets
 ///     -- run COMMAND                    a shell command in the case's directory, where morlc is
 ///                                       found and $EXAMPLES names the samples: status and output
 ///
 /// Nodes and files come before what uses them. The requests of a case share one compiler. In a
-/// text "\xHH" is a byte; a backslash that ends an outcome says that its last line is not ended.
-/// An outcome that is empty (no log, say) is left out, and so is compared as well.
+/// text, "\xHH" is a byte; a backslash at the end of an outcome means that its last line has no
+/// line break. Empty outcomes (no log, for example) are left out, so their absence is compared,
+/// too.
 struct Case {
     std::string title;
     std::string written;   ///< as the file has it
-    std::string rendered;  ///< from what is given and what came of it
+    std::string rendered;  ///< the same inputs with the actual outcomes
 };
 
 /// Carries out the cases of a file. The first element is the remark above the first case.
-/// @throws std::runtime_error for a section that is none
+/// @throws std::runtime_error for an unknown section
 std::vector<Case> RunCases(const std::filesystem::path& file);
 
 /// All case files, sorted.

@@ -6,7 +6,7 @@
 
 namespace morl_test {
 
-/// What a finished program left.
+/// The result of a finished program.
 struct ProcessResult {
     int status = -1;  ///< exit status; 128 plus the signal when one ended it; 127: not found
     std::string out;

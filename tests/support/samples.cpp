@@ -31,7 +31,7 @@ std::vector<std::string> Strings(const Json::Value& array)
     return strings;
 }
 
-/// Every assignment of one of its values to each macro. The last one has the last value of each.
+/// All combinations of the values of the macros. The last one has the last value of each macro.
 std::vector<Macros> Assignments(const Json::Value& macros)
 {
     std::vector<Macros> assignments(1);

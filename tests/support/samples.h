@@ -26,7 +26,7 @@ struct SampleTexts {
 /// Every variant of every sample shader, in all four targets.
 std::vector<SampleRequest> SampleGrid();
 
-/// Of every sample shader the variant with the largest macro values, in all four targets.
+/// The variant of each sample shader with the largest macro values, in all four targets.
 std::vector<SampleRequest> RichestSamples();
 
 /// Runs both passes; the vertex pass's table goes to the fragment pass.

@@ -14,7 +14,7 @@ namespace {
 
 using morl_test::ReadText;
 
-// The index leads from every shader, target and variant to the texts that the library gives.
+// For every shader, target and variant, the index points to the texts that the library produces.
 TEST(Build, WritesWhatTheLibraryGives)
 {
     const morl_test::TemporaryDirectory directory;
@@ -31,7 +31,8 @@ TEST(Build, WritesWhatTheLibraryGives)
     std::set<std::string> files;
     for (const morl_test::SampleRequest& request : morl_test::SampleGrid()) {
         const Json::Value& variants = index[request.shader][request.target];
-        // Only the lists of the manifest are in the names of variants; the sample names all macros.
+        // Variant names contain only the macros with lists; those of the samples contain all
+        // macros.
         const auto isOfRequest = [&](const std::string& name) {
             std::istringstream parts(name);
             for (std::string part; std::getline(parts, part, ',');) {

@@ -20,7 +20,7 @@ MorlDeclare* Declare(MorlDeclare& declare, MorlRegister& binding, ENUM_TOKEN sem
     return &declare;
 }
 
-/// What the operations of a back end answer that read no stage.
+/// The results of the operations of a back end that do not depend on the stage.
 std::string WithoutStage(MorlTranslator& backEnd)
 {
     std::string text = backEnd.WriteBuffer(TOKEN_UNIFORM) + backEnd.WriteBuffer(TOKEN_NONE);
@@ -75,7 +75,7 @@ TEST(Hooks, NeedNoProgramWhereTheyReadNoStage)
     EXPECT_EQ(Sorted(hlsl10), "sorted 2");
 }
 
-/// Asks a back end of a host's own for a program's text, and counts the calls that it is asked for.
+/// Writes a program with a host's own back end, and counts how often it is asked to write a call.
 template <class BackEnd>
 int CountCalls(const std::string& expression)
 {
@@ -166,7 +166,7 @@ TEST(Hooks, TakeTheStageFromOnePlace)
     }
 }
 
-// The GLSL back ends write no bindings; their operation serves other tools.
+// The GLSL back ends write no bindings; the operation is for other tools.
 TEST(Hooks, SpellBindingsForToolsThatAskGlsl)
 {
     MorlTranslatorGLSL glsl;
@@ -188,7 +188,8 @@ TEST(Hooks, SpellBindingsForToolsThatAskGlsl)
     EXPECT_EQ(glsl.WriteRegister(&declare, nullptr), "");
 }
 
-// What a back end writes in another form has a name all the same, for hosts that override the form.
+// Calls that a back end writes in a special form still have names, for hosts that override the
+// form.
 TEST(Hooks, NameCallsThatHaveAForm)
 {
     const std::pair<const char*, const char*> rows[] = {

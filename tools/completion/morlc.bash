@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 # Completion of morlc for bash.
 
-# The names of the nodes of the directory that the command line enters.
+# The names of the nodes in the directory that the command line selects.
 _morlc_nodes() {
     local directory=. i
     for ((i = 1; i < COMP_CWORD; ++i)); do
@@ -47,7 +47,7 @@ _morlc() {
         return
         ;;
     --vertex | --fragment)
-        # The last name of a list is completed.
+        # Only the last name of a list is completed.
         local before=""
         [[ $word == *,* ]] && before=${word%,*},
         mapfile -t COMPREPLY < <(compgen -P "$before" -W "$(_morlc_nodes)" -- "${word##*,}")

@@ -13,7 +13,7 @@ namespace {
 
 const std::string kNotValid = "not valid JSON: ";
 
-/// The reader's messages span lines; one line is wanted.
+/// Puts a message of the reader, which may span several lines, on one line.
 std::string OnOneLine(const std::string& message)
 {
     std::istringstream words(message);
@@ -24,8 +24,8 @@ std::string OnOneLine(const std::string& message)
     return line;
 }
 
-/// What the reader reports of a document that it cannot read ("* Line 1, Column 2\n ..."), as an
-/// error: its first message.
+/// Turns what the reader says about an invalid document ("* Line 1, Column 2\n ...") into an error
+/// with its first message.
 Diagnostic JsonError(const SourceText& source, const std::string& messages)
 {
     std::istringstream text(messages);

@@ -8,7 +8,7 @@
 
 namespace morlc {
 
-/// A JSON document that was read from a file, with what it takes to point at its values.
+/// A JSON document read from a file, which can tell where its values are.
 class JsonFile {
 public:
     /// Reads a file, which must hold one strict JSON document.
@@ -36,18 +36,18 @@ private:
 /// @throws DiagnosticError when it cannot be read.
 std::string ReadFile(const std::string& path);
 
-/// The whole file without the byte order mark of UTF-8, which the reader of JSON does not count,
-/// either.
+/// The whole file without a UTF-8 byte order mark. (The JSON reader does not count the mark in its
+/// offsets either.)
 /// @throws DiagnosticError when it cannot be read.
 std::string ReadJsonText(const std::string& path);
 
 /// Parses a document.
-/// @param text what is parsed; `source`, which has the same lines and columns, is what errors show.
+/// @param text the text to parse. Errors show `source`, which has the same lines and columns.
 /// @throws DiagnosticError when it is not valid.
 void ParseJson(const Json::CharReaderBuilder& builder, const std::string& text,
                const SourceText& source, Json::Value& root);
 
-/// A document as text, with its line break at the end; indented by two blanks.
+/// A document as text, indented by two spaces and ending in a line break.
 std::string FormatJsonFile(const Json::Value& root);
 
 }  // namespace morlc

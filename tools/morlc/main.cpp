@@ -52,7 +52,7 @@ void Run(const Options& options, Diagnostics& diagnostics)
 
 int Main(int argc, char** argv)
 {
-    // A reader that closes its pipe shall be reported like any other failed write.
+    // Report a closed pipe like any other failed write.
     std::signal(SIGPIPE, SIG_IGN);
     Options options;
     ExitStatus status = kSuccess;

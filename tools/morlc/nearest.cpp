@@ -9,7 +9,8 @@
 namespace morlc {
 namespace {
 
-/// How many insertions, deletions, replacements and swaps of neighbours make one name of the other.
+/// How many insertions, deletions, replacements and swaps of neighbours turn one name into the
+/// other.
 std::size_t EditDistance(std::string_view a, std::string_view b)
 {
     using Row = std::vector<std::size_t>;

@@ -6,8 +6,8 @@
 
 namespace morlc {
 
-/// " (did you mean 'NAME'?)" of the name most like `wanted`; empty when none is like it, and for
-/// long names, which nobody types.
+/// " (did you mean 'NAME'?)" with the name most similar to `wanted`; empty if none is similar, and
+/// for long names, which nobody types.
 std::string Suggestion(const std::vector<std::string>& names, const std::string& wanted);
 
 }  // namespace morlc

@@ -11,14 +11,14 @@
 namespace morlc {
 namespace {
 
-/// One node file on its way through the checks.
+/// A node file that is being checked.
 struct NodeFile {
     SourceText source;
     Json::Value root;
 };
 
-/// Reads the document as the compiler does, which is lenient.
-/// @throws DiagnosticError when there is none.
+/// Reads the document as leniently as the compiler does.
+/// @throws DiagnosticError if it is not a list of nodes.
 void ParseNodeFile(NodeFile& file)
 {
     Json::CharReaderBuilder builder;
@@ -42,8 +42,8 @@ bool IsNumber(const Json::Value& value)
     return value.isNumeric() || value.isBool() || value.isNull();
 }
 
-/// What is wrong with a member of a node; empty when it is as it should be. The compiler takes more
-/// than strings and numbers: booleans, and nothing at all.
+/// What is wrong with a member of a node; empty if nothing is. Besides strings and numbers, the
+/// compiler accepts booleans, null and missing members.
 std::string FaultOf(const std::string& member, const Json::Value& value)
 {
     if (member == "name" || member == "content") {
@@ -83,7 +83,7 @@ bool ReportFaults(const NodeFile& file, const Json::Value& node, Diagnostics& di
     return faulty;
 }
 
-/// Reads one file and reports what is wrong with it. Returns whether loading it is of use.
+/// Reads one file and reports what is wrong with it. Returns false if the nodes cannot be loaded.
 bool ReadNodeFile(const std::string& path, const std::string& prefix,
                   std::unordered_map<std::string, std::string>& fileByNode,
                   Diagnostics& diagnostics)
@@ -103,7 +103,7 @@ bool ReadNodeFile(const std::string& path, const std::string& prefix,
     bool isValid = true;
     for (const Json::Value& node : file.root) {
         if (!node.isObject()) {
-            continue;  // The compiler reports these, too.
+            continue;  // The compiler reports these, or loads null as a nameless node.
         }
         if (ReportFaults(file, node, diagnostics)) {
             isValid = false;

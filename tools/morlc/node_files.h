@@ -11,22 +11,21 @@ namespace morlc {
 
 /// The nodes below the current directory.
 struct LoadedNodes {
-    /// Null when a node file is not valid, which has been reported then.
+    /// Null if a node file is not valid; this has then been reported.
     std::unique_ptr<ns_ruke::MorlCompiler> compiler;
-    /// The file, as it is reported, that each node is from. Of several nodes of one name the last
-    /// counts.
+    /// The file that each node is from, as shown in messages. If several nodes have the same name,
+    /// the last one counts.
     std::unordered_map<std::string, std::string> fileByNode;
 };
 
-/// Loads the nodes, and tells `diagnostics` where they are from. The files are also read beside the
-/// compiler, as it does; for what it does not tell: which file a node is from, and what is wrong
-/// with a file that it leaves out without a word.
-/// @param prefix stands before the names of the files in what is reported; empty, or a directory
-/// with its "/".
+/// Loads the nodes, and tells `diagnostics` which files they are from. The files are also read
+/// here, the same way as the compiler reads them, to find out what it does not say: which file a
+/// node is from, and what is wrong with a file that it skips silently.
+/// @param prefix put before file names in messages: empty, or a directory ending in "/".
 LoadedNodes LoadNodes(const std::string& prefix, Diagnostics& diagnostics);
 
-/// Makes a directory the current one.
-/// @return what stands before the names of its files in messages: empty, or the directory with its
+/// Changes the current directory.
+/// @return the prefix for the names of its files in messages: empty, or the directory ending in
 /// "/".
 /// @throws std::runtime_error when that is not possible.
 std::string EnterDirectory(const std::string& directory);

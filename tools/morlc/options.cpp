@@ -18,7 +18,7 @@ constexpr unsigned kMaxJobs = 256;
 constexpr const char* kExitStatus =
     "Exit status: 0 without errors, 1 after any error, 2 for wrong usage.";
 
-/// A list of values is joined over all uses of the option.
+/// Makes repeated uses of the option extend one list of values.
 CLI::Option* TakesMany(CLI::Option* option)
 {
     return option->allow_extra_args(false)->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
@@ -35,7 +35,7 @@ void ReadAssignment(const std::string& option, const std::string& text,
     const char* const end = text.data() + text.size();
     const auto result = std::from_chars(text.data() + sign + 1, end, values[text.substr(0, sign)]);
     if (result.ec == std::errc::result_out_of_range) {
-        throw CLI::ValidationError(option, "'" + text + "' is outside of the 32-bit range");
+        throw CLI::ValidationError(option, "'" + text + "' is outside the 32-bit range");
     }
     if (result.ec != std::errc() || result.ptr != end) {
         throw CLI::ValidationError(option, "'" + text + "' should read NAME=INTEGER");
@@ -57,7 +57,7 @@ CLI::Option* AddAssignments(CLI::App& app, const std::string& name,
                          ->type_name("NAME=INT"));
 }
 
-/// Help without what excludes what: the error says so to the one who needs it.
+/// Help without the "Needs" and "Excludes" lists; error messages say this when it matters.
 class HelpFormatter : public CLI::Formatter {
 public:
     std::string make_option_opts(const CLI::Option* option) const override
@@ -126,21 +126,22 @@ std::vector<CLI::Option*> DeclarePasses(CLI::App& app, PassOptions& options)
             ->type_name("FILE");
     vertex->needs(fragment)->needs(output);
     fragment->needs(vertex);
-    // Both passes name their nodes, and hand the table on, by themselves.
+    // With both passes, stages and nodes are given already, and the table is passed on
+    // automatically.
     for (CLI::Option* const option : {stage, nodes, in, out}) {
         vertex->excludes(option);
     }
     return {target, stage, nodes, vertex, fragment, define, sampler, in, out};
 }
 
-/// Declares what is done without a subcommand, and returns the options that no subcommand has.
+/// Declares the options for use without a subcommand, and returns those that no subcommand accepts.
 std::vector<CLI::Option*> DeclareMain(CLI::App& app, Options& options)
 {
     DeclareCommon(app, options.common);
     app.set_version_flag("--version", std::string("morlc ") + MORL_VERSION);
     CLI::Option* const output =
         app.add_option("-o,--output", options.output,
-                       "The file to write (\"-\": standard output); for both passes the directory")
+                       "The file to write (\"-\": standard output); with both passes, a directory")
             ->type_name("FILE");
     CLI::Option* const list = app.add_flag_callback(
         "--list", [&options] { options.command = Command::List; },
@@ -191,12 +192,12 @@ void DeclareBuild(CLI::App& app, CommonOptions& common, BuildOptions& options)
                                               "Only write a Ninja file, with one edge per shader")
                                    ->type_name("FILE");
     app.add_option("--launcher", options.launcher,
-                   "Let the Ninja file put COMMAND in front of every compilation")
+                   "In the Ninja file, put COMMAND in front of every compilation")
         ->type_name("COMMAND")
         ->needs(ninja);
     CLI::Option* const depfile =
         app.add_option("--depfile", options.depfile,
-                       "Write the files that the shaders were made from, as Ninja and Make read it")
+                       "Write which files the shaders depend on, in a format for Ninja and Make")
             ->type_name("FILE");
     app.add_flag("-q,--quiet", options.quiet, "No progress, and no summary");
     index->excludes(ninja);
@@ -206,14 +207,15 @@ void DeclareBuild(CLI::App& app, CommonOptions& common, BuildOptions& options)
     }
     app.footer(
         std::string(
-            "Writes DIR/SHADER/TARGET/VARIANT.vert and .frag (variants of equal text once),\n"
-            "DIR/SHADER.json with what each text needs of the engine, and DIR/index.json, which\n"
-            "tells the file of each shader, target and variant. Files that would not change are\n"
-            "left alone. Paths are relative to the directory given with -C.\n\n") +
+            "Writes DIR/SHADER/TARGET/VARIANT.vert and .frag (identical texts only once),\n"
+            "DIR/SHADER.json with what the engine must know about each text, and DIR/index.json,\n"
+            "which lists the files of each shader, target and variant. Unchanged files are left\n"
+            "alone. Paths are relative to the directory given with -C.\n\n") +
         kExitStatus);
 }
 
-/// What one pass needs is not needed for both, nor for lists; so it is no plain requirement.
+/// Checks for the options that a pass needs. They are not declared as required, because both passes
+/// together and lists need other ones.
 void CheckPass(const CLI::App& app, const Options& options)
 {
     const bool bothPasses = options.pass.BothPasses();
@@ -231,7 +233,7 @@ void CheckPass(const CLI::App& app, const Options& options)
     }
 }
 
-/// An empty value is a slip, such as a variable of a script that is not set.
+/// Refuses empty values, which are mistakes, such as an unset variable in a script.
 void RefuseEmpty(const CLI::App& app)
 {
     for (const CLI::Option* option : app.get_options()) {
@@ -243,7 +245,7 @@ void RefuseEmpty(const CLI::App& app)
     }
 }
 
-/// " (did you mean '--NAME'?)" of the first argument that is no option of the command.
+/// " (did you mean '--NAME'?)" for the first argument that the command does not know.
 std::string SuggestOption(const CLI::App& app)
 {
     std::vector<std::string> names;

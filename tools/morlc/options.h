@@ -64,8 +64,8 @@ struct Options {
     BuildOptions build;
 };
 
-/// Reads the command line into `options`. Returns true to go on; otherwise the process ends with
-/// `status`, and what there is to say has been printed.
+/// Reads the command line into `options`. Returns true to continue. Otherwise the process must end
+/// with `status`; the help or the error has been printed.
 bool ReadOptions(int argc, char** argv, Options& options, ExitStatus& status);
 
 }  // namespace morlc

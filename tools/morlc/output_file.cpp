@@ -21,7 +21,7 @@ namespace {
                              std::generic_category().message(error));
 }
 
-/// Whether the stream took the whole text. Closes nothing.
+/// Writes a text and flushes the stream, without closing it. Returns whether all was written.
 bool Put(std::FILE* stream, std::string_view text)
 {
     return std::fwrite(text.data(), 1, text.size(), stream) == text.size() &&
@@ -57,7 +57,7 @@ mode_t ModeOf(const std::string& path)
     return ::stat(path.c_str(), &status) == 0 ? status.st_mode & 07777 : NewFileMode();
 }
 
-/// A new file beside the one to be replaced; it is gone with this object unless it was renamed.
+/// A new file next to the one to be replaced. It is deleted with this object unless it was renamed.
 class TemporaryFile {
 public:
     /// @param mode the permissions that the file gets.
@@ -85,7 +85,8 @@ public:
         }
     }
 
-    /// Whether the text was written and now stands under its name. `errno` says why not.
+    /// Writes the text and renames the file to its target. Returns whether this succeeded; if not,
+    /// `errno` says why.
     bool Commit(std::string_view text, const std::string& target)
     {
         if (file == nullptr || !Put(file, text)) {

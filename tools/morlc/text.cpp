@@ -7,8 +7,8 @@
 namespace morlc {
 namespace {
 
-/// How many bytes a character has that starts with this one; 0 when none does. Forms that are
-/// longer than they need be are let through, as readers show them as one character, too.
+/// How many bytes a character has that starts with this byte; 0 if none does. Some overlong forms
+/// are accepted, because readers show them as one character too.
 std::size_t CharacterSize(unsigned char first)
 {
     if (first < 0x80) {

@@ -5,10 +5,10 @@
 
 namespace morlc {
 
-/// The text on one line and without control characters, whatever it holds.
+/// The text with "?" in place of every control character, so that it fits on one line.
 std::string Printable(std::string text);
 
-/// The text with "?" in place of every byte that does not belong to a character of UTF-8.
+/// The text with "?" in place of every byte that is not part of a UTF-8 character.
 std::string ValidUtf8(std::string text);
 
 /// Whether a byte continues a character of UTF-8.

@@ -9,7 +9,7 @@
 
 namespace ns_ruke {
 
-/// Deletes what a vector of owning pointers holds; null entries are allowed.
+/// Deletes the elements of a vector of owning pointers; null entries are allowed.
 template <class T>
 void DeleteElements(const std::vector<T*>& elements)
 {

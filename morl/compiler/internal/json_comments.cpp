@@ -25,7 +25,7 @@ std::size_t EndOfComment(const std::string& text, std::size_t start)
     return end == std::string::npos ? text.size() : end + (block ? 2 : 0);
 }
 
-/// Line breaks stay, for the sake of those who count lines.
+/// Line breaks stay, so that line numbers remain correct.
 void Blank(std::string& text, std::size_t start, std::size_t end)
 {
     for (std::size_t i = start; i < end; ++i) {

@@ -5,9 +5,9 @@
 
 namespace ns_ruke {
 
-/// Blanks the comments of a JSON text out, so that all else keeps its line and column. The reader
-/// of JSON takes comments itself, but not everywhere between values: one in an empty array, or
-/// before a comma, would make it give the document up.
+/// Replaces the comments in a JSON text with spaces, so that everything else keeps its line and
+/// column. The JSON reader accepts comments itself, but not everywhere between values: one in an
+/// empty array, or before a comma, would make it reject the document.
 void RemoveComments(std::string& text);
 
 }  // namespace ns_ruke

@@ -7,7 +7,8 @@
 
 namespace ns_ruke {
 
-/// Holds one level of nesting while it lives. Every recursive rule of the parser opens one first.
+/// Counts one level of nesting for as long as it lives. Every recursive rule of the parser creates
+/// one first.
 class MorlParser::Nesting {
 public:
     Nesting(MorlParser& owner, unsigned units) : parser(owner), cost(units)
@@ -18,8 +19,7 @@ public:
     Nesting& operator=(const Nesting&) = delete;
     ~Nesting() { parser.nesting -= cost; }
 
-    /// Whether the level is past the bound. If so, this is reported and the rest of the line given
-    /// up.
+    /// Whether the nesting exceeds the bound. If so, reports it and skips the rest of the line.
     bool ReportTooDeep()
     {
         if (parser.nesting <= kMaxNesting) {

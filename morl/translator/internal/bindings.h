@@ -29,12 +29,12 @@ constexpr std::size_t kUsualMain = 512;
 /// lists.
 ENUM_TOKEN BindingToken(const MorlDeclare* declare);
 
-/// A binding as far as a table spells it: nothing without one, otherwise " : " and the name in
-/// parentheses or the semantic's text.
+/// The part of a binding that a table can spell: " : " and the semantic's text or the name in
+/// parentheses. Empty without a binding.
 std::string BindingText(const SpellingTable& semantics, const MorlRegister* binding);
 
 /// A sampler or texture register, such as "register(s2)". A name without a number gets 0, which is
-/// entered.
+/// stored in `registers`.
 std::string SamplerRegister(char kind, std::unordered_map<std::string, int>& registers,
                             const std::string& name);
 

@@ -13,7 +13,7 @@ namespace ns_ruke {
 /// The texts of a call's arguments, in order. A form reads at most this many.
 using CallArguments = std::array<std::string, 4>;
 
-/// The forms, other than name and arguments, in which a target writes a call.
+/// How a target can write a call, other than as a name with arguments.
 enum class CallLayout {
     Matrix,      ///< the matrix's constructor over the arguments: M(a0,a1,a2)
     Transposed,  ///< the matrix's constructor over their components: M(V(a0.x,a1.x,a2.x),V(a0.y,...
@@ -27,8 +27,8 @@ struct CallForm {
     ENUM_TOKEN token;
     CallLayout layout;
     std::size_t arguments;      ///< how many arguments the form always reads, at most 4
-    std::size_t repeated;       ///< how many of them, the first ones, it writes more than once
-    std::size_t repeats;        ///< how often beyond once
+    std::size_t repeated;       ///< how many of them, from the first on, it writes more than once
+    std::size_t repeats;        ///< how many extra times it writes them
     std::string_view matrix{};  ///< the name of the matrix type (Matrix, Transposed)
     std::string_view vector{};  ///< the name of the vector type (Transposed)
     std::string_view end{};     ///< what closes the call (Matrix)
@@ -89,10 +89,11 @@ private:
 };
 
 /// Appends a call in its form.
-/// @param arguments the form's arguments; of a sampled shadow map also the value to compare with.
+/// @param arguments the form's arguments, and for a sampled shadow map the value to compare with.
 void AppendFormedCall(std::string& text, const CallForm& form, const CallArguments& arguments);
 
-/// Whether a texture object is a shadow map: its name says so. It is sampled by comparison.
+/// Whether a texture object is a shadow map, judging by its name. Shadow maps are sampled by
+/// comparison.
 bool IsShadowMap(std::string_view texture);
 
 /// The name of the sampler state of a texture object.

@@ -9,7 +9,8 @@ constexpr SpellingTable kGlslAutoTypes({
     {TOKEN_BLENDINDICES, "vec4"},
 });
 
-/// GLSL has no semantics: the texts serve tools that ask a back end for one. BINORMAL has none.
+/// GLSL has no semantics; the texts are for tools that ask a back end for one. BINORMAL has no
+/// text.
 constexpr SpellingTable kGlslSemantics({
     {TOKEN_POSITION, "POSITION"},
     {TOKEN_NORMAL, "NORMAL"},

@@ -16,9 +16,9 @@ namespace ns_ruke {
 extern const SpellingTable kGlslAutoTypes;
 extern const SpellingTable kGlslSemantics;
 
-// The layout: inputs and outputs are globals; the entry function
-// first copies the inputs to locals "i" + name, computes the outputs in locals "ret" + name, and at
-// its end copies those out.
+// The layout: inputs and outputs are globals. The entry function first copies the inputs to locals
+// named "i" + name, computes the outputs in locals named "ret" + name, and finally copies those to
+// the outputs.
 
 /// The name of the local copy of an input, and of the local of an output.
 std::string GlslInputLocal(const std::string& name);
@@ -30,15 +30,15 @@ std::string GlslStageGlobal(MorlTranslator& translator, MorlDeclare* declare);
 /// The local copies of the inputs.
 std::string GlslInputCopies(MorlTranslator& translator, const std::vector<MorlDeclare*>& inputs);
 
-/// The locals of the outputs, each starting as its type made from `start`.
+/// The locals of the outputs, each initialised by its type's constructor with `start`.
 std::string GlslOutputLocals(MorlTranslator& translator, const std::vector<MorlDeclare*>& outputs,
                              std::string_view start);
 
 /// The line that copies an output's local to `target`.
 std::string GlslCopyOut(std::string_view target, const MorlDeclare* output);
 
-/// The binding of a declaration. It is not written into shaders of these targets; it serves tools
-/// that ask a back end for it.
+/// The binding of a declaration. Shaders of these targets do not contain it; it is for tools that
+/// ask a back end for it.
 std::string GlslBinding(std::unordered_map<std::string, int>& samplerRegisters,
                         const MorlDeclare* declare, const MorlRegister* binding);
 

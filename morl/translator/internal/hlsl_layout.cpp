@@ -6,8 +6,8 @@
 
 namespace ns_ruke {
 
-/// Calls with a form of their own (the matrices, and sampling in Direct3D 10) do not use their
-/// rows.
+/// The rows of calls that have a form in kCalls (the matrices, and sampling in Direct3D 10) are not
+/// used to write them.
 constexpr SpellingTable kHlslFunctions({
     {TOKEN_FLOAT2, "float2"},
     {TOKEN_FLOAT3, "float3"},

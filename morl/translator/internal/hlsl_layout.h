@@ -23,15 +23,14 @@ constexpr BufferSpellings kHlslBuffers = {{
     {TOKEN_OUT, "out"},
 }};
 
-// Constructors take rows, so one that is given columns writes components. The semicolon that closes
-// the one that is given rows is kept, as shaders are compared byte for byte.
+// Constructors take rows, so a form that is given columns writes their components. The form that is
+// given rows ends with a semicolon, which is kept because shaders are compared byte for byte.
 constexpr CallForm kHlslMatrix3 = Transposed(TOKEN_FLOAT3X3_CONSTRUCT, 3, "float3x3", "float3");
 constexpr CallForm kHlslMatrix4 = Transposed(TOKEN_FLOAT4X4_CONSTRUCT, 4, "float4x4", "float4");
 constexpr CallForm kHlslMatrix4Rows = Matrix(TOKEN_FLOAT4X4_TRANPOSE, 4, "float4x4", ");");
 
-// The layout: inputs and outputs are the members of two structs,
-// the entry function takes one and returns the other. In a stage that is neither vertex nor
-// fragment the structs have no names.
+// The layout: inputs and outputs are the members of two structs; the entry function takes one and
+// returns the other. In a stage that is neither vertex nor fragment, the structs have no names.
 
 /// The names of a stage's structs.
 struct HlslStructs {
@@ -44,7 +43,7 @@ HlslStructs HlslStructsOf(const MorlProgram* program);
 /// The line that opens a struct.
 std::string OpenHlslStruct(std::string_view name);
 
-/// The tables of a translator that bindings are looked up in and entered into.
+/// The tables of a translator in which bindings are looked up and stored.
 struct HlslBindings {
     const SpellingTable& semantics;
     char registerKind;  ///< of samplers: 's', or 't' for texture objects
@@ -54,18 +53,18 @@ struct HlslBindings {
     std::uint32_t& texcoordCounter;
 };
 
-/// The binding of a declaration. The texture coordinate of one bound to TEXAUTO is, in the fragment
-/// stage, what the vertex stage assigned to its name; otherwise the next number, which is entered
-/// into the output semantics.
+/// The binding of a declaration. A declaration bound to TEXAUTO gets, in the fragment stage, the
+/// texture coordinate that the vertex stage assigned to its name; in other stages it gets the next
+/// one, which is stored in the output semantics.
 /// @param program tells the stage; only read for TEXAUTO.
 std::string HlslBinding(const HlslBindings& bindings, const MorlProgram* program,
                         const MorlDeclare* declare, const MorlRegister* binding);
 
-/// The members of an input struct. From here on the body's inputs are their local copies.
+/// The members of an input struct. Also renames the inputs in the body to their local copies.
 std::string HlslInputMembers(MorlTranslator& translator, const std::vector<MorlDeclare*>& inputs,
                              std::unordered_map<std::string, std::string>& variableNames);
 
-/// One member of the output struct. From here on the body's output is this member.
+/// One member of the output struct. Also renames the output in the body to this member.
 std::string HlslOutputMember(MorlTranslator& translator, MorlDeclare* output,
                              std::unordered_map<std::string, std::string>& variableNames);
 

@@ -55,8 +55,8 @@ int RegisterIndex(const MorlDeclare* declare, const MorlProgram* program,
     }
 }
 
-// std::sort with the position as tie-break: std::stable_sort would allocate through a facility that
-// the standard has withdrawn.
+// Uses std::sort with the position as tie-break, because std::stable_sort allocates through a
+// facility that the standard has withdrawn.
 void SortByRegisterIndex(std::vector<MorlDeclare*>& declares, const MorlProgram* program,
                          std::unordered_map<std::string, std::string>& inputSemantics)
 {

@@ -9,10 +9,10 @@
 
 namespace ns_ruke {
 
-/// Where a declaration stands among those of its stage, so that the outputs of a vertex stage and
-/// the inputs of a fragment stage are declared in one order. Automatic texture coordinates follow
-/// the fixed semantics; in the fragment stage by their number in `inputSemantics`, where a name
-/// that is absent is entered with an empty text. What has no place gets 999.
+/// The rank of a declaration within its stage, so that the outputs of a vertex stage and the inputs
+/// of a fragment stage are declared in the same order. Automatic texture coordinates come after the
+/// ranked semantics; in the fragment stage they are ordered by their number in `inputSemantics`, to
+/// which a missing name is added with an empty text. All other declarations get 999.
 /// @param program tells the stage; only read for automatic texture coordinates.
 int RegisterIndex(const MorlDeclare* declare, const MorlProgram* program,
                   std::unordered_map<std::string, std::string>& inputSemantics);

@@ -54,7 +54,7 @@ inline int StageOf(const MorlProgram* program)
 
 /// The storage word of one buffer class.
 struct BufferSpelling {
-    /// One word in every stage: then the stage is not read, and a program not needed.
+    /// The same word in every stage. The stage is then not read, so no program is needed.
     constexpr BufferSpelling(ENUM_TOKEN buffer, std::string_view word)
         : token(buffer), vertex(word), fragment(word), other(word), byStage(false)
     {

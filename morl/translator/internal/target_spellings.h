@@ -8,7 +8,7 @@
 
 namespace ns_ruke {
 
-/// All that a target spells in a way of its own. Each target has one record, at the top of its
+/// Everything that a target spells in its own way. Each target has one record, at the top of its
 /// file.
 struct TargetSpellings {
     std::string_view header;         ///< what every shader begins with

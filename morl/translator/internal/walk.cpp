@@ -13,7 +13,7 @@ void Walk::Indent(int indent)
     text.append(indent > 0 ? static_cast<std::size_t>(indent) : 0, '\t');
 }
 
-// Macro statements are the linker's; what it leaves of them is not written.
+// Macro statements are handled by the linker; any that remain are not written.
 void Walk::Sentence(MorlSentence* sentence, int indent)
 {
     if (sentence == nullptr) {
@@ -130,7 +130,7 @@ void Walk::IfSentence(MorlIfSentence* sentence, int indent)
     text += "} \n";
 }
 
-// The init statement brings its semicolon and a line break, which is taken back.
+// The init statement ends with a semicolon and a line break; the line break is removed again.
 void Walk::ForSentence(MorlForSentence* sentence, int indent)
 {
     Indent(indent);
@@ -186,7 +186,7 @@ void Walk::Expression(MorlExpression* expression)
     }
 }
 
-// The operator always stands in front, although the source has it behind its operand.
+// The operator is always written before its operand, although the source has it after.
 void Walk::UnaryOperation(MorlUnaryOperation* operation)
 {
     text += translator.WriteOperator(operation->operatorToken);
@@ -239,8 +239,8 @@ void Walk::PlainCall(MorlFunctionCall* call)
     text += ')';
 }
 
-// Further arguments than the form reads are ignored; missing ones are reported once and are empty.
-// When the bound of repeated text is met, all of them are.
+// Arguments beyond those that the form reads are ignored. Missing ones are reported once and are
+// empty. If the bound on repeated text is exceeded, all arguments are empty.
 CallArguments Walk::Arguments(MorlFunctionCall* call, const CallForm& form)
 {
     if (call->arguments.size() < form.arguments) {
@@ -289,7 +289,7 @@ void Walk::ReportMissingArguments(const MorlFunctionCall* call)
     LogGraphicsError(messages::kNotEnoughArguments + call->name);
 }
 
-// Only repetition inside of repetition counts: it alone grows exponentially.
+// Only repetition inside repetition counts, because only that grows exponentially.
 bool Walk::ReserveRepeatedText(const MorlFunctionCall* call, std::size_t size)
 {
     MorlTranslator::Repetition& repetition = translator.repetition;

@@ -11,7 +11,7 @@
 namespace ns_ruke {
 
 /// The walk over statements and expressions, and the layout of their text, which all targets share.
-/// What differs by target it asks of a translator, through the virtual operations.
+/// For whatever differs by target, it calls the virtual operations of a translator.
 ///
 /// A null node appends nothing.
 class Walk {
@@ -39,7 +39,7 @@ public:
     void BinaryOperation(MorlBinaryOperation* operation);
     void ParenthesiseExpression(MorlParenthesiseExpression* expression);
 
-    /// A call in the form that the target has for it, or else in the usual form.
+    /// A call in the target's own form for it, if there is one, or in the usual form.
     void Call(MorlFunctionCall* call, const CallForms& forms);
     /// A call in the usual form: the name, and the arguments in parentheses.
     void PlainCall(MorlFunctionCall* call);
@@ -57,7 +57,7 @@ private:
     MorlTranslator::Writing writing;
 };
 
-/// What a part of the walk appends to an empty text.
+/// The text that a part of the walk writes.
 template <class Part>
 std::string Collect(MorlTranslator& translator, const Part& part)
 {

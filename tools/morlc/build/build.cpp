@@ -26,17 +26,17 @@ using Clock = std::chrono::steady_clock;
 using Compilers = std::vector<std::unique_ptr<ns_ruke::MorlCompiler>>;
 namespace fs = std::filesystem;
 
-/// What the summary tells.
+/// The numbers in the summary.
 struct Totals {
     std::size_t shaders = 0;
     std::size_t variants = 0;
     std::size_t passes = 0;
     std::size_t texts = 0;    ///< different ones
-    std::size_t written = 0;  ///< those that were not there yet
+    std::size_t written = 0;  ///< those that were new or had changed
 };
 
-/// A line on a terminal that is written over and over, and gone when all is done; nothing
-/// elsewhere.
+/// A line on a terminal that is rewritten in place, and erased at the end. Shown only on a
+/// terminal.
 class Progress {
 public:
     Progress(std::size_t newTotal, bool quiet)
@@ -71,7 +71,7 @@ private:
 
     std::size_t total;
     bool isShown;
-    Clock::time_point last;  ///< when it was shown; unset: it is not
+    Clock::time_point last;  ///< when it was last shown; unset if it is not visible
 };
 
 std::string Counted(std::size_t count, const char* what)
@@ -90,7 +90,7 @@ void PrintSummary(const Totals& totals, std::size_t errors, Clock::time_point st
     WriteWhole("-", summary.str());
 }
 
-/// Null compilers never are in the list; an empty list says that the node files are not valid.
+/// The list never contains null. It is empty if the node files are not valid.
 Compilers LoadCompilers(std::size_t count, const std::string& prefix, Diagnostics& diagnostics)
 {
     Compilers compilers;
@@ -104,7 +104,7 @@ Compilers LoadCompilers(std::size_t count, const std::string& prefix, Diagnostic
     return compilers;
 }
 
-/// Removes a file, and the directories above it as far as they are empty then and lie below `root`.
+/// Removes a file, and any directories below `root` that this leaves empty.
 void RemoveFile(const fs::path& root, const fs::path& file)
 {
     std::error_code ignored;
@@ -123,8 +123,8 @@ std::optional<ShaderRecord> ReadOldRecord(const fs::path& path)
     }
 }
 
-/// Writes what is known of a shader whose texts have been written, and removes the texts of an
-/// earlier build that it does not need any more.
+/// Writes the record of a shader after its texts, and removes texts of an earlier build that the
+/// shader no longer needs.
 void WriteRecord(const fs::path& directory, const ManifestShader& shader,
                  const ShaderRecord& record)
 {
@@ -205,7 +205,7 @@ private:
     void Write(const ManifestShader& shader, const BuiltShader& built)
     {
         if (built.passes == 0) {
-            return;  // It was not asked for.
+            return;  // It was not requested.
         }
         ++totals.shaders;
         totals.passes += built.passes;
@@ -221,8 +221,8 @@ private:
 
     bool WritesIndex() const { return !options.noIndex; }
 
-    /// The index leads to what there is: of a shader with errors, or one that was not asked for, to
-    /// what an earlier build left.
+    /// The index points to what exists. For a shader that has errors, or that was not requested,
+    /// this is the result of an earlier build.
     std::map<std::string, ShaderRecord> RecordsForIndex(
         const std::vector<BuiltShader>& shaders) const
     {
@@ -266,7 +266,7 @@ private:
     std::string prefix;
     Diagnostics& diagnostics;
     Manifest manifest;
-    fs::path directory;  ///< that is written to
+    fs::path directory;  ///< the output directory
     Totals totals;
 };
 

@@ -15,7 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Refuses a path that cannot be written: Make or Ninja has no way to say these characters.
+/// Refuses a path with characters that Make or Ninja cannot express.
 void CheckPath(const std::string& path)
 {
     const std::size_t found = path.find_first_of("\n\r\t*?|;'\"`=");
@@ -73,7 +73,7 @@ std::string Path(const fs::path& path)
     return EscapeForNinja(Absolute(path), "$ :");
 }
 
-/// A word of a command line of the shell, in a value.
+/// A quoted word for the shell, in a value.
 std::string Word(const std::string& text)
 {
     std::string quoted = "'";
@@ -101,7 +101,7 @@ std::string ShaderManifest(const ManifestShader& shader)
     return FormatJsonFile(root);
 }
 
-/// What stands between "@" is filled in.
+/// Names between "@" signs are replaced by their values.
 constexpr const char* kNinjaFile = R"(# Written by "morlc build --ninja"; changes are lost.
 ninja_required_version = 1.5
 builddir = @OUTPUT@
@@ -131,9 +131,9 @@ build @INDEX@: index@RECORDS@ | @NINJA@
 default @INDEX@
 )";
 
-/// What stands before and behind a compilation that a launcher starts. Some launchers end with
-/// success when they lose the machine that they use; what tells is whether the compilation has
-/// written its list of dependencies, which Ninja removes each time.
+/// The commands before and after a compilation that a launcher starts. Some launchers report
+/// success even if they lose the machine that they run on. So this deletes the compilation's
+/// dependency list first, and then checks that the compilation has written a new one.
 constexpr const char* kBeforeLauncher = "rm -f $out.d && ";
 constexpr const char* kBehindLauncher =
     " && { test -f $out.d || { echo 'shader $shader was not built, although its launcher reported"
@@ -174,7 +174,7 @@ void WriteNinjaFile(const std::string& program, const BuildOptions& options,
     const fs::path output = options.output;
     const std::string& launcher = options.launcher;
     if (launcher.find('\n') != std::string::npos) {
-        throw std::runtime_error("--launcher: Ninja cannot read a command of several lines");
+        throw std::runtime_error("--launcher: Ninja cannot read a command with several lines");
     }
     std::string parts;
     std::string edges;

@@ -13,11 +13,11 @@
 namespace morlc {
 namespace {
 
-/// How many variants a manifest may have, over all its shaders and targets. More are a slip rather
-/// than a wish, and would fill the disk.
+/// How many variants a manifest may have, over all its shaders and targets. More are probably a
+/// mistake, and would fill the disk.
 constexpr std::size_t kMaxVariants = 1'000'000;
 
-/// How long the names of files may be, in bytes, for the usual file systems to take them with all
+/// How long names may be, in bytes, so that common file systems accept them even with everything
 /// that is appended to them.
 constexpr std::size_t kMaxFileName = 200;
 
@@ -31,7 +31,7 @@ bool IsDigit(char c)
     return c >= '0' && c <= '9';
 }
 
-/// Names become names of files and directories.
+/// Whether a name can be used for files and directories.
 bool IsFileName(const std::string& name)
 {
     return !name.empty() && name[0] != '-' && name != kIndexName &&
@@ -71,7 +71,7 @@ public:
             }
             variants += shader.variants * shader.targets.size();
             if (variants > kMaxVariants) {
-                file.Fail(entry, "with this shader there are more than " +
+                file.Fail(entry, "with this shader, the manifest has more than " +
                                      std::to_string(kMaxVariants) + " variants");
             }
         }
@@ -79,7 +79,7 @@ public:
     }
 
 private:
-    /// A missing value has no place; then that of its parent serves.
+    /// A missing value has no location, so its parent stands in for it.
     static const Json::Value& ValueOrParent(const Json::Value& value, const Json::Value& parent)
     {
         return value.isNull() && value.getOffsetLimit() == 0 ? parent : value;
@@ -108,7 +108,7 @@ private:
     int ReadInt(const Json::Value& value, const std::string& what) const
     {
         if (!value.isInt() || value.isBool()) {
-            file.Fail(value, what + " must be an integer of 32 bits");
+            file.Fail(value, what + " must be a 32-bit integer");
         }
         return value.asInt();
     }
@@ -158,7 +158,7 @@ private:
     MacroRange ReadMacro(const std::string& name, const Json::Value& value) const
     {
         if (!IsMacroName(name)) {
-            file.Fail(value, "'" + name + "' is no name of a macro");
+            file.Fail(value, "'" + name + "' is not a valid macro name");
         }
         MacroRange range;
         range.name = name;
@@ -205,8 +205,7 @@ private:
             shader.macros.push_back(ReadMacro(macro.name(), *macro));
             shader.variants *= shader.macros.back().values.size();
             if (shader.variants > kMaxVariants) {
-                file.Fail(macros,
-                          "these are more than " + std::to_string(kMaxVariants) + " combinations");
+                file.Fail(macros, "more than " + std::to_string(kMaxVariants) + " combinations");
             }
         }
         const Json::Value& own = entry["targetMacros"];
@@ -217,12 +216,12 @@ private:
             shader.targetMacros[target.name()] = ReadInts(*target, "\"" + target.name() + "\"");
             for (const auto& [name, value] : shader.targetMacros[target.name()]) {
                 if (!IsMacroName(name)) {
-                    file.Fail(*target, "'" + name + "' is no name of a macro");
+                    file.Fail(*target, "'" + name + "' is not a valid macro name");
                 }
             }
         }
         if (shader.VariantName(shader.variants - 1).size() > kMaxFileName) {
-            file.Fail(macros, "the names of the variants are too long for names of files");
+            file.Fail(macros, "the variant names are too long for file names");
         }
     }
 
@@ -238,7 +237,7 @@ private:
         if (!IsFileName(shader.name) || shader.name.size() > kMaxFileName) {
             file.Fail(ValueOrParent(name, entry),
                       "a shader needs a \"name\" of letters, digits, '_' and '-' (not "
-                      "\"index\"), as files are called by it");
+                      "\"index\"), because files are named after it");
         }
         shader.place = file.At(name);
         shader.entry = entry;

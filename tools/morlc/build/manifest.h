@@ -11,7 +11,7 @@
 
 namespace morlc {
 
-/// The name of the index in the directory that is written to, so that no shader can have it.
+/// The name of the index in the output directory; no shader may have this name.
 constexpr const char* kIndexName = "index";
 
 /// Values by macro name.
@@ -21,7 +21,7 @@ using MacroValues = std::map<std::string, int>;
 struct MacroRange {
     std::string name;
     std::vector<int> values;  ///< at least one
-    bool isAxis = false;  ///< whether the manifest gives a list: then it is part of variants' names
+    bool isAxis = false;  ///< whether the manifest gives a list; if so, variant names contain it
 };
 
 /// A node that a shader names.
@@ -44,7 +44,8 @@ struct ManifestShader {
     std::size_t variants = 1;  ///< how many there are
     Json::Value entry;         ///< as the manifest has it
 
-    /// The macros that are lists, with their values: "FOG=1,LIGHTS=2"; "default" without lists.
+    /// The macros that have lists, with their values: "FOG=1,LIGHTS=2"; "default" if there are
+    /// none.
     std::string VariantName(std::size_t variant) const;
 
     /// All macros of a variant.
@@ -59,16 +60,16 @@ struct ManifestShader {
 ///                   "targetMacros": {"hlsl10": {"SHADOWS": 1}},
 ///                   "samplers": {"albedoMap": 0}}]}
 ///
-/// "name" and one of "vertex" and "fragment" must be there.
+/// "name" and at least one of "vertex" and "fragment" are required.
 struct Manifest {
     std::string path;
     std::vector<ManifestShader> shaders;
 
-    /// @throws DiagnosticError when the file cannot be read or says anything else.
+    /// @throws DiagnosticError if the file cannot be read or does not have this form.
     explicit Manifest(const std::string& newPath);
 
-    /// Checks that there are shaders of these names.
-    /// @throws DiagnosticError for one that is not there.
+    /// Checks that shaders with these names exist.
+    /// @throws DiagnosticError if one does not.
     void CheckNames(const std::vector<std::string>& names) const;
 };
 

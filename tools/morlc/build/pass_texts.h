@@ -11,15 +11,15 @@
 
 namespace morlc {
 
-/// The different texts that one pass has over the variants of a shader in one target.
+/// The distinct texts of one pass among the variants of a shader in one target.
 class PassTexts {
 public:
-    /// Keeps the text of a variant. Safe to be called by several threads.
+    /// Keeps the text of a variant. Safe to call from several threads.
     void Add(std::size_t variant, const ns_ruke::ShaderOutput& output);
 
-    /// Calls `use` with each variant, the first variant of the same text, that text, and what
-    /// belongs to it (a ShaderOutput without its code). To be called when no thread adds anything
-    /// any more.
+    /// For each variant, calls `use` with the variant, the first variant that has the same text,
+    /// the text, and the rest of the output (a ShaderOutput without its code). Call this only after
+    /// all threads have added their texts.
     template <class Use>
     void ForEach(const Use& use) const
     {

@@ -98,7 +98,7 @@ TextRecord ReadTextRecord(const Json::Value& object)
     return text;
 }
 
-/// Files are read and removed by these names, so nothing may lead out of the directory.
+/// Files are read and removed by these names, so none may lead out of the directory.
 std::string ReadFileName(const Json::Value& value)
 {
     std::string name = value.asString();
@@ -150,7 +150,7 @@ ShaderRecord ShaderRecord::Read(const std::filesystem::path& path)
     try {
         return ReadRecord(file.Root());
     } catch (const Json::Exception&) {
-        file.Fail(file.Root(), "this is not what 'morlc build' writes");
+        file.Fail(file.Root(), "this file was not written by 'morlc build'");
     }
 }
 

@@ -11,38 +11,38 @@
 
 namespace morlc {
 
-/// What the engine has to know of one text.
+/// What the engine needs to know about one text.
 struct TextRecord {
     std::string target;
     std::string stage;                  ///< "vertex" or "fragment"
-    std::string hash;                   ///< of the text: what is built on the text changes with it
+    std::string hash;                   ///< of the text; changes when the text does
     std::vector<std::string> uniforms;  ///< in the order of their declarations
     std::map<std::string, int>
         samplers;  ///< the registers of the uniforms to which the manifest assigns one
     std::map<std::string, std::string> semantics;  ///< assigned texture coordinates
 };
 
-/// The files of one variant, relative to the directory that is written to.
+/// The files of one variant, relative to the output directory.
 struct VariantRecord {
     std::string vertex;    ///< empty: the shader has no such pass
     std::string fragment;  ///< likewise
 };
 
-/// What is known of a built shader: the reflection file DIR/SHADER.json.
+/// What is known about a built shader: the reflection file DIR/SHADER.json.
 struct ShaderRecord {
     std::map<std::string, TextRecord> texts;                               ///< by file
     std::map<std::string, std::map<std::string, VariantRecord>> variants;  ///< by target and name
 
-    /// @param shader what the record is of; the file also repeats what the manifest says.
+    /// @param shader the shader of this record; the file repeats what the manifest says about it.
     Json::Value ToJson(const ManifestShader& shader) const;
 
     /// Reads back what ToJson wrote.
-    /// @throws DiagnosticError when the file is not there or is something else.
+    /// @throws DiagnosticError if the file is missing or has another form.
     static ShaderRecord Read(const std::filesystem::path& path);
 };
 
-/// The index of a whole manifest: of each shader and target the files of each variant, and of each
-/// file the hash.
+/// The index of a whole manifest: the files of each variant, by shader and target, and the hash of
+/// each file.
 Json::Value MakeIndex(const std::map<std::string, ShaderRecord>& records);
 
 /// Where the reflection of a shader is written.

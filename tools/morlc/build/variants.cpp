@@ -22,7 +22,7 @@ using ns_ruke::MorlCompiler;
 using ns_ruke::PassProperty;
 using ns_ruke::ShaderOutput;
 
-/// How many variants a thread takes at a time, at most: neighbours share what they are made from.
+/// The most variants that a thread takes at a time; neighbours are made from the same nodes.
 constexpr std::size_t kMaxBatch = 8;
 
 struct Stage {
@@ -43,14 +43,14 @@ struct VariantReport {
     std::string brokenNode;  ///< one of its nodes that has faults, whichever variant reported them
 };
 
-/// What one thread knows.
+/// The state of one thread.
 struct Worker {
     MorlCompiler& compiler;
     std::set<std::string> broken;            ///< nodes with faults
     std::unordered_set<std::string> seen{};  ///< diagnostics, by identity
 };
 
-/// Waits for its threads at its end.
+/// Joins its threads when it is destroyed.
 struct Threads {
     Threads() = default;
     Threads(const Threads&) = delete;
@@ -76,8 +76,8 @@ PassProperty MakePass(const ManifestShader& shader, const Variant& variant)
     return pass;
 }
 
-/// Notes the nodes with faults. A compiler reports these when it parses the node, and not again
-/// for later variants.
+/// Notes the nodes with faults. A compiler reports faults when it parses a node, but not again for
+/// later variants.
 void NoteBroken(const std::vector<Diagnostic>& diagnostics, std::set<std::string>& broken)
 {
     for (const Diagnostic& diagnostic : diagnostics) {
@@ -255,9 +255,9 @@ private:
         }
     }
 
-    /// What goes wrong with a request, rather than with the source of a node, gets the shader and
-    /// the variant. Where no node is concerned it is shown in the manifest: a node that is not
-    /// there at its name, anything else at the shader.
+    /// Adds the shader and the variant to an error in a request, as opposed to the source of a
+    /// node. If no node is affected, the error is shown in the manifest: an unknown node at its
+    /// name, anything else at the shader.
     void AddContext(const Variant& variant, Diagnostic& diagnostic) const
     {
         if (diagnostic.place.line > 0 || !diagnostic.isError) {
@@ -273,7 +273,8 @@ private:
         diagnostic.variant = variant.target + "/" + shader.VariantName(variant.number);
     }
 
-    /// Shows what the variants reported, in their order, and says which shaders are not to be used.
+    /// Shows what the variants reported, in their order, and marks and names the shaders that must
+    /// not be used.
     void Report(std::vector<BuiltShader>& shaders) const
     {
         std::vector<std::string> reasons(shaders.size());
@@ -308,7 +309,7 @@ private:
     /// Where the manifest names each node, by shader and name.
     std::vector<std::unordered_map<std::string, const Place*>> places;
     std::size_t batch = 1;
-    std::mutex mutex;  ///< of what follows
+    std::mutex mutex;  ///< protects the members below
     std::size_t done = 0;
     std::exception_ptr failure;
 };

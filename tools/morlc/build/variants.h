@@ -22,18 +22,18 @@ struct Variant {
     std::size_t number;  ///< among those of the shader
 };
 
-/// All variants of a manifest in the order in which they are compiled: the nodes are parsed anew
-/// for another target, so a target is finished before the next one begins.
-/// @param shaders the names of those to be built; empty: all of them.
+/// All variants of a manifest, in the order of compilation. A change of target makes the compiler
+/// parse the nodes again, so each target is finished before the next one begins.
+/// @param shaders the names of the shaders to build; empty: all of them.
 std::vector<Variant> ListVariants(const Manifest& manifest,
                                   const std::vector<std::string>& shaders);
 
-/// What was made of the variants of one shader.
+/// The result of compiling the variants of one shader.
 struct BuiltShader {
     ShaderRecord record;
     std::map<std::string, std::string> codes;  ///< the texts, by file
-    std::size_t passes = 0;                    ///< how many texts there were before equal ones met
-    bool failed = false;  ///< an error was reported: the rest is not to be used
+    std::size_t passes = 0;                    ///< how many texts there were, duplicates included
+    bool failed = false;                       ///< an error was reported; the rest must not be used
 };
 
 /// What CompileVariants works on.
@@ -43,13 +43,13 @@ struct VariantWork {
     /// One per thread, each loaded from the same files.
     const std::vector<std::unique_ptr<ns_ruke::MorlCompiler>>& compilers;
     Diagnostics& diagnostics;
-    /// Called with the number of variants done so far, by one thread at a time; last with that of
-    /// all, before anything is reported.
+    /// Called with the number of variants done so far, by one thread at a time. The last call has
+    /// the total, and comes before anything is reported.
     std::function<void(std::size_t)> progress;
 };
 
-/// Compiles all variants. What comes out, what is reported and in what order does not depend on
-/// the number of compilers.
+/// Compiles all variants. The results, the reports and their order do not depend on the number of
+/// compilers.
 /// @return by shader, in the order of the manifest.
 std::vector<BuiltShader> CompileVariants(const VariantWork& work);
 

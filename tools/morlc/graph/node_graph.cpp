@@ -19,8 +19,8 @@ public:
             successors[edge.from].push_back(edge.to);
             predecessors[edge.to].push_back(edge.from);
         }
-        // Kosaraju: the order in which a walk leaves the nodes, backwards, gives the components of
-        // the reversed graph one after the other.
+        // Kosaraju's algorithm: taking the nodes in the reverse order of finishing yields the
+        // components of the reversed graph one after the other.
         const std::vector<std::size_t> order = FinishOrder();
         for (auto node = order.rbegin(); node != order.rend(); ++node) {
             if (component[*node] == kNone) {
@@ -143,7 +143,8 @@ void NodeGraph::AddEdges(const ns_ruke::MorlCompiler& compiler)
     }
 }
 
-// A missing node is drawn to the left of the one that refers to it, where its original would stand.
+// A missing node is drawn to the left of the node that refers to it, where the real one would
+// usually be.
 void NodeGraph::AddMissing(std::size_t from, const std::string& name)
 {
     GraphNode missing = nodes[from];

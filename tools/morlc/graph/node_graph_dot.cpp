@@ -19,7 +19,7 @@ std::string Quoted(const std::string& text)
     return quoted + "\"";
 }
 
-/// Each panel stands below the one before; Graphviz counts upwards.
+/// Each panel is below the previous one; y coordinates in Graphviz point upwards.
 std::string Position(const GraphNode& node, double top)
 {
     return std::to_string(static_cast<long>(node.x)) + "," +

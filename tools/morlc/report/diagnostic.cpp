@@ -33,7 +33,7 @@ std::string Location(const Diagnostic& diagnostic)
     return location.empty() ? "morlc" : location;
 }
 
-/// Where of a manifest the problem was met, if it is one of requests.
+/// The manifest's shader and variant whose request failed; empty for other problems.
 std::string Context(const Diagnostic& diagnostic)
 {
     if (diagnostic.shader.empty() || diagnostic.variant.empty()) {

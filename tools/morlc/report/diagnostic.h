@@ -11,12 +11,12 @@ namespace morlc {
 /// One problem, or one remark, as it is shown.
 struct Diagnostic {
     bool isError = true;
-    Place place;          ///< in the source of `node`, if one is concerned
-    std::string node;     ///< empty: none is concerned
-    std::string shader;   ///< of a manifest; empty: none is concerned
-    std::string variant;  ///< of it, with the target, in which it was met first; does not count as
-                          ///< a difference between two diagnostics
-    std::string unknownNode;  ///< the name that `text` says is that of no node
+    Place place;          ///< in the source of `node`, if there is one
+    std::string node;     ///< empty if no node is affected
+    std::string shader;   ///< of the manifest; empty if no shader is affected
+    std::string variant;  ///< the first affected variant of the shader, with the target; does not
+                          ///< make two diagnostics different
+    std::string unknownNode;  ///< the name that `text` reports as unknown, if it does
     std::string text;         ///< may hold anything; it is made printable when it is shown
 };
 
@@ -40,13 +40,13 @@ std::string Identity(const Diagnostic& diagnostic);
 /// How diagnostics are written.
 enum class DiagnosticFormat { Text, Json };
 
-/// A text diagnostic, with its line breaks: "FILE: node NAME:LINE:COLUMN: error: TEXT", and the
-/// source line with a caret under it where there is one.
-/// @param colour with the control sequences of a terminal.
+/// A diagnostic as text, including line breaks: "FILE: node NAME:LINE:COLUMN: error: TEXT",
+/// followed by the source line with a caret under it if there is one.
+/// @param colour whether to add the control sequences of a terminal.
 std::string FormatText(const Diagnostic& diagnostic, bool colour);
 
-/// The same as one JSON object on one line, with its line break. It has "severity" and "message",
-/// and of "file", "node", "shader", "variant", "line" and "column" those that apply.
+/// The same as a JSON object on one line, including the line break. It has "severity", "message",
+/// and whichever of "file", "node", "shader", "variant", "line" and "column" apply.
 std::string FormatJson(const Diagnostic& diagnostic);
 
 }  // namespace morlc

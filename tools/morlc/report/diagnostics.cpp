@@ -27,7 +27,7 @@ bool StartsWith(std::string_view text, std::string_view start)
     return text.substr(0, start.size()) == start;
 }
 
-// Terminals that show no colour, and people who want none, say so in the environment.
+// Terminals without colour, and users who do not want it, say so in the environment.
 bool WantsColour()
 {
     const char* const noColour = std::getenv("NO_COLOR");
@@ -48,7 +48,7 @@ std::string NamedFile(const std::string& text)
     return {};
 }
 
-/// The name that a message says is that of no node; empty for other messages.
+/// The name that a message reports as an unknown node; empty for other messages.
 std::string UnknownNode(const std::string& text)
 {
     constexpr std::string_view kStart = messages::kUnknownNode;
@@ -137,7 +137,7 @@ void Diagnostics::Deliver(Diagnostic diagnostic)
 
 std::string Diagnostics::Hint(const std::string& unknownNode)
 {
-    // Comparing with all names takes its time, and nobody reads hundreds of hints.
+    // Comparing with all names takes time, and nobody reads hundreds of hints.
     constexpr std::size_t kMaxHints = 20;
     if (unknownNode.empty() || hints >= kMaxHints) {
         return {};

@@ -12,9 +12,9 @@
 
 namespace morlc {
 
-/// Shows what goes wrong, on standard error, and routes the compiler's log there for as long as it
-/// lives. What has been shown is not shown again: a node that several passes use is parsed several
-/// times, but its faults are to be mended once.
+/// Shows problems on standard error and, for as long as it lives, the compiler's log as well.
+/// Nothing is shown twice: a node that several passes use is parsed several times, but its faults
+/// need to be fixed only once.
 class Diagnostics {
 public:
     /// @param showParseLines also show the information lines about each parse.
@@ -23,12 +23,12 @@ public:
     Diagnostics& operator=(const Diagnostics&) = delete;
     ~Diagnostics();
 
-    /// Tells where the nodes are from. To be called before any compiler is made.
-    /// @param prefix stands before the file names that the compiler itself mentions.
+    /// Sets which files the nodes are from. Call this before making a compiler.
+    /// @param prefix put before the file names in the compiler's own messages.
     /// @param files file names, with the prefix, by node name.
     void SetNodeFiles(std::string prefix, std::unordered_map<std::string, std::string> files);
 
-    /// Shows one, with the name of a node that is like one that is not there.
+    /// Shows a diagnostic. If a node is unknown, suggests one with a similar name.
     void Report(Diagnostic diagnostic);
 
     /// Reports an error of the tool itself, without a location.
@@ -52,8 +52,8 @@ private:
     ns_ruke::LogSink previous;
 };
 
-/// While it lives, what one compiler logs on this thread gets its source line from that compiler;
-/// and it is kept here instead of being shown, if so wished.
+/// While it lives, adds source lines to what one compiler logs on this thread. In the mode Keep,
+/// the diagnostics are collected here instead of being shown.
 class LogCollection {
 public:
     enum class Mode { Show, Keep };

@@ -49,7 +49,7 @@ Excerpt SourceText::ExcerptAt(int line, int column) const
     }
     Excerpt excerpt;
     excerpt.line = shown;
-    // One blank wide in both lines, so that the caret stands right on any terminal.
+    // Tabs become spaces, so that the caret is in the right place on any terminal.
     std::replace(excerpt.line.begin(), excerpt.line.end(), '\t', ' ');
     const std::string_view left = shown.substr(0, place);
     excerpt.caret = left.size() - static_cast<std::size_t>(

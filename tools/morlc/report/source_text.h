@@ -9,26 +9,26 @@ namespace morlc {
 
 /// What is shown of a source line, and where the caret stands under it.
 struct Excerpt {
-    std::string line;  ///< the line, or of a long one the surroundings of the place; empty: none
+    std::string line;       ///< the line, or the part of a long line around the place; empty: none
     std::size_t caret = 0;  ///< how many characters stand to the left of the caret
 };
 
 /// Where in a file, or in the source of a node, something is.
 struct Place {
-    std::string file;  ///< empty: in none
+    std::string file;  ///< empty if in no file
     int line = 0;      ///< 1-based; 0: anywhere in the file
-    int column = 0;    ///< 1-based, in bytes; 0 with the line
+    int column = 0;    ///< 1-based, in bytes; 0 if the line is 0
     Excerpt excerpt{};
 };
 
-/// A text in which places lie. Its lines end as the compiler counts them: at each line feed.
+/// A text whose places can be looked up. As in the compiler, a line ends at each line feed.
 class SourceText {
 public:
     /// @param newFile the file that its places name
     explicit SourceText(std::string newFile = {}, std::string newText = {});
 
-    /// @param line, column 1-based, the column in bytes. A blank line, and one that is not there,
-    /// has no excerpt.
+    /// @param line, column 1-based, the column in bytes. A blank or nonexistent line has no
+    /// excerpt.
     Place At(int line, int column) const;
 
     /// The place of a byte, counted from 0.
