@@ -193,13 +193,18 @@ class Document:
         expect(printed == body, f"the source gives\n{printed}and not\n{body}")
 
 
+def is_made(is_root, name):
+    """Whether a file or folder is no part of the source: what is built, and the logs that ./dev keeps for a moment."""
+    return name == "node_modules" or is_root and (name in ("build", ".git") or name.startswith("build-"))
+
+
 def main():
     source, build, *documents = sys.argv[1:]
     failures = 0
     for document in documents:
         with tempfile.TemporaryDirectory() as directory:
             shutil.copytree(source, directory, symlinks=True, dirs_exist_ok=True,
-                            ignore=lambda folder, _: ["build", ".git"] if folder == source else ["node_modules"])
+                            ignore=lambda folder, names: [name for name in names if is_made(folder == source, name)])
             run = Document(document, source, build, directory)
             try:
                 run.run()

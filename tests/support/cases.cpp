@@ -234,9 +234,14 @@ void CaseRun::Run(const std::string& command)
     const ProcessResult result =
         RunShell("cd '" + directory.path.string() + "' && PATH='" + tools + "':$PATH EXAMPLES='" +
                  examples + "' && export PATH EXAMPLES && " + command);
-    const auto portable = [&](const std::string& text) {
-        return ReplaceAll(ReplaceAll(text, directory.path.string(), "$DIRECTORY"), examples,
-                          "$EXAMPLES");
+    const auto portable = [&](std::string text) {
+        const std::pair<std::string, std::string> names[] = {
+            {directory.path.string(), "$DIRECTORY"}, {examples, "$EXAMPLES"}, {tools, "$TOOLS"}};
+        for (const auto& [path, name] : names) {
+            text = ReplaceAll(text, path, name);
+            text = ReplaceAll(text, ReplaceAll(path, " ", "$ "), name);  // as Ninja writes it
+        }
+        return text;
     };
     Outcome("status", result.status == 0 ? "" : std::to_string(result.status) + "\n");
     Outcome("output", portable(result.out));

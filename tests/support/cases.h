@@ -25,7 +25,8 @@ namespace morl_test {
 ///           [sampler:NAME=INTEGER...]   a request to the graph: texts, tables and the whole log.
 ///                                       "all" means all targets
 ///     -- run COMMAND                    a shell command in the case's directory, where morlc is
-///                                       found and $EXAMPLES names the samples: status and output
+///                                       found and $EXAMPLES names the samples: status and output,
+///                                       with $DIRECTORY, $EXAMPLES and $TOOLS for these paths
 ///
 /// Nodes and files come before what uses them. The requests of a case share one compiler. In a
 /// text, "\xHH" is a byte; a backslash at the end of an outcome means that its last line has no
