@@ -53,7 +53,7 @@ void CompileOne(const PassOptions& options, const std::string& file, MorlCompile
 void CompileBoth(const PassOptions& options, const std::filesystem::path& directory,
                  MorlCompiler& compiler)
 {
-    std::filesystem::create_directories(directory);
+    MakeDirectories(directory.string());
     for (const std::string& target : ns_ruke::MorlTargets()) {
         if (options.target != "all" && options.target != target) {
             continue;

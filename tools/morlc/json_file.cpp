@@ -44,8 +44,14 @@ Diagnostic JsonError(const SourceText& source, const std::string& messages)
 
 }  // namespace
 
-std::string ReadFile(const std::string& path)
+std::string AsGiven(const std::string& prefix, const std::filesystem::path& path)
 {
+    return path.is_absolute() ? path.string() : prefix + path.string();
+}
+
+SourceText ReadSource(const std::string& path, const std::string& prefix)
+{
+    const std::string shown = AsGiven(prefix, path);
     errno = 0;
     std::ifstream file(path, std::ios::binary);
     // Opening a directory succeeds; only reading it fails.
@@ -55,19 +61,13 @@ std::string ReadFile(const std::string& path)
     }
     if (errno != 0 && text.empty()) {
         throw DiagnosticError(
-            ErrorAt({}, "cannot read " + path + ": " + std::generic_category().message(errno)));
+            ErrorAt({}, "cannot read " + shown + ": " + std::generic_category().message(errno)));
     }
-    return text;
-}
-
-std::string ReadJsonText(const std::string& path)
-{
     const std::string mark = "\xEF\xBB\xBF";
-    std::string text = ReadFile(path);
     if (text.compare(0, mark.size(), mark) == 0) {
         text.erase(0, mark.size());
     }
-    return text;
+    return SourceText(shown, text);
 }
 
 void ParseJson(const Json::CharReaderBuilder& builder, const std::string& text,
@@ -86,10 +86,11 @@ void ParseJson(const Json::CharReaderBuilder& builder, const std::string& text,
     }
 }
 
-JsonFile::JsonFile(const std::string& path) : source(path, ReadJsonText(path))
+JsonFile::JsonFile(const std::string& path, const std::string& prefix)
+    : source(ReadSource(path, prefix))
 {
     if (source.Text().empty()) {
-        throw DiagnosticError(ErrorAt({path}, "the file is empty"));
+        throw DiagnosticError(ErrorAt({source.File()}, "the file is empty"));
     }
     Json::CharReaderBuilder builder;
     Json::CharReaderBuilder::strictMode(&builder.settings_);

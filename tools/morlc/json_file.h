@@ -4,6 +4,7 @@
 #include "report/diagnostic.h"
 
 #include <json/json.h>
+#include <filesystem>
 #include <string>
 
 namespace morlc {
@@ -12,8 +13,9 @@ namespace morlc {
 class JsonFile {
 public:
     /// Reads a file, which must hold one strict JSON document.
+    /// @param prefix put before a relative path in messages: empty, or a directory ending in "/".
     /// @throws DiagnosticError when it cannot be read or is not one.
-    explicit JsonFile(const std::string& path);
+    explicit JsonFile(const std::string& path, const std::string& prefix = {});
 
     const Json::Value& Root() const { return root; }
 
@@ -32,14 +34,14 @@ private:
     Json::Value root;
 };
 
-/// The whole file.
-/// @throws DiagnosticError when it cannot be read.
-std::string ReadFile(const std::string& path);
+/// A path as the one who called morlc would write it.
+/// @param prefix put before a relative path: empty, or a directory ending in "/".
+std::string AsGiven(const std::string& prefix, const std::filesystem::path& path);
 
 /// The whole file without a UTF-8 byte order mark. (The JSON reader does not count the mark in its
 /// offsets either.)
 /// @throws DiagnosticError when it cannot be read.
-std::string ReadJsonText(const std::string& path);
+SourceText ReadSource(const std::string& path, const std::string& prefix);
 
 /// Parses a document.
 /// @param text the text to parse. Errors show `source`, which has the same lines and columns.

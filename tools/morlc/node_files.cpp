@@ -2,6 +2,7 @@
 #include "node_files.h"
 
 #include "json_file.h"
+#include "output_file.h"
 
 #include <morl/compiler/internal/json_comments.h>
 #include <morl/core/limits.h>
@@ -90,7 +91,7 @@ bool ReadNodeFile(const std::string& path, const std::string& prefix,
 {
     NodeFile file;
     try {
-        file.source = SourceText(prefix + path, ReadJsonText(path));
+        file.source = ReadSource(path, prefix);
     } catch (const DiagnosticError&) {
         return true;  // The compiler reports files that it cannot read.
     }
@@ -119,8 +120,14 @@ bool ReadNodeFile(const std::string& path, const std::string& prefix,
 LoadedNodes LoadNodes(const std::string& prefix, Diagnostics& diagnostics)
 {
     LoadedNodes nodes;
+    if (!std::filesystem::exists("morl")) {
+        diagnostics.Error("there is no folder " + prefix +
+                          "morl/; name the directory that holds it with -C");
+        return nodes;
+    }
     bool isValid = true;
     for (const char* path : ns_ruke::kNodeFiles) {
+        ProtectInput(path);
         isValid = ReadNodeFile(path, prefix, nodes.fileByNode, diagnostics) && isValid;
     }
     if (isValid) {

@@ -63,7 +63,11 @@ public:
     std::string make_option_opts(const CLI::Option* option) const override
     {
         const std::string text = CLI::Formatter::make_option_opts(option);
-        return text.substr(0, std::min(text.find(" Needs:"), text.find(" Excludes:")));
+        const std::string own =
+            text.substr(0, std::min(text.find(" Needs:"), text.find(" Excludes:")));
+        // "NODE,... ..." says it twice.
+        const std::size_t twice = own.find(",... ...");
+        return twice == std::string::npos ? own : own.substr(0, twice + 4);
     }
 };
 
@@ -224,6 +228,9 @@ void CheckPass(const CLI::App& app, const Options& options)
         if (isNeeded && app.count(name) == 0) {
             throw CLI::RequiredError(name);
         }
+    }
+    if (options.output != "-" && options.output == options.pass.semanticsOut) {
+        throw CLI::ValidationError("--semantics-out", "names the same file as --output");
     }
     if (options.pass.target == "all" && !bothPasses) {
         throw CLI::ValidationError("--target", "'all' needs --vertex and --fragment");

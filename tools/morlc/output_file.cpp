@@ -11,6 +11,7 @@
 #include <stdexcept>
 #include <string_view>
 #include <system_error>
+#include <vector>
 
 namespace morlc {
 namespace {
@@ -19,6 +20,24 @@ namespace {
 {
     throw std::runtime_error("cannot write " + name + ": " +
                              std::generic_category().message(error));
+}
+
+/// The files that must not be written.
+std::vector<std::filesystem::path>& Inputs()
+{
+    static std::vector<std::filesystem::path> inputs;
+    return inputs;
+}
+
+void RefuseInput(const std::string& path)
+{
+    for (const std::filesystem::path& input : Inputs()) {
+        std::error_code ignored;
+        if (std::filesystem::equivalent(path, input, ignored)) {
+            throw std::runtime_error("cannot write " + path +
+                                     ": this command reads it; choose another output");
+        }
+    }
 }
 
 /// Writes a text and flushes the stream, without closing it. Returns whether all was written.
@@ -119,6 +138,20 @@ bool Holds(const std::string& path, const std::string& text)
 
 }  // namespace
 
+void ProtectInput(const std::string& path)
+{
+    Inputs().emplace_back(path);
+}
+
+void MakeDirectories(const std::string& path)
+{
+    std::error_code error;
+    std::filesystem::create_directories(path, error);
+    if (error) {
+        throw std::runtime_error("cannot make the directory " + path + ": " + error.message());
+    }
+}
+
 void WriteWhole(const std::string& path, const std::string& text)
 {
     if (path == "-") {
@@ -127,6 +160,7 @@ void WriteWhole(const std::string& path, const std::string& text)
         }
         return;
     }
+    RefuseInput(path);
     std::error_code ignored;
     const auto status = std::filesystem::status(path, ignored);
     if (std::filesystem::is_directory(status)) {
@@ -153,7 +187,7 @@ bool WriteIfChanged(const std::string& path, const std::string& text)
     }
     const std::filesystem::path parent = std::filesystem::path(path).parent_path();
     if (!parent.empty()) {
-        std::filesystem::create_directories(parent);
+        MakeDirectories(parent.string());
     }
     WriteWhole(path, text);
     return true;

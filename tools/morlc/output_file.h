@@ -5,6 +5,14 @@
 
 namespace morlc {
 
+/// Names a file that this process reads, so that it refuses to write it from here on: a slip in an
+/// output path must not cost a source.
+void ProtectInput(const std::string& path);
+
+/// Makes a directory and those above it, as far as they are missing.
+/// @throws std::runtime_error, with a message that names it, if that is impossible.
+void MakeDirectories(const std::string& path);
+
 /// Writes a file whole or not at all: a regular file appears under its name only when it is
 /// complete, and the old file stays until then. "-" is standard output.
 /// @throws std::runtime_error, with a text that names the file, when it cannot be written.

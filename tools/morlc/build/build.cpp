@@ -155,7 +155,7 @@ public:
         : options(newOptions),
           prefix(newPrefix),
           diagnostics(newDiagnostics),
-          manifest(newOptions.manifest),
+          manifest(newOptions.manifest, newPrefix),
           directory(newOptions.output)
     {
         manifest.CheckNames(options.shaders);
@@ -242,24 +242,18 @@ private:
     {
         std::vector<std::string> outputs;
         if (WritesIndex()) {
-            outputs.push_back(AsGiven(IndexPath(directory)));
+            outputs.push_back(AsGiven(prefix, IndexPath(directory)));
         }
         for (std::size_t i = 0; i < shaders.size(); ++i) {
             if (shaders[i].passes > 0) {
-                outputs.push_back(AsGiven(RecordPath(directory, manifest.shaders[i].name)));
+                outputs.push_back(AsGiven(prefix, RecordPath(directory, manifest.shaders[i].name)));
             }
         }
-        std::vector<std::string> inputs = {AsGiven(options.manifest)};
+        std::vector<std::string> inputs = {AsGiven(prefix, options.manifest)};
         for (const char* path : ns_ruke::kNodeFiles) {
-            inputs.push_back(AsGiven(path));
+            inputs.push_back(AsGiven(prefix, path));
         }
         WriteIfChanged(options.depfile, FormatDepfile(outputs, inputs));
-    }
-
-    /// A path relative to the directory that morlc was started in.
-    std::string AsGiven(const fs::path& path) const
-    {
-        return path.is_absolute() ? path.string() : prefix + path.string();
     }
 
     const BuildOptions& options;
@@ -270,9 +264,9 @@ private:
     Totals totals;
 };
 
-void WriteIndexOnly(const BuildOptions& options)
+void WriteIndexOnly(const BuildOptions& options, const std::string& prefix)
 {
-    const Manifest manifest(options.manifest);
+    const Manifest manifest(options.manifest, prefix);
     std::map<std::string, ShaderRecord> records;
     for (const ManifestShader& shader : manifest.shaders) {
         records[shader.name] = ShaderRecord::Read(RecordPath(options.output, shader.name));
@@ -287,9 +281,9 @@ void Build(const Options& options, Diagnostics& diagnostics)
     const BuildOptions& build = options.build;
     const std::string prefix = EnterDirectory(options.common.directory);
     if (!build.ninjaFile.empty()) {
-        WriteNinjaFile(options.program, build, Manifest(build.manifest));
+        WriteNinjaFile(options.program, build, Manifest(build.manifest, prefix));
     } else if (build.indexOnly) {
-        WriteIndexOnly(build);
+        WriteIndexOnly(build, prefix);
     } else {
         BuildRun(build, prefix, diagnostics).Run();
     }

@@ -3,6 +3,7 @@
 
 #include "json_file.h"
 #include "nearest.h"
+#include "output_file.h"
 #include "text.h"
 
 #include <morl/morl.h>
@@ -48,7 +49,7 @@ bool IsMacroName(const std::string& name)
 /// Reads the values of one manifest.
 class ManifestReader {
 public:
-    explicit ManifestReader(const std::string& path) : file(path) {}
+    ManifestReader(const std::string& path, const std::string& prefix) : file(path, prefix) {}
 
     std::vector<ManifestShader> Read()
     {
@@ -289,9 +290,10 @@ MacroValues ManifestShader::Macros(std::size_t variant, const std::string& targe
     return values;
 }
 
-Manifest::Manifest(const std::string& newPath)
-    : path(newPath), shaders(ManifestReader(newPath).Read())
+Manifest::Manifest(const std::string& newPath, const std::string& prefix)
+    : path(AsGiven(prefix, newPath)), shaders(ManifestReader(newPath, prefix).Read())
 {
+    ProtectInput(newPath);
 }
 
 void Manifest::CheckNames(const std::vector<std::string>& names) const

@@ -62,11 +62,12 @@ struct ManifestShader {
 ///
 /// "name" and at least one of "vertex" and "fragment" are required.
 struct Manifest {
-    std::string path;
+    std::string path;  ///< as messages show it
     std::vector<ManifestShader> shaders;
 
+    /// @param prefix put before a relative path in messages: empty, or a directory ending in "/".
     /// @throws DiagnosticError if the file cannot be read or does not have this form.
-    explicit Manifest(const std::string& newPath);
+    Manifest(const std::string& newPath, const std::string& prefix);
 
     /// Checks that shaders with these names exist.
     /// @throws DiagnosticError if one does not.
