@@ -1,28 +1,28 @@
 // SPDX-License-Identifier: MIT
+// case_test FILE: runs the cases of a file and compares the outcomes with those written there.
 #include "support/cases.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-class Cases : public testing::TestWithParam<std::filesystem::path> {};
+std::string file;
 
-TEST_P(Cases, EndAsWritten)
+TEST(Cases, EndAsWritten)
 {
     std::size_t count = 0;
-    for (const morl_test::Case& one : morl_test::RunCases(GetParam())) {
+    for (const morl_test::Case& one : morl_test::RunCases(file)) {
         EXPECT_EQ(one.rendered, one.written) << one.title << " (\"./dev golden\" writes outcomes)";
         ++count;
     }
-    EXPECT_GT(count, 1U);
+    EXPECT_GT(count, 1U);  // the first one is the remark
 }
-
-/// "parser/messages.txt" as "parser_messages".
-std::string Name(const testing::TestParamInfo<std::filesystem::path>& info)
-{
-    return info.param.parent_path().filename().string() + "_" + info.param.stem().string();
-}
-
-INSTANTIATE_TEST_SUITE_P(Files, Cases, testing::ValuesIn(morl_test::CaseFiles()), Name);
 
 }  // namespace
+
+int main(int argc, char** argv)
+{
+    testing::InitGoogleTest(&argc, argv);
+    file = argc == 2 ? argv[1] : "";
+    return RUN_ALL_TESTS();
+}

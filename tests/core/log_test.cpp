@@ -24,7 +24,9 @@ TEST(Log, TakesAMessageWithoutArgumentsVerbatim)
     Log().LogInfo("Graphics", message);
     EXPECT_EQ(capture.errors, std::vector<std::string>{message});
     EXPECT_EQ(capture.infos, std::vector<std::string>{message});
+    ASSERT_EQ(capture.messages.size(), 2U);
     EXPECT_EQ(capture.messages[0].category, "Graphics");
+    EXPECT_EQ(capture.messages[1].category, "Graphics");
 }
 
 TEST(Log, AppliesConversionsToItsArguments)

@@ -14,6 +14,7 @@ int main()
     const morl_test::LogCapture log;
     const auto compiler = morl_test::MakeSampleCompiler();
     std::size_t count = 0;
+    std::filesystem::remove_all(std::filesystem::path(MORL_SOURCE_DIR) / "tests/golden");
     for (const morl_test::SampleRequest& request : morl_test::RichestSamples()) {
         const morl_test::SampleTexts texts = morl_test::CompileSample(*compiler, request);
         morl_test::WriteText(morl_test::GoldenPath(request, ".vert"), texts.vertex);

@@ -8,6 +8,7 @@
 
 #include <json/json.h>
 #include <algorithm>
+#include <cstdlib>
 #include <iterator>
 #include <map>
 #include <memory>
@@ -81,6 +82,7 @@ private:
     void WriteNodes();
 
     TemporaryDirectory directory;
+    bool isPrepared = false;
     Json::Value nodes = Json::Value(Json::arrayValue);
     std::map<std::string, std::string> files;
     std::unique_ptr<ns_ruke::MorlCompiler> compiler;
@@ -122,7 +124,8 @@ void CaseRun::Node(const std::vector<std::string>& words, const std::string& tex
 /// Writes the nodes and files that were given since the last call.
 void CaseRun::WriteNodes()
 {
-    if (!fs::exists(directory.path / "morl") || !nodes.empty()) {
+    if (!isPrepared || !nodes.empty()) {
+        isPrepared = true;
         WriteNodeFiles(directory.path, Json::writeString(Json::StreamWriterBuilder(), nodes));
     }
     nodes.clear();
@@ -164,6 +167,9 @@ void CaseRun::Load()
 
 void CaseRun::Request(const std::vector<std::string>& words)
 {
+    if (compiler != nullptr && (!nodes.empty() || !files.empty())) {
+        throw std::runtime_error("nodes and files come before the first request");
+    }
     if (compiler == nullptr) {
         WriteNodes();
         const InDirectory inDirectory(directory.path);
@@ -192,7 +198,7 @@ void CaseRun::Request(const std::vector<std::string>& words)
     if (words[1] != "all") {
         list.clear();
         for (std::string target; std::getline(targets, target, ',');) {
-            list.push_back(target);
+            list.push_back(Decode(target));
         }
     }
     for (const std::string& target : list) {
@@ -226,17 +232,20 @@ void CaseRun::RequestOf(ns_ruke::PassProperty pass)
     OutcomeOfLog();
 }
 
+// In an environment that shows in no outcome. A pipe fails if one of its commands does.
 void CaseRun::Run(const std::string& command)
 {
     WriteNodes();
     const std::string examples = std::string(MORL_SOURCE_DIR) + "/examples";
-    const std::string tools = fs::path(MORLC).parent_path().string();
+    const std::string tools = fs::canonical(MORLC).parent_path().string();
+    const std::string here = fs::canonical(directory.path).string();
     const ProcessResult result =
-        RunShell("cd '" + directory.path.string() + "' && PATH='" + tools + "':$PATH EXAMPLES='" +
-                 examples + "' && export PATH EXAMPLES && " + command);
+        RunProcess({"env", "-C", here, "-u", "NINJA_STATUS", "-u", "MAKEFLAGS", "-u", "MAKELEVEL",
+                    "-u", "NO_COLOR", "LC_ALL=C", "PATH=" + tools + ":" + std::getenv("PATH"),
+                    "EXAMPLES=" + examples, "bash", "-o", "pipefail", "-c", command});
     const auto portable = [&](std::string text) {
         const std::pair<std::string, std::string> names[] = {
-            {directory.path.string(), "$DIRECTORY"}, {examples, "$EXAMPLES"}, {tools, "$TOOLS"}};
+            {here, "$DIRECTORY"}, {examples, "$EXAMPLES"}, {tools, "$TOOLS"}};
         for (const auto& [path, name] : names) {
             text = ReplaceAll(text, path, name);
             text = ReplaceAll(text, ReplaceAll(path, " ", "$ "), name);  // as Ninja writes it
@@ -304,17 +313,29 @@ Case Carry(const std::string& written)
     return {title.substr(3), written, title + "\n" + run.rendered + "\n"};
 }
 
+Case CarryOrExplain(const std::string& written)
+{
+    try {
+        return Carry(written);
+    } catch (const std::exception& error) {
+        throw std::runtime_error(written.substr(0, written.find('\n')) + ": " + error.what());
+    }
+}
+
 }  // namespace
 
 std::vector<Case> RunCases(const fs::path& file)
 {
     const std::string text = ReadText(file);
     const std::string mark = "\n== ";
+    if (text.empty() || text[0] != '#') {
+        throw std::runtime_error(file.string() + " does not begin with a remark");
+    }
     std::size_t start = std::min(text.find(mark), text.size() - 1) + 1;
     std::vector<Case> cases = {{"", text.substr(0, start), text.substr(0, start)}};
     while (start < text.size()) {
         const std::size_t end = std::min(text.find(mark, start), text.size() - 1) + 1;
-        cases.push_back(Carry(text.substr(start, end - start)));
+        cases.push_back(CarryOrExplain(text.substr(start, end - start)));
         start = end;
     }
     return cases;
@@ -325,7 +346,7 @@ std::vector<fs::path> CaseFiles()
     std::vector<fs::path> files;
     for (const auto& entry :
          fs::recursive_directory_iterator(fs::path(MORL_SOURCE_DIR) / "tests/cases")) {
-        if (entry.is_regular_file()) {
+        if (entry.path().extension() == ".txt") {
             files.push_back(entry.path());
         }
     }

@@ -15,6 +15,8 @@ namespace morlc {
 namespace {
 
 constexpr unsigned kMaxJobs = 256;
+constexpr const char* kBuildFirst =
+    " (give the options of a build behind 'build', and a node of this name behind '--')";
 constexpr const char* kExitStatus =
     "Exit status: 0 without errors, 1 after any error, 2 for wrong usage.";
 
@@ -198,6 +200,9 @@ void DeclareBuild(CLI::App& app, CommonOptions& common, BuildOptions& options)
     app.add_option("--launcher", options.launcher,
                    "In the Ninja file, put COMMAND in front of every compilation")
         ->type_name("COMMAND")
+        ->check([](const std::string& command) {
+            return command.find('\n') == std::string::npos ? "" : "the command must be on one line";
+        })
         ->needs(ninja);
     CLI::Option* const depfile =
         app.add_option("--depfile", options.depfile,
@@ -252,8 +257,9 @@ void RefuseEmpty(const CLI::App& app)
     }
 }
 
-/// " (did you mean '--NAME'?)" for the first argument that the command does not know.
-std::string SuggestOption(const CLI::App& app)
+/// What is said of arguments that the command does not take: about the first option among them, if
+/// there is one.
+std::string DescribeExtras(const CLI::App& app)
 {
     std::vector<std::string> names;
     for (const CLI::Option* option : app.get_options()) {
@@ -262,8 +268,14 @@ std::string SuggestOption(const CLI::App& app)
         }
     }
     const std::vector<std::string> extras = app.remaining();
-    return extras.empty() ? ""
-                          : Suggestion(names, extras.front().substr(0, extras.front().find('=')));
+    const auto unknown = std::find_if(extras.begin(), extras.end(), [](const std::string& extra) {
+        return extra.size() > 1 && extra[0] == '-';
+    });
+    if (unknown == extras.end()) {
+        return "unexpected argument '" + (extras.empty() ? "" : extras.front()) + "'";
+    }
+    const std::string name = unknown->substr(0, unknown->find('='));
+    return "unknown option " + name + Suggestion(names, name);
 }
 
 ExitStatus Refuse(const CLI::App& command, const std::string& reason)
@@ -291,16 +303,21 @@ bool ReadOptions(int argc, char** argv, Options& options, ExitStatus& status)
     try {
         app.parse(argc, argv);
         command = build->parsed() ? build : &app;
-        RefuseEmpty(*command);
+        RefuseEmpty(app);
+        RefuseEmpty(*build);
         if (command == build) {
             options.command = Command::Build;
         } else if (options.command == Command::Pass) {
             CheckPass(app, options);
         }
         return true;
-    } catch (const CLI::ExtrasError& error) {
+    } catch (const CLI::ExtrasError&) {
         command = build->parsed() ? build : &app;
-        status = Refuse(*command, error.what() + SuggestOption(*command));
+        status = Refuse(*command, DescribeExtras(*command));
+    } catch (const CLI::ExcludesError& error) {
+        const std::string text = error.what();
+        const bool isMixed = text.compare(0, 6, "build ") == 0;
+        status = Refuse(build->parsed() ? *build : app, text + (isMixed ? kBuildFirst : ""));
     } catch (const CLI::ParseError& error) {
         command = build->parsed() ? build : &app;
         status = error.get_exit_code() == 0 ? kSuccess : Refuse(*command, error.what());

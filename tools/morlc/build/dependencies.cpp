@@ -133,11 +133,13 @@ default @INDEX@
 
 /// The commands before and after a compilation that a launcher starts. Some launchers report
 /// success even if they lose the machine that they run on. So this deletes the compilation's
-/// dependency list first, and then checks that the compilation has written a new one.
-constexpr const char* kBeforeLauncher = "rm -f $out.d && ";
+/// dependency list first, and then checks that the compilation has written a new one. In
+/// parentheses, so that the launcher may say "exec". Listing the directory makes a network file
+/// system look again.
+constexpr const char* kBeforeLauncher = "rm -f $out.d && (";
 constexpr const char* kBehindLauncher =
-    " && { test -f $out.d || { echo 'shader $shader was not built, although its launcher reported"
-    " no error' >&2; exit 1; }; }";
+    "; test -f $out.d || { echo 'shader $shader was not built, although its launcher reported no"
+    " error' >&2; exit 1; }; }";
 
 std::string Filled(const std::string& form, const std::map<std::string, std::string>& values)
 {
@@ -173,9 +175,6 @@ void WriteNinjaFile(const std::string& program, const BuildOptions& options,
 {
     const fs::path output = options.output;
     const std::string& launcher = options.launcher;
-    if (launcher.find('\n') != std::string::npos) {
-        throw std::runtime_error("--launcher: Ninja cannot read a command with several lines");
-    }
     std::string parts;
     std::string edges;
     std::string records;
@@ -194,7 +193,8 @@ void WriteNinjaFile(const std::string& program, const BuildOptions& options,
         // The process has entered the directory of the node files.
         {"MORLC", PathWord(program) + " build -q -C " + PathWord(".")},
         {"LAUNCHER", launcher.empty() ? "" : kBeforeLauncher + Value(launcher) + " "},
-        {"CHECK", launcher.empty() ? "" : kBehindLauncher},
+        {"CHECK",
+         launcher.empty() ? "" : ") && { ls " + PathWord(output) + " >/dev/null" + kBehindLauncher},
         {"LAUNCHER_WORD", launcher.empty() ? "" : " --launcher " + Word(launcher)},
         {"INTO", "-o " + PathWord(output)},
         {"MANIFEST_WORD", PathWord(options.manifest)},
