@@ -2,6 +2,7 @@
 #include "support/graph.h"
 
 #include <gtest/gtest.h>
+#include <tuple>
 
 namespace {
 
@@ -55,6 +56,23 @@ TEST(Request, TellsWhichNodeALogLineBelongsTo)
               "first|3|1|invalid var declare:\n"
               "second|0|0|MorlLinker: too many iterations: N\n"
               "|0|0|Morl Compiler: not enough arguments: mul\n");
+}
+
+TEST(LogLine, TakesOnlyWholeLocations)
+{
+    const std::tuple<const char*, int, const char*> rows[] = {
+        {"Morl Compiler(line:2,ch:19): miss", 219, "miss"},
+        {"Morl Compiler(line:2,ch:19):miss", 0, "Morl Compiler(line:2,ch:19):miss"},
+        {"Morl Compiler(line:2,ch:x): miss", 0, "Morl Compiler(line:2,ch:x): miss"},
+        {"Morl Compiler(line:2): miss", 0, "Morl Compiler(line:2): miss"},
+        {"Morl Compiler(line:,ch:1): miss", 0, "Morl Compiler(line:,ch:1): miss"},
+        {"", 0, ""},
+    };
+    for (const auto& [message, place, text] : rows) {
+        const LogLine line(LogLevel::Error, message);
+        EXPECT_EQ(line.line * 100 + line.column, place) << message;
+        EXPECT_EQ(line.text, text);
+    }
 }
 
 TEST(Node, ParsesAgainForAnotherTargetOnly)

@@ -173,18 +173,20 @@ TEST(Hooks, SpellBindingsForToolsThatAskGlsl)
     MorlTranslatorGLSLES es;
     MorlDeclare declare;
     MorlRegister binding;
-    const auto text = [&](ENUM_TOKEN token) {
-        binding.registerToken = token;
-        binding.name = "(name)";
+    binding.name = "(name)";
+    std::string text;
+    for (int token = TOKEN_POSITION; token <= TOKEN_SAUTO; ++token) {
+        binding.registerToken = static_cast<ENUM_TOKEN>(token);
         EXPECT_EQ(glsl.WriteRegister(&declare, &binding), es.WriteRegister(&declare, &binding));
-        return glsl.WriteRegister(&declare, &binding);
-    };
-    EXPECT_EQ(text(TOKEN_SV_POSITION), " : POSITION");
-    EXPECT_EQ(text(TOKEN_COLOR2), " : COLOR2");
-    EXPECT_EQ(text(TOKEN_BINORMAL), " : ");
-    EXPECT_EQ(text(TOKEN_TEXAUTO), " : ");
-    EXPECT_EQ(text(TOKEN_SAUTO), " : register(s0)");
-    EXPECT_EQ(text(TOKEN_IDENTIFIER), " : (name)");
+        text += glsl.WriteRegister(&declare, &binding);
+    }
+    EXPECT_EQ(
+        text,
+        " : POSITION : NORMAL : TANGENT :  : BLENDINDICES : BLENDWEIGHT : TEXCOORD0 : TEXCOORD1"
+        " : TEXCOORD2 : TEXCOORD3 : TEXCOORD4 : TEXCOORD5 : TEXCOORD6 : TEXCOORD7 :  : POSITION"
+        " : COLOR : COLOR0 : COLOR1 : COLOR2 : COLOR3 : register(s0)");
+    binding.registerToken = TOKEN_IDENTIFIER;
+    EXPECT_EQ(glsl.WriteRegister(&declare, &binding), " : (name)");
     EXPECT_EQ(glsl.WriteRegister(&declare, nullptr), "");
 }
 
