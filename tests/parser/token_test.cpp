@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 #include <morl/morl.h>
+#include <cctype>
 
 namespace {
 
@@ -59,9 +60,13 @@ TEST(Token, KeepsTheKeywordTableWhenItIsFilledAgain)
     parser.Init();
     EXPECT_EQ(KeywordMap::Language().size(), 94U);
     EXPECT_EQ(KeywordMap().Find("float"), TOKEN_NONE);
+    std::string signs;
     for (const Keyword& keyword : KeywordMap::Keywords()) {
         EXPECT_EQ(KeywordMap::Language().Find(keyword.spelling), keyword.token);
+        const bool isWord = keyword.spelling[0] == '#' || std::isalpha(keyword.spelling[0]) != 0;
+        signs += isWord ? "" : std::to_string(keyword.token) + std::string(keyword.spelling) + " ";
     }
+    EXPECT_EQ(signs, "97+ 98- 99* 100/ 102. 103< 104<= 105> 106>= 107== 108!= ");
     EXPECT_TRUE(parser.IsKeyword("!="));
     EXPECT_FALSE(parser.IsKeyword("%"));
 }
