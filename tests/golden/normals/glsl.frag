@@ -4,11 +4,13 @@ uniform float bumpiness;
 in vec3 oNormal;
 in vec2 oUV;
 in vec4 oTangent;
+in vec3 oWorldPos;
 out vec4 oColor;
 void main(){ 
 	vec3 ioNormal = oNormal;
 	vec2 ioUV = oUV;
 	vec4 ioTangent = oTangent;
+	vec3 ioWorldPos = oWorldPos;
 	vec4 retoColor = vec4(0.0);
 	vec3 surfaceNormal = normalize(ioNormal);
 	vec4 bumpTexel = texture(normalMap,ioUV);

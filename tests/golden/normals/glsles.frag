@@ -6,10 +6,12 @@ uniform float bumpiness;
 varying vec3 oNormal;
 varying vec2 oUV;
 varying vec4 oTangent;
+varying vec3 oWorldPos;
 void main(){ 
 	vec3 ioNormal = oNormal;
 	vec2 ioUV = oUV;
 	vec4 ioTangent = oTangent;
+	vec3 ioWorldPos = oWorldPos;
 	vec4 retoColor = vec4(1.0);
 	vec3 surfaceNormal = normalize(ioNormal);
 	vec4 bumpTexel = texture2D(normalMap,ioUV);

@@ -4,6 +4,7 @@ struct FS_INPUT{
 	float3 oNormal : TEXCOORD1;
 	float2 oUV : TEXCOORD2;
 	float4 oTangent : TEXCOORD3;
+	float3 oWorldPos : TEXCOORD0;
 };
 struct FS_OUTPUT{
 	float4 oColor : COLOR0;
@@ -12,6 +13,7 @@ FS_OUTPUT main(FS_INPUT input){
 	float3 ioNormal = input.oNormal;
 	float2 ioUV = input.oUV;
 	float4 ioTangent = input.oTangent;
+	float3 ioWorldPos = input.oWorldPos;
 	FS_OUTPUT output;
 	float3 surfaceNormal = normalize(ioNormal);
 	float4 bumpTexel = tex2D(normalMap,ioUV);

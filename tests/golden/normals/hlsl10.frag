@@ -3,6 +3,7 @@ uniform SamplerState sampler_normalMap:register(s1);
 uniform float bumpiness;
 struct FS_INPUT{
 float4 oDummyProj : SV_Position; 
+	float3 oWorldPos : TEXCOORD0;
 	float3 oNormal : TEXCOORD1;
 	float2 oUV : TEXCOORD2;
 	float4 oTangent : TEXCOORD3;
@@ -14,6 +15,7 @@ FS_OUTPUT main(FS_INPUT input){
 	float3 ioNormal = input.oNormal;
 	float2 ioUV = input.oUV;
 	float4 ioTangent = input.oTangent;
+	float3 ioWorldPos = input.oWorldPos;
 	FS_OUTPUT output;
 	float3 surfaceNormal = normalize(ioNormal);
 	float4 bumpTexel = normalMap.Sample(sampler_normalMap,ioUV);

@@ -3,12 +3,16 @@ uniform float alphaReference;
 uniform float4 objectColor;
 struct FS_INPUT{
 	float2 oUV : TEXCOORD2;
+	float3 oWorldPos : TEXCOORD0;
+	float3 oNormal : TEXCOORD1;
 };
 struct FS_OUTPUT{
 	float4 oColor : COLOR0;
 };
 FS_OUTPUT main(FS_INPUT input){ 
 	float2 ioUV = input.oUV;
+	float3 ioWorldPos = input.oWorldPos;
+	float3 ioNormal = input.oNormal;
 	FS_OUTPUT output;
 	float4 albedo = tex2D(albedoMap,ioUV);
 	if(albedo.w<alphaReference ) {

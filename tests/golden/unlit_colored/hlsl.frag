@@ -1,12 +1,16 @@
 uniform float4 surfaceColor;
 struct FS_INPUT{
 	float4 oVertexColor : TEXCOORD2;
+	float3 oWorldPos : TEXCOORD0;
+	float3 oNormal : TEXCOORD1;
 };
 struct FS_OUTPUT{
 	float4 oColor : COLOR0;
 };
 FS_OUTPUT main(FS_INPUT input){ 
 	float4 ioVertexColor = input.oVertexColor;
+	float3 ioWorldPos = input.oWorldPos;
+	float3 ioNormal = input.oNormal;
 	FS_OUTPUT output;
 	float4 albedo = surfaceColor;
 	albedo *= ioVertexColor;

@@ -1,6 +1,8 @@
 uniform float4 surfaceColor;
 struct FS_INPUT{
 float4 oDummyProj : SV_Position; 
+	float3 oWorldPos : TEXCOORD0;
+	float3 oNormal : TEXCOORD1;
 	float4 oVertexColor : TEXCOORD2;
 };
 struct FS_OUTPUT{
@@ -8,6 +10,8 @@ struct FS_OUTPUT{
 };
 FS_OUTPUT main(FS_INPUT input){ 
 	float4 ioVertexColor = input.oVertexColor;
+	float3 ioWorldPos = input.oWorldPos;
+	float3 ioNormal = input.oNormal;
 	FS_OUTPUT output;
 	float4 albedo = surfaceColor;
 	albedo *= ioVertexColor;

@@ -7,9 +7,11 @@ uniform vec3 fogColor;
 uniform vec3 fogRange;
 varying vec2 oUV;
 varying vec3 oWorldPos;
+varying vec3 oNormal;
 void main(){ 
 	vec2 ioUV = oUV;
 	vec3 ioWorldPos = oWorldPos;
+	vec3 ioNormal = oNormal;
 	vec4 retoColor = vec4(1.0);
 	vec4 albedo = texture2D(albedoMap,ioUV);
 	vec3 lit = albedo.xyz;

@@ -5,6 +5,7 @@ uniform float3 fogRange;
 struct FS_INPUT{
 	float2 oUV : TEXCOORD2;
 	float3 oWorldPos : TEXCOORD0;
+	float3 oNormal : TEXCOORD1;
 };
 struct FS_OUTPUT{
 	float4 oColor : COLOR0;
@@ -12,6 +13,7 @@ struct FS_OUTPUT{
 FS_OUTPUT main(FS_INPUT input){ 
 	float2 ioUV = input.oUV;
 	float3 ioWorldPos = input.oWorldPos;
+	float3 ioNormal = input.oNormal;
 	FS_OUTPUT output;
 	float4 albedo = tex2D(albedoMap,ioUV);
 	float3 lit = albedo.xyz;

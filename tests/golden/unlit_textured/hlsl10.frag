@@ -6,6 +6,7 @@ uniform float3 fogRange;
 struct FS_INPUT{
 float4 oDummyProj : SV_Position; 
 	float3 oWorldPos : TEXCOORD0;
+	float3 oNormal : TEXCOORD1;
 	float2 oUV : TEXCOORD2;
 };
 struct FS_OUTPUT{
@@ -14,6 +15,7 @@ struct FS_OUTPUT{
 FS_OUTPUT main(FS_INPUT input){ 
 	float2 ioUV = input.oUV;
 	float3 ioWorldPos = input.oWorldPos;
+	float3 ioNormal = input.oNormal;
 	FS_OUTPUT output;
 	float4 albedo = albedoMap.Sample(sampler_albedoMap,ioUV);
 	float3 lit = albedo.xyz;
