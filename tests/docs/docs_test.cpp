@@ -2,6 +2,7 @@
 // Compares what the documents say about the code with the code. (run_blocks.py runs the commands
 // and code blocks in them.)
 #include "docs/language_tables.h"
+#include "support/document.h"
 #include "support/graph.h"
 #include "support/log_capture.h"
 #include "support/process.h"
@@ -21,7 +22,7 @@ const std::filesystem::path kSource = MORL_SOURCE_DIR;
 TEST(Docs, LanguageTablesAreThoseOfTheCompiler)
 {
     const morl_test::LogCapture log;
-    const std::string document = ReadText(morl_test::LanguageDocument());
+    const std::string document = ReadText(morl_test::Document("language"));
     EXPECT_EQ(morl_test::WithLanguageTables(document), document)
         << "\"./dev golden\" writes the tables anew";
 }
@@ -50,7 +51,7 @@ std::set<std::string> Messages()
 
 TEST(Docs, ExplainEveryMessage)
 {
-    const std::string document = ReadText(morl_test::LanguageDocument());
+    const std::string document = ReadText(morl_test::Document("language"));
     const std::string table = document.substr(document.find("| message |"));
     const std::set<std::string> messages = Messages();
     EXPECT_GE(messages.size(), 31U);

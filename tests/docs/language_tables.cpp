@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "docs/language_tables.h"
 
+#include "support/document.h"
 #include "support/graph.h"
 
 #include <morl/morl.h>
 #include <memory>
-#include <stdexcept>
 #include <string_view>
 #include <vector>
 
@@ -17,15 +17,6 @@ using namespace ns_ruke;
 std::string Code(const std::string& text)
 {
     return text.empty() ? "–" : "`" + text + "`";
-}
-
-std::string Row(const std::vector<std::string>& cells)
-{
-    std::string row = "|";
-    for (const std::string& cell : cells) {
-        row += " " + cell + " |";
-    }
-    return row + "\n";
 }
 
 std::string Head(const std::string& what, const std::vector<std::string>& targets)
@@ -73,7 +64,7 @@ std::string TypeTable()
         for (const auto& backEnd : backEnds) {
             cells.push_back(Code(backEnd->WriteVariableType(keyword.token)));
         }
-        table += Row(cells);
+        table += TableRow(cells);
     }
     return table;
 }
@@ -103,7 +94,7 @@ std::string SemanticTable()
         for (const auto& backEnd : backEnds) {
             cells.push_back(Code(backEnd->WriteRegister(&declare, &binding).substr(3)));
         }
-        table += Row(cells);
+        table += TableRow(cells);
     }
     return table;
 }
@@ -159,29 +150,12 @@ std::string IntrinsicTable()
         for (const std::string& target : MorlTargets()) {
             cells.push_back(Code(Written(call, target)));
         }
-        table += Row(cells);
+        table += TableRow(cells);
     }
     return table;
 }
 
-void ReplaceTable(std::string& document, const std::string& name, const std::string& table)
-{
-    const std::string start = "<!-- table: " + name + " -->\n";
-    const std::size_t begin = document.find(start);
-    const std::size_t end = document.find("<!-- end -->", begin);
-    if (begin == std::string::npos || end == std::string::npos) {
-        throw std::runtime_error("the document has no place for the table " + name);
-    }
-    const std::size_t first = begin + start.size();
-    document.replace(first, end - first, table);
-}
-
 }  // namespace
-
-std::filesystem::path LanguageDocument()
-{
-    return std::filesystem::path(MORL_SOURCE_DIR) / "docs/language.md";
-}
 
 std::string WithLanguageTables(const std::string& document)
 {

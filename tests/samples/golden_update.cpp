@@ -2,8 +2,10 @@
 // Regenerates the golden files of the sample shaders, the tables of the language document and the
 // outcomes of all cases. Review the changes before committing them.
 #include "docs/language_tables.h"
+#include "pictures/probes.h"
 #include "samples/golden_files.h"
 #include "support/cases.h"
+#include "support/document.h"
 #include "support/graph.h"
 #include "support/log_capture.h"
 
@@ -21,8 +23,13 @@ int main()
         morl_test::WriteText(morl_test::GoldenPath(request, ".frag"), texts.fragment);
         count += 2;
     }
-    const auto document = morl_test::LanguageDocument();
-    morl_test::WriteText(document, morl_test::WithLanguageTables(morl_test::ReadText(document)));
+    std::string language =
+        morl_test::WithLanguageTables(morl_test::ReadText(morl_test::Document("language")));
+    morl_test::ReplaceTable(language, "rules", morl_test::RuleTable());
+    morl_test::WriteText(morl_test::Document("language"), language);
+    std::string targets = morl_test::ReadText(morl_test::Document("targets"));
+    morl_test::ReplaceTable(targets, "probes", morl_test::ProbeTable());
+    morl_test::WriteText(morl_test::Document("targets"), targets);
     for (const auto& file : morl_test::CaseFiles()) {
         std::string text;
         for (const morl_test::Case& one : morl_test::RunCases(file)) {

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "pictures/draw.h"
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace morl_test {
+
+/// A line of a node that may not carry over to every target, and one that says the same everywhere.
+/// The list is tests/pictures/probes.json.
+struct Probe {
+    std::string row;      ///< its name in docs/targets.md
+    std::string because;  ///< the reason, or empty
+    std::string instead;  ///< what to write
+    std::string rule;     ///< the rule of docs/language.md that it illustrates, or empty
+    bool isInVertexPass = false;
+    std::string wrong;  ///< statements that assign `result`
+    std::string right;  ///< likewise; empty: the question is only whether `wrong` is accepted
+    std::string declare;
+    std::string rightDeclare;
+    std::string output;  ///< the semantic of the fragment output beside `wrong`
+    std::string webGl;   ///< "yes" if WebGL accepts `wrong`, otherwise "refused": see webgl_test.js
+};
+
+std::vector<Probe> ReadProbes();
+
+/// The texts of a probe's line in a target.
+/// @throws std::runtime_error when the compiler logs an error
+SampleTexts CompileProbe(const Probe& probe, const std::string& target, bool isRight);
+
+/// What each target made of each wrong line: "yes" if it draws the same as the right line, "other
+/// picture", or "refused".
+/// @throws std::runtime_error if a target refuses a right line or draws it differently
+std::string ProbeTable();
+
+/// The rules for portable nodes, each with a right and a wrong line.
+std::string RuleTable();
+
+}  // namespace morl_test
