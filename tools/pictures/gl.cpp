@@ -23,6 +23,18 @@ void Require(bool holds, const std::string& what)
     }
 }
 
+using GetInfoLog = void (*)(GLuint, GLsizei, GLsizei*, GLchar*);
+
+/// What the implementation says of a shader or program.
+std::string InfoLog(GLuint object, GetInfoLog get)
+{
+    std::string log(4096, '\0');
+    GLsizei length = 0;
+    get(object, static_cast<GLsizei>(log.size()), &length, log.data());
+    log.resize(static_cast<std::size_t>(length));
+    return log;
+}
+
 GLuint CompileStage(GLenum stage, const std::string& code)
 {
     const GLuint shader = glCreateShader(stage);
@@ -31,9 +43,7 @@ GLuint CompileStage(GLenum stage, const std::string& code)
     glCompileShader(shader);
     GLint isCompiled = 0;
     glGetShaderiv(shader, GL_COMPILE_STATUS, &isCompiled);
-    std::string log(4096, '\0');
-    glGetShaderInfoLog(shader, static_cast<GLsizei>(log.size()), nullptr, log.data());
-    Require(isCompiled == GL_TRUE, std::string(log.c_str()) + "\n" + code);
+    Require(isCompiled == GL_TRUE, InfoLog(shader, glGetShaderInfoLog) + "\n" + code);
     return shader;
 }
 
@@ -49,9 +59,7 @@ GLuint LinkProgram(const std::string& vertex, const std::string& fragment)
     glLinkProgram(program);
     GLint isLinked = 0;
     glGetProgramiv(program, GL_LINK_STATUS, &isLinked);
-    std::string log(4096, '\0');
-    glGetProgramInfoLog(program, static_cast<GLsizei>(log.size()), nullptr, log.data());
-    Require(isLinked == GL_TRUE, std::string(log.c_str()) + "\n" + vertex + fragment);
+    Require(isLinked == GL_TRUE, InfoLog(program, glGetProgramInfoLog) + "\n" + vertex + fragment);
     return program;
 }
 
