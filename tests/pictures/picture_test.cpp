@@ -45,8 +45,10 @@ TEST(Pictures, AreTheSameInEveryTarget)
             painter.Draw(request.target, morl_test::CompileSample(*compiler, request)));
     }
     EXPECT_EQ(log.errors, std::vector<std::string>{});
+    EXPECT_GE(drawn.size(), 16U);
     for (const auto& [shader, images] : drawn) {
         EXPECT_FALSE(IsPlain(images[0])) << shader;
+        ASSERT_EQ(images.size(), ns_ruke::MorlTargets().size()) << shader;
         for (std::size_t i = 0; i < images.size(); ++i) {
             if (!LooksSame(images[0], images[i])) {
                 const auto sheet = directory / (shader + ".png");

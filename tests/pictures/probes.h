@@ -9,8 +9,8 @@
 
 namespace morl_test {
 
-/// A line of a node that may not carry over to every target, and one that says the same everywhere.
-/// The list is tests/pictures/probes.json.
+/// A line of a node that may not carry over to every target, and one that means the same
+/// everywhere. The list is tests/pictures/probes.json.
 struct Probe {
     std::string row;      ///< its name in docs/targets.md
     std::string because;  ///< the reason, or empty
@@ -28,11 +28,11 @@ struct Probe {
 std::vector<Probe> ReadProbes();
 
 /// The texts of a probe's line in a target.
-/// @throws std::runtime_error when the compiler logs an error
+/// @throws std::logic_error when the compiler logs an error
 SampleTexts CompileProbe(const Probe& probe, const std::string& target, bool isRight);
 
 /// What each target made of each wrong line: "yes" if it draws the same as the right line, "other
-/// picture", or "refused".
+/// picture", "refused", or, without a right line, "accepted".
 /// @throws std::runtime_error if a target refuses a right line or draws it differently
 std::string ProbeTable();
 

@@ -26,11 +26,11 @@ function readPairs(directory) {
   );
 }
 
-// Runs in the browser. Returns what it says of the pairs that it does not take.
-function refuse(pairs) {
+// Runs in the browser. Returns for each pair what WebGL objects to.
+function judge(pairs) {
   const gl = document.createElement('canvas').getContext('webgl');
   if (gl === null) {
-    return ['there is no WebGL'];
+    throw new Error('there is no WebGL');
   }
   const compile = (type, code, faults) => {
     const shader = gl.createShader(type);
@@ -41,7 +41,7 @@ function refuse(pairs) {
     }
     return shader;
   };
-  return pairs.flatMap(({ name, vertex, fragment }) => {
+  const verdicts = pairs.map(({ vertex, fragment }) => {
     const faults = [];
     const program = gl.createProgram();
     gl.attachShader(program, compile(gl.VERTEX_SHADER, vertex, faults));
@@ -51,8 +51,12 @@ function refuse(pairs) {
       faults.push(gl.getProgramInfoLog(program));
     }
     gl.deleteProgram(program);
-    return faults.map((fault) => `${name}: ${fault}`);
+    return faults.join('\n');
   });
+  if (gl.isContextLost()) {
+    throw new Error('the WebGL context was lost');
+  }
+  return verdicts;
 }
 
 async function main() {
@@ -63,11 +67,12 @@ async function main() {
   const browser = await chromium.launch(browserOptions);
   try {
     const page = await browser.newPage();
-    assert.deepStrictEqual(await page.evaluate(refuse, pairs), []);
-    for (const probe of probes) {
-      const faults = await page.evaluate(refuse, [probe]);
-      assert.strictEqual(faults.length > 0 ? 'refused' : 'yes', probe.webgl, `${probe.name}: ${faults}`);
-    }
+    const verdicts = await page.evaluate(judge, [...pairs, ...probes]);
+    pairs.forEach(({ name }, i) => assert.strictEqual(verdicts[i], '', name));
+    probes.forEach(({ name, webgl }, i) => {
+      const faults = verdicts[pairs.length + i];
+      assert.strictEqual(faults ? 'refused' : 'yes', webgl, `${name}: ${faults}`);
+    });
   } finally {
     await browser.close();
   }

@@ -10,10 +10,10 @@ namespace pictures {
 /// OpenGL ES 2, HLSL by way of glslang and SPIRV-Cross.
 class Painter {
 public:
-    /// @throws std::runtime_error when the texts are refused
+    /// @throws Refused when the texts are not accepted
     Image Draw(const std::string& target, const morl_test::SampleTexts& texts);
 
-    /// @throws std::runtime_error when the texts are refused
+    /// @throws Refused when the texts are not accepted
     void Link(const std::string& target, const morl_test::SampleTexts& texts);
 
     /// The implementations, for messages.

@@ -43,7 +43,9 @@ GLuint CompileStage(GLenum stage, const std::string& code)
     glCompileShader(shader);
     GLint isCompiled = 0;
     glGetShaderiv(shader, GL_COMPILE_STATUS, &isCompiled);
-    Require(isCompiled == GL_TRUE, InfoLog(shader, glGetShaderInfoLog) + "\n" + code);
+    if (isCompiled != GL_TRUE) {
+        throw Refused(InfoLog(shader, glGetShaderInfoLog) + "\n" + code);
+    }
     return shader;
 }
 
@@ -59,7 +61,9 @@ GLuint LinkProgram(const std::string& vertex, const std::string& fragment)
     glLinkProgram(program);
     GLint isLinked = 0;
     glGetProgramiv(program, GL_LINK_STATUS, &isLinked);
-    Require(isLinked == GL_TRUE, InfoLog(program, glGetProgramInfoLog) + "\n" + vertex + fragment);
+    if (isLinked != GL_TRUE) {
+        throw Refused(InfoLog(program, glGetProgramInfoLog) + "\n" + vertex + fragment);
+    }
     return program;
 }
 
@@ -99,7 +103,12 @@ std::vector<Variable> Variables(GLuint program, GLenum count, GetVariable get)
     return variables;
 }
 
-/// How many floats an element of a type has; 0: it is a sampler.
+bool IsSampler(GLenum type)
+{
+    return type == GL_SAMPLER_2D || type == GL_SAMPLER_CUBE || type == GL_SAMPLER_2D_SHADOW;
+}
+
+/// How many floats an element of a type has.
 std::size_t FloatsOf(GLenum type)
 {
     switch (type) {
@@ -111,10 +120,13 @@ std::size_t FloatsOf(GLenum type)
         return 3;
     case GL_FLOAT_VEC4:
         return 4;
+    case GL_FLOAT_MAT3x4:
+    case GL_FLOAT_MAT4x3:
+        return 12;
     case GL_FLOAT_MAT4:
         return 16;
     default:
-        return 0;
+        throw std::logic_error("the scene sets no uniforms of this type");
     }
 }
 
@@ -143,17 +155,58 @@ void SetPlain(GLint place, GLenum type, const std::vector<float>& values)
 
 /// Copies values into a block as Direct3D has them in its constants: columns, one after the other.
 /// An array may have fewer elements than there are values.
-void SetInBlock(GLuint program, GLuint index, const std::vector<float>& values,
-                std::vector<float>& block)
+void SetInBlock(GLuint program, GLuint index, const Variable& variable, std::vector<float>& block)
 {
     GLint offset = 0;
+    GLint elements = 0;
     glGetActiveUniformsiv(program, 1, &index, GL_UNIFORM_OFFSET, &offset);
-    const std::size_t first = static_cast<std::size_t>(offset) / 4;
-    const std::size_t count = std::min(values.size(), block.size() - first);
-    std::copy_n(values.begin(), count, &block[first]);
+    glGetActiveUniformsiv(program, 1, &index, GL_UNIFORM_SIZE, &elements);
+    const std::size_t floats = FloatsOf(variable.type);
+    if (elements > 1 && floats % 4 != 0) {
+        throw std::logic_error("the scene sets no arrays that need padding");
+    }
+    const std::vector<float>& values = UniformValues(variable.name);
+    const std::size_t count = std::min(values.size(), floats * static_cast<std::size_t>(elements));
+    std::copy_n(values.begin(), count, &block.at(static_cast<std::size_t>(offset) / 4));
 }
 
-void SetBlocks(GLuint program, const std::vector<Variable>& variables)
+/// What is made for one picture.
+struct Made {
+    Made() = default;
+    Made(const Made&) = delete;
+    Made& operator=(const Made&) = delete;
+    ~Made()
+    {
+        for (const GLuint place : attributes) {
+            glDisableVertexAttribArray(place);
+        }
+        glDeleteBuffers(static_cast<GLsizei>(buffers.size()), buffers.data());
+        glDeleteTextures(static_cast<GLsizei>(textures.size()), textures.data());
+        glDeleteRenderbuffers(1, &depth);
+        glDeleteFramebuffers(1, &frame);
+        glDeleteProgram(program);
+    }
+
+    GLuint NewBuffer()
+    {
+        glGenBuffers(1, &buffers.emplace_back());
+        return buffers.back();
+    }
+    GLuint NewTexture()
+    {
+        glGenTextures(1, &textures.emplace_back());
+        return textures.back();
+    }
+
+    GLuint frame = 0;
+    GLuint depth = 0;
+    GLuint program = 0;
+    std::vector<GLuint> buffers{};
+    std::vector<GLuint> textures{};
+    std::vector<GLuint> attributes{};
+};
+
+void SetBlocks(GLuint program, const std::vector<Variable>& variables, Made& made)
 {
     GLint count = 0;
     glGetProgramiv(program, GL_ACTIVE_UNIFORM_BLOCKS, &count);
@@ -166,12 +219,10 @@ void SetBlocks(GLuint program, const std::vector<Variable>& variables)
             GLint owner = -1;
             glGetActiveUniformsiv(program, 1, &j, GL_UNIFORM_BLOCK_INDEX, &owner);
             if (owner == i) {
-                SetInBlock(program, j, UniformValues(variables[j].name), block);
+                SetInBlock(program, j, variables[j], block);
             }
         }
-        GLuint buffer = 0;
-        glGenBuffers(1, &buffer);
-        glBindBufferBase(GL_UNIFORM_BUFFER, blockIndex, buffer);
+        glBindBufferBase(GL_UNIFORM_BUFFER, blockIndex, made.NewBuffer());
         glBufferData(GL_UNIFORM_BUFFER, bytes, block.data(), GL_STATIC_DRAW);
         glUniformBlockBinding(program, blockIndex, blockIndex);
     }
@@ -196,14 +247,12 @@ void LoadPicture(GLenum target, const Image& picture, bool isDepth)
     glTexParameteri(target, GL_TEXTURE_COMPARE_FUNC, GL_LEQUAL);
 }
 
-void SetTexture(GLint unit, const Variable& sampler)
+void SetTexture(GLint unit, const Variable& sampler, Made& made)
 {
-    GLuint texture = 0;
-    glGenTextures(1, &texture);
     glActiveTexture(static_cast<GLenum>(GL_TEXTURE0 + unit));
     const bool isCube = sampler.type == GL_SAMPLER_CUBE;
     const GLenum target = isCube ? GL_TEXTURE_CUBE_MAP : GL_TEXTURE_2D;
-    glBindTexture(target, texture);
+    glBindTexture(target, made.NewTexture());
     if (isCube) {
         GLenum side = GL_TEXTURE_CUBE_MAP_POSITIVE_X;
         for (const Image& picture : CubePictures()) {
@@ -219,35 +268,33 @@ void SetTexture(GLint unit, const Variable& sampler)
     glTexParameteri(target, GL_TEXTURE_WRAP_T, isCube ? GL_CLAMP_TO_EDGE : GL_REPEAT);
 }
 
-void SetUniforms(GLuint program, GlApi api)
+void SetUniforms(GLuint program, GlApi api, Made& made)
 {
     const auto variables = Variables(program, GL_ACTIVE_UNIFORMS, glGetActiveUniform);
     GLint unit = 0;
     for (const Variable& variable : variables) {
         const GLint place = glGetUniformLocation(program, variable.full.c_str());
-        if (place >= 0 && FloatsOf(variable.type) == 0) {
+        if (IsSampler(variable.type)) {
             glUniform1i(place, unit);
-            SetTexture(unit++, variable);
+            SetTexture(unit++, variable, made);
         } else if (place >= 0) {
             SetPlain(place, variable.type, UniformValues(variable.name));
         }
     }
     if (api == GlApi::Core) {
-        SetBlocks(program, variables);
+        SetBlocks(program, variables, made);
     }
 }
 
 template <class T>
-void FillBuffer(GLenum target, const std::vector<T>& values)
+void FillBuffer(GLenum target, const std::vector<T>& values, Made& made)
 {
-    GLuint buffer = 0;
-    glGenBuffers(1, &buffer);
-    glBindBuffer(target, buffer);
+    glBindBuffer(target, made.NewBuffer());
     glBufferData(target, static_cast<GLsizeiptr>(values.size() * sizeof(T)), values.data(),
                  GL_STATIC_DRAW);
 }
 
-void SetAttributes(GLuint program, const Mesh& mesh)
+void SetAttributes(GLuint program, const Mesh& mesh, Made& made)
 {
     for (const Variable& variable : Variables(program, GL_ACTIVE_ATTRIBUTES, glGetActiveAttrib)) {
         const auto found =
@@ -256,16 +303,17 @@ void SetAttributes(GLuint program, const Mesh& mesh)
         Require(found != mesh.attributes.end(), "the mesh has no attribute " + variable.name);
         const auto place = static_cast<GLuint>(glGetAttribLocation(program, variable.full.c_str()));
         glEnableVertexAttribArray(place);
+        made.attributes.push_back(place);
         if (variable.type == GL_UNSIGNED_INT_VEC4) {
             FillBuffer(GL_ARRAY_BUFFER,
-                       std::vector<GLuint>(found->values.begin(), found->values.end()));
+                       std::vector<GLuint>(found->values.begin(), found->values.end()), made);
             glVertexAttribIPointer(place, found->components, GL_UNSIGNED_INT, 0, nullptr);
         } else {
-            FillBuffer(GL_ARRAY_BUFFER, found->values);
+            FillBuffer(GL_ARRAY_BUFFER, found->values, made);
             glVertexAttribPointer(place, found->components, GL_FLOAT, GL_FALSE, 0, nullptr);
         }
     }
-    FillBuffer(GL_ELEMENT_ARRAY_BUFFER, mesh.indices);
+    FillBuffer(GL_ELEMENT_ARRAY_BUFFER, mesh.indices, made);
 }
 
 Image ReadPicture()
@@ -282,6 +330,13 @@ Image ReadPicture()
 }  // namespace
 
 struct GlContext::State {
+    /// Lets the calling thread draw with this context.
+    void MakeCurrent() const
+    {
+        Require(eglMakeCurrent(display, EGL_NO_SURFACE, EGL_NO_SURFACE, context) == EGL_TRUE,
+                "the context cannot be used");
+    }
+
     GlApi api;
     EGLDisplay display = EGL_NO_DISPLAY;
     EGLContext context = EGL_NO_CONTEXT;
@@ -289,6 +344,8 @@ struct GlContext::State {
 
 GlContext::GlContext(GlApi api) : state(new State{api})
 {
+    // In software, also where there is a graphics card: pictures are the same everywhere.
+    ::setenv("LIBGL_ALWAYS_SOFTWARE", "1", 1);
     state->display = eglGetPlatformDisplay(EGL_PLATFORM_SURFACELESS_MESA, nullptr, nullptr);
     Require(eglInitialize(state->display, nullptr, nullptr) == EGL_TRUE, "EGL does not start");
     const bool isCore = api == GlApi::Core;
@@ -315,34 +372,31 @@ GlContext::~GlContext()
 
 std::string GlContext::Name() const
 {
-    eglMakeCurrent(state->display, EGL_NO_SURFACE, EGL_NO_SURFACE, state->context);
+    state->MakeCurrent();
     return std::string(reinterpret_cast<const char*>(glGetString(GL_RENDERER))) + ", " +
            reinterpret_cast<const char*>(glGetString(GL_VERSION));
 }
 
 void GlContext::Link(const std::string& vertex, const std::string& fragment)
 {
-    eglMakeCurrent(state->display, EGL_NO_SURFACE, EGL_NO_SURFACE, state->context);
+    state->MakeCurrent();
     glDeleteProgram(LinkProgram(vertex, fragment));
 }
 
-// What is made for one picture is left to the context, which frees it at its end.
 Image GlContext::Draw(const std::string& vertex, const std::string& fragment)
 {
-    eglMakeCurrent(state->display, EGL_NO_SURFACE, EGL_NO_SURFACE, state->context);
-    GLuint colour = 0;
-    glGenTextures(1, &colour);
+    state->MakeCurrent();
+    Made made;
+    const GLuint colour = made.NewTexture();
     glBindTexture(GL_TEXTURE_2D, colour);
     glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, kSize, kSize, 0, GL_RGBA, GL_UNSIGNED_BYTE, nullptr);
-    GLuint depth = 0;
-    glGenRenderbuffers(1, &depth);
-    glBindRenderbuffer(GL_RENDERBUFFER, depth);
+    glGenRenderbuffers(1, &made.depth);
+    glBindRenderbuffer(GL_RENDERBUFFER, made.depth);
     glRenderbufferStorage(GL_RENDERBUFFER, GL_DEPTH_COMPONENT16, kSize, kSize);
-    GLuint frame = 0;
-    glGenFramebuffers(1, &frame);
-    glBindFramebuffer(GL_FRAMEBUFFER, frame);
+    glGenFramebuffers(1, &made.frame);
+    glBindFramebuffer(GL_FRAMEBUFFER, made.frame);
     glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, colour, 0);
-    glFramebufferRenderbuffer(GL_FRAMEBUFFER, GL_DEPTH_ATTACHMENT, GL_RENDERBUFFER, depth);
+    glFramebufferRenderbuffer(GL_FRAMEBUFFER, GL_DEPTH_ATTACHMENT, GL_RENDERBUFFER, made.depth);
     glViewport(0, 0, kSize, kSize);
     glEnable(GL_DEPTH_TEST);
     glClearColor(0.2F, 0.2F, 0.25F, 1);
@@ -353,17 +407,15 @@ Image GlContext::Draw(const std::string& vertex, const std::string& fragment)
         glGenVertexArrays(1, &arrays);
         glBindVertexArray(arrays);
     }
-    const GLuint program = LinkProgram(vertex, fragment);
-    glUseProgram(program);
+    made.program = LinkProgram(vertex, fragment);
+    glUseProgram(made.program);
     const Mesh& mesh = vertex.find("worldViewProj") == std::string::npos ? Quad() : Sphere();
-    SetUniforms(program, state->api);
-    SetAttributes(program, mesh);
+    SetUniforms(made.program, state->api, made);
+    SetAttributes(made.program, mesh, made);
     glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(mesh.indices.size()), GL_UNSIGNED_SHORT,
                    nullptr);
     Require(glGetError() == GL_NO_ERROR, "OpenGL reports an error");
-    Image image = ReadPicture();
-    glDeleteProgram(program);
-    return image;
+    return ReadPicture();
 }
 
 }  // namespace pictures

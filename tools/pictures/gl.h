@@ -4,9 +4,16 @@
 #include "pictures/image.h"
 
 #include <memory>
+#include <stdexcept>
 #include <string>
 
 namespace pictures {
+
+/// A compiler or linker does not take a text.
+class Refused : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
 
 enum class GlApi { Core, Es2 };
 
@@ -22,11 +29,12 @@ public:
 
     /// Draws a shader with the mesh, the uniforms and the textures of the scene that it asks for: a
     /// quad for shaders that have no matrix, otherwise the ball.
-    /// @throws std::runtime_error when the texts are not accepted, or ask for what the scene lacks
+    /// @throws Refused when the texts are not accepted; std::logic_error when the scene lacks what
+    /// they ask for
     Image Draw(const std::string& vertex, const std::string& fragment);
 
     /// Compiles and links a shader.
-    /// @throws std::runtime_error when the texts are not accepted
+    /// @throws Refused when the texts are not accepted
     void Link(const std::string& vertex, const std::string& fragment);
 
     /// What the implementation calls itself.

@@ -29,7 +29,7 @@ struct Image {
     std::vector<Pixel> pixels;
 };
 
-/// What differs: the absolute differences of the channels, amplified; opaque.
+/// Where the colours differ: the absolute differences of the channels, amplified.
 Image Difference(const Image& a, const Image& b);
 
 /// How many pixels have a channel that differs by more than implementations may round: 2 of 255.

@@ -119,6 +119,7 @@ std::map<std::string, std::vector<float>> MakeUniforms()
         {"gradeGain", {1.05F, 1.0F, 0.9F}},
         {"gradeSaturation", {1.2F}},
         {"gradeContrast", {1.1F}},
+        {"vignetteShape", {0.6F, 1.1F}},
         // Of the probes of docs/targets.md: three columns of four, alone and as a matrix.
         {"probeColumn0", {0.5F, 0.2F, -0.1F, 0.1F}},
         {"probeColumn1", {-0.3F, 0.6F, 0.2F, 0}},
@@ -126,7 +127,6 @@ std::map<std::string, std::vector<float>> MakeUniforms()
         {"probeMatrix", {0.5F, 0.2F, -0.1F, 0.1F, -0.3F, 0.6F, 0.2F, 0, 0.1F, -0.4F, 0.7F, 0.2F}},
         {"probeCount", {5}},
         {"probeColors", {1, 0.2F, 0.1F, 1, 0.1F, 0.9F, 0.3F, 1, 0.2F, 0.3F, 1, 1, 1, 1, 0, 1}},
-        {"vignetteShape", {0.6F, 1.1F}},
     };
 }
 
@@ -190,7 +190,7 @@ Pixel Occluder(float x, float y)
 Pixel Landscape(float x, float y)
 {
     const float hill = 0.55F + 0.12F * std::sin(x * 9) + 0.05F * std::sin(x * 23);
-    if (1 - y < 1 - hill) {
+    if (y > hill) {
         return Colour(0.15F + 0.2F * x, 0.45F - 0.2F * y, 0.12F, 1);
     }
     const float sun = (x - 0.7F) * (x - 0.7F) + (y - 0.25F) * (y - 0.25F);

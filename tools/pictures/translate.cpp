@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "pictures/translate.h"
 
+#include "pictures/gl.h"
 #include "support/graph.h"
 #include "support/process.h"
 
@@ -40,6 +41,9 @@ std::string MatchBySemantic(const std::string& glsl, const std::vector<std::stri
          ++found) {
         const std::string& semantic = inputs.at(std::stoul((*found)[1]));
         const auto place = std::find(outputs.begin(), outputs.end(), semantic);
+        if (place == outputs.end()) {
+            throw Refused("no output of the vertex stage has the semantic " + semantic);
+        }
         matched.append(glsl, end, static_cast<std::size_t>(found->position()) - end);
         matched += "layout(location = " + std::to_string(place - outputs.begin()) + ") in ";
         end = static_cast<std::size_t>(found->position() + found->length());
@@ -53,8 +57,11 @@ std::string Checked(const morl_test::ProcessResult& result, const std::string& t
     if (result.status == 127) {
         throw std::runtime_error(tool + " is not installed: ./dev setup");
     }
+    if (result.status >= 128) {
+        throw std::runtime_error(tool + " was ended by a signal: " + code);
+    }
     if (result.status != 0) {
-        throw std::runtime_error(tool + ": " + result.out + result.err + code);
+        throw Refused(tool + ": " + result.out + result.err + code);
     }
     return result.out;
 }
@@ -92,17 +99,22 @@ morl_test::SampleTexts GlslOfHlsl(const morl_test::SampleTexts& texts, bool isMo
     std::string vertex = texts.vertex;
     if (isModel3) {
         // As an output it is the position on the screen, which glslang knows by its newer name.
-        const std::size_t outputs = vertex.find("struct VS_OUTPUT");
+        const std::size_t start = vertex.find("struct VS_OUTPUT");
         vertex =
-            vertex.substr(0, outputs) +
-            std::regex_replace(vertex.substr(outputs), std::regex(": POSITION;"), ": SV_Position;");
+            vertex.substr(0, start) +
+            std::regex_replace(vertex.substr(start), std::regex(": POSITION;"), ": SV_Position;");
     }
     morl_test::SampleTexts glsl = {GlslOf(vertex, "vert", isModel3),
                                    GlslOf(texts.fragment, "frag", isModel3)};
+    // The position has no location, and so leaves none.
+    const std::vector<std::string> outputs = Semantics(texts.vertex, "VS_OUTPUT");
+    const std::vector<std::string> inputs = Semantics(texts.fragment, "FS_INPUT");
     if (isModel3) {
-        // The position has no location, and so leaves none.
-        glsl.fragment = MatchBySemantic(glsl.fragment, Semantics(texts.vertex, "VS_OUTPUT"),
-                                        Semantics(texts.fragment, "FS_INPUT"));
+        glsl.fragment = MatchBySemantic(glsl.fragment, outputs, inputs);
+    } else if (inputs.size() > outputs.size() ||
+               !std::equal(inputs.begin(), inputs.end(), outputs.begin())) {
+        throw Refused("the places of the two stages do not agree: " + texts.vertex +
+                      texts.fragment);
     }
     return glsl;
 }
