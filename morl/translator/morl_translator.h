@@ -99,6 +99,7 @@ protected:
     std::unordered_map<std::string, int> samplerRegisters;
 
 private:
+    template <class Answers>
     friend class Walk;
 
     /// Counts the text that calls repeat, which kMaxRepeatedText bounds. The count restarts with

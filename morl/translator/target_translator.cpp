@@ -27,7 +27,7 @@ std::string MorlTargetTranslator::WriteFileHeader()
 
 std::string MorlTargetTranslator::WriteFunctionCall(MorlFunctionCall* call)
 {
-    return Collect(*this, [&](Walk& walk) { walk.Call(call, spellings->callForms); });
+    return Collect(HookAnswers(*this), [&](auto& walk) { walk.Call(call, spellings->callForms); });
 }
 
 std::string MorlTargetTranslator::WriteFunctionName(const MorlFunctionCall* call)
@@ -74,11 +74,23 @@ std::string MorlTargetTranslator::WriteKeyword(ENUM_TOKEN token)
     return std::string(kKeywords.Text(token));
 }
 
+template <class Part>
+void MorlTargetTranslator::Append(std::string& text, const Part& part)
+{
+    if (isPlain) {
+        Walk<RecordAnswers> walk(RecordAnswers(*this, *spellings, variableNames), text);
+        part(walk);
+    } else {
+        Walk<HookAnswers> walk(HookAnswers(*this), text);
+        part(walk);
+    }
+}
+
 void MorlTargetTranslator::AppendGlobal(std::string& text, MorlDeclare* declare)
 {
     text.append(WriteBuffer(declare->bufferType)).append(" ");
     text.append(WriteVariableType(declare)).append(" ").append(declare->name);
-    Walk(*this, text).DefinitionArray(declare->arraySize);
+    Append(text, [&](auto& walk) { walk.DefinitionArray(declare->arraySize); });
 }
 
 void MorlTargetTranslator::AppendMainBody(std::string& text, const MorlProgram* linked)
@@ -86,7 +98,7 @@ void MorlTargetTranslator::AppendMainBody(std::string& text, const MorlProgram* 
     if (linked->mainFunction != nullptr) {
         const std::vector<MorlSentence*>& sentences = linked->mainFunction->sentences;
         text.reserve(text.size() + kUsualSentence * sentences.size());
-        Walk(*this, text).Sentences(sentences, 1);
+        Append(text, [&](auto& walk) { walk.Sentences(sentences, 1); });
     }
 }
 

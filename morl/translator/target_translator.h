@@ -3,6 +3,7 @@
 
 #include "morl/translator/morl_translator.h"
 
+#include <memory>
 #include <string>
 
 namespace ns_ruke {
@@ -38,6 +39,16 @@ protected:
     void AppendMainBody(std::string& text, const MorlProgram* linked);
 
     const TargetSpellings* spellings;
+
+private:
+    friend MORL_API std::unique_ptr<MorlTranslator> MakeTranslator(const std::string& target);
+
+    template <class Part>
+    void Append(std::string& text, const Part& part);
+
+    /// Nobody overrides an operation, so the walk may ask the record directly. The texts are the
+    /// same either way.
+    bool isPlain = false;
 };
 
 }  // namespace ns_ruke

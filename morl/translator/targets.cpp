@@ -13,11 +13,11 @@ namespace {
 
 struct Target {
     std::string_view name;
-    std::unique_ptr<MorlTranslator> (*make)();
+    std::unique_ptr<MorlTargetTranslator> (*make)();
 };
 
 template <class Translator>
-std::unique_ptr<MorlTranslator> Make()
+std::unique_ptr<MorlTargetTranslator> Make()
 {
     return std::make_unique<Translator>();
 }
@@ -45,7 +45,9 @@ std::unique_ptr<MorlTranslator> MakeTranslator(const std::string& target)
 {
     for (const Target& known : kTargets) {
         if (known.name == target) {
-            return known.make();
+            std::unique_ptr<MorlTargetTranslator> translator = known.make();
+            translator->isPlain = true;
+            return translator;
         }
     }
     return nullptr;

@@ -2,8 +2,10 @@
 // The operations of a back end, called one by one or overridden, as a host may.
 #include "support/graph.h"
 #include "support/log_capture.h"
+#include "support/samples.h"
 
 #include <gtest/gtest.h>
+#include <map>
 
 namespace {
 
@@ -218,6 +220,65 @@ TEST(Hooks, NameCallsThatHaveAForm)
         EXPECT_EQ(names, expected) << target;
         EXPECT_EQ(MakeTranslator(target)->WriteVariableType(TOKEN_VOID), "void") << target;
     }
+}
+
+/// The text of a pass by a back end that asks its own virtual operations, as a host's class would.
+template <class BackEnd>
+std::string WrittenByHooks(const MorlCompiler& compiler, const PassProperty& pass)
+{
+    MorlParser parser;
+    std::vector<MorlNode> copies(pass.nodeNames.size());
+    std::vector<MorlNode*> nodes;
+    for (std::size_t i = 0; i < copies.size(); ++i) {
+        const MorlNode& original = *compiler.FindNode(pass.nodeNames[i]);
+        copies[i].SetName(original.GetName());
+        copies[i].SetContent(original.GetContent());
+        for (const std::string& reference : original.GetReference()) {
+            copies[i].AddReference(reference);
+        }
+        copies[i].Compile(&parser, pass.target);
+        nodes.push_back(&copies[i]);
+    }
+    MorlProgram program;
+    program.mainFunction = new MorlFunction;
+    program.stage = pass.stage;
+    auto macros = pass.macros;
+    MorlLinker().Link(pass.target, macros, nodes, program);
+    auto semantics = pass.semantics;
+    auto registers = pass.samplerRegisters;
+    ShaderOutput output;
+    BackEnd().WriteProgram(&program, semantics, registers, output);
+    return output.code;
+}
+
+// Requests are written straight from a target's record; a host's own class is asked.
+TEST(Hooks, WriteTheSameAsRequests)
+{
+    const std::map<std::string, std::string (*)(const MorlCompiler&, const PassProperty&)> writers =
+        {
+            {"hlsl", WrittenByHooks<MorlTranslatorHLSL>},
+            {"hlsl10", WrittenByHooks<MorlTranslatorHLSL10>},
+            {"glsl", WrittenByHooks<MorlTranslatorGLSL>},
+            {"glsles", WrittenByHooks<MorlTranslatorGLSLES>},
+        };
+    const morl_test::LogCapture log;
+    const auto compiler = morl_test::MakeSampleCompiler();
+    std::size_t count = 0;
+    for (morl_test::SampleRequest request : morl_test::RichestSamples()) {
+        const auto writer = writers.find(request.target);
+        if (writer == writers.end()) {
+            continue;  // a further target
+        }
+        ShaderOutput vertex;
+        compiler->Compile(request.vertex, vertex);
+        EXPECT_EQ(writer->second(*compiler, request.vertex), vertex.code) << request.shader;
+        request.fragment.semantics = vertex.semantics;
+        ShaderOutput fragment;
+        compiler->Compile(request.fragment, fragment);
+        EXPECT_EQ(writer->second(*compiler, request.fragment), fragment.code) << request.shader;
+        ++count;
+    }
+    EXPECT_GT(count, 0U);
 }
 
 }  // namespace

@@ -2,16 +2,6 @@
 #include "morl/translator/internal/call_forms.h"
 
 namespace ns_ruke {
-namespace {
-
-void AppendMatrix(std::string& text, const CallForm& form, const CallArguments& arguments)
-{
-    text.append(form.matrix).append("(");
-    for (std::size_t i = 0; i < form.arguments; ++i) {
-        text.append(i > 0 ? "," : "").append(arguments[i]);
-    }
-    text += form.end;
-}
 
 void AppendTransposed(std::string& text, const CallForm& form, const CallArguments& arguments)
 {
@@ -37,29 +27,6 @@ void AppendSampling(std::string& text, const CallArguments& arguments)
         text.append(",").append(arguments[2]);
     }
     text += ")";
-}
-
-}  // namespace
-
-void AppendFormedCall(std::string& text, const CallForm& form, const CallArguments& arguments)
-{
-    switch (form.layout) {
-    case CallLayout::Matrix:
-        AppendMatrix(text, form, arguments);
-        break;
-    case CallLayout::Transposed:
-        AppendTransposed(text, form, arguments);
-        break;
-    case CallLayout::Product:
-        text.append(arguments[0]).append("*").append(arguments[1]);
-        break;
-    case CallLayout::Saturate:
-        text.append("clamp(").append(arguments[0]).append(",0.0,1.0)");
-        break;
-    case CallLayout::Sampling:
-        AppendSampling(text, arguments);
-        break;
-    }
 }
 
 bool IsShadowMap(std::string_view texture)

@@ -88,9 +88,12 @@ private:
     std::size_t count;
 };
 
-/// Appends a call in its form.
-/// @param arguments the form's arguments, and for a sampled shadow map the value to compare with.
-void AppendFormedCall(std::string& text, const CallForm& form, const CallArguments& arguments);
+/// Appends a call in the form Transposed.
+void AppendTransposed(std::string& text, const CallForm& form, const CallArguments& arguments);
+
+/// Appends a call in the form Sampling.
+/// @param arguments the form's arguments, and for a shadow map the value to compare with.
+void AppendSampling(std::string& text, const CallArguments& arguments);
 
 /// Whether a texture object is a shadow map, judging by its name. Shadow maps are sampled by
 /// comparison.

@@ -8,13 +8,15 @@
 
 namespace ns_ruke {
 
-void Walk::Indent(int indent)
+template <class Answers>
+void Walk<Answers>::Indent(int indent)
 {
     text.append(indent > 0 ? static_cast<std::size_t>(indent) : 0, '\t');
 }
 
 // Macro statements are handled by the linker; any that remain are not written.
-void Walk::Sentence(MorlSentence* sentence, int indent)
+template <class Answers>
+void Walk<Answers>::Sentence(MorlSentence* sentence, int indent)
 {
     if (sentence == nullptr) {
         return;
@@ -50,43 +52,49 @@ void Walk::Sentence(MorlSentence* sentence, int indent)
     }
 }
 
-void Walk::Sentences(const std::vector<MorlSentence*>& sentences, int indent)
+template <class Answers>
+void Walk<Answers>::Sentences(const std::vector<MorlSentence*>& sentences, int indent)
 {
     for (MorlSentence* sentence : sentences) {
         Sentence(sentence, indent);
     }
 }
 
-void Walk::EmptySentence(int indent)
+template <class Answers>
+void Walk<Answers>::EmptySentence(int indent)
 {
     Indent(indent);
     text += "; \n";
 }
 
-void Walk::SpecialSentence(MorlSpecialSentence* sentence, int indent)
+template <class Answers>
+void Walk<Answers>::SpecialSentence(MorlSpecialSentence* sentence, int indent)
 {
     Indent(indent);
-    text += translator.WriteKeyword(sentence->keyword);
+    answers.Keyword(text, sentence->keyword);
     text += "; \n";
 }
 
-void Walk::SingleComment(MorlSingleCommentSentence* sentence, int indent)
+template <class Answers>
+void Walk<Answers>::SingleComment(MorlSingleCommentSentence* sentence, int indent)
 {
     Indent(indent);
     text.append("//").append(sentence->text).append("\n");
 }
 
-void Walk::MultiComment(MorlMultiCommentSentence* sentence, int indent)
+template <class Answers>
+void Walk<Answers>::MultiComment(MorlMultiCommentSentence* sentence, int indent)
 {
     Indent(indent);
     text.append("/*").append(sentence->text).append("*/\n");
 }
 
-void Walk::DefinitionSentence(MorlDefinitionSentence* sentence, int indent)
+template <class Answers>
+void Walk<Answers>::DefinitionSentence(MorlDefinitionSentence* sentence, int indent)
 {
     Indent(indent);
     if (sentence->varType != TOKEN_NONE) {
-        text += translator.WriteVariableType(sentence->varType);
+        answers.Type(text, sentence->varType);
         text += ' ';
     }
     text += sentence->name;
@@ -94,11 +102,12 @@ void Walk::DefinitionSentence(MorlDefinitionSentence* sentence, int indent)
     text += ";\n";
 }
 
-void Walk::AssignSentence(MorlAssignSentence* sentence, int indent)
+template <class Answers>
+void Walk<Answers>::AssignSentence(MorlAssignSentence* sentence, int indent)
 {
     Indent(indent);
     if (sentence->varType != TOKEN_NONE) {
-        text += translator.WriteVariableType(sentence->varType);
+        answers.Type(text, sentence->varType);
         text += ' ';
     }
     Expression(sentence->target);
@@ -111,7 +120,8 @@ void Walk::AssignSentence(MorlAssignSentence* sentence, int indent)
     }
 }
 
-void Walk::IfSentence(MorlIfSentence* sentence, int indent)
+template <class Answers>
+void Walk<Answers>::IfSentence(MorlIfSentence* sentence, int indent)
 {
     Indent(indent);
     text += sentence->unitType == TOKEN_ELSE ? "else if(" : "if(";
@@ -131,7 +141,8 @@ void Walk::IfSentence(MorlIfSentence* sentence, int indent)
 }
 
 // The init statement ends with a semicolon and a line break; the line break is removed again.
-void Walk::ForSentence(MorlForSentence* sentence, int indent)
+template <class Answers>
+void Walk<Answers>::ForSentence(MorlForSentence* sentence, int indent)
 {
     Indent(indent);
     text += "for(";
@@ -148,7 +159,8 @@ void Walk::ForSentence(MorlForSentence* sentence, int indent)
     text += "} \n";
 }
 
-void Walk::DefinitionArray(MorlExpression* size)
+template <class Answers>
+void Walk<Answers>::DefinitionArray(MorlExpression* size)
 {
     if (size != nullptr) {
         text += '[';
@@ -157,14 +169,15 @@ void Walk::DefinitionArray(MorlExpression* size)
     }
 }
 
-void Walk::Expression(MorlExpression* expression)
+template <class Answers>
+void Walk<Answers>::Expression(MorlExpression* expression)
 {
     if (expression == nullptr) {
         return;
     }
     switch (expression->unitType) {
     case TOKEN_FUNCTION_CALL:
-        text += translator.WriteFunctionCall(static_cast<MorlFunctionCall*>(expression));
+        answers.Call(*this, static_cast<MorlFunctionCall*>(expression));
         break;
     case TOKEN_UNARY_OPERATION:
         UnaryOperation(static_cast<MorlUnaryOperation*>(expression));
@@ -176,7 +189,7 @@ void Walk::Expression(MorlExpression* expression)
         ParenthesiseExpression(static_cast<MorlParenthesiseExpression*>(expression));
         break;
     case TOKEN_IDENTIFIER:
-        text += translator.WriteVariable(static_cast<MorlVariable*>(expression));
+        answers.Variable(text, static_cast<MorlVariable*>(expression));
         break;
     case TOKEN_NUMBER:
         text += static_cast<MorlNumber*>(expression)->value;
@@ -187,14 +200,16 @@ void Walk::Expression(MorlExpression* expression)
 }
 
 // The operator is always written before its operand, although the source has it after.
-void Walk::UnaryOperation(MorlUnaryOperation* operation)
+template <class Answers>
+void Walk<Answers>::UnaryOperation(MorlUnaryOperation* operation)
 {
-    text += translator.WriteOperator(operation->operatorToken);
+    answers.Operator(text, operation->operatorToken);
     Expression(operation->operand);
 }
 
 // No parentheses are added: the source's own are nodes of the tree.
-void Walk::BinaryOperation(MorlBinaryOperation* operation)
+template <class Answers>
+void Walk<Answers>::BinaryOperation(MorlBinaryOperation* operation)
 {
     Expression(operation->left);
     if (operation->operatorToken == TOKEN_INDEX) {
@@ -203,30 +218,77 @@ void Walk::BinaryOperation(MorlBinaryOperation* operation)
         text += ']';
         return;
     }
-    text += translator.WriteOperator(operation->operatorToken);
+    answers.Operator(text, operation->operatorToken);
     Expression(operation->right);
 }
 
-void Walk::ParenthesiseExpression(MorlParenthesiseExpression* expression)
+template <class Answers>
+void Walk<Answers>::ParenthesiseExpression(MorlParenthesiseExpression* expression)
 {
     text += '(';
     Expression(expression->expression);
     text += ')';
 }
 
-void Walk::Call(MorlFunctionCall* call, const CallForms& forms)
+template <class Answers>
+void Walk<Answers>::Call(MorlFunctionCall* call, const CallForms& forms)
 {
     const CallForm* form = forms.Find(call->functionToken);
     if (form == nullptr) {
         PlainCall(call);
     } else {
-        AppendFormedCall(text, *form, Arguments(call, *form));
+        FormedCall(call, *form);
     }
 }
 
-void Walk::PlainCall(MorlFunctionCall* call)
+// Forms that write each argument once need no text of its own for it.
+template <class Answers>
+void Walk<Answers>::FormedCall(MorlFunctionCall* call, const CallForm& form)
 {
-    text += translator.WriteFunctionName(call);
+    switch (form.layout) {
+    case CallLayout::Matrix:
+        text.append(form.matrix).append("(");
+        SeparatedArguments(call, form, ',');
+        text += form.end;
+        break;
+    case CallLayout::Product:
+        SeparatedArguments(call, form, '*');
+        break;
+    case CallLayout::Saturate:
+        text += "clamp(";
+        SeparatedArguments(call, form, ',');
+        text += ",0.0,1.0)";
+        break;
+    case CallLayout::Transposed:
+        AppendTransposed(text, form, Arguments(call, form));
+        break;
+    case CallLayout::Sampling:
+        AppendSampling(text, Arguments(call, form));
+        break;
+    }
+}
+
+// As many arguments as the form reads; missing ones are reported once and are empty.
+template <class Answers>
+void Walk<Answers>::SeparatedArguments(MorlFunctionCall* call, const CallForm& form, char separator)
+{
+    if (call->arguments.size() < form.arguments) {
+        ReportMissingArguments(call);
+    }
+    for (std::size_t i = 0; i < form.arguments; ++i) {
+        if (i > 0) {
+            text += separator;
+        }
+        if (i < call->arguments.size()) {
+            Expression(call->arguments[i]);
+        }
+    }
+}
+
+template <class Answers>
+void Walk<Answers>::PlainCall(MorlFunctionCall* call)
+{
+    answers.FunctionName(text, call);
     text += '(';
     bool first = true;
     for (MorlExpression* argument : call->arguments) {
@@ -241,7 +303,8 @@ void Walk::PlainCall(MorlFunctionCall* call)
 
 // Arguments beyond those that the form reads are ignored. Missing ones are reported once and are
 // empty. If the bound on repeated text is exceeded, all arguments are empty.
-CallArguments Walk::Arguments(MorlFunctionCall* call, const CallForm& form)
+template <class Answers>
+CallArguments Walk<Answers>::Arguments(MorlFunctionCall* call, const CallForm& form)
 {
     if (call->arguments.size() < form.arguments) {
         ReportMissingArguments(call);
@@ -262,18 +325,21 @@ CallArguments Walk::Arguments(MorlFunctionCall* call, const CallForm& form)
     return texts;
 }
 
-std::string Walk::Argument(MorlFunctionCall* call, std::size_t index, bool isRepeated)
+template <class Answers>
+std::string Walk<Answers>::Argument(MorlFunctionCall* call, std::size_t index, bool isRepeated)
 {
     const unsigned repeating = isRepeated ? 1 : 0;
-    translator.repetition.nested += repeating;
-    std::string argument =
-        Collect(translator, [&](Walk& walk) { walk.Expression(call->arguments[index]); });
-    translator.repetition.nested -= repeating;
+    MorlTranslator::Repetition& repetition = answers.translator.repetition;
+    repetition.nested += repeating;
+    std::string argument;
+    Walk(answers, argument).Expression(call->arguments[index]);
+    repetition.nested -= repeating;
     return argument;
 }
 
 // The value that a shadow map is compared with.
-std::string Walk::Comparison(MorlFunctionCall* call)
+template <class Answers>
+std::string Walk<Answers>::Comparison(MorlFunctionCall* call)
 {
     if (call->arguments.size() > 2) {
         return Argument(call, 2, false);
@@ -284,15 +350,17 @@ std::string Walk::Comparison(MorlFunctionCall* call)
     return {};
 }
 
-void Walk::ReportMissingArguments(const MorlFunctionCall* call)
+template <class Answers>
+void Walk<Answers>::ReportMissingArguments(const MorlFunctionCall* call)
 {
     LogGraphicsError(messages::kNotEnoughArguments + call->name);
 }
 
 // Only repetition inside repetition counts, because only that grows exponentially.
-bool Walk::ReserveRepeatedText(const MorlFunctionCall* call, std::size_t size)
+template <class Answers>
+bool Walk<Answers>::ReserveRepeatedText(const MorlFunctionCall* call, std::size_t size)
 {
-    MorlTranslator::Repetition& repetition = translator.repetition;
+    MorlTranslator::Repetition& repetition = answers.translator.repetition;
     if (size == 0 || repetition.nested == 0) {
         return true;
     }
@@ -306,5 +374,8 @@ bool Walk::ReserveRepeatedText(const MorlFunctionCall* call, std::size_t size)
     LogGraphicsError(messages::kExpressionTooLong + call->name);
     return false;
 }
+
+template class Walk<HookAnswers>;
+template class Walk<RecordAnswers>;
 
 }  // namespace ns_ruke
