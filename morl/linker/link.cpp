@@ -75,6 +75,9 @@ private:
     std::priority_queue<std::size_t, std::vector<std::size_t>, std::greater<>> ready;
 };
 
+/// Up to this number, scanning the nodes again and again costs less than counting references.
+constexpr std::size_t kFewNodes = 16;
+
 }  // namespace
 
 MorlLinker::MorlLinker() = default;
@@ -100,15 +103,33 @@ void MorlLinker::Link(std::string /*target*/, Macros& macros, std::vector<MorlNo
     }
 }
 
-// Empties the list. Nodes that never become ready are reported and left out.
-std::vector<MorlNode*> MorlLinker::TakeOrdered(std::vector<MorlNode*>& nodes)
+// The nodes in the order in which they are merged, as far as they become ready: always the first
+// one whose references are all placed.
+std::vector<MorlNode*> MorlLinker::OrderByScanning(std::vector<MorlNode*> waiting)
 {
-    const std::vector<MorlNode*> list = std::move(nodes);
-    nodes.clear();
-    if (list.empty()) {
-        return {};
+    std::vector<MorlNode*> ordered;
+    ordered.reserve(waiting.size());
+    const auto hasNamed = [](const std::vector<MorlNode*>& nodes, const std::string& name) {
+        return std::any_of(nodes.begin(), nodes.end(),
+                           [&name](const MorlNode* node) { return node->name == name; });
+    };
+    const auto isReady = [&](const MorlNode* node) {
+        return std::none_of(node->references.begin(), node->references.end(),
+                            [&](const std::string& name) {
+                                return hasNamed(waiting, name) && !hasNamed(ordered, name);
+                            });
+    };
+    for (auto next = std::find_if(waiting.begin(), waiting.end(), isReady); next != waiting.end();
+         next = std::find_if(waiting.begin(), waiting.end(), isReady)) {
+        ordered.push_back(*next);
+        waiting.erase(next);
     }
+    return ordered;
+}
 
+// The same for many nodes.
+std::vector<MorlNode*> MorlLinker::OrderByCounting(const std::vector<MorlNode*>& list)
+{
     NodeOrder order(list);
     for (const MorlNode* node : list) {
         order.AddName(node->name);
@@ -119,7 +140,6 @@ std::vector<MorlNode*> MorlLinker::TakeOrdered(std::vector<MorlNode*>& nodes)
         }
         order.AddIfReady(i);
     }
-
     std::vector<MorlNode*> ordered;
     ordered.reserve(list.size());
     while (order.HasReady()) {
@@ -127,6 +147,19 @@ std::vector<MorlNode*> MorlLinker::TakeOrdered(std::vector<MorlNode*>& nodes)
         ordered.push_back(node);
         order.PlaceName(node->name);
     }
+    return ordered;
+}
+
+// Empties the list. Nodes that never become ready are reported and left out.
+std::vector<MorlNode*> MorlLinker::TakeOrdered(std::vector<MorlNode*>& nodes)
+{
+    const std::vector<MorlNode*> list = std::move(nodes);
+    nodes.clear();
+    if (list.empty()) {
+        return {};
+    }
+    std::vector<MorlNode*> ordered =
+        list.size() <= kFewNodes ? OrderByScanning(list) : OrderByCounting(list);
     if (ordered.size() < list.size()) {
         ReportCycle(list, ordered);
     }

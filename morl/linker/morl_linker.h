@@ -43,6 +43,8 @@ private:
 
     // Order and merge.
     std::vector<MorlNode*> TakeOrdered(std::vector<MorlNode*>& nodes);
+    static std::vector<MorlNode*> OrderByScanning(std::vector<MorlNode*> waiting);
+    static std::vector<MorlNode*> OrderByCounting(const std::vector<MorlNode*>& list);
     void ReportCycle(const std::vector<MorlNode*>& list, const std::vector<MorlNode*>& ordered);
     bool CheckNodeReference(std::unordered_set<std::string>& linked,
                             std::unordered_set<std::string>& all, MorlNode* node);

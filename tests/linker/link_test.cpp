@@ -91,9 +91,9 @@ std::string OrderByScanning(std::vector<morl_test::NodeSource> nodes)
 TEST(Link, OrdersRandomGraphsAsScanningDoes)
 {
     std::mt19937 random(7);
-    for (int round = 0; round < 200; ++round) {
+    for (int round = 0; round < 300; ++round) {
         std::vector<morl_test::NodeSource> nodes;
-        const auto count = static_cast<unsigned>(random() % 12);
+        const auto count = static_cast<unsigned>(random() % 36);
         for (unsigned i = 0; i < count; ++i) {
             Strings references;
             for (auto j = random() % 3; j > 0; --j) {
