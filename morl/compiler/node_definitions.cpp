@@ -41,27 +41,38 @@ std::optional<std::string> ReadFile(const std::string& path)
     return text;
 }
 
-/// The settings of the JSON reader. Comments have been removed before it runs.
+/// The settings of the JSON reader. It refuses comments.
 Json::CharReaderBuilder MakeReaderBuilder()
 {
     Json::CharReaderBuilder builder;
+    builder["allowComments"] = false;
     builder["collectComments"] = false;
     builder["stackLimit"] = kMaxJsonNesting;
     return builder;
 }
 
-/// Parses a document. A malformed one counts as null, so nothing is loaded from it. Anything after
-/// the document in its file is ignored.
-Json::Value ReadDocument(std::string text)
+/// The document that a text begins with; nothing if it is malformed. Anything after the document is
+/// ignored.
+std::optional<Json::Value> ParseDocument(const std::string& text)
 {
-    RemoveComments(text);
     static const Json::CharReaderBuilder builder = MakeReaderBuilder();
     const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
     Json::Value root;
     if (!reader->parse(text.data(), text.data() + text.size(), &root, nullptr)) {
-        root = Json::Value();
+        return std::nullopt;
     }
     return root;
+}
+
+/// A malformed document counts as null, so nothing is loaded from it. Few files have comments, so
+/// these are removed only where they are in the way.
+Json::Value ReadDocument(std::string text)
+{
+    if (std::optional<Json::Value> root = ParseDocument(text)) {
+        return std::move(*root);
+    }
+    RemoveComments(text);
+    return ParseDocument(text).value_or(Json::Value());
 }
 
 /// The text of a string, "true" or "false" for a boolean, or an empty text for null. The JSON
