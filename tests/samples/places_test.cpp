@@ -5,19 +5,24 @@
 #include "support/samples.h"
 
 #include <gtest/gtest.h>
-#include <regex>
+#include <sstream>
 
 namespace {
 
 /// Type and semantic of each member of a struct, without the names, which do not count.
 std::vector<std::string> Members(const std::string& code, const std::string& name)
 {
-    const std::size_t start = code.find("struct " + name);
-    const std::string text = code.substr(start, code.find("};", start) - start);
-    static const std::regex member("(\\w+) \\w+(\\[\\w+\\])? : (\\w+);");
+    const std::size_t start = code.find('\n', code.find("struct " + name)) + 1;
+    std::istringstream lines(code.substr(start, code.find("};", start) - start));
     std::vector<std::string> members;
-    for (std::sregex_iterator found(text.begin(), text.end(), member), end; found != end; ++found) {
-        members.push_back((*found)[1].str() + (*found)[2].str() + " : " + (*found)[3].str());
+    for (std::string line; std::getline(lines, line);) {
+        std::istringstream words(line);
+        std::string type;
+        std::string member;
+        std::string colon;
+        std::string semantic;
+        words >> type >> member >> colon >> semantic;
+        members.push_back(type + " : " + semantic);
     }
     return members;
 }
