@@ -77,7 +77,7 @@ std::string MorlTargetTranslator::WriteKeyword(ENUM_TOKEN token)
 template <class Part>
 void MorlTargetTranslator::Append(std::string& text, const Part& part)
 {
-    if (isPlain) {
+    if (isPlain.value) {
         Walk<RecordAnswers> walk(RecordAnswers(*this, *spellings, variableNames), text);
         part(walk);
     } else {

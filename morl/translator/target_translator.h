@@ -46,9 +46,16 @@ private:
     template <class Part>
     void Append(std::string& text, const Part& part);
 
-    /// Nobody overrides an operation, so the walk may ask the record directly. The texts are the
-    /// same either way.
-    bool isPlain = false;
+    /// Whether nobody overrides an operation, so that the walk may ask the record directly. The
+    /// texts are the same either way. Never copied, because the copy may be part of a host's class.
+    struct Plainness {
+        Plainness() = default;
+        Plainness(const Plainness& /*other*/) noexcept {}
+        Plainness& operator=(const Plainness& /*other*/) noexcept { return *this; }
+
+        bool value = false;
+    };
+    Plainness isPlain;
 };
 
 }  // namespace ns_ruke

@@ -46,7 +46,7 @@ std::unique_ptr<MorlTranslator> MakeTranslator(const std::string& target)
     for (const Target& known : kTargets) {
         if (known.name == target) {
             std::unique_ptr<MorlTargetTranslator> translator = known.make();
-            translator->isPlain = true;
+            translator->isPlain.value = true;
             return translator;
         }
     }

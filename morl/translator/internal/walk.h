@@ -118,9 +118,10 @@ public:
 
     /// A call in the target's own form for it, if there is one, or in the usual form.
     void Call(MorlFunctionCall* call, const CallForms& forms);
-    void Append(const std::string& written) { text += written; }
     /// A call in the usual form: the name, and the arguments in parentheses.
     void PlainCall(MorlFunctionCall* call);
+    /// Text that was written elsewhere.
+    void Append(const std::string& written) { text += written; }
 
 private:
     void Indent(int indent);
