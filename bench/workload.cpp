@@ -34,14 +34,14 @@ std::size_t Parse(int times)
     return bytes;
 }
 
-/// Requests after all nodes are parsed: every sample shader in "glsl", both passes. Returns the
-/// bytes of output.
-std::size_t Warm(int times)
+/// Requests after all nodes are parsed: every sample shader, both passes. Returns the bytes of
+/// output.
+std::size_t Warm(const std::string& target, int times)
 {
     const auto compiler = morl_test::MakeSampleCompiler();
     std::vector<PassProperty> passes;
     for (morl_test::SampleRequest& request : morl_test::RichestSamples()) {
-        if (request.target == "glsl") {
+        if (request.target == target) {
             passes.push_back(request.vertex);
             passes.push_back(request.fragment);
         }
@@ -79,13 +79,18 @@ int main(int argc, char** argv)
     TamberLogSystem::SetSink([](LogLevel, const std::string&, const std::string&) {});
     if (work == "parse") {
         std::cout << Parse(times) << "\n";
-    } else if (work == "warm") {
-        std::cout << Warm(times) << "\n";
-    } else if (work == "empty") {
-        std::cout << Empty(times) << "\n";
-    } else {
-        std::cerr << "usage: workload parse|warm|empty TIMES\n";
-        return 2;
+        return 0;
     }
-    return 0;
+    if (work == "empty") {
+        std::cout << Empty(times) << "\n";
+        return 0;
+    }
+    for (const std::string& target : MorlTargets()) {
+        if (work == target) {
+            std::cout << Warm(target, times) << "\n";
+            return 0;
+        }
+    }
+    std::cerr << "usage: workload parse|empty|TARGET TIMES\n";
+    return 2;
 }

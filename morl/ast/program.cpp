@@ -15,9 +15,14 @@ MorlProgram::~MorlProgram()
         }
     }
     DeleteElements(comments);
-    DeleteElements(inputs);
-    DeleteElements(outputs);
-    DeleteElements(uniforms);
+    if (ownership.elements) {
+        DeleteElements(inputs);
+        DeleteElements(outputs);
+        DeleteElements(uniforms);
+    } else if (mainFunction != nullptr) {
+        mainFunction->sentences.clear();
+    }
+    DeleteElements(ownership.copies);
     if (ownership.functions) {
         DeleteElements(functions);
     }

@@ -21,6 +21,14 @@ struct MORL_API MorlProgramOwnership {
     /// functions still belong to the programs of the nodes that they came from.
     bool functions = true;
 
+    /// Whether the program deletes its declarations and the statements of its `main`. If not, they
+    /// belong to other programs or are in `copies`.
+    bool elements = true;
+
+    /// Owned: the declarations and statements that a program shares with no other, if `elements` is
+    /// false.
+    std::vector<MorlUnit*> copies;
+
     /// The conditions of the program's `#if` blocks. Up to four groups of a block share one
     /// condition (and the function group never owns it), so the program frees it instead of the
     /// groups: its destructor first detaches the condition from the declaration groups.

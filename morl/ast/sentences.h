@@ -11,6 +11,9 @@ namespace ns_ruke {
 /// The base of all statements; it leaves `unitType` unset. A list of statements may hold null
 /// entries, which stand for statements that failed to parse.
 struct MORL_API MorlSentence : MorlUnit {
+    /// Whether linking may expand macro statements in it. The parser clears this if there are none.
+    bool mayExpand = true;
+
     MorlSentence() = default;
     MorlSentence(const MorlSentence&) = default;
     MorlSentence& operator=(const MorlSentence&) = default;

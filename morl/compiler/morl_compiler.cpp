@@ -6,7 +6,7 @@
 #include "morl/core/messages.h"
 #include "morl/linker/morl_linker.h"
 #include "morl/parser/morl_parser.h"
-#include "morl/translator/targets.h"
+#include "morl/translator/internal/write_request.h"
 
 #include <algorithm>
 #include <memory>
@@ -56,11 +56,11 @@ void MorlCompiler::DeleteNodes()
 
 void MorlCompiler::Compile(PassProperty& pass, ShaderOutput& output)
 {
-    const std::unique_ptr<MorlTranslator> translator = MakeTranslator(pass.target);
-    if (!translator) {
+    const TargetSpellings* target = FindSpellings(pass.target);
+    if (target == nullptr) {
         LogGraphicsError(messages::kUnknownTarget + pass.target);
     }
-    if (ReportUnknown(pass) || !translator) {
+    if (ReportUnknown(pass) || target == nullptr) {
         return;
     }
     MorlParser parser;
@@ -74,8 +74,8 @@ void MorlCompiler::Compile(PassProperty& pass, ShaderOutput& output)
     MorlProgram linked;
     PrepareLinked(linked, pass.stage);
     MorlLinker linker;
-    linker.Link(pass.target, pass.macros, list, linked);
-    translator->WriteProgram(&linked, pass.semantics, pass.samplerRegisters, output);
+    linker.LinkShared(pass.macros, list, linked);
+    WriteRequest(*target, pass, linked, output);
 }
 
 // Whether any name is unknown. Each unknown name is reported once, in order of first appearance.

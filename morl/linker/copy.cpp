@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Deep copies with the loop values substituted into names.
+// What is added to the linked program: deep copies with the loop values substituted into names, or,
+// where it may share, the nodes' own declarations and statements.
+#include "morl/ast/internal/ownership.h"
 #include "morl/core/limits.h"
 #include "morl/core/string_helper.h"
 #include "morl/linker/morl_linker.h"
@@ -32,6 +34,44 @@ template <class Unit>
 Unit* MorlLinker::CopyChild(const Unit* unit)
 {
     return static_cast<Unit*>(CopyMorlUnit(unit));
+}
+
+// Adds a copy to a list, which owns it, or whose program owns it if it shares its elements.
+template <class Unit>
+void MorlLinker::AppendCopy(std::vector<Unit*>& list, std::unique_ptr<Unit> copy, bool shares)
+{
+    if (!shares) {
+        AppendOwned(list, std::move(copy));
+        return;
+    }
+    Unit* unit = copy.get();
+    AppendOwned(sharing->ownership.copies, std::move(copy));
+    list.push_back(unit);
+}
+
+// Adds a copy, or the declaration itself where that is allowed and a copy would be the same.
+void MorlLinker::AppendDeclare(std::vector<MorlDeclare*>& declares, MorlDeclare* declare)
+{
+    const bool shares = sharing != nullptr;
+    if (shares && loopValues.empty()) {
+        declares.push_back(declare);
+        return;
+    }
+    AppendCopy(declares, std::unique_ptr<MorlDeclare>(CopyDeclare(declare)), shares);
+}
+
+// Adds a copy, or the statement itself where that is allowed and a copy would be the same. Copied
+// statements own what they contain, so only the list of `main` refers to others.
+void MorlLinker::AppendSentence(std::vector<MorlSentence*>& sentences, MorlSentence* sentence)
+{
+    const bool shares = sharing != nullptr && &sentences == &sharing->mainFunction->sentences;
+    const bool isConstant = loopValues.empty() && (sentence == nullptr || !sentence->mayExpand);
+    if (shares && isConstant) {
+        sentences.push_back(sentence);
+        return;
+    }
+    MorlUnit* copy = CopyMorlUnit(sentence);
+    AppendCopy(sentences, std::unique_ptr<MorlSentence>(static_cast<MorlSentence*>(copy)), shares);
 }
 
 // Macro groups, macro assignments and programs are not copied: they give null.

@@ -86,6 +86,19 @@ MorlLinker::~MorlLinker() = default;
 void MorlLinker::Link(std::string /*target*/, Macros& macros, std::vector<MorlNode*>& nodes,
                       MorlProgram& program)
 {
+    sharing = nullptr;
+    MergePrograms(macros, nodes, program);
+}
+
+void MorlLinker::LinkShared(Macros& macros, std::vector<MorlNode*>& nodes, MorlProgram& program)
+{
+    program.ownership.elements = false;
+    sharing = &program;
+    MergePrograms(macros, nodes, program);
+}
+
+void MorlLinker::MergePrograms(Macros& macros, std::vector<MorlNode*>& nodes, MorlProgram& program)
+{
     loopValues.clear();
     currentLoop.clear();
     iterations = 0;

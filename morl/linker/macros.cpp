@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 // Macro conditions, and the expansion of macro blocks.
-#include "morl/ast/internal/ownership.h"
 #include "morl/core/internal/graphics_log.h"
 #include "morl/core/limits.h"
 #include "morl/core/messages.h"
@@ -238,8 +237,7 @@ void MorlLinker::ProcessSentence(Macros& macros, std::vector<MorlSentence*>& sen
     } else if (kind == TOKEN_MARCO_ASSIGN_SENTENCE) {
         ExecuteAssignment(macros, static_cast<const MorlMarcoAssignSentence*>(sentence));
     } else {
-        AppendOwned(sentences, std::unique_ptr<MorlSentence>(
-                                   static_cast<MorlSentence*>(CopyMorlUnit(sentence))));
+        AppendSentence(sentences, sentence);
     }
 }
 

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "morl/ast/internal/ownership.h"
 #include "morl/core/internal/graphics_log.h"
 #include "morl/core/messages.h"
 #include "morl/linker/morl_linker.h"
@@ -23,7 +22,7 @@ void MorlLinker::MergeDeclare(std::vector<MorlDeclare*>& declares, MorlDeclare* 
 {
     ++work;
     if (!IsDeclared(declares, declare->name)) {
-        AppendOwned(declares, std::unique_ptr<MorlDeclare>(CopyDeclare(declare)));
+        AppendDeclare(declares, declare);
         if (declares.size() > kLongestScan) {
             AddNames(declares, declares.size() == kLongestScan + 1 ? 0 : declares.size() - 1);
         }

@@ -6,6 +6,7 @@
 #include "morl/linker/loop_values.h"
 
 #include <cstddef>
+#include <memory>
 #include <set>
 #include <string>
 #include <unordered_map>
@@ -38,10 +39,17 @@ public:
     void Link(std::string target, std::unordered_map<std::string, int>& macros,
               std::vector<MorlNode*>& nodes, MorlProgram& program);
 
+    /// Like Link, but refers to those declarations and statements of the nodes of which a copy
+    /// would be the same. `program` is then only valid while the programs of the nodes are.
+    /// @param program must have no declarations and no statements yet.
+    void LinkShared(std::unordered_map<std::string, int>& macros, std::vector<MorlNode*>& nodes,
+                    MorlProgram& program);
+
 private:
     using Macros = std::unordered_map<std::string, int>;
 
     // Order and merge.
+    void MergePrograms(Macros& macros, std::vector<MorlNode*>& nodes, MorlProgram& program);
     std::vector<MorlNode*> TakeOrdered(std::vector<MorlNode*>& nodes);
     static std::vector<MorlNode*> OrderByScanning(std::vector<MorlNode*> waiting);
     static std::vector<MorlNode*> OrderByCounting(const std::vector<MorlNode*>& list);
@@ -56,6 +64,7 @@ private:
     void MergeDeclare(std::vector<MorlDeclare*>& declares, MorlDeclare* declare,
                       bool reportConflict);
     bool IsDeclared(const std::vector<MorlDeclare*>& declares, const std::string& name) const;
+    void AppendDeclare(std::vector<MorlDeclare*>& declares, MorlDeclare* declare);
     void AddNames(const std::vector<MorlDeclare*>& declares, std::size_t first);
     void ProcessDeclare(Macros& macros, std::vector<MorlDeclare*>& declares, MorlDeclare* declare,
                         bool flag);
@@ -63,6 +72,7 @@ private:
     // Macro statements.
     void ProcessSentence(Macros& macros, std::vector<MorlSentence*>& sentences,
                          MorlSentence* sentence, bool flag);
+    void AppendSentence(std::vector<MorlSentence*>& sentences, MorlSentence* sentence);
     void UseMacros(const Macros& macros);
     void ExecuteAssignment(Macros& macros, const MorlMarcoAssignSentence* sentence);
     template <class Group, class Body>
@@ -100,6 +110,8 @@ private:
     MorlForSentence* CopyForSentence(const MorlForSentence* sentence);
     template <class Unit>
     Unit* CopyChild(const Unit* unit);
+    template <class Unit>
+    void AppendCopy(std::vector<Unit*>& list, std::unique_ptr<Unit> copy, bool shares);
     void CopyBranches(const MorlIfSentence* from, MorlIfSentence& to);
     void CopyName(const std::string& from, std::string& to);
     void SubstituteLoopValues(std::string& name);
@@ -110,6 +122,7 @@ private:
     std::set<std::pair<const std::vector<MorlDeclare*>*, std::string>> declaredNames;
 
     // The state of the current link.
+    MorlProgram* sharing = nullptr;  ///< the linked program if it may refer to the nodes' trees
     std::string currentLoop;         ///< the name of the running `#for`; empty if none
     std::size_t iterations = 0;      ///< of `#for`
     std::size_t work = 0;            ///< in units of kMaxLinkWork

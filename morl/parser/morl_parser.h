@@ -108,6 +108,7 @@ private:
 
     // Statements.
     MorlSentence* ParseSentence();
+    MorlSentence* ParseSentence(ENUM_TOKEN token, std::string_view word);
     MorlSpecialSentence* ParseSpecialSentence(ENUM_TOKEN keyword);
     MorlSentence* ParseComment(ENUM_TOKEN token);
     MorlSentence* ParseSingleComment();
@@ -145,6 +146,8 @@ private:
     std::int32_t savedLine = 0;
     std::int32_t savedColumn = 0;
 
+    /// How many macro statements have been met.
+    unsigned marcoSentences = 0;
     /// The current nesting, in units of kMaxNesting.
     unsigned nesting = 0;
     /// The operation that the last finished operation took as its left operand (see

@@ -45,6 +45,17 @@ MorlSentence* MorlParser::ParseSentence()
     PushLoction();
     std::string_view word;
     const ENUM_TOKEN token = ReadToken(word);
+    const unsigned before = marcoSentences;
+    MorlSentence* sentence = ParseSentence(token, word);
+    if (sentence != nullptr) {
+        sentence->mayExpand = marcoSentences != before;
+    }
+    return sentence;
+}
+
+// The rest of a statement that begins with this token.
+MorlSentence* MorlParser::ParseSentence(ENUM_TOKEN token, std::string_view word)
+{
     if (IsVarType(token)) {
         return ParseDefinitionSentence(token, std::string(word));
     }
@@ -171,6 +182,7 @@ MorlAssignSentence* MorlParser::ParseAssignSentence(ENUM_TOKEN token, std::strin
         return nullptr;
     }
     const bool macro = !firstWord.empty() && firstWord.front() == '$';
+    marcoSentences += macro ? 1 : 0;
     std::unique_ptr<MorlAssignSentence> sentence(macro ? new MorlMarcoAssignSentence
                                                        : new MorlAssignSentence);
     sentence->varType = token == TOKEN_IDENTIFIER ? TOKEN_NONE : token;
@@ -259,6 +271,7 @@ MorlSentence* MorlParser::ParseForSentence()
 
 MorlSentence* MorlParser::ParseMarcoSentence(ENUM_TOKEN token)
 {
+    ++marcoSentences;
     switch (token) {
     case TOKEN_MARCO_IF:
         return ParseMarcoIfSentence();

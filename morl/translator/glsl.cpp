@@ -4,6 +4,7 @@
 #include "morl/translator/internal/bindings.h"
 #include "morl/translator/internal/glsl_layout.h"
 #include "morl/translator/internal/target_spellings.h"
+#include "morl/translator/internal/walk.h"
 
 #include <algorithm>
 
@@ -81,93 +82,96 @@ constexpr BufferSpellings kBuffers = {{
     {TOKEN_OUT, "out", "out", "uniform"},
 }};
 
-constexpr TargetSpellings kSpellings = {"#version 150\n", kTypes,   kGlslAutoTypes,   kFunctions,
-                                        kGlslSemantics,   kBuffers, CallForms(kCalls)};
+/// The global of one output. The projected position is the built-in gl_Position.
+template <class Answers>
+void Output(Walk<Answers>& walk, MorlDeclare* output)
+{
+    walk.answers.Rename(output->name, kGlslOutputLocal);
+    if (BindingToken(output) != TOKEN_SV_POSITION) {
+        GlslStageGlobal(walk, output);
+    }
+}
+
+template <class Answers>
+void Inputs(Walk<Answers>& walk, const Declares& inputs)
+{
+    for (MorlDeclare* input : inputs) {
+        GlslStageGlobal(walk, input);
+        walk.answers.Rename(input->name, kGlslInputLocal);
+    }
+}
+
+template <class Answers>
+void Outputs(Walk<Answers>& walk, const Declares& outputs)
+{
+    for (MorlDeclare* output : outputs) {
+        Output(walk, output);
+    }
+}
+
+template <class Answers>
+void OutputLocals(Walk<Answers>& walk, const Declares& outputs)
+{
+    GlslOutputLocals(walk, outputs, "0.0");
+}
+
+// The first projected position is written first; any others are not written.
+void FinalOutput(Text& text, const Declares& outputs)
+{
+    const auto isPosition = [](const MorlDeclare* output) {
+        return BindingToken(output) == TOKEN_SV_POSITION;
+    };
+    const auto position = std::find_if(outputs.begin(), outputs.end(), isPosition);
+    if (position != outputs.end()) {
+        GlslCopyOut(text, "gl_Position", *position);
+    }
+    for (const MorlDeclare* output : outputs) {
+        if (!isPosition(output)) {
+            GlslCopyOut(text, output->name, output);
+        }
+    }
+}
+
+template <class Answers>
+void Main(Walk<Answers>& walk, MorlProgram& linked)
+{
+    GlslMain(walk, linked, OutputLocals<Answers>, FinalOutput);
+}
+
+template <class Answers>
+constexpr TargetSections<Answers> kSections = {GlslUniforms<Answers>,    Inputs<Answers>,
+                                               Outputs<Answers>,         Main<Answers>,
+                                               GlslInputCopies<Answers>, OutputLocals<Answers>};
+
+constexpr TargetSpellings kSpellings = {"#version 150\n",
+                                        kTypes,
+                                        kGlslAutoTypes,
+                                        kFunctions,
+                                        kGlslSemantics,
+                                        kBuffers,
+                                        's',
+                                        CallForms(kCalls),
+                                        kSections<HookAnswers>,
+                                        kSections<RecordAnswers>};
 
 }  // namespace
 
 MorlTranslatorGLSL::MorlTranslatorGLSL() : MorlTargetTranslator(kSpellings) {}
 MorlTranslatorGLSL::~MorlTranslatorGLSL() = default;
 
-std::string MorlTranslatorGLSL::WriteUniformList(std::vector<MorlDeclare*> uniforms)
+const TargetSpellings& MorlTranslatorGLSL::Spellings()
 {
-    std::string text = ListText(uniforms);
-    for (MorlDeclare* uniform : uniforms) {
-        AppendGlobal(text, uniform);
-        text += ";\n";
-    }
-    return text;
+    return kSpellings;
 }
 
-std::string MorlTranslatorGLSL::WriteInputList(std::vector<MorlDeclare*> inputs)
-{
-    std::string text = ListText(inputs);
-    for (MorlDeclare* input : inputs) {
-        text += GlslStageGlobal(*this, input);
-        variableNames[input->name] = GlslInputLocal(input->name);
-    }
-    return text;
-}
-
-std::string MorlTranslatorGLSL::WriteOutputList(std::vector<MorlDeclare*> outputs)
-{
-    std::string text = ListText(outputs);
-    for (MorlDeclare* output : outputs) {
-        text += WriteOutputDeclare(output);
-    }
-    return text;
-}
-
-// The projected position is the built-in gl_Position.
 std::string MorlTranslatorGLSL::WriteOutputDeclare(MorlDeclare* declare)
 {
-    variableNames[declare->name] = GlslOutputLocal(declare->name);
-    return BindingToken(declare) == TOKEN_SV_POSITION ? "" : GlslStageGlobal(*this, declare);
+    return Collect(*this, [&](auto& walk) { Output(walk, declare); });
 }
 
-std::string MorlTranslatorGLSL::WriteMainFunction(MorlProgram* linked)
+std::string MorlTranslatorGLSL::WriteFinalOutput(Declares outputs)
 {
-    std::string text;
-    text.reserve(kUsualMain);
-    text += kGlslMainStart;
-    text += WriteInputConvert(linked->inputs);
-    text += WriteOutputConvert(linked->outputs);
-    AppendMainBody(text, linked);
-    text += WriteFinalOutput(linked->outputs);
-    text += kGlslMainEnd;
-    return text;
-}
-
-std::string MorlTranslatorGLSL::WriteInputConvert(std::vector<MorlDeclare*> inputs)
-{
-    return GlslInputCopies(*this, inputs);
-}
-
-std::string MorlTranslatorGLSL::WriteOutputConvert(std::vector<MorlDeclare*> outputs)
-{
-    return GlslOutputLocals(*this, outputs, "0.0");
-}
-
-// The first projected position is written first; any others are not written.
-std::string MorlTranslatorGLSL::WriteFinalOutput(std::vector<MorlDeclare*> outputs)
-{
-    const auto isPosition = [](const MorlDeclare* output) {
-        return BindingToken(output) == TOKEN_SV_POSITION;
-    };
-    std::string text = ListText(outputs);
-    const auto position = std::find_if(outputs.begin(), outputs.end(), isPosition);
-    if (position != outputs.end()) {
-        text += GlslCopyOut("gl_Position", *position);
-    }
-    for (const MorlDeclare* output : outputs) {
-        text += isPosition(output) ? "" : GlslCopyOut(output->name, output);
-    }
-    return text;
-}
-
-std::string MorlTranslatorGLSL::WriteRegister(MorlDeclare* declare, MorlRegister* binding)
-{
-    return GlslBinding(samplerRegisters, declare, binding);
+    return Collect(*this, [&](auto& walk) { FinalOutput(walk.text, outputs); });
 }
 
 }  // namespace ns_ruke

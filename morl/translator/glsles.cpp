@@ -5,6 +5,7 @@
 #include "morl/translator/internal/glsl_layout.h"
 #include "morl/translator/internal/register_order.h"
 #include "morl/translator/internal/target_spellings.h"
+#include "morl/translator/internal/walk.h"
 
 #include <string_view>
 
@@ -78,15 +79,6 @@ constexpr BufferSpellings kBuffers = {{
     {TOKEN_OUT, "varying", "", "uniform"},
 }};
 
-constexpr TargetSpellings kSpellings = {
-    "#version 100\nprecision highp int; \nprecision highp float; \n",
-    kTypes,
-    kGlslAutoTypes,
-    kFunctions,
-    kGlslSemantics,
-    kBuffers,
-    CallForms(kCalls)};
-
 /// A declaration of this name is never an attribute or varying, whatever it is bound to. (What an
 /// output is copied to depends on its semantic instead: see CopyOutTarget.)
 bool IsUndeclared(const MorlDeclare* declare)
@@ -107,95 +99,116 @@ std::string_view CopyOutTarget(const MorlDeclare* output)
     }
 }
 
+template <class Answers>
+void Inputs(Walk<Answers>& walk, const Declares& inputs)
+{
+    for (MorlDeclare* input : inputs) {
+        walk.answers.Rename(input->name, kGlslInputLocal);
+        if (!IsUndeclared(input)) {
+            GlslStageGlobal(walk, input);
+        }
+    }
+}
+
+template <class Answers>
+void InputList(Walk<Answers>& walk, const Declares& inputs)
+{
+    if (walk.answers.Stage() == kFragmentStage) {
+        Inputs(walk, InRegisterOrder(walk.answers, inputs));
+    } else {
+        Inputs(walk, inputs);
+    }
+}
+
+/// The global of one output. A fragment stage writes to its target only through gl_FragColor.
+template <class Answers>
+void Output(Walk<Answers>& walk, MorlDeclare* output)
+{
+    walk.answers.Rename(output->name, kGlslOutputLocal);
+    if (!IsUndeclared(output) && walk.answers.Stage() != kFragmentStage) {
+        GlslStageGlobal(walk, output);
+    }
+}
+
+template <class Answers>
+void Outputs(Walk<Answers>& walk, const Declares& outputs)
+{
+    for (MorlDeclare* output : outputs) {
+        Output(walk, output);
+    }
+}
+
+template <class Answers>
+void OutputList(Walk<Answers>& walk, const Declares& outputs)
+{
+    if (walk.answers.Stage() == kVertexStage) {
+        Outputs(walk, InRegisterOrder(walk.answers, outputs));
+    } else {
+        Outputs(walk, outputs);
+    }
+}
+
+/// Outputs start at one, unlike in GLSL: an output that is never written is opaque white.
+template <class Answers>
+void OutputLocals(Walk<Answers>& walk, const Declares& outputs)
+{
+    GlslOutputLocals(walk, outputs, "1.0");
+}
+
+void FinalOutput(Text& text, const Declares& outputs)
+{
+    for (const MorlDeclare* output : outputs) {
+        GlslCopyOut(text, CopyOutTarget(output), output);
+    }
+}
+
+template <class Answers>
+void Main(Walk<Answers>& walk, MorlProgram& linked)
+{
+    GlslMain(walk, linked, OutputLocals<Answers>, FinalOutput);
+}
+
+template <class Answers>
+constexpr TargetSections<Answers> kSections = {GlslUniforms<Answers>,    InputList<Answers>,
+                                               OutputList<Answers>,      Main<Answers>,
+                                               GlslInputCopies<Answers>, OutputLocals<Answers>};
+
+constexpr TargetSpellings kSpellings = {
+    "#version 100\nprecision highp int; \nprecision highp float; \n",
+    kTypes,
+    kGlslAutoTypes,
+    kFunctions,
+    kGlslSemantics,
+    kBuffers,
+    's',
+    CallForms(kCalls),
+    kSections<HookAnswers>,
+    kSections<RecordAnswers>};
+
 }  // namespace
 
 MorlTranslatorGLSLES::MorlTranslatorGLSLES() : MorlTargetTranslator(kSpellings) {}
 MorlTranslatorGLSLES::~MorlTranslatorGLSLES() = default;
 
-std::string MorlTranslatorGLSLES::WriteUniformList(std::vector<MorlDeclare*> uniforms)
+const TargetSpellings& MorlTranslatorGLSLES::Spellings()
 {
-    std::string text = ListText(uniforms);
-    for (MorlDeclare* uniform : uniforms) {
-        AppendGlobal(text, uniform);
-        text += ";\n";
-    }
-    return text;
+    return kSpellings;
 }
 
-std::string MorlTranslatorGLSLES::WriteInputList(std::vector<MorlDeclare*> inputs)
-{
-    if (StageOf(program) == kFragmentStage) {
-        Sort(inputs);
-    }
-    std::string text = ListText(inputs);
-    for (MorlDeclare* input : inputs) {
-        variableNames[input->name] = GlslInputLocal(input->name);
-        text += IsUndeclared(input) ? "" : GlslStageGlobal(*this, input);
-    }
-    return text;
-}
-
-std::string MorlTranslatorGLSLES::WriteOutputList(std::vector<MorlDeclare*> outputs)
-{
-    if (StageOf(program) == kVertexStage) {
-        Sort(outputs);
-    }
-    std::string text = ListText(outputs);
-    for (MorlDeclare* output : outputs) {
-        text += WriteOutputDeclare(output);
-    }
-    return text;
-}
-
-// A fragment stage writes to its target only through gl_FragColor.
 std::string MorlTranslatorGLSLES::WriteOutputDeclare(MorlDeclare* declare)
 {
-    variableNames[declare->name] = GlslOutputLocal(declare->name);
-    const bool isDeclared = !IsUndeclared(declare) && StageOf(program) != kFragmentStage;
-    return isDeclared ? GlslStageGlobal(*this, declare) : "";
+    return Collect(*this, [&](auto& walk) { Output(walk, declare); });
 }
 
-std::string MorlTranslatorGLSLES::WriteMainFunction(MorlProgram* linked)
+std::string MorlTranslatorGLSLES::WriteFinalOutput(Declares outputs)
 {
-    std::string text;
-    text.reserve(kUsualMain);
-    text += kGlslMainStart;
-    text += WriteInputConvert(linked->inputs);
-    text += WriteOutputConvert(linked->outputs);
-    AppendMainBody(text, linked);
-    text += WriteFinalOutput(linked->outputs);
-    text += kGlslMainEnd;
-    return text;
-}
-
-std::string MorlTranslatorGLSLES::WriteInputConvert(std::vector<MorlDeclare*> inputs)
-{
-    return GlslInputCopies(*this, inputs);
-}
-
-// Outputs start at one, unlike in GLSL: an output that is never written is opaque white.
-std::string MorlTranslatorGLSLES::WriteOutputConvert(std::vector<MorlDeclare*> outputs)
-{
-    return GlslOutputLocals(*this, outputs, "1.0");
-}
-
-std::string MorlTranslatorGLSLES::WriteFinalOutput(std::vector<MorlDeclare*> outputs)
-{
-    std::string text = ListText(outputs);
-    for (const MorlDeclare* output : outputs) {
-        text += GlslCopyOut(CopyOutTarget(output), output);
-    }
-    return text;
-}
-
-std::string MorlTranslatorGLSLES::WriteRegister(MorlDeclare* declare, MorlRegister* binding)
-{
-    return GlslBinding(samplerRegisters, declare, binding);
+    return Collect(*this, [&](auto& walk) { FinalOutput(walk.text, outputs); });
 }
 
 std::int32_t MorlTranslatorGLSLES::GetRegisterIndex(MorlDeclare* declare)
 {
-    return RegisterIndex(declare, program, inputSemantics);
+    HookAnswers answers(*this);
+    return RegisterIndex(answers, declare);
 }
 
 bool MorlTranslatorGLSLES::SortByRegister(MorlDeclare* a, MorlDeclare* b)
@@ -203,9 +216,10 @@ bool MorlTranslatorGLSLES::SortByRegister(MorlDeclare* a, MorlDeclare* b)
     return GetRegisterIndex(a) < GetRegisterIndex(b);
 }
 
-void MorlTranslatorGLSLES::Sort(std::vector<MorlDeclare*>& declares)
+void MorlTranslatorGLSLES::Sort(Declares& declares)
 {
-    SortByRegisterIndex(declares, program, inputSemantics);
+    HookAnswers answers(*this);
+    declares = InRegisterOrder(answers, declares);
 }
 
 }  // namespace ns_ruke

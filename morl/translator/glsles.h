@@ -19,13 +19,8 @@ public:
     MorlTranslatorGLSLES& operator=(const MorlTranslatorGLSLES&) = default;
     ~MorlTranslatorGLSLES() override;
 
-    std::string WriteUniformList(std::vector<MorlDeclare*> uniforms) override;
-    std::string WriteInputList(std::vector<MorlDeclare*> inputs) override;
-    std::string WriteOutputList(std::vector<MorlDeclare*> outputs) override;
-    std::string WriteMainFunction(MorlProgram* linked) override;
-    std::string WriteInputConvert(std::vector<MorlDeclare*> inputs) override;
-    std::string WriteOutputConvert(std::vector<MorlDeclare*> outputs) override;
-    std::string WriteRegister(MorlDeclare* declare, MorlRegister* binding) override;
+    /// What requests are written with.
+    static const TargetSpellings& Spellings();
 
     /// The global of one output, if it needs one.
     std::string WriteOutputDeclare(MorlDeclare* declare);

@@ -4,6 +4,7 @@
 #include "morl/translator/internal/bindings.h"
 #include "morl/translator/internal/hlsl_layout.h"
 #include "morl/translator/internal/target_spellings.h"
+#include "morl/translator/internal/walk.h"
 
 namespace ns_ruke {
 namespace {
@@ -62,13 +63,40 @@ constexpr CallForm kCalls[] = {
     kHlslMatrix4Rows,
 };
 
-constexpr TargetSpellings kSpellings = {"",         kTypes,       kAutoTypes,       kHlslFunctions,
-                                        kSemantics, kHlslBuffers, CallForms(kCalls)};
+template <class Answers>
+void Uniforms(Walk<Answers>& walk, const Declares& uniforms)
+{
+    for (MorlDeclare* uniform : uniforms) {
+        HlslUniform(walk, uniform);
+    }
+}
+
+template <class Answers>
+void InputList(Walk<Answers>& walk, const Declares& inputs)
+{
+    walk.text.Append("struct ", HlslStructsOf(walk.answers.Stage()).input, "{\n");
+    HlslInputMembers(walk, inputs);
+    walk.text.Append("};\n");
+}
+
+template <class Answers>
+constexpr TargetSections<Answers> kSections = {Uniforms<Answers>,        InputList<Answers>,
+                                               HlslOutputs<Answers>,     HlslMain<Answers>,
+                                               HlslInputCopies<Answers>, HlslOutputLocal<Answers>};
+
+constexpr TargetSpellings kSpellings = {
+    "",           kTypes, kAutoTypes,        kHlslFunctions,         kSemantics,
+    kHlslBuffers, 's',    CallForms(kCalls), kSections<HookAnswers>, kSections<RecordAnswers>};
 
 }  // namespace
 
 MorlTranslatorHLSL::MorlTranslatorHLSL() : MorlTargetTranslator(kSpellings) {}
 MorlTranslatorHLSL::~MorlTranslatorHLSL() = default;
+
+const TargetSpellings& MorlTranslatorHLSL::Spellings()
+{
+    return kSpellings;
+}
 
 void MorlTranslatorHLSL::Reset()
 {
@@ -76,64 +104,17 @@ void MorlTranslatorHLSL::Reset()
     texcoordCounter = 0;
 }
 
-std::string MorlTranslatorHLSL::WriteUniformList(std::vector<MorlDeclare*> uniforms)
-{
-    std::string text = ListText(uniforms);
-    for (MorlDeclare* uniform : uniforms) {
-        AppendGlobal(text, uniform);
-        text.append(WriteRegister(uniform, uniform->registerBinding)).append(";\n");
-    }
-    return text;
-}
-
-std::string MorlTranslatorHLSL::WriteInputList(std::vector<MorlDeclare*> inputs)
-{
-    return OpenHlslStruct(HlslStructsOf(program).input) +
-           HlslInputMembers(*this, inputs, variableNames) + "};\n";
-}
-
-std::string MorlTranslatorHLSL::WriteOutputList(std::vector<MorlDeclare*> outputs)
-{
-    std::string text = OpenHlslStruct(HlslStructsOf(program).output);
-    for (MorlDeclare* output : outputs) {
-        text += WriteOutputDeclare(output);
-    }
-    text += "};\n";
-    return text;
-}
-
 std::string MorlTranslatorHLSL::WriteOutputDeclare(MorlDeclare* declare)
 {
-    return HlslOutputMember(*this, declare, variableNames);
-}
-
-std::string MorlTranslatorHLSL::WriteMainFunction(MorlProgram* linked)
-{
-    std::string text;
-    text.reserve(kUsualMain);
-    text += OpenHlslMain(program);
-    text += WriteInputConvert(linked->inputs);
-    text += WriteOutputConvert(linked->outputs);
-    AppendMainBody(text, linked);
-    text += kHlslMainEnd;
-    return text;
-}
-
-std::string MorlTranslatorHLSL::WriteInputConvert(std::vector<MorlDeclare*> inputs)
-{
-    return HlslInputCopies(*this, inputs);
-}
-
-std::string MorlTranslatorHLSL::WriteOutputConvert(std::vector<MorlDeclare*> /*outputs*/)
-{
-    return HlslOutputLocal(program);
+    return Collect(*this, [&](auto& walk) { HlslOutputMember(walk, declare); });
 }
 
 std::string MorlTranslatorHLSL::WriteRegister(MorlDeclare* declare, MorlRegister* binding)
 {
-    const HlslBindings bindings = {
-        kSemantics, 's', inputSemantics, outputSemantics, samplerRegisters, texcoordCounter};
-    return HlslBinding(bindings, program, declare, binding);
+    return Collect(*this, [&](auto& walk) {
+        const HlslTexcoords texcoords = {outputSemantics, texcoordCounter};
+        AppendHlslBinding(walk.text, kSpellings, walk.answers, texcoords, declare, binding);
+    });
 }
 
 }  // namespace ns_ruke

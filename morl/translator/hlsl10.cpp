@@ -5,6 +5,7 @@
 #include "morl/translator/internal/hlsl_layout.h"
 #include "morl/translator/internal/register_order.h"
 #include "morl/translator/internal/target_spellings.h"
+#include "morl/translator/internal/walk.h"
 
 namespace ns_ruke {
 namespace {
@@ -66,17 +67,69 @@ constexpr CallForm kCalls[] = {
     Sampling(TOKEN_TEXCUBE),
 };
 
-constexpr TargetSpellings kSpellings = {"",         kTypes,       kAutoTypes,       kHlslFunctions,
-                                        kSemantics, kHlslBuffers, CallForms(kCalls)};
-
 /// The first member of every input struct of a fragment stage: the projected position, which comes
 /// first in the vertex output struct.
 constexpr char kDummyPosition[] = "float4 oDummyProj : SV_Position; \n";
+
+/// A sampler bound to SAUTO has a second line: its sampler state.
+template <class Answers>
+void Uniforms(Walk<Answers>& walk, const Declares& uniforms)
+{
+    for (MorlDeclare* uniform : uniforms) {
+        HlslUniform(walk, uniform);
+        if (BindingToken(uniform) != TOKEN_SAUTO) {
+            continue;
+        }
+        const bool compares = IsShadowMap(uniform->name);
+        walk.text.Append(walk.answers.Buffer(uniform->bufferType));
+        walk.text.Append(compares ? " SamplerComparisonState " : " SamplerState ");
+        walk.text.Append(kSamplerState, uniform->name, ':');
+        AppendRegister(walk.text, 's', walk.answers.SamplerNumber(uniform->name));
+        walk.text.Append(";\n");
+    }
+}
+
+template <class Answers>
+void InputList(Walk<Answers>& walk, const Declares& inputs)
+{
+    walk.text.Append("struct ", HlslStructsOf(walk.answers.Stage()).input, "{\n");
+    if (walk.answers.Stage() == kFragmentStage) {
+        walk.text.Append(kDummyPosition);
+        HlslInputMembers(walk, InRegisterOrder(walk.answers, inputs));
+    } else {
+        HlslInputMembers(walk, inputs);
+    }
+    walk.text.Append("};\n");
+}
+
+template <class Answers>
+void OutputList(Walk<Answers>& walk, const Declares& outputs)
+{
+    if (walk.answers.Stage() == kVertexStage) {
+        HlslOutputs(walk, InRegisterOrder(walk.answers, outputs));
+    } else {
+        HlslOutputs(walk, outputs);
+    }
+}
+
+template <class Answers>
+constexpr TargetSections<Answers> kSections = {Uniforms<Answers>,        InputList<Answers>,
+                                               OutputList<Answers>,      HlslMain<Answers>,
+                                               HlslInputCopies<Answers>, HlslOutputLocal<Answers>};
+
+constexpr TargetSpellings kSpellings = {
+    "",           kTypes, kAutoTypes,        kHlslFunctions,         kSemantics,
+    kHlslBuffers, 't',    CallForms(kCalls), kSections<HookAnswers>, kSections<RecordAnswers>};
 
 }  // namespace
 
 MorlTranslatorHLSL10::MorlTranslatorHLSL10() : MorlTargetTranslator(kSpellings) {}
 MorlTranslatorHLSL10::~MorlTranslatorHLSL10() = default;
+
+const TargetSpellings& MorlTranslatorHLSL10::Spellings()
+{
+    return kSpellings;
+}
 
 void MorlTranslatorHLSL10::Reset()
 {
@@ -84,85 +137,23 @@ void MorlTranslatorHLSL10::Reset()
     texcoordCounter = 0;
 }
 
-// A sampler bound to SAUTO has a second line: its sampler state.
-std::string MorlTranslatorHLSL10::WriteUniformList(std::vector<MorlDeclare*> uniforms)
-{
-    std::string text = ListText(uniforms);
-    for (MorlDeclare* uniform : uniforms) {
-        AppendGlobal(text, uniform);
-        text.append(WriteRegister(uniform, uniform->registerBinding)).append(";\n");
-        if (BindingToken(uniform) == TOKEN_SAUTO) {
-            text.append(WriteBuffer(uniform->bufferType)).append(" ");
-            text += IsShadowMap(uniform->name) ? "SamplerComparisonState" : "SamplerState";
-            text.append(" ").append(SamplerState(uniform->name)).append(":");
-            text += SamplerRegister('s', samplerRegisters, uniform->name);
-            text += ";\n";
-        }
-    }
-    return text;
-}
-
-std::string MorlTranslatorHLSL10::WriteInputList(std::vector<MorlDeclare*> inputs)
-{
-    std::string text = OpenHlslStruct(HlslStructsOf(program).input);
-    if (StageOf(program) == kFragmentStage) {
-        text += kDummyPosition;
-        Sort(inputs);
-    }
-    text.append(HlslInputMembers(*this, inputs, variableNames)).append("};\n");
-    return text;
-}
-
-std::string MorlTranslatorHLSL10::WriteOutputList(std::vector<MorlDeclare*> outputs)
-{
-    if (StageOf(program) == kVertexStage) {
-        Sort(outputs);
-    }
-    std::string text = OpenHlslStruct(HlslStructsOf(program).output);
-    for (MorlDeclare* output : outputs) {
-        text += WriteOutputDeclare(output);
-    }
-    text += "};\n";
-    return text;
-}
-
 std::string MorlTranslatorHLSL10::WriteOutputDeclare(MorlDeclare* declare)
 {
-    return HlslOutputMember(*this, declare, variableNames);
-}
-
-std::string MorlTranslatorHLSL10::WriteMainFunction(MorlProgram* linked)
-{
-    std::string text;
-    text.reserve(kUsualMain);
-    text += OpenHlslMain(program);
-    text += WriteInputConvert(linked->inputs);
-    text += WriteOutputConvert(linked->outputs);
-    AppendMainBody(text, linked);
-    text += kHlslMainEnd;
-    return text;
-}
-
-std::string MorlTranslatorHLSL10::WriteInputConvert(std::vector<MorlDeclare*> inputs)
-{
-    return HlslInputCopies(*this, inputs);
-}
-
-std::string MorlTranslatorHLSL10::WriteOutputConvert(std::vector<MorlDeclare*> /*outputs*/)
-{
-    return HlslOutputLocal(program);
+    return Collect(*this, [&](auto& walk) { HlslOutputMember(walk, declare); });
 }
 
 std::string MorlTranslatorHLSL10::WriteRegister(MorlDeclare* declare, MorlRegister* binding)
 {
-    const HlslBindings bindings = {
-        kSemantics, 't', inputSemantics, outputSemantics, samplerRegisters, texcoordCounter};
-    return HlslBinding(bindings, program, declare, binding);
+    return Collect(*this, [&](auto& walk) {
+        const HlslTexcoords texcoords = {outputSemantics, texcoordCounter};
+        AppendHlslBinding(walk.text, kSpellings, walk.answers, texcoords, declare, binding);
+    });
 }
 
 std::int32_t MorlTranslatorHLSL10::GetRegisterIndex(MorlDeclare* declare)
 {
-    return RegisterIndex(declare, program, inputSemantics);
+    HookAnswers answers(*this);
+    return RegisterIndex(answers, declare);
 }
 
 bool MorlTranslatorHLSL10::SortByRegister(MorlDeclare* a, MorlDeclare* b)
@@ -170,9 +161,10 @@ bool MorlTranslatorHLSL10::SortByRegister(MorlDeclare* a, MorlDeclare* b)
     return GetRegisterIndex(a) < GetRegisterIndex(b);
 }
 
-void MorlTranslatorHLSL10::Sort(std::vector<MorlDeclare*>& declares)
+void MorlTranslatorHLSL10::Sort(Declares& declares)
 {
-    SortByRegisterIndex(declares, program, inputSemantics);
+    HookAnswers answers(*this);
+    declares = InRegisterOrder(answers, declares);
 }
 
 }  // namespace ns_ruke

@@ -19,13 +19,10 @@ public:
     MorlTranslatorHLSL10& operator=(const MorlTranslatorHLSL10&) = default;
     ~MorlTranslatorHLSL10() override;
 
+    /// What requests are written with.
+    static const TargetSpellings& Spellings();
+
     void Reset() override;
-    std::string WriteUniformList(std::vector<MorlDeclare*> uniforms) override;
-    std::string WriteInputList(std::vector<MorlDeclare*> inputs) override;
-    std::string WriteOutputList(std::vector<MorlDeclare*> outputs) override;
-    std::string WriteMainFunction(MorlProgram* linked) override;
-    std::string WriteInputConvert(std::vector<MorlDeclare*> inputs) override;
-    std::string WriteOutputConvert(std::vector<MorlDeclare*> outputs) override;
     std::string WriteRegister(MorlDeclare* declare, MorlRegister* binding) override;
 
     /// One member of the output struct.

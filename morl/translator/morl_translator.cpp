@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "morl/translator/morl_translator.h"
 
-#include "morl/ast/internal/ownership.h"
+#include "morl/translator/internal/fill_output.h"
 #include "morl/translator/internal/target_spellings.h"
 #include "morl/translator/internal/walk.h"
 
@@ -24,50 +24,6 @@ std::string Join(const std::string (&texts)[count])
     }
     return joined;
 }
-
-std::vector<std::string> Names(const std::vector<MorlDeclare*>& declares)
-{
-    std::vector<std::string> names;
-    names.reserve(declares.size());
-    for (const MorlDeclare* declare : declares) {
-        names.push_back(declare->name);
-    }
-    return names;
-}
-
-using Semantics = std::unordered_map<std::string, std::string>;
-
-/// Sets entries of a table in place. Everything that can fail happens in the constructor.
-class SemanticsUpdate {
-public:
-    SemanticsUpdate(const Semantics& assigned, Semantics& target) : table(target)
-    {
-        for (const auto& [name, semantic] : assigned) {
-            const auto entry = table.find(name);
-            if (entry == table.end()) {
-                added.emplace(name, semantic);
-            } else {
-                replaced.emplace_back(&entry->second, semantic);
-            }
-        }
-        if (!added.empty()) {
-            table.reserve(table.size() + added.size());
-        }
-    }
-
-    void Apply() noexcept
-    {
-        for (auto& [entry, semantic] : replaced) {
-            entry->swap(semantic);
-        }
-        table.merge(added);
-    }
-
-private:
-    Semantics& table;
-    Semantics added;
-    std::vector<std::pair<std::string*, std::string>> replaced;
-};
 
 }  // namespace
 
@@ -108,21 +64,7 @@ void MorlTranslator::WriteProgram(MorlProgram* newProgram,
         WriteFunctionList(program->functions),
         WriteMainFunction(program),
     };
-    FillOutput(Join(sections), output);
-}
-
-// Everything that can fail happens before the first change to `output`.
-void MorlTranslator::FillOutput(std::string code, ShaderOutput& output) const
-{
-    std::vector<std::string> names = Names(program->uniforms);
-    ReserveMore(output.uniformNames, names.size());
-    if (!outputSemantics.empty()) {
-        SemanticsUpdate(outputSemantics, output.semantics).Apply();
-    }
-    for (std::string& name : names) {
-        output.uniformNames.push_back(std::move(name));
-    }
-    output.code = std::move(code);
+    FillOutput(Join(sections), program->uniforms, outputSemantics, output);
 }
 
 void MorlTranslator::Reset()
@@ -140,7 +82,7 @@ std::string MorlTranslator::WriteFileHeader()
 
 std::string MorlTranslator::WriteFunctionCall(MorlFunctionCall* call)
 {
-    return Collect(HookAnswers(*this), [&](auto& walk) { walk.PlainCall(call); });
+    return Collect(*this, [&](auto& walk) { walk.PlainCall(call); });
 }
 
 std::string MorlTranslator::WriteVariable(MorlVariable* variable)
@@ -156,7 +98,7 @@ std::string MorlTranslator::WriteFunctionList(std::vector<MorlFunction*> /*funct
 
 std::string MorlTranslator::WriteFunction(MorlFunction* function)
 {
-    return Collect(HookAnswers(*this), [&](auto& walk) { walk.Sentences(function->sentences, 1); });
+    return Collect(*this, [&](auto& walk) { walk.Sentences(function->sentences, 1); });
 }
 
 std::string MorlTranslator::WriteDeclare(MorlDeclare* /*declare*/)
@@ -168,53 +110,52 @@ std::string MorlTranslator::WriteDeclare(MorlDeclare* /*declare*/)
 
 std::string MorlTranslator::WriteSentence(MorlSentence* sentence, int indent)
 {
-    return Collect(HookAnswers(*this), [&](auto& walk) { walk.Sentence(sentence, indent); });
+    return Collect(*this, [&](auto& walk) { walk.Sentence(sentence, indent); });
 }
 
 std::string MorlTranslator::WriteEmptySentence(MorlEmptySentence* /*sentence*/, int indent)
 {
-    return Collect(HookAnswers(*this), [&](auto& walk) { walk.EmptySentence(indent); });
+    return Collect(*this, [&](auto& walk) { walk.EmptySentence(indent); });
 }
 
 std::string MorlTranslator::WriteSpecialSentence(MorlSpecialSentence* sentence, int indent)
 {
-    return Collect(HookAnswers(*this), [&](auto& walk) { walk.SpecialSentence(sentence, indent); });
+    return Collect(*this, [&](auto& walk) { walk.SpecialSentence(sentence, indent); });
 }
 
 std::string MorlTranslator::WriteSingleComment(MorlSingleCommentSentence* sentence, int indent)
 {
-    return Collect(HookAnswers(*this), [&](auto& walk) { walk.SingleComment(sentence, indent); });
+    return Collect(*this, [&](auto& walk) { walk.SingleComment(sentence, indent); });
 }
 
 std::string MorlTranslator::WriteMultiComment(MorlMultiCommentSentence* sentence, int indent)
 {
-    return Collect(HookAnswers(*this), [&](auto& walk) { walk.MultiComment(sentence, indent); });
+    return Collect(*this, [&](auto& walk) { walk.MultiComment(sentence, indent); });
 }
 
 std::string MorlTranslator::WriteDefinitionSentence(MorlDefinitionSentence* sentence, int indent)
 {
-    return Collect(HookAnswers(*this),
-                   [&](auto& walk) { walk.DefinitionSentence(sentence, indent); });
+    return Collect(*this, [&](auto& walk) { walk.DefinitionSentence(sentence, indent); });
 }
 
 std::string MorlTranslator::WriteAssignSentence(MorlAssignSentence* sentence, int indent)
 {
-    return Collect(HookAnswers(*this), [&](auto& walk) { walk.AssignSentence(sentence, indent); });
+    return Collect(*this, [&](auto& walk) { walk.AssignSentence(sentence, indent); });
 }
 
 std::string MorlTranslator::WriteIfSentence(MorlIfSentence* sentence, int indent)
 {
-    return Collect(HookAnswers(*this), [&](auto& walk) { walk.IfSentence(sentence, indent); });
+    return Collect(*this, [&](auto& walk) { walk.IfSentence(sentence, indent); });
 }
 
 std::string MorlTranslator::WriteForSentence(MorlForSentence* sentence, int indent)
 {
-    return Collect(HookAnswers(*this), [&](auto& walk) { walk.ForSentence(sentence, indent); });
+    return Collect(*this, [&](auto& walk) { walk.ForSentence(sentence, indent); });
 }
 
 std::string MorlTranslator::WriteDefinitionArray(MorlExpression* size)
 {
-    return Collect(HookAnswers(*this), [&](auto& walk) { walk.DefinitionArray(size); });
+    return Collect(*this, [&](auto& walk) { walk.DefinitionArray(size); });
 }
 
 std::string MorlTranslator::WriteAssignOperator(ENUM_TOKEN token)
@@ -224,23 +165,22 @@ std::string MorlTranslator::WriteAssignOperator(ENUM_TOKEN token)
 
 std::string MorlTranslator::WriteExpression(MorlExpression* expression)
 {
-    return Collect(HookAnswers(*this), [&](auto& walk) { walk.Expression(expression); });
+    return Collect(*this, [&](auto& walk) { walk.Expression(expression); });
 }
 
 std::string MorlTranslator::WriteUnaryOperation(MorlUnaryOperation* operation)
 {
-    return Collect(HookAnswers(*this), [&](auto& walk) { walk.UnaryOperation(operation); });
+    return Collect(*this, [&](auto& walk) { walk.UnaryOperation(operation); });
 }
 
 std::string MorlTranslator::WriteBinaryOperation(MorlBinaryOperation* operation)
 {
-    return Collect(HookAnswers(*this), [&](auto& walk) { walk.BinaryOperation(operation); });
+    return Collect(*this, [&](auto& walk) { walk.BinaryOperation(operation); });
 }
 
 std::string MorlTranslator::WriteParenthesiseExpression(MorlParenthesiseExpression* expression)
 {
-    return Collect(HookAnswers(*this),
-                   [&](auto& walk) { walk.ParenthesiseExpression(expression); });
+    return Collect(*this, [&](auto& walk) { walk.ParenthesiseExpression(expression); });
 }
 
 std::string MorlTranslator::WriteNumber(MorlNumber* number)

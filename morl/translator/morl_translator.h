@@ -99,8 +99,8 @@ protected:
     std::unordered_map<std::string, int> samplerRegisters;
 
 private:
-    template <class Answers>
-    friend class Walk;
+    friend class HookAnswers;
+    friend class RecordAnswers;
 
     /// Counts the text that calls repeat, which kMaxRepeatedText bounds. The count restarts with
     /// each outermost call of an operation, and in a copied translator.
@@ -125,8 +125,6 @@ private:
     private:
         Repetition& repetition;
     };
-
-    void FillOutput(std::string code, ShaderOutput& output) const;
 
     Repetition repetition;
 };

@@ -6,13 +6,6 @@
 #include "morl/translator/internal/walk.h"
 
 namespace ns_ruke {
-namespace {
-
-/// Estimated bytes per written statement, for reserving space.
-constexpr std::size_t kUsualSentence = 64;
-
-}  // namespace
-
 MorlTargetTranslator::MorlTargetTranslator(const TargetSpellings& targetSpellings)
     : spellings(&targetSpellings)
 {
@@ -27,7 +20,7 @@ std::string MorlTargetTranslator::WriteFileHeader()
 
 std::string MorlTargetTranslator::WriteFunctionCall(MorlFunctionCall* call)
 {
-    return Collect(HookAnswers(*this), [&](auto& walk) { walk.Call(call, spellings->callForms); });
+    return Collect(*this, [&](auto& walk) { walk.Call(call, spellings->callForms); });
 }
 
 std::string MorlTargetTranslator::WriteFunctionName(const MorlFunctionCall* call)
@@ -74,32 +67,42 @@ std::string MorlTargetTranslator::WriteKeyword(ENUM_TOKEN token)
     return std::string(kKeywords.Text(token));
 }
 
-template <class Part>
-void MorlTargetTranslator::Append(std::string& text, const Part& part)
+std::string MorlTargetTranslator::WriteUniformList(Declares uniforms)
 {
-    if (isPlain.value) {
-        Walk<RecordAnswers> walk(RecordAnswers(*this, *spellings, variableNames), text);
-        part(walk);
-    } else {
-        Walk<HookAnswers> walk(HookAnswers(*this), text);
-        part(walk);
-    }
+    return Collect(*this, [&](auto& walk) { spellings->hookSections.uniforms(walk, uniforms); });
 }
 
-void MorlTargetTranslator::AppendGlobal(std::string& text, MorlDeclare* declare)
+std::string MorlTargetTranslator::WriteInputList(Declares inputs)
 {
-    text.append(WriteBuffer(declare->bufferType)).append(" ");
-    text.append(WriteVariableType(declare)).append(" ").append(declare->name);
-    Append(text, [&](auto& walk) { walk.DefinitionArray(declare->arraySize); });
+    return Collect(*this, [&](auto& walk) { spellings->hookSections.inputs(walk, inputs); });
 }
 
-void MorlTargetTranslator::AppendMainBody(std::string& text, const MorlProgram* linked)
+std::string MorlTargetTranslator::WriteOutputList(Declares outputs)
 {
-    if (linked->mainFunction != nullptr) {
-        const std::vector<MorlSentence*>& sentences = linked->mainFunction->sentences;
-        text.reserve(text.size() + kUsualSentence * sentences.size());
-        Append(text, [&](auto& walk) { walk.Sentences(sentences, 1); });
-    }
+    return Collect(*this, [&](auto& walk) { spellings->hookSections.outputs(walk, outputs); });
+}
+
+std::string MorlTargetTranslator::WriteMainFunction(MorlProgram* linked)
+{
+    return Collect(*this, [&](auto& walk) { spellings->hookSections.main(walk, *linked); });
+}
+
+std::string MorlTargetTranslator::WriteInputConvert(Declares inputs)
+{
+    return Collect(*this, [&](auto& walk) { spellings->hookSections.inputConvert(walk, inputs); });
+}
+
+std::string MorlTargetTranslator::WriteOutputConvert(Declares outputs)
+{
+    return Collect(*this,
+                   [&](auto& walk) { spellings->hookSections.outputConvert(walk, outputs); });
+}
+
+std::string MorlTargetTranslator::WriteRegister(MorlDeclare* declare, MorlRegister* binding)
+{
+    return Collect(*this, [&](auto& walk) {
+        AppendBinding(walk.text, *spellings, walk.answers, declare, binding);
+    });
 }
 
 }  // namespace ns_ruke

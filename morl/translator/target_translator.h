@@ -3,15 +3,15 @@
 
 #include "morl/translator/morl_translator.h"
 
-#include <memory>
 #include <string>
+#include <vector>
 
 namespace ns_ruke {
 
 struct TargetSpellings;
 
-/// What all targets have in common: operations that only spell something look it up in a record of
-/// spellings. Each target adds its lists, its entry function and its bindings.
+/// What all targets have in common: the operations look up in the target's record how it spells
+/// something, and how it lays out the parts of a shader.
 class MORL_API MorlTargetTranslator : public MorlTranslator {
 public:
     MorlTargetTranslator(const MorlTargetTranslator&) = default;
@@ -28,34 +28,19 @@ public:
     std::string ConcludeVariableType(ENUM_TOKEN token) override;
     std::string WriteOperator(ENUM_TOKEN token) override;
     std::string WriteKeyword(ENUM_TOKEN token) override;
+    std::string WriteUniformList(std::vector<MorlDeclare*> uniforms) override;
+    std::string WriteInputList(std::vector<MorlDeclare*> inputs) override;
+    std::string WriteOutputList(std::vector<MorlDeclare*> outputs) override;
+    std::string WriteMainFunction(MorlProgram* linked) override;
+    std::string WriteInputConvert(std::vector<MorlDeclare*> inputs) override;
+    std::string WriteOutputConvert(std::vector<MorlDeclare*> outputs) override;
+    std::string WriteRegister(MorlDeclare* declare, MorlRegister* binding) override;
 
 protected:
     /// @param targetSpellings must outlive the translator.
     explicit MorlTargetTranslator(const TargetSpellings& targetSpellings);
 
-    /// A global declaration up to its array size: storage word, type, name, size.
-    void AppendGlobal(std::string& text, MorlDeclare* declare);
-    /// The statements of the program's `main`, if it has one.
-    void AppendMainBody(std::string& text, const MorlProgram* linked);
-
     const TargetSpellings* spellings;
-
-private:
-    friend MORL_API std::unique_ptr<MorlTranslator> MakeTranslator(const std::string& target);
-
-    template <class Part>
-    void Append(std::string& text, const Part& part);
-
-    /// Whether nobody overrides an operation, so that the walk may ask the record directly. The
-    /// texts are the same either way. Never copied, because the copy may be part of a host's class.
-    struct Plainness {
-        Plainness() = default;
-        Plainness(const Plainness& /*other*/) noexcept {}
-        Plainness& operator=(const Plainness& /*other*/) noexcept { return *this; }
-
-        bool value = false;
-    };
-    Plainness isPlain;
 };
 
 }  // namespace ns_ruke

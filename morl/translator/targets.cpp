@@ -6,6 +6,8 @@
 #include "morl/translator/hlsl.h"
 #include "morl/translator/hlsl10.h"
 
+#include <algorithm>
+#include <iterator>
 #include <string_view>
 
 namespace ns_ruke {
@@ -13,22 +15,36 @@ namespace {
 
 struct Target {
     std::string_view name;
-    std::unique_ptr<MorlTargetTranslator> (*make)();
+    std::unique_ptr<MorlTranslator> (*make)();
+    const TargetSpellings& (*spellings)();
 };
 
 template <class Translator>
-std::unique_ptr<MorlTargetTranslator> Make()
+std::unique_ptr<MorlTranslator> Make()
 {
     return std::make_unique<Translator>();
 }
 
+template <class Translator>
+constexpr Target Row(std::string_view name)
+{
+    return {name, Make<Translator>, Translator::Spellings};
+}
+
 /// The only list of targets; anything that concerns all of them uses it.
 constexpr Target kTargets[] = {
-    {"hlsl", Make<MorlTranslatorHLSL>},
-    {"hlsl10", Make<MorlTranslatorHLSL10>},
-    {"glsl", Make<MorlTranslatorGLSL>},
-    {"glsles", Make<MorlTranslatorGLSLES>},
+    Row<MorlTranslatorHLSL>("hlsl"),
+    Row<MorlTranslatorHLSL10>("hlsl10"),
+    Row<MorlTranslatorGLSL>("glsl"),
+    Row<MorlTranslatorGLSLES>("glsles"),
 };
+
+const Target* FindTarget(std::string_view name)
+{
+    const auto* found = std::find_if(std::begin(kTargets), std::end(kTargets),
+                                     [&](const Target& target) { return target.name == name; });
+    return found != std::end(kTargets) ? found : nullptr;
+}
 
 }  // namespace
 
@@ -43,14 +59,14 @@ std::vector<std::string> MorlTargets()
 
 std::unique_ptr<MorlTranslator> MakeTranslator(const std::string& target)
 {
-    for (const Target& known : kTargets) {
-        if (known.name == target) {
-            std::unique_ptr<MorlTargetTranslator> translator = known.make();
-            translator->isPlain.value = true;
-            return translator;
-        }
-    }
-    return nullptr;
+    const Target* found = FindTarget(target);
+    return found != nullptr ? found->make() : nullptr;
+}
+
+const TargetSpellings* FindSpellings(std::string_view target)
+{
+    const Target* found = FindTarget(target);
+    return found != nullptr ? &found->spellings() : nullptr;
 }
 
 }  // namespace ns_ruke

@@ -2,40 +2,46 @@
 #pragma once
 
 #include "morl/ast/declarations.h"
-#include "morl/translator/internal/spelling_table.h"
+#include "morl/core/string_helper.h"
+#include "morl/translator/internal/target_spellings.h"
+#include "morl/translator/internal/text.h"
 
-#include <cstddef>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 namespace ns_ruke {
 
-/// An empty text with room for the lines of these declarations.
-inline std::string ListText(const std::vector<MorlDeclare*>& declares)
-{
-    constexpr std::size_t kUsualLine = 48;
-    std::string text;
-    if (!declares.empty()) {
-        text.reserve(declares.size() * kUsualLine);
-    }
-    return text;
-}
-
-/// Room for an entry function with few statements, in bytes.
-constexpr std::size_t kUsualMain = 512;
+using Declares = std::vector<MorlDeclare*>;
 
 /// The semantic that a declaration is bound to. Without a binding it is TOKEN_NONE, which no table
 /// lists.
-ENUM_TOKEN BindingToken(const MorlDeclare* declare);
+inline ENUM_TOKEN BindingToken(const MorlDeclare* declare)
+{
+    return declare->registerBinding != nullptr ? declare->registerBinding->registerToken
+                                               : TOKEN_NONE;
+}
 
-/// The part of a binding that a table can spell: " : " and the semantic's text or the name in
-/// parentheses. Empty without a binding.
-std::string BindingText(const SpellingTable& semantics, const MorlRegister* binding);
+/// A sampler or texture register, such as "register(s2)".
+inline void AppendRegister(Text& text, char kind, int number)
+{
+    text.Append("register(", kind, StringHelper::ConvertToString(number, 10), ')');
+}
 
-/// A sampler or texture register, such as "register(s2)". A name without a number gets 0, which is
-/// stored in `registers`.
-std::string SamplerRegister(char kind, std::unordered_map<std::string, int>& registers,
-                            const std::string& name);
+/// Appends the part of a binding that does not depend on the stage: " : " and the semantic, the
+/// name in parentheses or the sampler's register. Nothing without a binding.
+template <class Answers>
+void AppendBinding(Text& text, const TargetSpellings& spellings, Answers& answers,
+                   const MorlDeclare* declare, const MorlRegister* binding)
+{
+    if (binding == nullptr) {
+        return;
+    }
+    const bool isNamed = binding->registerToken == TOKEN_IDENTIFIER;
+    text.Append(" : ", isNamed ? std::string_view(binding->name)
+                               : spellings.semantics.Text(binding->registerToken));
+    if (binding->registerToken == TOKEN_SAUTO) {
+        AppendRegister(text, spellings.registerKind, answers.SamplerNumber(declare->name));
+    }
+}
 
 }  // namespace ns_ruke

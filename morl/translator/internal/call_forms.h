@@ -2,6 +2,7 @@
 #pragma once
 
 #include "morl/parser/token.h"
+#include "morl/translator/internal/text.h"
 
 #include <array>
 #include <cstddef>
@@ -89,17 +90,17 @@ private:
 };
 
 /// Appends a call in the form Transposed.
-void AppendTransposed(std::string& text, const CallForm& form, const CallArguments& arguments);
+void AppendTransposed(Text& text, const CallForm& form, const CallArguments& arguments);
 
 /// Appends a call in the form Sampling.
 /// @param arguments the form's arguments, and for a shadow map the value to compare with.
-void AppendSampling(std::string& text, const CallArguments& arguments);
+void AppendSampling(Text& text, const CallArguments& arguments);
 
 /// Whether a texture object is a shadow map, judging by its name. Shadow maps are sampled by
 /// comparison.
 bool IsShadowMap(std::string_view texture);
 
-/// The name of the sampler state of a texture object.
-std::string SamplerState(std::string_view texture);
+/// What precedes the name of a texture object in that of its sampler state.
+constexpr std::string_view kSamplerState = "sampler_";
 
 }  // namespace ns_ruke

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "morl/translator/internal/glsl_layout.h"
 
-#include "morl/translator/internal/bindings.h"
-
 namespace ns_ruke {
 
 constexpr SpellingTable kGlslAutoTypes({
@@ -32,62 +30,5 @@ constexpr SpellingTable kGlslSemantics({
     {TOKEN_COLOR2, "COLOR2"},
     {TOKEN_COLOR3, "COLOR3"},
 });
-
-std::string GlslInputLocal(const std::string& name)
-{
-    return "i" + name;
-}
-
-std::string GlslOutputLocal(const std::string& name)
-{
-    return "ret" + name;
-}
-
-std::string GlslStageGlobal(MorlTranslator& translator, MorlDeclare* declare)
-{
-    std::string text = translator.WriteBuffer(declare->bufferType);
-    text.append(" ").append(translator.WriteVariableType(declare));
-    text.append(" ").append(declare->name).append(";\n");
-    return text;
-}
-
-std::string GlslInputCopies(MorlTranslator& translator, const std::vector<MorlDeclare*>& inputs)
-{
-    std::string text = ListText(inputs);
-    for (MorlDeclare* input : inputs) {
-        text.append("\t").append(translator.WriteVariableType(input)).append(" ");
-        text.append(GlslInputLocal(input->name)).append(" = ").append(input->name).append(";\n");
-    }
-    return text;
-}
-
-std::string GlslOutputLocals(MorlTranslator& translator, const std::vector<MorlDeclare*>& outputs,
-                             std::string_view start)
-{
-    std::string text = ListText(outputs);
-    for (MorlDeclare* output : outputs) {
-        const std::string type = translator.WriteVariableType(output);
-        text.append("\t").append(type).append(" ").append(GlslOutputLocal(output->name));
-        text.append(" = ").append(type).append("(").append(start).append(");\n");
-    }
-    return text;
-}
-
-std::string GlslCopyOut(std::string_view target, const MorlDeclare* output)
-{
-    std::string text = "\t";
-    text.append(target).append(" = ").append(GlslOutputLocal(output->name)).append("; \n");
-    return text;
-}
-
-std::string GlslBinding(std::unordered_map<std::string, int>& samplerRegisters,
-                        const MorlDeclare* declare, const MorlRegister* binding)
-{
-    std::string text = BindingText(kGlslSemantics, binding);
-    if (binding != nullptr && binding->registerToken == TOKEN_SAUTO) {
-        text += SamplerRegister('s', samplerRegisters, declare->name);
-    }
-    return text;
-}
 
 }  // namespace ns_ruke

@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "morl/translator/internal/bindings.h"
 #include "morl/translator/internal/spelling_table.h"
-#include "morl/translator/morl_translator.h"
+#include "morl/translator/internal/walk.h"
 
-#include <string>
 #include <string_view>
-#include <unordered_map>
-#include <vector>
 
 namespace ns_ruke {
 
@@ -20,32 +18,71 @@ extern const SpellingTable kGlslSemantics;
 // named "i" + name, computes the outputs in locals named "ret" + name, and finally copies those to
 // the outputs.
 
-/// The name of the local copy of an input, and of the local of an output.
-std::string GlslInputLocal(const std::string& name);
-std::string GlslOutputLocal(const std::string& name);
+constexpr std::string_view kGlslInputLocal = "i";
+constexpr std::string_view kGlslOutputLocal = "ret";
 
 /// A global of a stage: storage word, type and name.
-std::string GlslStageGlobal(MorlTranslator& translator, MorlDeclare* declare);
+template <class Answers>
+void GlslStageGlobal(Walk<Answers>& walk, MorlDeclare* declare)
+{
+    const auto buffer = walk.answers.Buffer(declare->bufferType);
+    const auto type = walk.answers.Type(declare);
+    walk.text.Append(buffer, ' ', type, ' ', declare->name, ";\n");
+}
+
+template <class Answers>
+void GlslUniforms(Walk<Answers>& walk, const Declares& uniforms)
+{
+    for (MorlDeclare* uniform : uniforms) {
+        walk.Global(uniform);
+        walk.text.Append(";\n");
+    }
+}
 
 /// The local copies of the inputs.
-std::string GlslInputCopies(MorlTranslator& translator, const std::vector<MorlDeclare*>& inputs);
+template <class Answers>
+void GlslInputCopies(Walk<Answers>& walk, const Declares& inputs)
+{
+    for (MorlDeclare* input : inputs) {
+        const auto type = walk.answers.Type(input);
+        const std::string& name = input->name;
+        walk.text.Append('\t', type, ' ', kGlslInputLocal, name, " = ", name, ";\n");
+    }
+}
 
 /// The locals of the outputs, each initialised by its type's constructor with `start`.
-std::string GlslOutputLocals(MorlTranslator& translator, const std::vector<MorlDeclare*>& outputs,
-                             std::string_view start);
+template <class Answers>
+void GlslOutputLocals(Walk<Answers>& walk, const Declares& outputs, std::string_view start)
+{
+    for (MorlDeclare* output : outputs) {
+        const auto type = walk.answers.Type(output);
+        walk.text.Append('\t', type, ' ', kGlslOutputLocal, output->name, " = ");
+        walk.text.Append(type, '(', start, ");\n");
+    }
+}
 
 /// The line that copies an output's local to `target`.
-std::string GlslCopyOut(std::string_view target, const MorlDeclare* output);
+inline void GlslCopyOut(Text& text, std::string_view target, const MorlDeclare* output)
+{
+    text.Append('\t', target, " = ", kGlslOutputLocal, output->name, "; \n");
+}
 
-/// The binding of a declaration. Shaders of these targets do not contain it; it is for tools that
-/// ask a back end for it.
-std::string GlslBinding(std::unordered_map<std::string, int>& samplerRegisters,
-                        const MorlDeclare* declare, const MorlRegister* binding);
-
-/// The line that opens the entry function.
-constexpr std::string_view kGlslMainStart = "void main(){ \n";
-
-/// What ends the entry function.
-constexpr std::string_view kGlslMainEnd = "}\n";
+/// The entry function.
+/// @param outputLocals, finalOutput append the lines at its start and end for the outputs.
+template <class Answers, class OutputLocals, class FinalOutput>
+void GlslMain(Walk<Answers>& walk, MorlProgram& linked, const OutputLocals& outputLocals,
+              const FinalOutput& finalOutput)
+{
+    walk.text.Append("void main(){ \n");
+    walk.answers.Ask(
+        walk.text, [&](MorlTranslator& hooks) { return hooks.WriteInputConvert(linked.inputs); },
+        [&](auto& /*record*/) { GlslInputCopies(walk, linked.inputs); });
+    walk.answers.Ask(
+        walk.text, [&](MorlTranslator& hooks) { return hooks.WriteOutputConvert(linked.outputs); },
+        [&](auto& /*record*/) { outputLocals(walk, linked.outputs); });
+    walk.MainBody(linked);
+    finalOutput(walk.text, linked.outputs);
+    walk.text.Append("}\n");
+}
 
 }  // namespace ns_ruke

@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "morl/translator/internal/hlsl_layout.h"
 
-#include "morl/core/string_helper.h"
-#include "morl/translator/internal/bindings.h"
-
 namespace ns_ruke {
 
 /// The rows of calls that have a form in kCalls (the matrices, and sampling in Direct3D 10) are not
@@ -39,9 +36,9 @@ constexpr SpellingTable kHlslFunctions({
     {TOKEN_LERP, "lerp"},
 });
 
-HlslStructs HlslStructsOf(const MorlProgram* program)
+HlslStructs HlslStructsOf(int stage)
 {
-    switch (StageOf(program)) {
+    switch (stage) {
     case kVertexStage:
         return {"VS_INPUT", "VS_OUTPUT"};
     case kFragmentStage:
@@ -49,76 +46,6 @@ HlslStructs HlslStructsOf(const MorlProgram* program)
     default:
         return {"", ""};
     }
-}
-
-std::string OpenHlslStruct(std::string_view name)
-{
-    return std::string("struct ").append(name).append("{\n");
-}
-
-std::string HlslBinding(const HlslBindings& bindings, const MorlProgram* program,
-                        const MorlDeclare* declare, const MorlRegister* binding)
-{
-    std::string text = BindingText(bindings.semantics, binding);
-    const ENUM_TOKEN token = binding != nullptr ? binding->registerToken : TOKEN_NONE;
-    if (token == TOKEN_SAUTO) {
-        text += SamplerRegister(bindings.registerKind, bindings.samplerRegisters, declare->name);
-    } else if (token == TOKEN_TEXAUTO && StageOf(program) == kFragmentStage) {
-        text += bindings.inputSemantics[declare->name];
-    } else if (token == TOKEN_TEXAUTO) {
-        std::string& semantic = bindings.outputSemantics[declare->name];
-        semantic = "TEXCOORD" + StringHelper::ConvertToString(bindings.texcoordCounter, 10);
-        text += semantic;
-        ++bindings.texcoordCounter;
-    }
-    return text;
-}
-
-std::string HlslInputMembers(MorlTranslator& translator, const std::vector<MorlDeclare*>& inputs,
-                             std::unordered_map<std::string, std::string>& variableNames)
-{
-    std::string text = ListText(inputs);
-    for (MorlDeclare* input : inputs) {
-        variableNames[input->name] = "i" + input->name;
-        text.append("\t").append(translator.WriteVariableType(input)).append(" ");
-        text.append(input->name).append(translator.WriteRegister(input, input->registerBinding));
-        text += ";\n";
-    }
-    return text;
-}
-
-std::string HlslOutputMember(MorlTranslator& translator, MorlDeclare* output,
-                             std::unordered_map<std::string, std::string>& variableNames)
-{
-    variableNames[output->name] = "output." + output->name;
-    std::string text = "\t";
-    text.append(translator.WriteVariableType(output)).append(" ").append(output->name);
-    text.append(translator.WriteRegister(output, output->registerBinding)).append(";\n");
-    return text;
-}
-
-std::string HlslInputCopies(MorlTranslator& translator, const std::vector<MorlDeclare*>& inputs)
-{
-    std::string text = ListText(inputs);
-    for (MorlDeclare* input : inputs) {
-        text.append("\t").append(translator.WriteVariableType(input)).append(" i");
-        text.append(input->name).append(" = input.").append(input->name).append(";\n");
-    }
-    return text;
-}
-
-std::string HlslOutputLocal(const MorlProgram* program)
-{
-    const std::string_view name = HlslStructsOf(program).output;
-    return name.empty() ? std::string() : "\t" + std::string(name) + " output;\n";
-}
-
-std::string OpenHlslMain(const MorlProgram* program)
-{
-    const HlslStructs structs = HlslStructsOf(program);
-    std::string text(structs.output);
-    text.append(" main(").append(structs.input).append(" input){ \n");
-    return text;
 }
 
 }  // namespace ns_ruke

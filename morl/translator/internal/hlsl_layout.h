@@ -1,15 +1,17 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "morl/ast/stage.h"
+#include "morl/core/string_helper.h"
+#include "morl/translator/internal/bindings.h"
 #include "morl/translator/internal/call_forms.h"
 #include "morl/translator/internal/spelling_table.h"
-#include "morl/translator/morl_translator.h"
+#include "morl/translator/internal/walk.h"
 
 #include <cstdint>
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <vector>
 
 namespace ns_ruke {
 
@@ -38,46 +40,130 @@ struct HlslStructs {
     std::string_view output;
 };
 
-HlslStructs HlslStructsOf(const MorlProgram* program);
+HlslStructs HlslStructsOf(int stage);
 
-/// The line that opens a struct.
-std::string OpenHlslStruct(std::string_view name);
-
-/// The tables of a translator in which bindings are looked up and stored.
-struct HlslBindings {
-    const SpellingTable& semantics;
-    char registerKind;  ///< of samplers: 's', or 't' for texture objects
-    std::unordered_map<std::string, std::string>& inputSemantics;
-    std::unordered_map<std::string, std::string>& outputSemantics;
-    std::unordered_map<std::string, int>& samplerRegisters;
-    std::uint32_t& texcoordCounter;
+/// The automatic texture coordinates that a stage has assigned.
+struct HlslTexcoords {
+    std::unordered_map<std::string, std::string>& assigned;  ///< by declaration name
+    std::uint32_t& counter;                                  ///< the number of the next one
 };
 
 /// The binding of a declaration. A declaration bound to TEXAUTO gets, in the fragment stage, the
 /// texture coordinate that the vertex stage assigned to its name; in other stages it gets the next
-/// one, which is stored in the output semantics.
-/// @param program tells the stage; only read for TEXAUTO.
-std::string HlslBinding(const HlslBindings& bindings, const MorlProgram* program,
-                        const MorlDeclare* declare, const MorlRegister* binding);
+/// one. The stage is only read for TEXAUTO.
+template <class Answers>
+void AppendHlslBinding(Text& text, const TargetSpellings& spellings, Answers& answers,
+                       const HlslTexcoords& texcoords, const MorlDeclare* declare,
+                       const MorlRegister* binding)
+{
+    AppendBinding(text, spellings, answers, declare, binding);
+    if (binding == nullptr || binding->registerToken != TOKEN_TEXAUTO) {
+        return;
+    }
+    if (answers.Stage() == kFragmentStage) {
+        text.Append(answers.InputSemantic(declare->name));
+        return;
+    }
+    std::string& semantic = texcoords.assigned[declare->name];
+    semantic = "TEXCOORD" + StringHelper::ConvertToString(texcoords.counter, 10);
+    text.Append(semantic);
+    ++texcoords.counter;
+}
+
+/// The binding of a declaration in a list.
+template <class Answers>
+void HlslBinding(Walk<Answers>& walk, MorlDeclare* declare)
+{
+    MorlRegister* binding = declare->registerBinding;
+    walk.answers.Ask(
+        walk.text, [&](MorlTranslator& hooks) { return hooks.WriteRegister(declare, binding); },
+        [&](auto& record) {
+            const HlslTexcoords texcoords = {record.outputSemantics, record.texcoordCounter};
+            AppendHlslBinding(walk.text, record.spellings, record, texcoords, declare, binding);
+        });
+}
+
+/// A uniform with its binding.
+template <class Answers>
+void HlslUniform(Walk<Answers>& walk, MorlDeclare* uniform)
+{
+    walk.Global(uniform);
+    HlslBinding(walk, uniform);
+    walk.text.Append(";\n");
+}
+
+/// A member of a struct.
+template <class Answers>
+void HlslMember(Walk<Answers>& walk, MorlDeclare* declare)
+{
+    walk.text.Append('\t', walk.answers.Type(declare), ' ', declare->name);
+    HlslBinding(walk, declare);
+    walk.text.Append(";\n");
+}
 
 /// The members of an input struct. Also renames the inputs in the body to their local copies.
-std::string HlslInputMembers(MorlTranslator& translator, const std::vector<MorlDeclare*>& inputs,
-                             std::unordered_map<std::string, std::string>& variableNames);
+template <class Answers>
+void HlslInputMembers(Walk<Answers>& walk, const Declares& inputs)
+{
+    for (MorlDeclare* input : inputs) {
+        walk.answers.Rename(input->name, "i");
+        HlslMember(walk, input);
+    }
+}
 
 /// One member of the output struct. Also renames the output in the body to this member.
-std::string HlslOutputMember(MorlTranslator& translator, MorlDeclare* output,
-                             std::unordered_map<std::string, std::string>& variableNames);
+template <class Answers>
+void HlslOutputMember(Walk<Answers>& walk, MorlDeclare* output)
+{
+    walk.answers.Rename(output->name, "output.");
+    HlslMember(walk, output);
+}
+
+/// The output struct.
+template <class Answers>
+void HlslOutputs(Walk<Answers>& walk, const Declares& outputs)
+{
+    walk.text.Append("struct ", HlslStructsOf(walk.answers.Stage()).output, "{\n");
+    for (MorlDeclare* output : outputs) {
+        HlslOutputMember(walk, output);
+    }
+    walk.text.Append("};\n");
+}
 
 /// The local copies of the inputs.
-std::string HlslInputCopies(MorlTranslator& translator, const std::vector<MorlDeclare*>& inputs);
+template <class Answers>
+void HlslInputCopies(Walk<Answers>& walk, const Declares& inputs)
+{
+    for (MorlDeclare* input : inputs) {
+        const std::string& name = input->name;
+        walk.text.Append('\t', walk.answers.Type(input), " i", name, " = input.", name, ";\n");
+    }
+}
 
 /// The local output struct.
-std::string HlslOutputLocal(const MorlProgram* program);
+template <class Answers>
+void HlslOutputLocal(Walk<Answers>& walk, const Declares& /*outputs*/)
+{
+    const std::string_view name = HlslStructsOf(walk.answers.Stage()).output;
+    if (!name.empty()) {
+        walk.text.Append('\t', name, " output;\n");
+    }
+}
 
-/// The line that opens the entry function.
-std::string OpenHlslMain(const MorlProgram* program);
-
-/// What ends the entry function.
-constexpr std::string_view kHlslMainEnd = "\treturn output;\n}\n";
+/// The entry function.
+template <class Answers>
+void HlslMain(Walk<Answers>& walk, MorlProgram& linked)
+{
+    const HlslStructs structs = HlslStructsOf(walk.answers.Stage());
+    walk.text.Append(structs.output, " main(", structs.input, " input){ \n");
+    walk.answers.Ask(
+        walk.text, [&](MorlTranslator& hooks) { return hooks.WriteInputConvert(linked.inputs); },
+        [&](auto& /*record*/) { HlslInputCopies(walk, linked.inputs); });
+    walk.answers.Ask(
+        walk.text, [&](MorlTranslator& hooks) { return hooks.WriteOutputConvert(linked.outputs); },
+        [&](auto& /*record*/) { HlslOutputLocal(walk, linked.outputs); });
+    walk.MainBody(linked);
+    walk.text.Append("\treturn output;\n}\n");
+}
 
 }  // namespace ns_ruke

@@ -1,24 +1,70 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "morl/ast/program.h"
+#include "morl/ast/stage.h"
+#include "morl/translator/internal/bindings.h"
 
-#include <string>
-#include <unordered_map>
+#include <cstddef>
+#include <string_view>
 #include <vector>
 
 namespace ns_ruke {
 
-/// The rank of a declaration within its stage, so that the outputs of a vertex stage and the inputs
-/// of a fragment stage are declared in the same order. Automatic texture coordinates come after the
-/// ranked semantics; in the fragment stage they are ordered by their number in `inputSemantics`, to
-/// which a missing name is added with an empty text. All other declarations get 999.
-/// @param program tells the stage; only read for automatic texture coordinates.
-int RegisterIndex(const MorlDeclare* declare, const MorlProgram* program,
-                  std::unordered_map<std::string, std::string>& inputSemantics);
+/// The rank of an automatic texture coordinate, such as "TEXCOORD2". They come after the semantics
+/// that have a rank of their own, in the order of their numbers.
+int RankOfTexcoord(std::string_view semantic);
 
-/// Sorts by RegisterIndex; declarations of the same index keep their order.
-void SortByRegisterIndex(std::vector<MorlDeclare*>& declares, const MorlProgram* program,
-                         std::unordered_map<std::string, std::string>& inputSemantics);
+/// The rank of a declaration within its stage, so that the outputs of a vertex stage and the inputs
+/// of a fragment stage are declared in the same order. The stage is only read for automatic texture
+/// coordinates; only those of the fragment stage have numbers. Everything else gets 999.
+template <class Answers>
+int RegisterIndex(Answers& answers, const MorlDeclare* declare)
+{
+    constexpr int kNoPlace = 999;
+    switch (BindingToken(declare)) {
+    case TOKEN_SV_POSITION:
+        return 0;
+    case TOKEN_NORMAL:
+        return 1;
+    case TOKEN_TANGENT:
+        return 2;
+    case TOKEN_BINORMAL:
+        return 3;
+    case TOKEN_TEXAUTO:
+        return RankOfTexcoord(answers.Stage() == kFragmentStage
+                                  ? answers.InputSemantic(declare->name)
+                                  : std::string_view());
+    default:
+        return kNoPlace;
+    }
+}
+
+/// A declaration with what it is sorted by: its rank, then its place in the list.
+struct RankedDeclare {
+    int rank;
+    std::size_t position;
+    MorlDeclare* declare;
+};
+
+/// Sorts by rank; declarations of the same rank keep their order.
+void SortByRank(std::vector<RankedDeclare>& ranked);
+
+/// The declarations in the order of their register indexes.
+template <class Answers>
+Declares InRegisterOrder(Answers& answers, const Declares& declares)
+{
+    std::vector<RankedDeclare> ranked;
+    ranked.reserve(declares.size());
+    for (MorlDeclare* declare : declares) {
+        ranked.push_back({RegisterIndex(answers, declare), ranked.size(), declare});
+    }
+    SortByRank(ranked);
+    Declares sorted;
+    sorted.reserve(ranked.size());
+    for (const RankedDeclare& place : ranked) {
+        sorted.push_back(place.declare);
+    }
+    return sorted;
+}
 
 }  // namespace ns_ruke

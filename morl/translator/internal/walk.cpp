@@ -11,7 +11,9 @@ namespace ns_ruke {
 template <class Answers>
 void Walk<Answers>::Indent(int indent)
 {
-    text.append(indent > 0 ? static_cast<std::size_t>(indent) : 0, '\t');
+    for (int i = 0; i < indent; ++i) {
+        text.Append('\t');
+    }
 }
 
 // Macro statements are handled by the linker; any that remain are not written.
@@ -64,29 +66,28 @@ template <class Answers>
 void Walk<Answers>::EmptySentence(int indent)
 {
     Indent(indent);
-    text += "; \n";
+    text.Append("; \n");
 }
 
 template <class Answers>
 void Walk<Answers>::SpecialSentence(MorlSpecialSentence* sentence, int indent)
 {
     Indent(indent);
-    answers.Keyword(text, sentence->keyword);
-    text += "; \n";
+    text.Append(answers.Keyword(sentence->keyword), "; \n");
 }
 
 template <class Answers>
 void Walk<Answers>::SingleComment(MorlSingleCommentSentence* sentence, int indent)
 {
     Indent(indent);
-    text.append("//").append(sentence->text).append("\n");
+    text.Append("//", sentence->text, '\n');
 }
 
 template <class Answers>
 void Walk<Answers>::MultiComment(MorlMultiCommentSentence* sentence, int indent)
 {
     Indent(indent);
-    text.append("/*").append(sentence->text).append("*/\n");
+    text.Append("/*", sentence->text, "*/\n");
 }
 
 template <class Answers>
@@ -94,12 +95,11 @@ void Walk<Answers>::DefinitionSentence(MorlDefinitionSentence* sentence, int ind
 {
     Indent(indent);
     if (sentence->varType != TOKEN_NONE) {
-        answers.Type(text, sentence->varType);
-        text += ' ';
+        text.Append(answers.Type(sentence->varType), ' ');
     }
-    text += sentence->name;
+    text.Append(sentence->name);
     DefinitionArray(sentence->arraySize);
-    text += ";\n";
+    text.Append(";\n");
 }
 
 template <class Answers>
@@ -107,16 +107,13 @@ void Walk<Answers>::AssignSentence(MorlAssignSentence* sentence, int indent)
 {
     Indent(indent);
     if (sentence->varType != TOKEN_NONE) {
-        answers.Type(text, sentence->varType);
-        text += ' ';
+        text.Append(answers.Type(sentence->varType), ' ');
     }
     Expression(sentence->target);
-    text += ' ';
-    text += kAssignOperators.Text(sentence->operatorToken);
-    text += ' ';
+    text.Append(' ', kAssignOperators.Text(sentence->operatorToken), ' ');
     Expression(sentence->value);
     if (sentence->withSemicolon) {
-        text += ";\n";
+        text.Append(";\n");
     }
 }
 
@@ -124,20 +121,37 @@ template <class Answers>
 void Walk<Answers>::IfSentence(MorlIfSentence* sentence, int indent)
 {
     Indent(indent);
-    text += sentence->unitType == TOKEN_ELSE ? "else if(" : "if(";
+    text.Append(sentence->unitType == TOKEN_ELSE ? "else if(" : "if(");
     Expression(sentence->condition);
-    text += " ) {\n";
+    text.Append(" ) {\n");
     Sentences(sentence->sentences, indent + 1);
     Indent(indent);
-    text += "} \n";
+    text.Append("} \n");
     if (sentence->elseSentences.empty()) {
         return;
     }
     Indent(indent);
-    text += "else { \n";
+    text.Append("else { \n");
     Sentences(sentence->elseSentences, indent + 1);
     Indent(indent);
-    text += "} \n";
+    text.Append("} \n");
+}
+
+template <class Answers>
+void Walk<Answers>::MainBody(const MorlProgram& linked)
+{
+    if (linked.mainFunction != nullptr) {
+        Sentences(linked.mainFunction->sentences, 1);
+    }
+}
+
+template <class Answers>
+void Walk<Answers>::Global(MorlDeclare* declare)
+{
+    const auto buffer = answers.Buffer(declare->bufferType);
+    const auto type = answers.Type(declare);
+    text.Append(buffer, ' ', type, ' ', declare->name);
+    DefinitionArray(declare->arraySize);
 }
 
 // The init statement ends with a semicolon and a line break; the line break is removed again.
@@ -145,27 +159,27 @@ template <class Answers>
 void Walk<Answers>::ForSentence(MorlForSentence* sentence, int indent)
 {
     Indent(indent);
-    text += "for(";
+    text.Append("for(");
     Sentence(sentence->init, 0);
-    text.pop_back();
+    text.Truncate(text.Size() - 1);
     Expression(sentence->condition);
-    text += ';';
+    text.Append(';');
     if (sentence->step != nullptr) {
         AssignSentence(sentence->step, 0);
     }
-    text += " ) {\n";
+    text.Append(" ) {\n");
     Sentences(sentence->sentences, indent + 1);
     Indent(indent);
-    text += "} \n";
+    text.Append("} \n");
 }
 
 template <class Answers>
 void Walk<Answers>::DefinitionArray(MorlExpression* size)
 {
     if (size != nullptr) {
-        text += '[';
+        text.Append('[');
         Expression(size);
-        text += ']';
+        text.Append(']');
     }
 }
 
@@ -177,7 +191,7 @@ void Walk<Answers>::Expression(MorlExpression* expression)
     }
     switch (expression->unitType) {
     case TOKEN_FUNCTION_CALL:
-        answers.Call(*this, static_cast<MorlFunctionCall*>(expression));
+        FunctionCall(static_cast<MorlFunctionCall*>(expression));
         break;
     case TOKEN_UNARY_OPERATION:
         UnaryOperation(static_cast<MorlUnaryOperation*>(expression));
@@ -189,10 +203,10 @@ void Walk<Answers>::Expression(MorlExpression* expression)
         ParenthesiseExpression(static_cast<MorlParenthesiseExpression*>(expression));
         break;
     case TOKEN_IDENTIFIER:
-        answers.Variable(text, static_cast<MorlVariable*>(expression));
+        answers.AppendVariable(text, static_cast<MorlVariable*>(expression));
         break;
     case TOKEN_NUMBER:
-        text += static_cast<MorlNumber*>(expression)->value;
+        text.Append(static_cast<MorlNumber*>(expression)->value);
         break;
     default:
         break;
@@ -203,7 +217,7 @@ void Walk<Answers>::Expression(MorlExpression* expression)
 template <class Answers>
 void Walk<Answers>::UnaryOperation(MorlUnaryOperation* operation)
 {
-    answers.Operator(text, operation->operatorToken);
+    text.Append(answers.Operator(operation->operatorToken));
     Expression(operation->operand);
 }
 
@@ -213,21 +227,29 @@ void Walk<Answers>::BinaryOperation(MorlBinaryOperation* operation)
 {
     Expression(operation->left);
     if (operation->operatorToken == TOKEN_INDEX) {
-        text += '[';
+        text.Append('[');
         Expression(operation->right);
-        text += ']';
+        text.Append(']');
         return;
     }
-    answers.Operator(text, operation->operatorToken);
+    text.Append(answers.Operator(operation->operatorToken));
     Expression(operation->right);
 }
 
 template <class Answers>
 void Walk<Answers>::ParenthesiseExpression(MorlParenthesiseExpression* expression)
 {
-    text += '(';
+    text.Append('(');
     Expression(expression->expression);
-    text += ')';
+    text.Append(')');
+}
+
+template <class Answers>
+void Walk<Answers>::FunctionCall(MorlFunctionCall* call)
+{
+    answers.Ask(
+        text, [call](MorlTranslator& hooks) { return hooks.WriteFunctionCall(call); },
+        [this, call](auto& record) { Call(call, record.spellings.callForms); });
 }
 
 template <class Answers>
@@ -247,17 +269,17 @@ void Walk<Answers>::FormedCall(MorlFunctionCall* call, const CallForm& form)
 {
     switch (form.layout) {
     case CallLayout::Matrix:
-        text.append(form.matrix).append("(");
+        text.Append(form.matrix, '(');
         SeparatedArguments(call, form, ',');
-        text += form.end;
+        text.Append(form.end);
         break;
     case CallLayout::Product:
         SeparatedArguments(call, form, '*');
         break;
     case CallLayout::Saturate:
-        text += "clamp(";
+        text.Append("clamp(");
         SeparatedArguments(call, form, ',');
-        text += ",0.0,1.0)";
+        text.Append(",0.0,1.0)");
         break;
     case CallLayout::Transposed:
         AppendTransposed(text, form, Arguments(call, form));
@@ -277,7 +299,7 @@ void Walk<Answers>::SeparatedArguments(MorlFunctionCall* call, const CallForm& f
     }
     for (std::size_t i = 0; i < form.arguments; ++i) {
         if (i > 0) {
-            text += separator;
+            text.Append(separator);
         }
         if (i < call->arguments.size()) {
             Expression(call->arguments[i]);
@@ -288,17 +310,16 @@ void Walk<Answers>::SeparatedArguments(MorlFunctionCall* call, const CallForm& f
 template <class Answers>
 void Walk<Answers>::PlainCall(MorlFunctionCall* call)
 {
-    answers.FunctionName(text, call);
-    text += '(';
+    text.Append(answers.FunctionName(call), '(');
     bool first = true;
     for (MorlExpression* argument : call->arguments) {
         if (!first) {
-            text += ',';
+            text.Append(',');
         }
         first = false;
         Expression(argument);
     }
-    text += ')';
+    text.Append(')');
 }
 
 // Arguments beyond those that the form reads are ignored. Missing ones are reported once and are
@@ -329,12 +350,12 @@ template <class Answers>
 std::string Walk<Answers>::Argument(MorlFunctionCall* call, std::size_t index, bool isRepeated)
 {
     const unsigned repeating = isRepeated ? 1 : 0;
-    MorlTranslator::Repetition& repetition = answers.translator.repetition;
+    auto& repetition = answers.repetition;
     repetition.nested += repeating;
-    std::string argument;
+    Text argument;
     Walk(answers, argument).Expression(call->arguments[index]);
     repetition.nested -= repeating;
-    return argument;
+    return argument.Copy();
 }
 
 // The value that a shadow map is compared with.
@@ -360,7 +381,7 @@ void Walk<Answers>::ReportMissingArguments(const MorlFunctionCall* call)
 template <class Answers>
 bool Walk<Answers>::ReserveRepeatedText(const MorlFunctionCall* call, std::size_t size)
 {
-    MorlTranslator::Repetition& repetition = answers.translator.repetition;
+    auto& repetition = answers.repetition;
     if (size == 0 || repetition.nested == 0) {
         return true;
     }

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "morl/ast/program.h"
+#include "morl/compiler/pass_property.h"
+#include "morl/compiler/shader_output.h"
+
+#include <string_view>
+
+namespace ns_ruke {
+
+struct TargetSpellings;
+
+/// What a target spells in its own way, or null if no target has exactly this name.
+const TargetSpellings* FindSpellings(std::string_view target);
+
+/// Writes a linked program as the shader that a request asks for. The result is that of the
+/// target's translator, but nothing can be overridden, and so it takes half the time.
+void WriteRequest(const TargetSpellings& target, const PassProperty& pass, MorlProgram& program,
+                  ShaderOutput& output);
+
+}  // namespace ns_ruke
