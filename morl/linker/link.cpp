@@ -111,7 +111,9 @@ void MorlLinker::MergePrograms(Macros& macros, std::vector<MorlNode*>& nodes, Mo
     AddNames(program.uniforms, 0);
     UseMacros(macros);
     program.ownership.functions = false;
-    for (MorlNode* node : TakeOrdered(nodes)) {
+    const std::vector<MorlNode*> ordered = TakeOrdered(nodes);
+    ReserveLists(ordered, program);
+    for (MorlNode* node : ordered) {
         MergeProgram(node, macroValues, program);
     }
 }
@@ -213,6 +215,29 @@ bool MorlLinker::CheckNodeReference(std::unordered_set<std::string>& linked,
         [&](const std::string& name) { return all.count(name) != 0 && linked.count(name) == 0; });
 }
 
+// Macro groups count as one element each, so the lists may still grow.
+void MorlLinker::ReserveLists(const std::vector<MorlNode*>& nodes, MorlProgram& program)
+{
+    std::size_t inputs = 0;
+    std::size_t outputs = 0;
+    std::size_t uniforms = 0;
+    std::size_t sentences = 0;
+    for (const MorlNode* node : nodes) {
+        const MorlProgram* source = node->program;
+        inputs += source != nullptr ? source->inputs.size() : 0;
+        outputs += source != nullptr ? source->outputs.size() : 0;
+        uniforms += source != nullptr ? source->uniforms.size() : 0;
+        const MorlFunction* main = source != nullptr ? source->mainFunction : nullptr;
+        sentences += main != nullptr ? main->sentences.size() : 0;
+    }
+    ReserveMore(program.inputs, inputs);
+    ReserveMore(program.outputs, outputs);
+    ReserveMore(program.uniforms, uniforms);
+    if (program.mainFunction != nullptr) {
+        ReserveMore(program.mainFunction->sentences, sentences);
+    }
+}
+
 // A node without a program, or without a `main`, contributes what it has.
 void MorlLinker::MergeProgram(MorlNode* node, Macros& macros, MorlProgram& program)
 {
@@ -221,9 +246,6 @@ void MorlLinker::MergeProgram(MorlNode* node, Macros& macros, MorlProgram& progr
         return;
     }
     const LogScope scope(node->name);
-    ReserveMore(program.inputs, source->inputs.size());
-    ReserveMore(program.outputs, source->outputs.size());
-    ReserveMore(program.uniforms, source->uniforms.size());
     for (MorlDeclare* declare : source->inputs) {
         ProcessDeclare(macros, program.inputs, declare, false);
     }
@@ -240,7 +262,6 @@ void MorlLinker::MergeProgram(MorlNode* node, Macros& macros, MorlProgram& progr
         return;
     }
     std::vector<MorlSentence*>& sentences = program.mainFunction->sentences;
-    ReserveMore(sentences, source->mainFunction->sentences.size());
     for (MorlSentence* sentence : source->mainFunction->sentences) {
         ProcessSentence(macros, sentences, sentence, false);
     }

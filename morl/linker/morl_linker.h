@@ -56,6 +56,7 @@ private:
     void ReportCycle(const std::vector<MorlNode*>& list, const std::vector<MorlNode*>& ordered);
     bool CheckNodeReference(std::unordered_set<std::string>& linked,
                             std::unordered_set<std::string>& all, MorlNode* node);
+    static void ReserveLists(const std::vector<MorlNode*>& nodes, MorlProgram& program);
     void MergeProgram(MorlNode* node, Macros& macros, MorlProgram& program);
     void ProcessFunction(Macros& macros, std::vector<MorlFunction*>& functions,
                          MorlFunction* function, bool flag);

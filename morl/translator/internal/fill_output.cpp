@@ -3,6 +3,7 @@
 
 #include "morl/ast/internal/ownership.h"
 
+#include <cstddef>
 #include <utility>
 
 namespace ns_ruke {
@@ -10,14 +11,19 @@ namespace {
 
 using Semantics = std::unordered_map<std::string, std::string>;
 
-std::vector<std::string> Names(const std::vector<MorlDeclare*>& declares)
+/// Appends the names of declarations, all or none.
+void AppendNames(const std::vector<MorlDeclare*>& declares, std::vector<std::string>& names)
 {
-    std::vector<std::string> names;
-    names.reserve(declares.size());
-    for (const MorlDeclare* declare : declares) {
-        names.push_back(declare->name);
+    const std::size_t before = names.size();
+    ReserveMore(names, declares.size());
+    try {
+        for (const MorlDeclare* declare : declares) {
+            names.push_back(declare->name);
+        }
+    } catch (...) {
+        names.resize(before);
+        throw;
     }
-    return names;
 }
 
 /// Moves assigned semantics into a table. Cannot fail: the table has room for them.
@@ -34,19 +40,15 @@ void MoveSemantics(Semantics& assigned, Semantics& table) noexcept
 
 }  // namespace
 
-// Everything that can fail happens before the first change to `output`.
 void FillOutput(std::string code, const std::vector<MorlDeclare*>& uniforms, Semantics assigned,
                 ShaderOutput& output)
 {
-    std::vector<std::string> names = Names(uniforms);
-    ReserveMore(output.uniformNames, names.size());
     if (!assigned.empty()) {
         output.semantics.reserve(output.semantics.size() + assigned.size());
-        MoveSemantics(assigned, output.semantics);
     }
-    for (std::string& name : names) {
-        output.uniformNames.push_back(std::move(name));
-    }
+    AppendNames(uniforms, output.uniformNames);
+    // From here on nothing can fail.
+    MoveSemantics(assigned, output.semantics);
     output.code = std::move(code);
 }
 
