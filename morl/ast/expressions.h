@@ -4,6 +4,7 @@
 #include "morl/ast/unit.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace ns_ruke {
@@ -69,6 +70,7 @@ struct MORL_API MorlVariable : MorlExpression {
     std::string name;
 
     MorlVariable() { unitType = TOKEN_IDENTIFIER; }
+    explicit MorlVariable(std::string_view newName) : name(newName) { unitType = TOKEN_IDENTIFIER; }
     MorlVariable(const MorlVariable&) = default;
     MorlVariable& operator=(const MorlVariable&) = default;
     ~MorlVariable() override;
@@ -79,6 +81,7 @@ struct MORL_API MorlNumber : MorlExpression {
     std::string value;
 
     MorlNumber() { unitType = TOKEN_NUMBER; }
+    explicit MorlNumber(std::string_view newValue) : value(newValue) { unitType = TOKEN_NUMBER; }
     MorlNumber(const MorlNumber&) = default;
     MorlNumber& operator=(const MorlNumber&) = default;
     ~MorlNumber() override;

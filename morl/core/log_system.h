@@ -87,6 +87,9 @@ public:
         Write(LogLevel::Error, category, Finish(std::move(format), arguments...));
     }
 
+    /// Writes a finished message, without copying it.
+    void Write(LogLevel level, const std::string& category, const std::string& message);
+
 private:
     friend class Singleton<TamberLogSystem>;
 
@@ -103,7 +106,6 @@ private:
     }
 
     static std::string Format(std::string_view format, const std::vector<LogArgument>& arguments);
-    void Write(LogLevel level, const std::string& category, const std::string& message);
 
     std::recursive_mutex mutex;  ///< recursive: a sink may log
     std::shared_ptr<LogSink>

@@ -8,7 +8,7 @@
 #include "morl/parser/morl_parser.h"
 
 #include <memory>
-#include <utility>
+#include <string_view>
 
 namespace ns_ruke {
 
@@ -19,7 +19,7 @@ MorlDeclare* MorlParser::ParseGlobalDeclare(ENUM_TOKEN bufferToken)
     if (!ParseVarDeclare(declare->varType, declare->name)) {
         return nullptr;
     }
-    std::string word;
+    std::string_view word;
     switch (ParseToken(word)) {
     case TOKEN_COLON:
         declare->registerBinding = ParseRegister();
@@ -38,7 +38,7 @@ MorlDeclare* MorlParser::ParseGlobalDeclare(ENUM_TOKEN bufferToken)
 // the type. The outputs are set only on success.
 bool MorlParser::ParseVarDeclare(ENUM_TOKEN& varType, std::string& name)
 {
-    std::string word;
+    std::string_view word;
     const ENUM_TOKEN type = ParseToken(word);
     if (!IsVarType(type)) {
         LogErrorAndSkipLine(messages::kInvalidVarType, word);
@@ -49,7 +49,7 @@ bool MorlParser::ParseVarDeclare(ENUM_TOKEN& varType, std::string& name)
         return false;
     }
     varType = type;
-    name = std::move(word);
+    name = word;
     return true;
 }
 
@@ -67,7 +67,7 @@ MorlRegister* MorlParser::ParseRegister()
     if (Current() == '(') {
         return ParseNamedRegister();
     }
-    std::string word;
+    std::string_view word;
     const ENUM_TOKEN token = ParseToken(word);
     if (!IsRegister(token)) {
         LogErrorAndSkipLine(messages::kNeedRegister, word);
@@ -75,7 +75,7 @@ MorlRegister* MorlParser::ParseRegister()
     }
     auto binding = std::make_unique<MorlRegister>();
     binding->registerToken = token;
-    binding->name = std::move(word);
+    binding->name = word;
     return binding.release();
 }
 
@@ -84,7 +84,7 @@ MorlRegister* MorlParser::ParseRegister()
 MorlRegister* MorlParser::ParseNamedRegister()
 {
     Advance(1);
-    std::string word;
+    std::string_view word;
     if (ParseToken(word) != TOKEN_IDENTIFIER) {
         LogErrorAndSkipLine(messages::kNotValidVar, word);
         return nullptr;
@@ -96,20 +96,20 @@ MorlRegister* MorlParser::ParseNamedRegister()
     }
     auto binding = std::make_unique<MorlRegister>();
     binding->registerToken = TOKEN_IDENTIFIER;
-    binding->name = "(" + word + ")";
+    binding->name = "(" + std::string(word) + ")";
     return binding.release();
 }
 
 // Never null: whatever goes wrong is logged, and the function keeps what was read.
 MorlFunction* MorlParser::ParseFunction(ENUM_TOKEN returnType)
 {
-    std::string word;
+    std::string_view word;
     if (ParseToken(word) != TOKEN_IDENTIFIER) {
         LogError(messages::kNotValidVar, word);
     }
     auto function = std::make_unique<MorlFunction>();
     function->returnType = returnType;
-    function->name = std::move(word);
+    function->name = word;
     ParseParameter(function->parameters);
     ParseFunctionBody(function->sentences);
     return function.release();

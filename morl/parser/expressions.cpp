@@ -10,16 +10,10 @@
 #include "morl/parser/morl_parser.h"
 
 #include <memory>
+#include <string_view>
 #include <utility>
 
 namespace ns_ruke {
-namespace {
-
-/// Room for the arguments of nearly every call.
-constexpr std::size_t kUsualArguments = 4;
-
-}  // namespace
-
 // `parent` is the operation whose right side is being read; null at the top of an expression.
 MorlExpression* MorlParser::ParseExpression(MorlBinaryOperation* parent)
 {
@@ -36,19 +30,15 @@ MorlExpression* MorlParser::ParseExpression(MorlBinaryOperation* parent)
 MorlExpression* MorlParser::ParsePrimary(bool& failed)
 {
     std::string_view word;
-    const ENUM_TOKEN token = ReadToken(word);
+    const ENUM_TOKEN token = ParseToken(word);
     if (token == TOKEN_IDENTIFIER && !IsFunction(word)) {
-        auto variable = std::make_unique<MorlVariable>();
-        variable->name = word;
-        return variable.release();
+        return new MorlVariable(word);
     }
     if (token == TOKEN_NUMBER) {
-        auto number = std::make_unique<MorlNumber>();
-        number->value = word;
-        return number.release();
+        return new MorlNumber(word);
     }
     if (IsVarType(token) || IsSystemFunction(token)) {
-        MorlFunctionCall* call = ParseFunctionCall(token, std::string(word));
+        MorlFunctionCall* call = ParseFunctionCall(token, word);
         failed = call == nullptr;
         return call;
     }
@@ -69,13 +59,27 @@ MorlExpression* MorlParser::ParsePrefixMinus()
     return ParseOperation(nullptr, nullptr, TOKEN_MINUS);
 }
 
+// Whether the next character cannot continue an expression. This is only a shortcut, for the
+// characters that follow most operands; nothing is consumed.
+bool MorlParser::OperandEnds() const
+{
+    const char* next = text + position;
+    while (IsSpace(*next)) {
+        ++next;
+    }
+    return *next == ')' || *next == ',' || *next == ';' || *next == ']';
+}
+
 // continuation -> [ BinaryOperator expression | "[" expression "]" continuation | "++" | "--" ]
 MorlExpression* MorlParser::ParseNextExpression(MorlBinaryOperation* parent, MorlExpression* left)
 {
+    if (OperandEnds()) {
+        return left;
+    }
     std::unique_ptr<MorlExpression> operand(left);
     PushLoction();
     std::string_view word;
-    const ENUM_TOKEN token = ReadToken(word);
+    const ENUM_TOKEN token = ParseToken(word);
     if (IsBinaryOperator(token)) {
         return ParseOperation(parent, operand.release(), token);
     }
@@ -150,7 +154,7 @@ MorlParenthesiseExpression* MorlParser::ParseParenthesiseExpression()
     return parenthesis.release();
 }
 
-MorlFunctionCall* MorlParser::ParseFunctionCall(ENUM_TOKEN token, std::string name)
+MorlFunctionCall* MorlParser::ParseFunctionCall(ENUM_TOKEN token, std::string_view name)
 {
     Nesting level(*this, 1);  // calls have the largest frames of all expressions
     if (level.ReportTooDeep()) {
@@ -160,9 +164,8 @@ MorlFunctionCall* MorlParser::ParseFunctionCall(ENUM_TOKEN token, std::string na
     if (!IsVarType(token) && !IsSystemFunction(token)) {
         return call.release();
     }
-    call->name = std::move(name);
+    call->name = name;
     call->functionToken = token;
-    call->arguments.reserve(kUsualArguments);
     return ParseParameter(-1, call->arguments) ? call.release() : nullptr;
 }
 

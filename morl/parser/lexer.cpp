@@ -60,12 +60,14 @@ void MorlParser::Init()
 
 void MorlParser::Parse(const std::string& source, MorlProgram& program)
 {
-    LogGraphicsInfo(messages::kCompilerStart);
+    static const std::string start = messages::kCompilerStart;
+    static const std::string end = messages::kCompilerEnd;
+    LogGraphicsInfo(start);
     text = source.c_str();
     length = static_cast<std::uint32_t>(source.size());
     position = 0;
     line = 0;
-    column = 0;
+    lineStart = 0;
     nesting = 0;
     PushLoction();
     if (source.size() > kMaxSourceSize) {
@@ -73,7 +75,7 @@ void MorlParser::Parse(const std::string& source, MorlProgram& program)
     } else {
         ParseProgram(program);
     }
-    LogGraphicsInfo(messages::kCompilerEnd);
+    LogGraphicsInfo(end);
 }
 
 void MorlParser::ParseProgram(MorlProgram& program)
@@ -109,19 +111,17 @@ void MorlParser::PeekNext()
     if (Eof()) {
         return;
     }
-    if (Current() == '\n') {
-        ++line;
-        column = 0;
-    } else {
-        ++column;
-    }
+    const bool endsLine = Current() == '\n';
     ++position;
+    if (endsLine) {
+        ++line;
+        lineStart = position;
+    }
 }
 
 // Consumes characters, which must not include a line break.
 void MorlParser::Advance(std::uint32_t count)
 {
-    column += static_cast<std::int32_t>(count);
     position += count;
 }
 
@@ -130,10 +130,9 @@ void MorlParser::SkipSpace()
     // The NUL at the end of the text is not a space.
     for (char c = Current(); IsSpace(c); c = Current()) {
         ++position;
-        ++column;
         if (c == '\n') {
             ++line;
-            column = 0;
+            lineStart = position;
         }
     }
 }
@@ -150,14 +149,14 @@ void MorlParser::PushLoction()
 {
     savedPosition = position;
     savedLine = line;
-    savedColumn = column;
+    savedLineStart = lineStart;
 }
 
 void MorlParser::PopLoction()
 {
     position = savedPosition;
     line = savedLine;
-    column = savedColumn;
+    lineStart = savedLineStart;
 }
 
 bool MorlParser::CheckSkip(char expected)
@@ -177,7 +176,7 @@ std::string MorlParser::GetLocation() const
     std::string location = messages::kLocationLine;
     location += StringHelper::ConvertToString(static_cast<unsigned>(line) + 1U, 10);
     location += messages::kLocationColumn;
-    location += StringHelper::ConvertToString(static_cast<unsigned>(column) + 1U, 10);
+    location += StringHelper::ConvertToString(position - lineStart + 1U, 10);
     location += messages::kLocationEnd;
     return location;
 }
@@ -187,9 +186,9 @@ void MorlParser::LogError(const char* message) const
     LogGraphicsError(GetLocation() + message);
 }
 
-void MorlParser::LogError(const char* message, const std::string& word) const
+void MorlParser::LogError(const char* message, std::string_view word) const
 {
-    LogGraphicsError(GetLocation() + message + word);
+    LogGraphicsError(GetLocation().append(message).append(word));
 }
 
 void MorlParser::LogErrorAndSkipLine(const char* message)
@@ -198,26 +197,16 @@ void MorlParser::LogErrorAndSkipLine(const char* message)
     SkipLine();
 }
 
-void MorlParser::LogErrorAndSkipLine(const char* message, const std::string& word)
+void MorlParser::LogErrorAndSkipLine(const char* message, std::string_view word)
 {
     LogError(message, word);
     SkipLine();
 }
 
-// Names, keywords and numbers store their text in `word`; other tokens leave it unchanged.
-ENUM_TOKEN MorlParser::ParseToken(std::string& word)
-{
-    std::string_view spelling;
-    const ENUM_TOKEN token = ReadToken(spelling);
-    if (!spelling.empty()) {
-        word = spelling;
-    }
-    return token;
-}
-
-// Like ParseToken, but gives a view of the text instead of a copy. At a character that begins no
-// token, or at the end of the text, it returns TOKEN_NONE and consumes nothing.
-ENUM_TOKEN MorlParser::ReadToken(std::string_view& word)
+// Names, keywords and numbers set `word` to their place in the text; other tokens leave it
+// unchanged. At a character that begins no token, or at the end of the text, this returns
+// TOKEN_NONE and consumes nothing.
+ENUM_TOKEN MorlParser::ParseToken(std::string_view& word)
 {
     SkipSpace();
     const char c = Current();
@@ -232,19 +221,14 @@ ENUM_TOKEN MorlParser::ReadToken(std::string_view& word)
         return keyword != TOKEN_NONE ? keyword : TOKEN_IDENTIFIER;
     }
     if (Is(c, kDigit)) {
-        word = ReadNumber();
+        ParseNumber(word);
         return TOKEN_NUMBER;
     }
     return ParseSymbol();
 }
 
-void MorlParser::ParseNumber(std::string& word)
-{
-    word = ReadNumber();
-}
-
 // Digits with at most one "." among or after them: no sign, exponent or suffix.
-std::string_view MorlParser::ReadNumber()
+void MorlParser::ParseNumber(std::string_view& word)
 {
     const std::uint32_t start = position;
     std::uint32_t end = position;
@@ -254,7 +238,7 @@ std::string_view MorlParser::ReadNumber()
         ++end;
     }
     Advance(end - position);
-    return {text + start, end - start};
+    word = std::string_view(text + start, end - start);
 }
 
 ENUM_TOKEN MorlParser::ParseSymbol()

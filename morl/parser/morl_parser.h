@@ -67,11 +67,9 @@ private:
     void PushLoction();
     void PopLoction();
     bool CheckSkip(char expected);
-    ENUM_TOKEN ParseToken(std::string& word);
-    ENUM_TOKEN ReadToken(std::string_view& word);
+    ENUM_TOKEN ParseToken(std::string_view& word);
     ENUM_TOKEN ParseSymbol();
-    void ParseNumber(std::string& word);
-    std::string_view ReadNumber();
+    void ParseNumber(std::string_view& word);
     bool ValidVariable(char c, bool first) const;
     bool IsNumber(char c, bool allowDot) const;
     bool IsSpace(char c) const;
@@ -80,20 +78,21 @@ private:
     /// Log a message with the current location. Callers pass the parts of a message, because
     /// building its text themselves would enlarge the stack frames of the recursive rules.
     void LogError(const char* message) const;
-    void LogError(const char* message, const std::string& word) const;
+    void LogError(const char* message, std::string_view word) const;
     void LogErrorAndSkipLine(const char* message);
-    void LogErrorAndSkipLine(const char* message, const std::string& word);
+    void LogErrorAndSkipLine(const char* message, std::string_view word);
 
     // Expressions.
     MorlExpression* ParseExpression(MorlBinaryOperation* parent);
     MorlExpression* ParsePrimary(bool& failed);
     MorlExpression* ParsePrefixMinus();
+    bool OperandEnds() const;
     MorlExpression* ParseNextExpression(MorlBinaryOperation* parent, MorlExpression* left);
     MorlExpression* ParseOperation(MorlBinaryOperation* parent, MorlExpression* left,
                                    ENUM_TOKEN operatorToken);
     MorlExpression* ParseIndex(MorlExpression* left);
     MorlParenthesiseExpression* ParseParenthesiseExpression();
-    MorlFunctionCall* ParseFunctionCall(ENUM_TOKEN token, std::string name);
+    MorlFunctionCall* ParseFunctionCall(ENUM_TOKEN token, std::string_view name);
     bool ParseParameter(int expectedCount, std::vector<MorlExpression*>& arguments);
 
     // Declarations and functions.
@@ -113,8 +112,8 @@ private:
     MorlSentence* ParseComment(ENUM_TOKEN token);
     MorlSentence* ParseSingleComment();
     MorlSentence* ParseMultiComment();
-    MorlSentence* ParseDefinitionSentence(ENUM_TOKEN varType, std::string typeText);
-    MorlAssignSentence* ParseAssignSentence(ENUM_TOKEN token, std::string firstWord,
+    MorlSentence* ParseDefinitionSentence(ENUM_TOKEN varType, std::string_view typeText);
+    MorlAssignSentence* ParseAssignSentence(ENUM_TOKEN token, std::string_view firstWord,
                                             bool withSemicolon);
     MorlSentence* ParseControlSentence(ENUM_TOKEN token);
     MorlSentence* ParseIfSentence(bool isElseIf);
@@ -140,11 +139,11 @@ private:
     const char* text = nullptr;  ///< the caller's text; ends in a NUL at `length`
     std::uint32_t length = 0;
     std::uint32_t position = 0;
-    std::int32_t line = 0;    ///< 0-based
-    std::int32_t column = 0;  ///< 0-based, in bytes
+    std::int32_t line = 0;        ///< 0-based
+    std::uint32_t lineStart = 0;  ///< where the line begins
     std::uint32_t savedPosition = 0;
     std::int32_t savedLine = 0;
-    std::int32_t savedColumn = 0;
+    std::uint32_t savedLineStart = 0;
 
     /// How many macro statements have been met.
     unsigned marcoSentences = 0;

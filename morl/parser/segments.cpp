@@ -144,7 +144,7 @@ void AppendForGroups(MorlProgram& program, MorlProgram& contents, const std::str
 
 void MorlParser::ParseProgramSegment(MorlProgram* program)
 {
-    std::string word;
+    std::string_view word;
     const ENUM_TOKEN token = ParseToken(word);
     if (token == TOKEN_MARCO_IF) {
         ParseMarcoIfProgramSegment(program);
@@ -239,19 +239,21 @@ void MorlParser::ParseMarcoForProgramSegment(MorlProgram* program)
 // Reads what follows "#for", up to and including the start value.
 bool MorlParser::ParseMarcoForHead(std::string& name, int& start)
 {
-    if (ParseToken(name) != TOKEN_IDENTIFIER) {
-        LogErrorAndSkipLine(messages::kNotValidMarcoName, name);
+    std::string_view word;
+    if (ParseToken(word) != TOKEN_IDENTIFIER) {
+        LogErrorAndSkipLine(messages::kNotValidMarcoName, word);
         return false;
     }
+    name = word;
     if (!CheckSkip(':')) {
         return false;
     }
-    std::string number;
+    std::string_view number;
     if (ParseToken(number) != TOKEN_NUMBER) {
         LogErrorAndSkipLine(messages::kNotValidNumber, number);
         return false;
     }
-    start = StringHelper::ConvertToInt32(number);
+    start = StringHelper::ConvertToInt32(std::string(number));
     return true;
 }
 
@@ -267,7 +269,7 @@ ENUM_TOKEN MorlParser::ParseBlockToken(const char* closingWord)
     }
     PushLoction();
     std::string_view word;
-    const ENUM_TOKEN token = Current() == '#' ? ReadToken(word) : TOKEN_NONE;
+    const ENUM_TOKEN token = Current() == '#' ? ParseToken(word) : TOKEN_NONE;
     const bool closes = std::string_view(closingWord) == word;
     const bool divides = token == TOKEN_MARCO_ELSE && std::string_view(closingWord) == "#endif";
     if (closes || divides) {

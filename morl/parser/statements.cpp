@@ -44,7 +44,7 @@ MorlSentence* MorlParser::ParseSentence()
     }
     PushLoction();
     std::string_view word;
-    const ENUM_TOKEN token = ReadToken(word);
+    const ENUM_TOKEN token = ParseToken(word);
     const unsigned before = marcoSentences;
     MorlSentence* sentence = ParseSentence(token, word);
     if (sentence != nullptr) {
@@ -57,10 +57,10 @@ MorlSentence* MorlParser::ParseSentence()
 MorlSentence* MorlParser::ParseSentence(ENUM_TOKEN token, std::string_view word)
 {
     if (IsVarType(token)) {
-        return ParseDefinitionSentence(token, std::string(word));
+        return ParseDefinitionSentence(token, word);
     }
     if (token == TOKEN_IDENTIFIER) {
-        return ParseAssignSentence(token, std::string(word), true);
+        return ParseAssignSentence(token, word, true);
     }
     if (IsControl(token)) {
         return ParseControlSentence(token);
@@ -125,20 +125,23 @@ MorlSentence* MorlParser::ParseMultiComment()
     return comment.release();
 }
 
-MorlSentence* MorlParser::ParseDefinitionSentence(ENUM_TOKEN varType, std::string typeText)
+MorlSentence* MorlParser::ParseDefinitionSentence(ENUM_TOKEN varType, std::string_view typeText)
 {
     PushLoction();
-    auto definition = std::make_unique<MorlDefinitionSentence>();
-    definition->varType = varType;
-    if (ParseToken(definition->name) != TOKEN_IDENTIFIER) {
-        LogErrorAndSkipLine(messages::kNotValidVar, definition->name);
+    std::string_view name;
+    if (ParseToken(name) != TOKEN_IDENTIFIER) {
+        LogErrorAndSkipLine(messages::kNotValidVar, name);
         return nullptr;
     }
     SkipSpace();
-    switch (Current()) {
-    case '=':
+    if (Current() == '=') {
         PopLoction();
-        return ParseAssignSentence(varType, std::move(typeText), true);
+        return ParseAssignSentence(varType, typeText, true);
+    }
+    auto definition = std::make_unique<MorlDefinitionSentence>();
+    definition->varType = varType;
+    definition->name = name;
+    switch (Current()) {
     case '[':
         Advance(1);
         return ParseArraySize(definition->arraySize) ? definition.release() : nullptr;
@@ -146,7 +149,7 @@ MorlSentence* MorlParser::ParseDefinitionSentence(ENUM_TOKEN varType, std::strin
         Advance(1);
         return definition.release();
     default:
-        LogErrorAndSkipLine(messages::kWrongDefinition, definition->name);
+        LogErrorAndSkipLine(messages::kWrongDefinition, name);
         return nullptr;
     }
 }
@@ -154,7 +157,7 @@ MorlSentence* MorlParser::ParseDefinitionSentence(ENUM_TOKEN varType, std::strin
 // `token` is the type of a definition, or TOKEN_IDENTIFIER, in which case the target is read again
 // from the saved location, where the statement began. If the first word starts with "$", the
 // statement is an assignment to a macro.
-MorlAssignSentence* MorlParser::ParseAssignSentence(ENUM_TOKEN token, std::string firstWord,
+MorlAssignSentence* MorlParser::ParseAssignSentence(ENUM_TOKEN token, std::string_view firstWord,
                                                     bool withSemicolon)
 {
     if (token == TOKEN_IDENTIFIER) {
@@ -167,7 +170,7 @@ MorlAssignSentence* MorlParser::ParseAssignSentence(ENUM_TOKEN token, std::strin
     ENUM_TOKEN operatorToken = TOKEN_NONE;
     std::unique_ptr<MorlExpression> value;
     if (target->unitType != TOKEN_UNARY_OPERATION) {
-        std::string word;
+        std::string_view word;
         operatorToken = ParseToken(word);
         if (!IsAssignOperator(operatorToken)) {
             LogErrorAndSkipLine(messages::kNeedAssignOperator, word);
@@ -205,7 +208,7 @@ MorlSentence* MorlParser::ParseControlSentence(ENUM_TOKEN token)
     if (token != TOKEN_ELSE) {
         return nullptr;
     }
-    std::string word;
+    std::string_view word;
     if (ParseToken(word) == TOKEN_IF) {
         return ParseIfSentence(true);
     }
@@ -234,7 +237,7 @@ MorlSentence* MorlParser::ParseIfSentence(bool isElseIf)
     }
     PushLoction();
     std::string_view word;
-    if (ReadToken(word) != TOKEN_ELSE) {
+    if (ParseToken(word) != TOKEN_ELSE) {
         PopLoction();
         return sentence.release();
     }

@@ -22,6 +22,10 @@ void DeleteElements(const std::vector<T*>& elements)
 template <class T, class U>
 void AppendOwned(std::vector<T*>& elements, std::unique_ptr<U> element)
 {
+    constexpr std::size_t kUsualList = 4;
+    if (elements.capacity() == 0) {
+        elements.reserve(kUsualList);
+    }
     elements.push_back(element.get());
     element.release();
 }

@@ -3,20 +3,27 @@
 
 #include "morl/core/log_system.h"
 
-#include <utility>
-
 namespace ns_ruke {
 
-void LogGraphicsInfo(std::string message)
+namespace {
+
+void Log(LogLevel level, const std::string& message)
 {
+    static const std::string category = "Graphics";
     TamberLogSystem::LogInitialize();
-    Singleton<TamberLogSystem>::GetSingletonPtr()->LogInfo("Graphics", std::move(message));
+    Singleton<TamberLogSystem>::GetSingletonPtr()->Write(level, category, message);
 }
 
-void LogGraphicsError(std::string message)
+}  // namespace
+
+void LogGraphicsInfo(const std::string& message)
 {
-    TamberLogSystem::LogInitialize();
-    Singleton<TamberLogSystem>::GetSingletonPtr()->LogError("Graphics", std::move(message));
+    Log(LogLevel::Info, message);
+}
+
+void LogGraphicsError(const std::string& message)
+{
+    Log(LogLevel::Error, message);
 }
 
 }  // namespace ns_ruke
