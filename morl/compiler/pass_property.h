@@ -32,7 +32,9 @@ struct MORL_API PassProperty {
 
     PassProperty();
     PassProperty(const PassProperty& other);
+    PassProperty(PassProperty&& other) noexcept;
     PassProperty& operator=(const PassProperty& other);
+    PassProperty& operator=(PassProperty&& other) noexcept;
     ~PassProperty();
 };
 

@@ -8,12 +8,16 @@ namespace ns_ruke {
 
 PassProperty::PassProperty() = default;
 PassProperty::PassProperty(const PassProperty& other) = default;
+PassProperty::PassProperty(PassProperty&& other) noexcept = default;
 PassProperty& PassProperty::operator=(const PassProperty& other) = default;
+PassProperty& PassProperty::operator=(PassProperty&& other) noexcept = default;
 PassProperty::~PassProperty() = default;
 
 ShaderOutput::ShaderOutput() = default;
 ShaderOutput::ShaderOutput(const ShaderOutput& other) = default;
+ShaderOutput::ShaderOutput(ShaderOutput&& other) noexcept = default;
 ShaderOutput& ShaderOutput::operator=(const ShaderOutput& other) = default;
+ShaderOutput& ShaderOutput::operator=(ShaderOutput&& other) noexcept = default;
 ShaderOutput::~ShaderOutput() = default;
 
 }  // namespace ns_ruke

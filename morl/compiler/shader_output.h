@@ -24,7 +24,9 @@ struct MORL_API ShaderOutput {
 
     ShaderOutput();
     ShaderOutput(const ShaderOutput& other);
+    ShaderOutput(ShaderOutput&& other) noexcept;
     ShaderOutput& operator=(const ShaderOutput& other);
+    ShaderOutput& operator=(ShaderOutput&& other) noexcept;
     ~ShaderOutput();
 };
 

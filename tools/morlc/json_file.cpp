@@ -5,13 +5,48 @@
 #include <fstream>
 #include <iterator>
 #include <memory>
+#include <ostream>
 #include <sstream>
+#include <streambuf>
 #include <system_error>
+#include <utility>
 
 namespace morlc {
 namespace {
 
 const std::string kNotValid = "not valid JSON: ";
+
+/// Collects what is written to a stream, in parts of bounded size: in one string, a long text would
+/// at times be held twice or three times.
+struct PartsBuffer : std::streambuf {
+    std::vector<std::string> parts;
+
+protected:
+    int_type overflow(int_type c) override
+    {
+        const char character = traits_type::to_char_type(c);
+        xsputn(&character, 1);
+        return c;
+    }
+    std::streamsize xsputn(const char* text, std::streamsize count) override
+    {
+        constexpr std::size_t kPart = std::size_t{1} << 20U;
+        const auto size = static_cast<std::size_t>(count);
+        if (parts.empty() || parts.back().size() + size > kPart) {
+            parts.emplace_back();
+        }
+        parts.back().append(text, size);
+        return count;
+    }
+};
+
+Json::StreamWriterBuilder WriterBuilder()
+{
+    Json::StreamWriterBuilder builder;
+    builder["indentation"] = "  ";
+    builder["enableYAMLCompatibility"] = true;  // "name": value, without a blank before the colon
+    return builder;
+}
 
 /// Puts a message of the reader, which may span several lines, on one line.
 std::string OnOneLine(const std::string& message)
@@ -67,7 +102,7 @@ SourceText ReadSource(const std::string& path, const std::string& prefix)
     if (text.compare(0, mark.size(), mark) == 0) {
         text.erase(0, mark.size());
     }
-    return SourceText(shown, text);
+    return SourceText(shown, std::move(text));
 }
 
 void ParseJson(const Json::CharReaderBuilder& builder, const std::string& text,
@@ -117,10 +152,17 @@ void JsonFile::FailAtName(const Json::Value& member, const std::string& name,
 
 std::string FormatJsonFile(const Json::Value& root)
 {
-    Json::StreamWriterBuilder builder;
-    builder["indentation"] = "  ";
-    builder["enableYAMLCompatibility"] = true;  // "name": value, without a blank before the colon
-    return Json::writeString(builder, root) + "\n";
+    return Json::writeString(WriterBuilder(), root) + "\n";
+}
+
+std::vector<std::string> FormatLongJsonFile(const Json::Value& root)
+{
+    PartsBuffer buffer;
+    std::ostream stream(&buffer);
+    const std::unique_ptr<Json::StreamWriter> writer(WriterBuilder().newStreamWriter());
+    writer->write(root, &stream);
+    stream << '\n';
+    return std::move(buffer.parts);
 }
 
 }  // namespace morlc

@@ -6,6 +6,7 @@
 #include <json/json.h>
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace morlc {
 
@@ -51,5 +52,8 @@ void ParseJson(const Json::CharReaderBuilder& builder, const std::string& text,
 
 /// A document as text, indented by two spaces and ending in a line break.
 std::string FormatJsonFile(const Json::Value& root);
+
+/// The same in parts, for a text of many megabytes.
+std::vector<std::string> FormatLongJsonFile(const Json::Value& root);
 
 }  // namespace morlc

@@ -3,13 +3,14 @@
 
 #include <sys/stat.h>
 #include <unistd.h>
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <numeric>
 #include <stdexcept>
-#include <string_view>
 #include <system_error>
 #include <vector>
 
@@ -40,21 +41,27 @@ void RefuseInput(const std::string& path)
     }
 }
 
+/// A text in parts.
+using Parts = std::vector<std::string>;
+
 /// Writes a text and flushes the stream, without closing it. Returns whether all was written.
-bool Put(std::FILE* stream, std::string_view text)
+bool Put(std::FILE* stream, const Parts& parts)
 {
-    return std::fwrite(text.data(), 1, text.size(), stream) == text.size() &&
-           std::fflush(stream) == 0;
+    const bool complete =
+        std::all_of(parts.begin(), parts.end(), [stream](const std::string& part) {
+            return std::fwrite(part.data(), 1, part.size(), stream) == part.size();
+        });
+    return complete && std::fflush(stream) == 0;
 }
 
 /// Devices and pipes cannot be replaced, only written to.
-void WriteInPlace(const std::string& path, std::string_view text)
+void WriteInPlace(const std::string& path, const Parts& parts)
 {
     std::FILE* const file = std::fopen(path.c_str(), "wb");
     if (file == nullptr) {
         Fail(path, errno);
     }
-    const bool complete = Put(file, text);
+    const bool complete = Put(file, parts);
     const int error = errno;
     std::fclose(file);
     if (!complete) {
@@ -106,9 +113,9 @@ public:
 
     /// Writes the text and renames the file to its target. Returns whether this succeeded; if not,
     /// `errno` says why.
-    bool Commit(std::string_view text, const std::string& target)
+    bool Commit(const Parts& parts, const std::string& target)
     {
-        if (file == nullptr || !Put(file, text)) {
+        if (file == nullptr || !Put(file, parts)) {
             return false;
         }
         const bool closed = std::fclose(file) == 0;
@@ -124,16 +131,50 @@ private:
 };
 
 /// Whether a regular file has exactly this text.
-bool Holds(const std::string& path, const std::string& text)
+bool Holds(const std::string& path, const Parts& parts)
 {
     std::error_code ignored;
+    const std::size_t size =
+        std::accumulate(parts.begin(), parts.end(), std::size_t{0},
+                        [](std::size_t sum, const std::string& part) { return sum + part.size(); });
     if (!std::filesystem::is_regular_file(path, ignored) ||
-        std::filesystem::file_size(path, ignored) != text.size()) {
+        std::filesystem::file_size(path, ignored) != size) {
         return false;
     }
     std::ifstream file(path, std::ios::binary);
-    std::string old(text.size(), '\0');
-    return file.read(old.data(), static_cast<std::streamsize>(old.size())) && old == text;
+    std::string old;
+    return std::all_of(parts.begin(), parts.end(), [&](const std::string& part) {
+        old.resize(part.size());
+        return file.read(old.data(), static_cast<std::streamsize>(old.size())) && old == part;
+    });
+}
+
+void WriteParts(const std::string& path, const Parts& parts)
+{
+    if (path == "-") {
+        if (!Put(stdout, parts)) {
+            Fail("standard output", errno);
+        }
+        return;
+    }
+    RefuseInput(path);
+    std::error_code ignored;
+    const auto status = std::filesystem::status(path, ignored);
+    if (std::filesystem::is_directory(status)) {
+        Fail(path, EISDIR);
+    }
+    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
+        WriteInPlace(path, parts);
+        return;
+    }
+    // A link stays a link: what it points to is replaced.
+    const std::filesystem::path real = std::filesystem::weakly_canonical(path, ignored);
+    const std::string target = ignored ? path : real.string();
+    TemporaryFile temporary(target,
+                            std::filesystem::exists(status) ? ModeOf(target) : NewFileMode());
+    if (!temporary.Commit(parts, target)) {
+        Fail(path, errno);
+    }
 }
 
 }  // namespace
@@ -154,42 +195,24 @@ void MakeDirectories(const std::string& path)
 
 void WriteWhole(const std::string& path, const std::string& text)
 {
-    if (path == "-") {
-        if (!Put(stdout, text)) {
-            Fail("standard output", errno);
-        }
-        return;
-    }
-    RefuseInput(path);
-    std::error_code ignored;
-    const auto status = std::filesystem::status(path, ignored);
-    if (std::filesystem::is_directory(status)) {
-        Fail(path, EISDIR);
-    }
-    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
-        WriteInPlace(path, text);
-        return;
-    }
-    // A link stays a link: what it points to is replaced.
-    const std::filesystem::path real = std::filesystem::weakly_canonical(path, ignored);
-    const std::string target = ignored ? path : real.string();
-    TemporaryFile temporary(target,
-                            std::filesystem::exists(status) ? ModeOf(target) : NewFileMode());
-    if (!temporary.Commit(text, target)) {
-        Fail(path, errno);
-    }
+    WriteParts(path, {text});
 }
 
 bool WriteIfChanged(const std::string& path, const std::string& text)
 {
-    if (Holds(path, text)) {
+    return WriteIfChanged(path, Parts{text});
+}
+
+bool WriteIfChanged(const std::string& path, const Parts& parts)
+{
+    if (Holds(path, parts)) {
         return false;
     }
     const std::filesystem::path parent = std::filesystem::path(path).parent_path();
     if (!parent.empty()) {
         MakeDirectories(parent.string());
     }
-    WriteWhole(path, text);
+    WriteParts(path, parts);
     return true;
 }
 

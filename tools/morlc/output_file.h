@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace morlc {
 
@@ -22,5 +23,8 @@ void WriteWhole(const std::string& path, const std::string& text);
 /// Creates missing directories.
 /// @return whether it was written.
 bool WriteIfChanged(const std::string& path, const std::string& text);
+
+/// The same for a text in parts.
+bool WriteIfChanged(const std::string& path, const std::vector<std::string>& parts);
 
 }  // namespace morlc

@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <deque>
 #include <filesystem>
 #include <iomanip>
 #include <optional>
@@ -123,18 +124,24 @@ std::optional<ShaderRecord> ReadOldRecord(const fs::path& path)
     }
 }
 
+/// The texts that an earlier build of a shader has written.
+std::vector<std::string> OldTexts(const fs::path& directory, const std::string& shader)
+{
+    try {
+        return ShaderRecord::ReadTextNames(RecordPath(directory, shader));
+    } catch (const DiagnosticError&) {
+        return {};  // There was no earlier build.
+    }
+}
+
 /// Writes the record of a shader after its texts, and removes texts of an earlier build that the
 /// shader no longer needs.
 void WriteRecord(const fs::path& directory, const ManifestShader& shader,
-                 const ShaderRecord& record)
+                 const ShaderRecord& record, const std::vector<std::string>& oldTexts)
 {
-    const fs::path path = RecordPath(directory, shader.name);
-    const std::optional<ShaderRecord> old = ReadOldRecord(path);
-    WriteIfChanged(path.string(), FormatJsonFile(record.ToJson(shader)));
-    if (!old) {
-        return;
-    }
-    for (const auto& [file, text] : old->texts) {
+    WriteIfChanged(RecordPath(directory, shader.name).string(),
+                   FormatLongJsonFile(record.ToJson(shader)));
+    for (const std::string& file : oldTexts) {
         const bool isOurs = file.compare(0, shader.name.size() + 1, shader.name + "/") == 0;
         if (isOurs && record.texts.count(file) == 0) {
             RemoveFile(directory, file);
@@ -142,9 +149,12 @@ void WriteRecord(const fs::path& directory, const ManifestShader& shader,
     }
 }
 
-void WriteIndex(const fs::path& directory, const std::map<std::string, ShaderRecord>& records)
+/// Records by shader name.
+using Records = std::map<std::string, const ShaderRecord*>;
+
+void WriteIndex(const fs::path& directory, const Records& records)
 {
-    WriteIfChanged(IndexPath(directory).string(), FormatJsonFile(MakeIndex(records)));
+    WriteIfChanged(IndexPath(directory).string(), FormatLongJsonFile(MakeIndex(records)));
 }
 
 /// One run of "morlc build" that compiles.
@@ -171,12 +181,13 @@ public:
             return;
         }
         totals.variants = variants.size();
+        ReadOldTexts(variants);
         const std::vector<BuiltShader> shaders = Compile(variants, compilers);
         for (std::size_t i = 0; i < shaders.size(); ++i) {
             Write(manifest.shaders[i], shaders[i]);
         }
         if (WritesIndex()) {
-            WriteIndex(directory, RecordsForIndex(shaders));
+            WriteCompleteIndex(shaders);
         }
         if (!options.depfile.empty() && diagnostics.ErrorCount() == 0) {
             WriteDependencies(shaders);
@@ -192,6 +203,17 @@ private:
         const std::size_t wanted =
             options.jobs > 0 ? options.jobs : std::max(std::thread::hardware_concurrency(), 1U);
         return std::clamp<std::size_t>(variants, 1, wanted);
+    }
+
+    /// Done first, because parsing a record takes more memory than anything that follows.
+    void ReadOldTexts(const std::vector<Variant>& variants)
+    {
+        for (const Variant& variant : variants) {
+            const std::string& shader = manifest.shaders[variant.shader].name;
+            if (oldTexts.count(shader) == 0) {
+                oldTexts[shader] = OldTexts(directory, shader);
+            }
+        }
     }
 
     std::vector<BuiltShader> Compile(const std::vector<Variant>& variants,
@@ -216,26 +238,26 @@ private:
         for (const auto& [file, code] : built.codes) {
             totals.written += WriteIfChanged((directory / file).string(), code) ? 1 : 0;
         }
-        WriteRecord(directory, shader, built.record);
+        WriteRecord(directory, shader, built.record, oldTexts[shader.name]);
     }
 
     bool WritesIndex() const { return !options.noIndex; }
 
     /// The index points to what exists. For a shader that has errors, or that was not requested,
     /// this is the result of an earlier build.
-    std::map<std::string, ShaderRecord> RecordsForIndex(
-        const std::vector<BuiltShader>& shaders) const
+    void WriteCompleteIndex(const std::vector<BuiltShader>& shaders) const
     {
-        std::map<std::string, ShaderRecord> records;
+        Records records;
+        std::deque<ShaderRecord> oldRecords;
         for (std::size_t i = 0; i < shaders.size(); ++i) {
             const std::string& name = manifest.shaders[i].name;
             if (shaders[i].passes > 0 && !shaders[i].failed) {
-                records[name] = shaders[i].record;
-            } else if (const auto old = ReadOldRecord(RecordPath(directory, name))) {
-                records[name] = *old;
+                records[name] = &shaders[i].record;
+            } else if (auto old = ReadOldRecord(RecordPath(directory, name))) {
+                records[name] = &oldRecords.emplace_back(std::move(*old));
             }
         }
-        return records;
+        WriteIndex(directory, records);
     }
 
     void WriteDependencies(const std::vector<BuiltShader>& shaders) const
@@ -260,16 +282,19 @@ private:
     std::string prefix;
     Diagnostics& diagnostics;
     Manifest manifest;
-    fs::path directory;  ///< the output directory
+    fs::path directory;                                        ///< the output directory
+    std::map<std::string, std::vector<std::string>> oldTexts;  ///< of earlier builds, by shader
     Totals totals;
 };
 
 void WriteIndexOnly(const BuildOptions& options, const std::string& prefix)
 {
     const Manifest manifest(options.manifest, prefix);
-    std::map<std::string, ShaderRecord> records;
+    Records records;
+    std::deque<ShaderRecord> read;
     for (const ManifestShader& shader : manifest.shaders) {
-        records[shader.name] = ShaderRecord::Read(RecordPath(options.output, shader.name));
+        read.push_back(ShaderRecord::Read(RecordPath(options.output, shader.name)));
+        records[shader.name] = &read.back();
     }
     WriteIndex(options.output, records);
 }

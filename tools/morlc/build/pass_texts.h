@@ -1,43 +1,63 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "build/manifest.h"
+
 #include <morl/morl.h>
 #include <cstddef>
+#include <deque>
 #include <mutex>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <utility>
 #include <vector>
 
 namespace morlc {
 
-/// The distinct texts of one pass among the variants of a shader in one target.
+/// One of the distinct texts of a pass.
+struct PassText {
+    std::size_t first;             ///< the first variant that has it
+    ns_ruke::ShaderOutput output;  ///< with the code
+    std::string semantics;         ///< those of the output, as one text
+};
+
+/// The distinct texts of one pass among the variants of a shader in one target. They may be added
+/// and looked up by several threads.
 class PassTexts {
 public:
-    /// Keeps the text of a variant. Safe to call from several threads.
-    void Add(std::size_t variant, const ns_ruke::ShaderOutput& output);
+    /// Takes the text that a variant already has because it equals another one, or null if none
+    /// with this key is known.
+    /// @param key whatever the text depends on: see KeyOf.
+    const PassText* Reuse(std::size_t variant, const std::string& key);
 
-    /// For each variant, calls `use` with the variant, the first variant that has the same text,
-    /// the text, and the rest of the output (a ShaderOutput without its code). Call this only after
-    /// all threads have added their texts.
-    template <class Use>
-    void ForEach(const Use& use) const
-    {
-        for (const auto& [variant, text] : byVariant) {
-            use(variant, text->first, *text->code, text->output);
-        }
-    }
+    /// Keeps the text of a variant.
+    /// @param key the key under which it may be reused; empty: none.
+    const PassText* Add(std::size_t variant, const std::string& key, ns_ruke::ShaderOutput output);
+
+    /// The texts in the order in which they were first added, and each variant with its text. Use
+    /// these only after all threads have added theirs.
+    std::deque<PassText> texts;
+    std::vector<std::pair<std::size_t, const PassText*>> byVariant;
 
 private:
-    struct Text {
-        std::size_t first = 0;              ///< the first variant that has it
-        const std::string* code = nullptr;  ///< the key of its entry
-        ns_ruke::ShaderOutput output;       ///< without the code
-    };
+    const PassText* Take(std::size_t variant, PassText& text);
 
     std::mutex mutex;
-    std::unordered_map<std::string, Text> texts;
-    std::vector<std::pair<std::size_t, const Text*>> byVariant;
+    std::unordered_map<std::string_view, PassText*> byCode;
+    std::unordered_map<std::string, PassText*> byKey;
 };
+
+/// The macros that the sources of these nodes mention, in ascending order; no others can change
+/// what is made from them.
+std::vector<std::string> MentionedMacros(const ns_ruke::MorlCompiler& compiler,
+                                         const std::vector<std::string>& nodes,
+                                         const std::vector<MacroRange>& macros);
+
+/// What the text of a pass depends on, among the variants of one shader in one target.
+/// @param mentioned the macros that its nodes mention
+/// @param semantics those that the vertex pass has assigned, as one text
+std::string KeyOf(const std::vector<std::string>& mentioned, const MacroValues& values,
+                  const std::string& semantics);
 
 }  // namespace morlc

@@ -35,18 +35,20 @@ Json::Value NodeNames(const std::vector<NodeName>& nodes)
     return array;
 }
 
+/// The names are not copied, because a record may have a hundred thousand variants.
 Json::Value Variants(const ShaderRecord& record)
 {
+    const auto borrowed = [](const std::string& text) { return Json::StaticString(text.c_str()); };
     Json::Value targets(Json::objectValue);
     for (const auto& [target, variants] : record.variants) {
         for (const auto& [name, variant] : variants) {
-            Json::Value& files = targets[target][name];
+            Json::Value& files = targets[target][borrowed(name)];
             files = Json::Value(Json::objectValue);
-            if (!variant.vertex.empty()) {
-                files["vertex"] = variant.vertex;
+            if (variant.vertex != nullptr) {
+                files[Json::StaticString("vertex")] = borrowed(*variant.vertex);
             }
-            if (!variant.fragment.empty()) {
-                files["fragment"] = variant.fragment;
+            if (variant.fragment != nullptr) {
+                files[Json::StaticString("fragment")] = borrowed(*variant.fragment);
             }
         }
     }
@@ -108,6 +110,13 @@ std::string ReadFileName(const Json::Value& value)
     return name;
 }
 
+/// The text that a variant names; null if it names none.
+const std::string* ReadFile(ShaderRecord& record, const Json::Value& value)
+{
+    const std::string name = ReadFileName(value);
+    return name.empty() ? nullptr : record.File(name);
+}
+
 ShaderRecord ReadRecord(const Json::Value& root)
 {
     ShaderRecord record;
@@ -118,14 +127,30 @@ ShaderRecord ReadRecord(const Json::Value& root)
     const Json::Value& targets = root["variants"];
     for (auto target = targets.begin(); target != targets.end(); ++target) {
         for (auto variant = target->begin(); variant != target->end(); ++variant) {
-            record.variants[target.name()][variant.name()] = {ReadFileName((*variant)["vertex"]),
-                                                              ReadFileName((*variant)["fragment"])};
+            record.variants[target.name()][variant.name()] = {
+                ReadFile(record, (*variant)["vertex"]), ReadFile(record, (*variant)["fragment"])};
         }
     }
     return record;
 }
 
+template <class Read>
+auto ReadPart(const std::filesystem::path& path, const Read& read)
+{
+    const JsonFile file(path.string());
+    try {
+        return read(file.Root());
+    } catch (const Json::Exception&) {
+        file.Fail(file.Root(), "this file was not written by 'morlc build'");
+    }
+}
+
 }  // namespace
+
+const std::string* ShaderRecord::File(const std::string& name)
+{
+    return &*files.insert(name).first;
+}
 
 Json::Value ShaderRecord::ToJson(const ManifestShader& shader) const
 {
@@ -146,15 +171,22 @@ Json::Value ShaderRecord::ToJson(const ManifestShader& shader) const
 
 ShaderRecord ShaderRecord::Read(const std::filesystem::path& path)
 {
-    const JsonFile file(path.string());
-    try {
-        return ReadRecord(file.Root());
-    } catch (const Json::Exception&) {
-        file.Fail(file.Root(), "this file was not written by 'morlc build'");
-    }
+    return ReadPart(path, ReadRecord);
 }
 
-Json::Value MakeIndex(const std::map<std::string, ShaderRecord>& records)
+std::vector<std::string> ShaderRecord::ReadTextNames(const std::filesystem::path& path)
+{
+    return ReadPart(path, [](const Json::Value& root) {
+        std::vector<std::string> names;
+        const Json::Value& object = root["texts"];
+        for (auto text = object.begin(); text != object.end(); ++text) {
+            names.push_back(ReadFileName(text.name()));
+        }
+        return names;
+    });
+}
+
+Json::Value MakeIndex(const std::map<std::string, const ShaderRecord*>& records)
 {
     Json::Value root(Json::objectValue);
     Json::Value& shaders = root["shaders"];
@@ -162,8 +194,8 @@ Json::Value MakeIndex(const std::map<std::string, ShaderRecord>& records)
     Json::Value& hashes = root["hashes"];
     hashes = Json::Value(Json::objectValue);
     for (const auto& [name, record] : records) {
-        shaders[name] = Variants(record);
-        for (const auto& [file, text] : record.texts) {
+        shaders[name] = Variants(*record);
+        for (const auto& [file, text] : record->texts) {
             hashes[file] = text.hash;
         }
     }

@@ -65,13 +65,34 @@ struct Threads {
     std::vector<std::thread> list;
 };
 
-PassProperty MakePass(const ManifestShader& shader, const Variant& variant)
+/// What all variants of one pass have in common.
+struct PassPlan {
+    std::vector<std::string> nodes;
+    std::vector<std::string> mentioned;  ///< the macros that the nodes mention
+};
+
+using StagePlans = std::array<PassPlan, kStages.size()>;
+
+StagePlans PlanStages(const ManifestShader& shader, const MorlCompiler& compiler)
+{
+    StagePlans plans;
+    for (std::size_t i = 0; i < kStages.size(); ++i) {
+        for (const NodeName& node : shader.*kStages[i].nodes) {
+            plans[i].nodes.push_back(node.name);
+        }
+        plans[i].mentioned = MentionedMacros(compiler, plans[i].nodes, shader.macros);
+    }
+    return plans;
+}
+
+PassProperty MakePass(const ManifestShader& shader, const std::string& target, int stage,
+                      const PassPlan& plan, const MacroValues& macros)
 {
     PassProperty pass;
-    pass.target = variant.target;
-    for (const auto& [name, value] : shader.Macros(variant.number, variant.target)) {
-        pass.macros[name] = value;
-    }
+    pass.nodeNames = plan.nodes;
+    pass.target = target;
+    pass.stage = stage;
+    pass.macros.insert(macros.begin(), macros.end());
     pass.samplerRegisters.insert(shader.samplers.begin(), shader.samplers.end());
     return pass;
 }
@@ -99,16 +120,12 @@ void FindBroken(const std::vector<std::string>& names, const std::set<std::strin
 }
 
 void AddText(const ManifestShader& shader, const std::string& target, const Stage& stage,
-             const std::string& file, const std::string& code, const ShaderOutput& output,
-             BuiltShader& built)
+             const std::string& file, ShaderOutput output, BuiltShader& built)
 {
-    if (!built.codes.try_emplace(file, code).second) {
-        return;
-    }
     TextRecord& text = built.record.texts[file];
     text.target = target;
     text.stage = stage.name;
-    text.hash = Fingerprint(code);
+    text.hash = Fingerprint(output.code);
     text.uniforms = output.uniformNames;
     text.semantics.insert(output.semantics.begin(), output.semantics.end());
     for (const std::string& uniform : output.uniformNames) {
@@ -117,20 +134,24 @@ void AddText(const ManifestShader& shader, const std::string& target, const Stag
             text.samplers.insert(*sampler);
         }
     }
+    built.codes[file] = std::move(output.code);
 }
 
 void AddTexts(const ManifestShader& shader, const std::string& target, const Stage& stage,
-              const PassTexts& texts, BuiltShader& built)
+              PassTexts& texts, BuiltShader& built)
 {
-    texts.ForEach([&](std::size_t variant, std::size_t first, const std::string& code,
-                      const ShaderOutput& output) {
-        const std::string file =
-            shader.name + "/" + target + "/" + shader.VariantName(first) + stage.extension;
-        VariantRecord& files = built.record.variants[target][shader.VariantName(variant)];
-        (stage.number == ns_ruke::kVertexStage ? files.vertex : files.fragment) = file;
-        ++built.passes;
-        AddText(shader, target, stage, file, code, output, built);
-    });
+    std::unordered_map<const PassText*, const std::string*> files;
+    for (PassText& text : texts.texts) {
+        std::string file =
+            shader.name + "/" + target + "/" + shader.VariantName(text.first) + stage.extension;
+        AddText(shader, target, stage, file, std::move(text.output), built);
+        files[&text] = built.record.File(file);
+    }
+    for (const auto& [variant, text] : texts.byVariant) {
+        VariantRecord& record = built.record.variants[target][shader.VariantName(variant)];
+        (stage.number == ns_ruke::kVertexStage ? record.vertex : record.fragment) = files.at(text);
+    }
+    built.passes += texts.byVariant.size();
 }
 
 /// The state that the threads of a build share.
@@ -149,6 +170,7 @@ public:
                     names.emplace(node.name, &node.place);
                 }
             }
+            plans.push_back(PlanStages(shader, *work.compilers.front()));
         }
     }
 
@@ -232,27 +254,44 @@ private:
     {
         const ManifestShader& shader = work.manifest.shaders[variant.shader];
         StageTexts& stages = texts.at({variant.shader, variant.target});
-        PassProperty pass = MakePass(shader, variant);
+        const MacroValues macros = shader.Macros(variant.number, variant.target);
+        const PassText* vertex = nullptr;
         for (std::size_t i = 0; i < kStages.size(); ++i) {
-            const std::vector<NodeName>& nodes = shader.*kStages[i].nodes;
-            if (nodes.empty()) {
+            const PassPlan& plan = plans[variant.shader][i];
+            if (plan.nodes.empty()) {
                 continue;
             }
-            pass.stage = kStages[i].number;
-            pass.nodeNames.clear();
-            for (const NodeName& node : nodes) {
-                pass.nodeNames.push_back(node.name);
+            const std::string key =
+                KeyOf(plan.mentioned, macros, vertex != nullptr ? vertex->semantics : "");
+            const PassText* text = stages[i].Reuse(variant.number, key);
+            if (text == nullptr) {
+                PassProperty pass =
+                    MakePass(shader, variant.target, kStages[i].number, plan, macros);
+                if (vertex != nullptr) {
+                    pass.semantics = vertex->output.semantics;
+                }
+                text = CompilePass(worker, variant.number, pass, key, log, stages[i]);
             }
-            ShaderOutput output;
-            worker.compiler.Compile(pass, output);
-            pass.semantics = output.semantics;
             NoteBroken(log.kept, worker.broken);
             // A request that is refused parses nothing, and gives no text.
-            if (!output.code.empty()) {
-                FindBroken(pass.nodeNames, worker.broken, report);
+            if (!text->output.code.empty()) {
+                FindBroken(plan.nodes, worker.broken, report);
             }
-            stages[i].Add(variant.number, output);
+            vertex = text;
         }
+    }
+
+    /// Only a text that was made without a word may be reused: what is logged for one variant must
+    /// be logged for the others, too.
+    static const PassText* CompilePass(Worker& worker, std::size_t variant, PassProperty& pass,
+                                       const std::string& key, const LogCollection& log,
+                                       PassTexts& passTexts)
+    {
+        const std::size_t before = log.kept.size();
+        ShaderOutput output;
+        worker.compiler.Compile(pass, output);
+        const bool isSilent = log.kept.size() == before;
+        return passTexts.Add(variant, isSilent ? key : "", std::move(output));
     }
 
     /// Adds the shader and the variant to an error in a request, as opposed to the source of a
@@ -306,6 +345,7 @@ private:
     std::atomic<std::size_t> next{0};
     std::map<std::pair<std::size_t, std::string>, StageTexts> texts;  ///< by shader and target
     std::vector<VariantReport> reports;                               ///< by variant
+    std::vector<StagePlans> plans;                                    ///< by shader
     /// Where the manifest names each node, by shader and name.
     std::vector<std::unordered_map<std::string, const Place*>> places;
     std::size_t batch = 1;
