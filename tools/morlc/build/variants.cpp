@@ -281,8 +281,8 @@ private:
         }
     }
 
-    /// Only a text that was made without a word may be reused: what is logged for one variant must
-    /// be logged for the others, too.
+    /// Only a text that was made without a word may be reused. Otherwise the variant that reports a
+    /// problem would depend on which thread was first.
     static const PassText* CompilePass(Worker& worker, std::size_t variant, PassProperty& pass,
                                        const std::string& key, const LogCollection& log,
                                        PassTexts& passTexts)
