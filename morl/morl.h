@@ -11,6 +11,7 @@
 #include "morl/compiler/morl_compiler.h"
 #include "morl/compiler/morl_node.h"
 #include "morl/compiler/node_files.h"
+#include "morl/compiler/node_text.h"
 #include "morl/compiler/pass_property.h"
 #include "morl/compiler/shader_output.h"
 #include "morl/core/limits.h"

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 namespace ns_ruke {
 namespace {
@@ -29,11 +30,30 @@ void PrepareLinked(MorlProgram& program, int stage)
 
 }  // namespace
 
-MorlCompiler::MorlCompiler()
+MorlCompiler::MorlCompiler() : MorlCompiler(std::string()) {}
+
+MorlCompiler::MorlCompiler(const std::string& directory)
 {
+    const std::string prefix =
+        directory.empty() || directory.back() == '/' ? directory : directory + "/";
     try {
         for (const char* path : kNodeFiles) {
-            LoadNodeDefinition(path);
+            LoadNodeDefinition(prefix + path);
+        }
+    } catch (...) {
+        DeleteNodes();
+        throw;
+    }
+}
+
+MorlCompiler::MorlCompiler(const std::vector<NodeText>& texts)
+{
+    try {
+        for (const NodeText& text : texts) {
+            NodeTextResult result = LoadNodes(text);
+            if (!result.faults.empty()) {
+                throw NodeTextError(std::move(result.faults));
+            }
         }
     } catch (...) {
         DeleteNodes();

@@ -2,10 +2,12 @@
 #pragma once
 
 #include "morl/compiler/morl_node.h"
+#include "morl/compiler/node_text.h"
 #include "morl/compiler/pass_property.h"
 #include "morl/compiler/shader_output.h"
 #include "morl/core/export.h"
 
+#include <memory>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
@@ -27,6 +29,15 @@ public:
     /// @throws Json::LogicError when a value has the wrong JSON type, Json::RuntimeError when a
     ///         file nests deeper than kMaxJsonNesting. Nothing leaks then.
     MorlCompiler();
+
+    /// Loads the same files below another directory; messages name them with it.
+    explicit MorlCompiler(const std::string& directory);
+
+    /// Loads nodes from memory, and reads no file. Later texts win over earlier ones.
+    /// @param texts may be empty; then the compiler has no nodes.
+    /// @throws NodeTextError when a text has faults.
+    explicit MorlCompiler(const std::vector<NodeText>& texts);
+
     MorlCompiler(const MorlCompiler&) = default;
     MorlCompiler& operator=(const MorlCompiler&) = default;
     virtual ~MorlCompiler();
@@ -40,6 +51,24 @@ public:
     /// @param pass is only read.
     void Compile(PassProperty& pass, ShaderOutput& output);
 
+    /// Loads all nodes of a text, which must be a list of nodes in the format of the node files
+    /// (comments are allowed). Nodes of the same names are replaced.
+    ///
+    /// This and the following operations may be called at any time between requests. The next
+    /// request parses those of its nodes whose content has changed, and no others. Pointers to
+    /// replaced and removed nodes become invalid.
+    /// @return what is wrong with the text, if anything is; then nothing has been changed.
+    NodeTextResult LoadNodes(const NodeText& text);
+
+    /// Adds a node or replaces the one of the same name.
+    /// @param x, y the place on an editor's canvas; the compiler does not use it.
+    void SetNode(const std::string& name, const std::string& content,
+                 const std::vector<std::string>& references = {}, float x = 0.0F, float y = 0.0F);
+
+    /// Removes a node. Other nodes may still refer to its name; such references do not count.
+    /// @return whether there was such a node.
+    bool RemoveNode(const std::string& name);
+
     /// The names of all nodes, in ascending byte order.
     std::vector<std::string> GetNodeNames() const;
 
@@ -50,6 +79,7 @@ private:
     void LoadNodeDefinition(std::string path);
     void ReferenceNodes(std::unordered_set<MorlNode*>& set, MorlNode* node);
     void StoreNode(MorlNode* node);
+    void StoreNodes(std::vector<std::unique_ptr<MorlNode>>& list);
     void DeleteNodes();
     bool ReportUnknown(const PassProperty& pass) const;
     std::vector<MorlNode*> SelectNodes(const PassProperty& pass) const;

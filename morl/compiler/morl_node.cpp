@@ -82,6 +82,14 @@ void MorlNode::Compile(MorlParser* parser, std::string target)
     }
 }
 
+void MorlNode::TakeProgram(MorlNode& other) noexcept
+{
+    if (content == other.content) {
+        std::swap(program, other.program);
+        compiledTarget.swap(other.compiledTarget);
+    }
+}
+
 MorlProgram* MorlNode::GetProgram()
 {
     return program;

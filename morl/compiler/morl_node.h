@@ -51,8 +51,12 @@ public:
     MorlProgram* GetProgram();
     const MorlProgram* GetProgram() const;
 
+    /// Takes over the parsed program of a node that has the same content. Otherwise does nothing.
+    void TakeProgram(MorlNode& other) noexcept;
+
 private:
-    friend class MorlLinker;  // reads the names without copying them
+    friend class MorlCompiler;  // these read the names without copying them
+    friend class MorlLinker;
 
     std::string name;
     float x = 0.0F;

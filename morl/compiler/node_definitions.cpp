@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: MIT
-// Reading node-definition files.
-#include "morl/compiler/internal/json_comments.h"
+// The nodes of a compiler: from files, from texts, one by one.
+#include "morl/compiler/internal/node_reader.h"
 #include "morl/compiler/morl_compiler.h"
 #include "morl/core/internal/graphics_log.h"
-#include "morl/core/limits.h"
 #include "morl/core/messages.h"
-
-#include <json/json.h>
 
 #include <array>
 #include <cstdio>
@@ -41,69 +38,6 @@ std::optional<std::string> ReadFile(const std::string& path)
     return text;
 }
 
-/// The settings of the JSON reader. It refuses comments.
-Json::CharReaderBuilder MakeReaderBuilder()
-{
-    Json::CharReaderBuilder builder;
-    builder["allowComments"] = false;
-    builder["collectComments"] = false;
-    builder["stackLimit"] = kMaxJsonNesting;
-    return builder;
-}
-
-/// The document that a text begins with; nothing if it is malformed. Anything after the document is
-/// ignored.
-std::optional<Json::Value> ParseDocument(const std::string& text)
-{
-    static const Json::CharReaderBuilder builder = MakeReaderBuilder();
-    const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
-    Json::Value root;
-    if (!reader->parse(text.data(), text.data() + text.size(), &root, nullptr)) {
-        return std::nullopt;
-    }
-    return root;
-}
-
-/// A malformed document counts as null, so nothing is loaded from it. Few files have comments, so
-/// these are removed only where they are in the way.
-Json::Value ReadDocument(std::string text)
-{
-    if (std::optional<Json::Value> root = ParseDocument(text)) {
-        return std::move(*root);
-    }
-    RemoveComments(text);
-    return ParseDocument(text).value_or(Json::Value());
-}
-
-/// The text of a string, "true" or "false" for a boolean, or an empty text for null. The JSON
-/// library would silently turn a number into text; here a number is rejected like any other wrong
-/// type.
-std::string ReadString(const Json::Value& value)
-{
-    if (value.isNumeric()) {
-        Json::throwLogicError("Type is not convertible to string");
-    }
-    return value.asString();
-}
-
-std::unique_ptr<MorlNode> ReadNode(const Json::Value& element)
-{
-    auto node = std::make_unique<MorlNode>();
-    std::string name = ReadString(element["name"]);
-    const double x = element["x"].asDouble();
-    const double y = element["y"].asDouble();
-    std::string content = ReadString(element["content"]);
-    node->SetName(std::move(name));
-    node->SetPosition(static_cast<float>(x), static_cast<float>(y));
-    node->SetContent(std::move(content));
-    const Json::Value& references = element["ref"];
-    // By index, so that an object in place of the list raises the reader's error.
-    for (Json::ArrayIndex i = 0; i < references.size(); ++i) {  // NOLINT(modernize-loop-convert)
-        node->AddReference(ReadString(references[i]));
-    }
-    return node;
-}
-
 }  // namespace
 
 void MorlCompiler::LoadNodeDefinition(std::string path)
@@ -113,11 +47,11 @@ void MorlCompiler::LoadNodeDefinition(std::string path)
         LogGraphicsError(messages::kFileNotFound + path);
         return;
     }
-    const Json::Value root = ReadDocument(std::move(*text));
-    if (!root.isArray()) {
+    const NodeDocument document = ReadNodeDocument(std::move(*text));
+    if (!document.root.isArray()) {
         return;
     }
-    for (const Json::Value& element : root) {
+    for (const Json::Value& element : document.root) {
         if (element.isObject() || element.isNull()) {
             std::unique_ptr<MorlNode> node = ReadNode(element);
             StoreNode(node.get());
@@ -128,6 +62,42 @@ void MorlCompiler::LoadNodeDefinition(std::string path)
     }
 }
 
+NodeTextResult MorlCompiler::LoadNodes(const NodeText& text)
+{
+    NodeTextResult result;
+    std::vector<std::unique_ptr<MorlNode>> read = ReadNodes(text, result.faults);
+    for (const std::unique_ptr<MorlNode>& node : read) {
+        result.nodes.push_back(node->GetName());
+    }
+    StoreNodes(read);
+    return result;
+}
+
+void MorlCompiler::SetNode(const std::string& name, const std::string& content,
+                           const std::vector<std::string>& references, float x, float y)
+{
+    std::vector<std::unique_ptr<MorlNode>> list(1);
+    list[0] = std::make_unique<MorlNode>();
+    list[0]->SetName(name);
+    list[0]->SetPosition(x, y);
+    list[0]->SetContent(content);
+    for (const std::string& reference : references) {
+        list[0]->AddReference(reference);
+    }
+    StoreNodes(list);
+}
+
+bool MorlCompiler::RemoveNode(const std::string& name)
+{
+    const auto found = nodes.find(name);
+    if (found == nodes.end()) {
+        return false;
+    }
+    delete found->second;
+    nodes.erase(found);
+    return true;
+}
+
 // Takes ownership of the node, unless an exception passes through. Replaces a node of the same
 // name.
 void MorlCompiler::StoreNode(MorlNode* node)
@@ -135,6 +105,27 @@ void MorlCompiler::StoreNode(MorlNode* node)
     MorlNode*& stored = nodes[node->GetName()];
     delete stored;
     stored = node;
+}
+
+// Takes ownership of all nodes, or of none if an exception passes through. A node whose content is
+// unchanged keeps its program.
+void MorlCompiler::StoreNodes(std::vector<std::unique_ptr<MorlNode>>& list)
+{
+    std::unordered_map<std::string, MorlNode*> added;
+    for (const std::unique_ptr<MorlNode>& node : list) {
+        added[node->GetName()] = nullptr;
+    }
+    nodes.reserve(nodes.size() + added.size());
+    nodes.merge(added);
+    // From here on nothing can fail.
+    for (std::unique_ptr<MorlNode>& node : list) {
+        MorlNode*& stored = nodes.find(node->name)->second;
+        if (stored != nullptr) {
+            node->TakeProgram(*stored);
+            delete stored;
+        }
+        stored = node.release();
+    }
 }
 
 }  // namespace ns_ruke

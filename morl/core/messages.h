@@ -2,8 +2,9 @@
 #pragma once
 
 /// @file
-/// Every text that the library logs. Most are followed by what they are about: a name, a path, the
-/// text of the offending token. The spellings are part of the interface: tools match on them.
+/// Every text that the library logs or returns. Most are followed by what they are about: a name, a
+/// path, the text of the offending token. The spellings are part of the interface: tools match on
+/// them.
 
 namespace ns_ruke::messages {
 
@@ -16,6 +17,18 @@ constexpr char kFileNotFound[] = "Can't Find File: ";
 constexpr char kNodeNotObject[] = "Morl Compiler: node definition is not an object: ";
 constexpr char kUnknownTarget[] = "Morl Compiler: unknown target: ";
 constexpr char kUnknownNode[] = "Morl Compiler: unknown node: ";
+
+// Texts of nodes. MorlCompiler::LoadNodes returns these; they are not logged.
+constexpr char kNotJson[] = "not valid JSON: ";
+constexpr char kNestedTooDeeply[] = "nested too deeply";
+constexpr char kNotNodeList[] = "not a list of nodes (a JSON array)";
+constexpr char kNotNode[] = "not a node (a JSON object)";
+constexpr char kNameNotString[] = "a node's \"name\" must be a string";
+constexpr char kXNotNumber[] = "a node's \"x\" must be a number";
+constexpr char kYNotNumber[] = "a node's \"y\" must be a number";
+constexpr char kContentNotString[] = "a node's \"content\" must be a string";
+constexpr char kReferencesNotList[] = "a node's \"ref\" must be a list of names";
+constexpr char kReferenceNotString[] = "a reference must be a string, the name of a node";
 
 // The parser. Each follows its location: "Morl Compiler(line:L,ch:C): ".
 constexpr char kLocationLine[] = "Morl Compiler(line:";

@@ -8,6 +8,7 @@
 #include "support/process.h"
 
 #include <gtest/gtest.h>
+#include <algorithm>
 #include <set>
 #include <sstream>
 
@@ -43,7 +44,9 @@ std::set<std::string> Messages()
         }
         const std::string name = line.substr(start.size(), line.find('[') - start.size());
         if (left.count(name) == 0) {
-            messages.insert(line.substr(quote + 1, line.rfind('"') - quote - 1));
+            std::string text = line.substr(quote + 1, line.rfind('"') - quote - 1);
+            text.erase(std::remove(text.begin(), text.end(), '\\'), text.end());
+            messages.insert(text);
         }
     }
     return messages;

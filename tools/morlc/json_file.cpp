@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "json_file.h"
 
+#include <morl/compiler/internal/json_text.h>
+#include <morl/core/messages.h>
 #include <cerrno>
 #include <fstream>
 #include <iterator>
@@ -13,8 +15,6 @@
 
 namespace morlc {
 namespace {
-
-const std::string kNotValid = "not valid JSON: ";
 
 /// Collects what is written to a stream, in parts of bounded size: in one string, a long text would
 /// at times be held twice or three times.
@@ -48,33 +48,12 @@ Json::StreamWriterBuilder WriterBuilder()
     return builder;
 }
 
-/// Puts a message of the reader, which may span several lines, on one line.
-std::string OnOneLine(const std::string& message)
+/// Turns what the reader says about an invalid document into an error with its first message.
+Diagnostic JsonError(const SourceText& source, const std::string& errors)
 {
-    std::istringstream words(message);
-    std::string line;
-    for (std::string word; words >> word;) {
-        line += (line.empty() ? "" : " ") + word;
-    }
-    return line;
-}
-
-/// Turns what the reader says about an invalid document ("* Line 1, Column 2\n ...") into an error
-/// with its first message.
-Diagnostic JsonError(const SourceText& source, const std::string& messages)
-{
-    std::istringstream text(messages);
-    std::string word;
-    char comma = '\0';
-    int line = 0;
-    int column = 0;
-    // "* Line 3, Column 5", then the message, up to the next such line.
-    if (text >> word >> word >> line >> comma >> word >> column) {
-        std::string first(std::istreambuf_iterator<char>(text), {});
-        return ErrorAt(source.At(line, column),
-                       kNotValid + OnOneLine(first.substr(0, first.find("\n*"))));
-    }
-    return ErrorAt({source.File()}, kNotValid + OnOneLine(messages));
+    const ns_ruke::JsonFault fault = ns_ruke::FirstJsonFault(errors);
+    return ErrorAt(source.At(fault.place.line, fault.place.column),
+                   ns_ruke::messages::kNotJson + fault.text);
 }
 
 }  // namespace
@@ -114,7 +93,7 @@ void ParseJson(const Json::CharReaderBuilder& builder, const std::string& text,
     try {
         isValid = reader->parse(text.data(), text.data() + text.size(), &root, &errors);
     } catch (const Json::RuntimeError&) {
-        errors = "nested too deeply";
+        errors = ns_ruke::messages::kNestedTooDeeply;
     }
     if (!isValid) {
         throw DiagnosticError(JsonError(source, errors));

@@ -18,11 +18,13 @@ struct LoadedNodes {
     std::unordered_map<std::string, std::string> fileByNode;
 };
 
-/// Loads the nodes, and tells `diagnostics` which files they are from. The files are also read
-/// here, the same way as the compiler reads them, to find out what it does not say: which file a
-/// node is from, and what is wrong with a file that it skips silently.
+/// Loads the nodes, and tells `diagnostics` which files they are from. Unlike a compiler that loads
+/// the files itself, this reports everything that is wrong with them.
 /// @param prefix put before file names in messages: empty, or a directory ending in "/".
 LoadedNodes LoadNodes(const std::string& prefix, Diagnostics& diagnostics);
+
+/// A compiler with the same nodes, none of them parsed.
+std::unique_ptr<ns_ruke::MorlCompiler> CopyNodes(const ns_ruke::MorlCompiler& original);
 
 /// Changes the current directory.
 /// @return the prefix for the names of its files in messages: empty, or the directory ending in

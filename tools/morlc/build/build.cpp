@@ -100,7 +100,7 @@ Compilers LoadCompilers(std::size_t count, const std::string& prefix, Diagnostic
         return {};
     }
     while (compilers.size() < count) {
-        compilers.push_back(std::make_unique<ns_ruke::MorlCompiler>());
+        compilers.push_back(CopyNodes(*compilers.front()));
     }
     return compilers;
 }

@@ -37,17 +37,6 @@ bool WantsColour()
     return ::isatty(STDERR_FILENO) == 1 && !refused && !dumb;
 }
 
-/// The file that a message about a file names at its end; empty for other messages.
-std::string NamedFile(const std::string& text)
-{
-    for (const std::string_view start : {messages::kFileNotFound, messages::kNodeNotObject}) {
-        if (StartsWith(text, start)) {
-            return text.substr(start.size());
-        }
-    }
-    return {};
-}
-
 /// The name that a message reports as an unknown node; empty for other messages.
 std::string UnknownNode(const std::string& text)
 {
@@ -74,11 +63,14 @@ Diagnostics::~Diagnostics()
     TamberLogSystem::SetSink(std::move(previous));
 }
 
-void Diagnostics::SetNodeFiles(std::string prefix,
-                               std::unordered_map<std::string, std::string> files)
+void Diagnostics::SetNodeFiles(std::unordered_map<std::string, std::string> files)
 {
-    filePrefix = std::move(prefix);
     nodeFiles = std::move(files);
+}
+
+void Diagnostics::ReportMissingFile(const std::string& shownAs, const std::string& path)
+{
+    Report(ErrorAt({shownAs}, messages::kFileNotFound + path + " (a file without nodes holds [])"));
 }
 
 void Diagnostics::Report(Diagnostic diagnostic)
@@ -100,23 +92,17 @@ void Diagnostics::Error(const std::string& text)
 
 Diagnostic Diagnostics::Describe(const LogLine& log) const
 {
-    const std::string namedFile = NamedFile(log.text);
     const auto file = nodeFiles.find(log.node);
     Diagnostic diagnostic;
     diagnostic.isError = log.IsError();
     diagnostic.node = log.node;
     if (!log.node.empty() && file != nodeFiles.end()) {
         diagnostic.place.file = file->second;
-    } else if (!namedFile.empty()) {
-        diagnostic.place.file = filePrefix + namedFile;
     }
     diagnostic.place.line = log.line;
     diagnostic.place.column = log.column;
     diagnostic.unknownNode = UnknownNode(log.text);
     diagnostic.text = log.text;
-    if (StartsWith(log.text, messages::kFileNotFound)) {
-        diagnostic.text += " (a file without nodes holds [])";
-    }
     return diagnostic;
 }
 

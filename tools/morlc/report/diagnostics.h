@@ -23,10 +23,12 @@ public:
     Diagnostics& operator=(const Diagnostics&) = delete;
     ~Diagnostics();
 
-    /// Sets which files the nodes are from. Call this before making a compiler.
-    /// @param prefix put before the file names in the compiler's own messages.
-    /// @param files file names, with the prefix, by node name.
-    void SetNodeFiles(std::string prefix, std::unordered_map<std::string, std::string> files);
+    /// Sets which files the nodes are from, by node name.
+    void SetNodeFiles(std::unordered_map<std::string, std::string> files);
+
+    /// Reports a node file that cannot be read, as the compiler would.
+    /// @param shownAs the file as the caller would name it.
+    void ReportMissingFile(const std::string& shownAs, const std::string& path);
 
     /// Shows a diagnostic. If a node is unknown, suggests one with a similar name.
     void Report(Diagnostic diagnostic);
@@ -45,7 +47,6 @@ private:
     bool showParses;
     bool colour;
     std::size_t errors = 0;
-    std::string filePrefix;
     std::unordered_map<std::string, std::string> nodeFiles;
     std::unordered_set<std::string> shown;  ///< by identity
     std::size_t hints = 0;                  ///< how many have been given

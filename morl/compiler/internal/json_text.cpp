@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "morl/compiler/internal/json_comments.h"
+#include "morl/compiler/internal/json_text.h"
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
+#include <sstream>
 
 namespace ns_ruke {
 namespace {
@@ -35,7 +37,40 @@ void Blank(std::string& text, std::size_t start, std::size_t end)
     }
 }
 
+/// Puts a message, which may span several lines, on one line.
+std::string OnOneLine(const std::string& message)
+{
+    std::istringstream words(message);
+    std::string line;
+    for (std::string word; words >> word;) {
+        line += (line.empty() ? "" : " ") + word;
+    }
+    return line;
+}
+
 }  // namespace
+
+TextPlace PlaceOfByte(const std::string& text, std::size_t offset)
+{
+    const auto byte = text.begin() + static_cast<std::ptrdiff_t>(std::min(offset, text.size()));
+    const auto lines = std::count(text.begin(), byte, '\n');
+    const auto lineStart = std::find(std::make_reverse_iterator(byte), text.rend(), '\n').base();
+    return {static_cast<int>(lines) + 1, static_cast<int>(byte - lineStart) + 1};
+}
+
+// A message is "* Line 3, Column 5", then the text, up to the next such line.
+JsonFault FirstJsonFault(const std::string& messages)
+{
+    std::istringstream stream(messages);
+    std::string word;
+    char comma = '\0';
+    TextPlace place;
+    if (stream >> word >> word >> place.line >> comma >> word >> place.column) {
+        const std::string rest(std::istreambuf_iterator<char>(stream), {});
+        return {place, OnOneLine(rest.substr(0, rest.find("\n*")))};
+    }
+    return {{}, OnOneLine(messages)};
+}
 
 void RemoveComments(std::string& text)
 {

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "morl/compiler/morl_node.h"
+#include "morl/compiler/node_text.h"
+
+#include <json/json.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace ns_ruke {
+
+/// The document of a node file. Anything after it is ignored.
+struct NodeDocument {
+    Json::Value root;
+    std::string text;    ///< what was parsed: with blanks in place of comments, if it has any
+    std::string errors;  ///< the messages of the JSON reader; empty if the document is well-formed
+};
+
+/// Parses the text of a node file.
+/// @throws Json::RuntimeError when it nests deeper than kMaxJsonNesting.
+NodeDocument ReadNodeDocument(std::string text);
+
+/// Makes a node of an element of a document.
+/// @throws Json::LogicError when a value has the wrong type.
+std::unique_ptr<MorlNode> ReadNode(const Json::Value& element);
+
+/// Makes all nodes of a text, or none. Unlike the node files of a compiler, which are read
+/// leniently, the text must be a list of nodes and nothing else.
+/// @param faults receives what is wrong with the text.
+std::vector<std::unique_ptr<MorlNode>> ReadNodes(const NodeText& source,
+                                                 std::vector<NodeTextFault>& faults);
+
+}  // namespace ns_ruke

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace ns_ruke {
+
+/// Nodes in the format of the node files, held in memory.
+struct NodeText {
+    std::string name;  ///< what messages call the text, such as the path of its file
+    std::string text;
+};
+
+/// What is wrong with a text of nodes, and where.
+struct NodeTextFault {
+    std::string file;  ///< the name of the text
+    std::string node;  ///< the name of the node that has the fault; empty if it is not known
+    int line = 0;      ///< 1-based line in the text; 0: no place
+    int column = 0;    ///< 1-based, in bytes; 0: no place
+    std::string text;  ///< what is wrong and what is expected
+};
+
+/// The result of loading a text of nodes.
+struct NodeTextResult {
+    std::vector<NodeTextFault> faults;  ///< what is wrong; unless empty, nothing has been loaded
+    std::vector<std::string> nodes;     ///< the names of the nodes that were loaded, in their order
+};
+
+/// Texts of nodes that cannot be loaded. `what()` describes the first fault.
+class NodeTextError : public std::runtime_error {
+public:
+    /// @param newFaults at least one
+    explicit NodeTextError(std::vector<NodeTextFault> newFaults)
+        : std::runtime_error(Describe(newFaults.front())), faults(std::move(newFaults))
+    {
+    }
+
+    std::vector<NodeTextFault> faults;
+
+private:
+    static std::string Describe(const NodeTextFault& fault)
+    {
+        const std::string place =
+            fault.line > 0 ? ":" + std::to_string(fault.line) + ":" + std::to_string(fault.column)
+                           : "";
+        return fault.file + place + ": " + fault.text;
+    }
+};
+
+}  // namespace ns_ruke
