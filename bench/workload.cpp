@@ -5,9 +5,13 @@
 #include "support/graph.h"
 #include "support/samples.h"
 
+#include <json/json.h>
 #include <morl/morl.h>
 #include <cstdlib>
 #include <iostream>
+#include <map>
+#include <memory>
+#include <numeric>
 #include <string>
 
 namespace {
@@ -58,6 +62,50 @@ std::size_t Warm(const std::string& target, int times)
     return bytes;
 }
 
+std::vector<NodeText> SampleTexts()
+{
+    std::vector<NodeText> texts;
+    for (const char* path : kNodeFiles) {
+        texts.push_back(
+            {path, morl_test::ReadText(std::string(MORL_SOURCE_DIR) + "/examples/" + path)});
+    }
+    return texts;
+}
+
+/// Loads the sample nodes from memory. Returns the bytes of the texts.
+std::size_t Load(int times)
+{
+    const std::vector<NodeText> texts = SampleTexts();
+    for (int i = 0; i < times; ++i) {
+        const MorlCompiler compiler(texts);
+    }
+    return std::accumulate(
+        texts.begin(), texts.end(), std::size_t{0},
+        [](std::size_t sum, const NodeText& text) { return sum + text.text.size(); });
+}
+
+/// Reads the same texts with the JSON library alone, with the settings that the compiler uses.
+/// Returns the bytes.
+std::size_t LoadJson(int times)
+{
+    const std::vector<NodeText> texts = SampleTexts();
+    Json::CharReaderBuilder builder;
+    builder["allowComments"] = false;
+    builder["collectComments"] = false;
+    builder["stackLimit"] = kMaxJsonNesting;
+    std::size_t bytes = 0;
+    for (int i = 0; i < times; ++i) {
+        bytes = 0;
+        for (const NodeText& text : texts) {
+            const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
+            Json::Value root;
+            reader->parse(text.text.data(), text.text.data() + text.text.size(), &root, nullptr);
+            bytes += text.text.size();
+        }
+    }
+    return bytes;
+}
+
 /// Requests without nodes. Returns 1, so that costs are per request.
 std::size_t Empty(int times)
 {
@@ -77,12 +125,10 @@ int main(int argc, char** argv)
     const std::string work = argc == 3 ? argv[1] : "";
     const int times = argc == 3 ? std::atoi(argv[2]) : 0;
     TamberLogSystem::SetSink([](LogLevel, const std::string&, const std::string&) {});
-    if (work == "parse") {
-        std::cout << Parse(times) << "\n";
-        return 0;
-    }
-    if (work == "empty") {
-        std::cout << Empty(times) << "\n";
+    const std::map<std::string, std::size_t (*)(int)> works = {
+        {"parse", Parse}, {"empty", Empty}, {"load", Load}, {"json", LoadJson}};
+    if (const auto found = works.find(work); found != works.end()) {
+        std::cout << found->second(times) << "\n";
         return 0;
     }
     for (const std::string& target : MorlTargets()) {
@@ -91,6 +137,6 @@ int main(int argc, char** argv)
             return 0;
         }
     }
-    std::cerr << "usage: workload parse|empty|TARGET TIMES\n";
+    std::cerr << "usage: workload parse|empty|load|json|TARGET TIMES\n";
     return 2;
 }

@@ -5,7 +5,6 @@
 #include "morl/core/limits.h"
 #include "morl/core/messages.h"
 
-#include <array>
 #include <utility>
 
 namespace ns_ruke {
@@ -50,24 +49,43 @@ bool IsNumber(const Json::Value& value)
     return value.isNumeric() || value.isBool() || value.isNull();
 }
 
-/// A member of a node, with what it must be.
-struct Member {
-    const char* name;
-    bool (*isValid)(const Json::Value& value);
-    const char* fault;
+/// The members of a node, each looked up once. Missing ones are null.
+struct Members {
+    explicit Members(const Json::Value& element)
+        : name(element["name"]),
+          x(element["x"]),
+          y(element["y"]),
+          content(element["content"]),
+          references(element["ref"])
+    {
+    }
+
+    const Json::Value& name;
+    const Json::Value& x;
+    const Json::Value& y;
+    const Json::Value& content;
+    const Json::Value& references;
 };
 
-/// Missing members are null, which every member may be.
-constexpr std::array<Member, 5> kMembers = {{
-    {"name", IsText, messages::kNameNotString},
-    {"x", IsNumber, messages::kXNotNumber},
-    {"y", IsNumber, messages::kYNotNumber},
-    {"content", IsText, messages::kContentNotString},
-    {"ref", [](const Json::Value& value) { return !value.isObject() || value.empty(); },
-     messages::kReferencesNotList},
-}};
+std::unique_ptr<MorlNode> MakeNode(const Members& members)
+{
+    auto node = std::make_unique<MorlNode>();
+    std::string name = ReadString(members.name);
+    const double x = members.x.asDouble();
+    const double y = members.y.asDouble();
+    std::string content = ReadString(members.content);
+    node->SetName(std::move(name));
+    node->SetPosition(static_cast<float>(x), static_cast<float>(y));
+    node->SetContent(std::move(content));
+    const Json::Value& references = members.references;
+    // By index, so that an object in place of the list raises the reader's error.
+    for (Json::ArrayIndex i = 0; i < references.size(); ++i) {  // NOLINT(modernize-loop-convert)
+        node->AddReference(ReadString(references[i]));
+    }
+    return node;
+}
 
-/// Collects the faults of one text.
+/// Finds the faults of one text.
 class FaultFinder {
 public:
     FaultFinder(const NodeText& newSource, std::vector<NodeTextFault>& newFaults)
@@ -80,36 +98,37 @@ public:
         faults.push_back({source.name, node, place.line, place.column, text});
     }
 
-    void CheckNode(const Json::Value& element)
-    {
-        if (element.isNull()) {
-            return;
-        }
-        if (!element.isObject()) {
-            ReportValue(element, messages::kNotNode, {});
-            return;
-        }
-        const Json::Value& name = element["name"];
-        const std::string node = name.isString() ? name.asString() : "";
-        for (const Member& member : kMembers) {
-            if (!member.isValid(element[member.name])) {
-                ReportValue(element[member.name], member.fault, node);
-            }
-        }
-        if (element["ref"].isArray()) {
-            for (const Json::Value& reference : element["ref"]) {
-                if (!IsText(reference)) {
-                    ReportValue(reference, messages::kReferenceNotString, node);
-                }
-            }
-        }
-    }
-
-private:
-    void ReportValue(const Json::Value& value, const char* text, const std::string& node)
+    void ReportValue(const Json::Value& value, const char* text, const std::string& node = {})
     {
         const auto offset = static_cast<std::size_t>(value.getOffsetStart());
         Report(PlaceOfByte(source.text, offset), text, node);
+    }
+
+    /// Whether a node has no faults.
+    bool Check(const Members& members)
+    {
+        const std::size_t before = faults.size();
+        Expect(IsText(members.name), members, members.name, messages::kNameNotString);
+        Expect(IsNumber(members.x), members, members.x, messages::kXNotNumber);
+        Expect(IsNumber(members.y), members, members.y, messages::kYNotNumber);
+        Expect(IsText(members.content), members, members.content, messages::kContentNotString);
+        if (members.references.isArray()) {
+            for (const Json::Value& reference : members.references) {
+                Expect(IsText(reference), members, reference, messages::kReferenceNotString);
+            }
+        } else {
+            const bool isEmpty = !members.references.isObject() || members.references.empty();
+            Expect(isEmpty, members, members.references, messages::kReferencesNotList);
+        }
+        return faults.size() == before;
+    }
+
+private:
+    void Expect(bool isValid, const Members& members, const Json::Value& value, const char* text)
+    {
+        if (!isValid) {
+            ReportValue(value, text, members.name.isString() ? members.name.asString() : "");
+        }
     }
 
     const NodeText& source;
@@ -143,20 +162,7 @@ NodeDocument ReadNodeDocument(std::string text)
 
 std::unique_ptr<MorlNode> ReadNode(const Json::Value& element)
 {
-    auto node = std::make_unique<MorlNode>();
-    std::string name = ReadString(element["name"]);
-    const double x = element["x"].asDouble();
-    const double y = element["y"].asDouble();
-    std::string content = ReadString(element["content"]);
-    node->SetName(std::move(name));
-    node->SetPosition(static_cast<float>(x), static_cast<float>(y));
-    node->SetContent(std::move(content));
-    const Json::Value& references = element["ref"];
-    // By index, so that an object in place of the list raises the reader's error.
-    for (Json::ArrayIndex i = 0; i < references.size(); ++i) {  // NOLINT(modernize-loop-convert)
-        node->AddReference(ReadString(references[i]));
-    }
-    return node;
+    return MakeNode(Members(element));
 }
 
 std::vector<std::unique_ptr<MorlNode>> ReadNodes(const NodeText& source,
@@ -181,14 +187,20 @@ std::vector<std::unique_ptr<MorlNode>> ReadNodes(const NodeText& source,
         finder.Report({1, 1}, messages::kNotNodeList);
         return {};
     }
-    for (const Json::Value& element : document.root) {
-        finder.CheckNode(element);
-    }
     std::vector<std::unique_ptr<MorlNode>> nodes;
-    if (faults.size() == before) {
-        for (const Json::Value& element : document.root) {
-            nodes.push_back(ReadNode(element));
+    nodes.reserve(document.root.size());
+    for (const Json::Value& element : document.root) {
+        if (!element.isObject() && !element.isNull()) {
+            finder.ReportValue(element, messages::kNotNode);
+            continue;
         }
+        const Members members(element);
+        if (finder.Check(members)) {
+            nodes.push_back(MakeNode(members));
+        }
+    }
+    if (faults.size() > before) {
+        nodes.clear();
     }
     return nodes;
 }
