@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: MIT
 // Compares costs with what a user would otherwise run, in one process, measuring both in turns.
 #include "bench_support.h"
+#include "shader_path.h"
 #include "support/graph.h"
 #include "support/samples.h"
 
-#include <glslang/Include/ResourceLimits.h>
 #include <glslang/Public/ShaderLang.h>
 #include <json/json.h>
 #include <malloc.h>
 #include <morl/morl.h>
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <chrono>
 #include <cmath>
@@ -71,13 +72,32 @@ std::size_t BytesInUse()
     return info.uordblks + info.hblkhd;
 }
 
+/// Whether work is measured again and again, or each time for the first time: with nothing of it in
+/// the processor's caches.
+enum class Caches { Hot, Empty };
+
+/// Reads more memory than the caches hold.
+void EmptyCaches()
+{
+    static std::vector<unsigned char> other(std::size_t{48} << 20U, 1);
+    for (std::size_t i = 0; i < other.size(); i += 64) {
+        ++other[i];
+    }
+}
+
 /// The median time of each piece of work. They run in turns, so that a slowdown of the machine
 /// affects all of them.
-std::vector<double> MedianSeconds(const std::vector<std::function<void()>>& works, int rounds)
+std::vector<double> MedianSeconds(const std::vector<std::function<void()>>& works, Caches caches)
 {
+    const int rounds = caches == Caches::Hot ? 31 : 7;
     std::vector<std::vector<double>> seconds(works.size());
     for (int round = 0; round < rounds; ++round) {
         for (std::size_t i = 0; i < works.size(); ++i) {
+            if (caches == Caches::Empty) {
+                EmptyCaches();
+            } else {
+                works[i]();  // the others have displaced it
+            }
             seconds[i].push_back(Seconds(works[i]));
         }
     }
@@ -88,122 +108,164 @@ std::vector<double> MedianSeconds(const std::vector<std::function<void()>>& work
     return medians;
 }
 
-void ParseWithGlslang(const std::string& text, EShLanguage stage)
-{
-    static TBuiltInResource resources = [] {
-        TBuiltInResource limits{};
-        limits.maxDrawBuffers = 8;
-        limits.maxVertexAttribs = 64;
-        limits.maxTextureUnits = 32;
-        limits.maxTextureImageUnits = 32;
-        limits.maxCombinedTextureImageUnits = 80;
-        limits.maxFragmentUniformComponents = 4096;
-        limits.maxVertexUniformComponents = 4096;
-        limits.maxVaryingFloats = 64;
-        limits.limits.nonInductiveForLoops = true;
-        limits.limits.whileLoops = true;
-        limits.limits.doWhileLoops = true;
-        limits.limits.generalUniformIndexing = true;
-        limits.limits.generalAttributeMatrixVectorIndexing = true;
-        limits.limits.generalVaryingIndexing = true;
-        limits.limits.generalSamplerIndexing = true;
-        limits.limits.generalVariableIndexing = true;
-        limits.limits.generalConstantMatrixVectorIndexing = true;
-        return limits;
-    }();
-    glslang::TShader shader(stage);
-    const char* const strings[] = {text.c_str()};
-    shader.setStrings(strings, 1);
-    if (!shader.parse(&resources, 150, false, EShMsgDefault)) {
-        throw std::runtime_error(std::string("the front end refused a sample: ") +
-                                 shader.getInfoLog());
-    }
-}
-
-/// Copies of some nodes of a compiler, not parsed yet.
+/// Copies of the nodes of a pass, not parsed yet.
 struct Graph {
-    explicit Graph(const MorlCompiler& compiler, const std::vector<std::string>& names)
+    Graph(const MorlCompiler& compiler, const PassProperty& pass) : target(pass.target)
     {
-        for (const std::string& name : names) {
+        for (const std::string& name : pass.nodeNames) {
             nodes.push_back(std::make_unique<MorlNode>());
             nodes.back()->SetName(name);
             nodes.back()->SetContent(compiler.FindNode(name)->GetContent());
         }
     }
-    std::vector<std::unique_ptr<MorlNode>> nodes;
-};
 
-struct Ratios {
-    double cold = 0.0;
-    double warm = 0.0;
-};
-
-/// For one pass of a sample shader: the time of a cold and of a warm request, divided by that of
-/// the front end. A cold request is a warm one plus the parsing of its nodes.
-Ratios CompareOne(MorlCompiler& compiler, PassProperty pass)
-{
-    ShaderOutput first;
-    compiler.Compile(pass, first);
-    const Graph graph(compiler, pass.nodeNames);
-    const auto stage = pass.stage == 0 ? EShLangVertex : EShLangFragment;
-    MorlParser parser;
-    const std::vector<double> seconds = MedianSeconds({[&] { ParseWithGlslang(first.code, stage); },
-                                                       [&] {
-                                                           ShaderOutput output;
-                                                           compiler.Compile(pass, output);
-                                                       },
-                                                       [&] {
-                                                           for (const auto& node : graph.nodes) {
-                                                               node->Compile(&parser, "glsl");
-                                                           }
-                                                       }},
-                                                      201);
-    return {(seconds[1] + seconds[2]) / seconds[0], seconds[1] / seconds[0]};
-}
-
-void CompareWithFrontEnd()
-{
-    glslang::InitializeProcess();
-    const auto compiler = morl_test::MakeSampleCompiler();
-    double cold = 0.0;
-    double warm = 0.0;
-    int count = 0;
-    for (const morl_test::SampleRequest& request : morl_test::RichestSamples()) {
-        if (request.target != "glsl") {
-            continue;
-        }
-        for (const PassProperty& pass : {request.vertex, request.fragment}) {
-            const Ratios ratios = CompareOne(*compiler, pass);
-            std::printf("  %-16s %s  cold %5.2f%%  warm %5.2f%%\n", request.shader.c_str(),
-                        pass.stage == 0 ? "vert" : "frag", 100.0 * ratios.cold,
-                        100.0 * ratios.warm);
-            cold += std::log(ratios.cold);
-            warm += std::log(ratios.warm);
-            ++count;
+    void Parse()
+    {
+        for (const auto& node : nodes) {
+            node->Compile(&parser, target);
         }
     }
-    glslang::FinalizeProcess();
-    std::printf("geometric mean of %d passes: cold %.2f%%, warm %.2f%% of the front end's parse\n",
-                count, 100.0 * std::exp(cold / count), 100.0 * std::exp(warm / count));
+
+    std::string target;
+    std::vector<std::unique_ptr<MorlNode>> nodes;
+    MorlParser parser;
+};
+
+/// Both passes of a sample shader in a target, with the macros that the sample has there.
+std::array<ShaderOutput, 2> CompileSampleFor(const std::string& target, MorlCompiler& compiler,
+                                             const std::string& shader)
+{
+    const std::vector<morl_test::SampleRequest> samples = morl_test::RichestSamples();
+    morl_test::SampleRequest request = *std::find_if(
+        samples.begin(), samples.end(),
+        [&](const auto& sample) { return sample.target == target && sample.shader == shader; });
+    std::array<ShaderOutput, 2> outputs;
+    compiler.Compile(request.vertex, outputs[0]);
+    request.fragment.semantics = outputs[0].semantics;
+    compiler.Compile(request.fragment, outputs[1]);
+    return outputs;
 }
 
-void ReadWithJsonAlone()
+/// The times of one pass. A request for nodes that are not parsed yet is parsing them and then a
+/// request for parsed ones.
+struct PassTimes {
+    double request;
+    double parsing;
+    double glslang;  ///< its parse of the same shader
+    double path;     ///< from HLSL to SPIR-V to the target
+};
+
+/// @param hlsl the shader in Direct3D 10
+PassTimes MeasurePass(MorlCompiler& compiler, PassProperty pass, const ShaderOutput& hlsl,
+                      Caches caches)
 {
-    for (const std::string& path : NodeFiles()) {
-        const std::string text = morl_test::ReadText(path);
-        const std::unique_ptr<Json::CharReader> reader(Json::CharReaderBuilder().newCharReader());
+    ShaderOutput output;
+    compiler.Compile(pass, output);
+    Graph graph(compiler, pass);
+    // Shader model 3 is not a language that glslang reads, so its parse is that of Direct3D 10.
+    const bool parsesHlsl = pass.target == "hlsl" || pass.target == "hlsl10";
+    const std::string& parsed = parsesHlsl ? hlsl.code : output.code;
+    const std::string language = parsesHlsl ? "hlsl10" : pass.target;
+    const std::vector<double> seconds = MedianSeconds(
+        {[&] {
+             ShaderOutput again;
+             compiler.Compile(pass, again);
+         },
+         [&] { graph.Parse(); }, [&] { ParseWithGlslang(language, parsed, pass.stage); },
+         [&] { TranslateWithSpirvCross(pass.target, hlsl.code, pass.stage); }},
+        caches);
+    return {seconds[0], seconds[1], seconds[2], seconds[3]};
+}
+
+/// The geometric mean of ratios.
+struct Mean {
+    void Add(double ratio)
+    {
+        sum += std::log(ratio);
+        ++count;
+    }
+    double Percent() const { return 100.0 * std::exp(sum / count); }
+
+    double sum = 0.0;
+    int count = 0;
+};
+
+/// SPIRV-Cross has no unsigned integers in the older languages.
+bool CanTranslate(const std::string& target, const std::string& text, int stage)
+{
+    try {
+        TranslateWithSpirvCross(target, text, stage);
+    } catch (const std::runtime_error&) {
+        return false;
+    }
+    return true;
+}
+
+/// How the times of requests relate to those of other tools, over all sample shaders.
+void CompareRequests(const std::string& target, Caches caches)
+{
+    const auto compiler = morl_test::MakeSampleCompiler();
+    std::array<Mean, 4> means;
+    int refused = 0;
+    for (const morl_test::SampleRequest& request : morl_test::RichestSamples()) {
+        if (request.target != target) {
+            continue;
+        }
+        const std::array<ShaderOutput, 2> hlsl =
+            CompileSampleFor("hlsl10", *compiler, request.shader);
+        const std::array<ShaderOutput, 2> texts =
+            CompileSampleFor(target, *compiler, request.shader);
+        PassProperty fragment = request.fragment;
+        fragment.semantics = texts[0].semantics;
+        for (const PassProperty& pass : {request.vertex, fragment}) {
+            const ShaderOutput& source = hlsl[pass.stage == kVertexStage ? 0 : 1];
+            if (!CanTranslate(target, source.code, pass.stage)) {
+                ++refused;
+                continue;
+            }
+            const PassTimes times = MeasurePass(*compiler, pass, source, caches);
+            means[0].Add(times.request / times.path);
+            means[1].Add((times.request + times.parsing) / times.path);
+            means[2].Add(times.request / times.glslang);
+            means[3].Add((times.request + times.parsing) / times.glslang);
+        }
+    }
+    std::printf("  %-6s  %-6s  %5.2f%%  %5.2f%%    %5.2f%%  %5.2f%%    %d, %d\n", target.c_str(),
+                caches == Caches::Hot ? "hot" : "first", means[0].Percent(), means[1].Percent(),
+                means[2].Percent(), means[3].Percent(), means[0].count, refused);
+}
+
+/// Reads texts with the settings that the compiler uses.
+void ReadWithJsonAlone(const std::vector<NodeText>& texts)
+{
+    static const Json::CharReaderBuilder builder = [] {
+        Json::CharReaderBuilder settings;
+        settings["allowComments"] = false;
+        settings["collectComments"] = false;
+        settings["stackLimit"] = kMaxJsonNesting;
+        return settings;
+    }();
+    for (const NodeText& text : texts) {
+        const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
         Json::Value root;
-        reader->parse(text.data(), text.data() + text.size(), &root, nullptr);
+        reader->parse(text.text.data(), text.text.data() + text.text.size(), &root, nullptr);
     }
 }
 
 void CompareLoading()
 {
-    const morl_test::InDirectory inDirectory(std::string(MORL_SOURCE_DIR) + "/examples");
-    const std::vector<double> seconds =
-        MedianSeconds({[] { const MorlCompiler compiler; }, ReadWithJsonAlone}, 401);
-    std::printf("loading: %.2f times reading the same files with the JSON reader alone\n",
-                seconds[0] / seconds[1]);
+    std::vector<NodeText> texts;
+    for (const std::string& path : NodeFiles()) {
+        texts.push_back(
+            {path, morl_test::ReadText(std::string(MORL_SOURCE_DIR) + "/examples/" + path)});
+    }
+    for (const Caches caches : {Caches::Hot, Caches::Empty}) {
+        const std::vector<double> seconds = MedianSeconds(
+            {[&] { const MorlCompiler compiler(texts); }, [&] { ReadWithJsonAlone(texts); }},
+            caches);
+        std::printf("loading from memory, %s: %.2f times reading the same texts with JsonCpp\n",
+                    caches == Caches::Hot ? "hot" : "first", seconds[0] / seconds[1]);
+    }
 }
 
 /// The memory that many parsed nodes take, relative to the size of their sources.
@@ -227,15 +289,13 @@ void MeasureMemory()
                 static_cast<double>(BytesInUse() - before) / static_cast<double>(source));
 }
 
-/// Compares the allocations of warm requests with the number of nodes in the linked trees, all of
-/// which the linker copies.
-void CountAllocations()
+void CountAllocations(const std::string& target)
 {
     const auto compiler = morl_test::MakeSampleCompiler();
     std::size_t calls = 0;
-    std::size_t nodes = 0;
+    std::size_t requests = 0;
     for (const morl_test::SampleRequest& request : morl_test::RichestSamples()) {
-        if (request.target != "glsl") {
+        if (request.target != target) {
             continue;
         }
         for (PassProperty pass : {request.vertex, request.fragment}) {
@@ -245,19 +305,11 @@ void CountAllocations()
             const Allocations before = Allocations::Now();
             compiler->Compile(pass, output);
             calls += (Allocations::Now() - before).calls;
-            // Without the nodes that are kept, every node of the linked tree is one more
-            // allocation.
-            MorlUnit::ReleaseMemory();
-            ShaderOutput again;
-            const Allocations released = Allocations::Now();
-            compiler->Compile(pass, again);
-            nodes += (Allocations::Now() - released).calls;
+            ++requests;
         }
     }
-    nodes -= calls;
-    std::printf(
-        "warm requests: %zu heap allocations for %zu nodes of linked trees: %.2f per node\n", calls,
-        nodes, static_cast<double>(calls) / static_cast<double>(nodes));
+    std::printf("  %-6s  %.1f\n", target.c_str(),
+                static_cast<double>(calls) / static_cast<double>(requests));
 }
 
 }  // namespace
@@ -293,10 +345,22 @@ std::size_t SourceBytes()
 
 void PrintComparison()
 {
-    std::puts("\nglsl requests, compared with a compiler front end that parses their output:");
-    CompareWithFrontEnd();
+    glslang::InitializeProcess();
+    std::puts(
+        "\nrequests for parsed and unparsed nodes, relative to HLSL -> SPIR-V -> SPIRV-Cross and to"
+        "\nglslang's parse (geometric means; the number of sample passes, and of those that"
+        "\nSPIRV-Cross refuses)");
+    for (const Caches caches : {Caches::Hot, Caches::Empty}) {
+        for (const std::string& target : MorlTargets()) {
+            CompareRequests(target, caches);
+        }
+    }
+    glslang::FinalizeProcess();
     CompareLoading();
-    CountAllocations();
+    std::puts("heap allocations of a request for parsed nodes");
+    for (const std::string& target : MorlTargets()) {
+        CountAllocations(target);
+    }
     MeasureMemory();
 }
 

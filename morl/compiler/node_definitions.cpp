@@ -42,12 +42,12 @@ std::optional<std::string> ReadFile(const std::string& path)
 
 void MorlCompiler::LoadNodeDefinition(std::string path)
 {
-    std::optional<std::string> text = ReadFile(path);
+    const std::optional<std::string> text = ReadFile(path);
     if (!text) {
         LogGraphicsError(messages::kFileNotFound + path);
         return;
     }
-    const NodeDocument document = ReadNodeDocument(std::move(*text));
+    const NodeDocument document = ReadNodeDocument(*text);
     if (!document.root.isArray()) {
         return;
     }
@@ -66,8 +66,9 @@ NodeTextResult MorlCompiler::LoadNodes(const NodeText& text)
 {
     NodeTextResult result;
     std::vector<std::unique_ptr<MorlNode>> read = ReadNodes(text, result.faults);
+    result.nodes.reserve(read.size());
     for (const std::unique_ptr<MorlNode>& node : read) {
-        result.nodes.push_back(node->GetName());
+        result.nodes.push_back(node->name);
     }
     StoreNodes(read);
     return result;
@@ -113,7 +114,7 @@ void MorlCompiler::StoreNodes(std::vector<std::unique_ptr<MorlNode>>& list)
 {
     std::unordered_map<std::string, MorlNode*> added;
     for (const std::unique_ptr<MorlNode>& node : list) {
-        added[node->GetName()] = nullptr;
+        added[node->name] = nullptr;
     }
     nodes.reserve(nodes.size() + added.size());
     nodes.merge(added);

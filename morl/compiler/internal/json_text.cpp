@@ -50,12 +50,12 @@ std::string OnOneLine(const std::string& message)
 
 }  // namespace
 
-TextPlace PlaceOfByte(const std::string& text, std::size_t offset)
+TextPlace PlaceOfByte(std::string_view text, std::size_t offset)
 {
-    const auto byte = text.begin() + static_cast<std::ptrdiff_t>(std::min(offset, text.size()));
-    const auto lines = std::count(text.begin(), byte, '\n');
-    const auto lineStart = std::find(std::make_reverse_iterator(byte), text.rend(), '\n').base();
-    return {static_cast<int>(lines) + 1, static_cast<int>(byte - lineStart) + 1};
+    const std::string_view before = text.substr(0, offset);
+    const auto lines = std::count(before.begin(), before.end(), '\n');
+    const std::size_t lineStart = before.rfind('\n') + 1;  // 0 in the first line
+    return {static_cast<int>(lines) + 1, static_cast<int>(before.size() - lineStart) + 1};
 }
 
 // A message is "* Line 3, Column 5", then the text, up to the next such line.

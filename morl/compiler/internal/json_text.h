@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 
 namespace ns_ruke {
 
@@ -13,7 +14,7 @@ struct TextPlace {
 };
 
 /// The place of a byte, counted from 0.
-TextPlace PlaceOfByte(const std::string& text, std::size_t offset);
+TextPlace PlaceOfByte(std::string_view text, std::size_t offset);
 
 /// Why a JSON text is not valid.
 struct JsonFault {

@@ -5,6 +5,7 @@
 #include "morl/core/limits.h"
 #include "morl/core/messages.h"
 
+#include <string_view>
 #include <utility>
 
 namespace ns_ruke {
@@ -21,7 +22,7 @@ Json::CharReaderBuilder MakeReaderBuilder()
 }
 
 /// Whether the text begins with a well-formed document.
-bool Parse(const std::string& text, Json::Value& root, std::string* errors)
+bool Parse(std::string_view text, Json::Value& root, std::string* errors)
 {
     static const Json::CharReaderBuilder builder = MakeReaderBuilder();
     const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
@@ -88,20 +89,21 @@ std::unique_ptr<MorlNode> MakeNode(const Members& members)
 /// Finds the faults of one text.
 class FaultFinder {
 public:
-    FaultFinder(const NodeText& newSource, std::vector<NodeTextFault>& newFaults)
-        : source(newSource), faults(newFaults)
+    FaultFinder(const std::string& newFile, std::string_view newText,
+                std::vector<NodeTextFault>& newFaults)
+        : file(newFile), source(newText), faults(newFaults)
     {
     }
 
     void Report(const TextPlace& place, const std::string& text, const std::string& node = {})
     {
-        faults.push_back({source.name, node, place.line, place.column, text});
+        faults.push_back({file, node, place.line, place.column, text});
     }
 
     void ReportValue(const Json::Value& value, const char* text, const std::string& node = {})
     {
         const auto offset = static_cast<std::size_t>(value.getOffsetStart());
-        Report(PlaceOfByte(source.text, offset), text, node);
+        Report(PlaceOfByte(source, offset), text, node);
     }
 
     /// Whether a node has no faults.
@@ -131,31 +133,32 @@ private:
         }
     }
 
-    const NodeText& source;
+    const std::string& file;
+    std::string_view source;
     std::vector<NodeTextFault>& faults;
 };
 
 /// The JSON reader skips a byte order mark and does not count it.
-std::string WithoutMark(const std::string& text)
+std::string_view WithoutMark(std::string_view text)
 {
     constexpr std::string_view kMark = "\xEF\xBB\xBF";
-    const bool hasMark = std::string_view(text).substr(0, kMark.size()) == kMark;
-    return text.substr(hasMark ? kMark.size() : 0);
+    return text.substr(text.substr(0, kMark.size()) == kMark ? kMark.size() : 0);
 }
 
 }  // namespace
 
 // Few files have comments, so these are removed only where they are in the way.
-NodeDocument ReadNodeDocument(std::string text)
+NodeDocument ReadNodeDocument(std::string_view text)
 {
     NodeDocument document;
-    document.text = std::move(text);
-    if (!Parse(document.text, document.root, nullptr)) {
-        RemoveComments(document.text);
+    if (Parse(text, document.root, nullptr)) {
+        return document;
+    }
+    std::string withoutComments(text);
+    RemoveComments(withoutComments);
+    document.root = Json::Value();
+    if (!Parse(withoutComments, document.root, &document.errors)) {
         document.root = Json::Value();
-        if (!Parse(document.text, document.root, &document.errors)) {
-            document.root = Json::Value();
-        }
     }
     return document;
 }
@@ -168,12 +171,12 @@ std::unique_ptr<MorlNode> ReadNode(const Json::Value& element)
 std::vector<std::unique_ptr<MorlNode>> ReadNodes(const NodeText& source,
                                                  std::vector<NodeTextFault>& faults)
 {
-    const NodeText plain = {source.name, WithoutMark(source.text)};
-    FaultFinder finder(plain, faults);
+    const std::string_view text = WithoutMark(source.text);
+    FaultFinder finder(source.name, text, faults);
     const std::size_t before = faults.size();
     NodeDocument document;
     try {
-        document = ReadNodeDocument(plain.text);
+        document = ReadNodeDocument(text);
     } catch (const Json::RuntimeError&) {
         finder.Report({}, messages::kNotJson + std::string(messages::kNestedTooDeeply));
         return {};

@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace ns_ruke {
@@ -15,13 +16,12 @@ namespace ns_ruke {
 /// The document of a node file. Anything after it is ignored.
 struct NodeDocument {
     Json::Value root;
-    std::string text;    ///< what was parsed: with blanks in place of comments, if it has any
     std::string errors;  ///< the messages of the JSON reader; empty if the document is well-formed
 };
 
 /// Parses the text of a node file.
 /// @throws Json::RuntimeError when it nests deeper than kMaxJsonNesting.
-NodeDocument ReadNodeDocument(std::string text);
+NodeDocument ReadNodeDocument(std::string_view text);
 
 /// Makes a node of an element of a document.
 /// @throws Json::LogicError when a value has the wrong type.
