@@ -6,13 +6,11 @@
 #include "support/samples.h"
 
 #include <benchmark/benchmark.h>
-#include <json/json.h>
 #include <morl/morl.h>
 
 namespace {
 
 using namespace ns_ruke;
-using morl_bench::Allocations;
 using morl_bench::SourceBytes;
 
 std::vector<morl_test::SampleRequest> Samples(const std::string& target)
@@ -49,25 +47,6 @@ void Construction(benchmark::State& state)
 }
 BENCHMARK(Construction);
 
-/// The same files through the JSON reader alone.
-void ConstructionJsonAlone(benchmark::State& state)
-{
-    const morl_test::InDirectory inDirectory(std::string(MORL_SOURCE_DIR) + "/examples");
-    for (auto _ : state) {
-        for (const std::string& path : morl_bench::NodeFiles()) {
-            const std::string text = morl_test::ReadText(path);
-            const std::unique_ptr<Json::CharReader> reader(
-                Json::CharReaderBuilder().newCharReader());
-            Json::Value root;
-            reader->parse(text.data(), text.data() + text.size(), &root, nullptr);
-            benchmark::DoNotOptimize(root);
-        }
-    }
-    state.SetBytesProcessed(
-        static_cast<std::int64_t>(state.iterations() * morl_bench::FileBytes()));
-}
-BENCHMARK(ConstructionJsonAlone);
-
 /// Requests before any node is parsed: each uses a new compiler, whose loading is not timed.
 void Cold(benchmark::State& state, const std::string& target)
 {
@@ -93,15 +72,9 @@ void Warm(benchmark::State& state, const std::string& target)
     const auto samples = Samples(target);
     const auto compiler = morl_test::MakeSampleCompiler();
     std::size_t bytes = CompileAll(*compiler, samples);
-    const Allocations before = Allocations::Now();
     for (auto _ : state) {
         bytes = CompileAll(*compiler, samples);
     }
-    const Allocations used = Allocations::Now() - before;
-    const auto requests =
-        static_cast<double>(state.iterations()) * 2.0 * static_cast<double>(samples.size());
-    state.counters["allocations"] = static_cast<double>(used.calls) / requests;
-    state.counters["allocated_bytes"] = static_cast<double>(used.bytes) / requests;
     state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * bytes));
 }
 

@@ -23,14 +23,12 @@
 namespace {
 
 std::atomic<std::size_t> allocationCalls{0};
-std::atomic<std::size_t> allocationBytes{0};
 
 }  // namespace
 
 void* operator new(std::size_t size)
 {
     allocationCalls.fetch_add(1, std::memory_order_relaxed);
-    allocationBytes.fetch_add(size, std::memory_order_relaxed);
     if (void* object = std::malloc(size)) {
         return object;
     }
@@ -302,9 +300,9 @@ void CountAllocations(const std::string& target)
             ShaderOutput warm;
             compiler->Compile(pass, warm);
             ShaderOutput output;
-            const Allocations before = Allocations::Now();
+            const std::size_t before = allocationCalls;
             compiler->Compile(pass, output);
-            calls += (Allocations::Now() - before).calls;
+            calls += allocationCalls - before;
             ++requests;
         }
     }
@@ -313,11 +311,6 @@ void CountAllocations(const std::string& target)
 }
 
 }  // namespace
-
-Allocations Allocations::Now()
-{
-    return {allocationCalls.load(), allocationBytes.load()};
-}
 
 std::vector<std::string> NodeFiles()
 {

@@ -1,0 +1,32 @@
+#version 150
+uniform sampler2D albedoMap;
+uniform vec3 eyePosition;
+uniform vec3 ambientColor;
+uniform vec4 light_0;
+uniform vec3 lightColor_0;
+in vec2 oUV;
+in vec3 oNormal;
+in vec3 oWorldPos;
+out vec4 oColor;
+void main(){ 
+	vec2 ioUV = oUV;
+	vec3 ioNormal = oNormal;
+	vec3 ioWorldPos = oWorldPos;
+	vec4 retoColor = vec4(0.0);
+	vec4 albedo = texture(albedoMap,ioUV);
+	vec3 surfaceNormal = normalize(ioNormal);
+	vec3 toEye = eyePosition-ioWorldPos;
+	float eyeDistance = length(toEye);
+	vec3 viewDir = toEye/eyeDistance;
+	vec3 diffuse = ambientColor;
+	vec3 highlights = vec3(0.0,0.0,0.0);
+	vec3 lightDir = vec3(0.0,1.0,0.0);
+	float attenuation = 1.0;
+	// A sun: xyz points to it.
+	lightDir = normalize(light_0.xyz);
+	attenuation = 1.0;
+	diffuse += lightColor_0*(max(dot(surfaceNormal,lightDir),0.0)*attenuation);
+	vec3 lit = albedo.xyz*diffuse;
+	retoColor = vec4(lit,albedo.w);
+	oColor = retoColor; 
+}

@@ -1,0 +1,44 @@
+#version 150
+uniform mat4 bones[24];
+uniform mat4 world;
+uniform mat4 worldViewProj;
+in vec3 position;
+in vec3 normal;
+in vec4 blendIndices;
+in vec4 blendWeights;
+in vec2 uv;
+out vec3 oWorldPos;
+out vec3 oNormal;
+out vec2 oUV;
+void main(){ 
+	vec3 iposition = position;
+	vec3 inormal = normal;
+	vec4 iblendIndices = blendIndices;
+	vec4 iblendWeights = blendWeights;
+	vec2 iuv = uv;
+	vec4 retoProjPos = vec4(0.0);
+	vec3 retoWorldPos = vec3(0.0);
+	vec3 retoNormal = vec3(0.0);
+	vec2 retoUV = vec2(0.0);
+	vec4 restPosition = vec4(iposition,1.0);
+	vec4 restNormal = vec4(inormal,0.0);
+	vec4 localPosition = vec4(0.0,0.0,0.0,0.0);
+	vec4 localNormal = vec4(0.0,0.0,0.0,0.0);
+	localPosition += restPosition*bones[int(iblendIndices.r)]*iblendWeights.r;
+	localNormal += restNormal*bones[int(iblendIndices.r)]*iblendWeights.r;
+	localPosition += restPosition*bones[int(iblendIndices.g)]*iblendWeights.g;
+	localNormal += restNormal*bones[int(iblendIndices.g)]*iblendWeights.g;
+	localPosition += restPosition*bones[int(iblendIndices.b)]*iblendWeights.b;
+	localNormal += restNormal*bones[int(iblendIndices.b)]*iblendWeights.b;
+	localPosition.w = 1.0;
+	retoProjPos = localPosition*worldViewProj;
+	vec4 worldPosition = localPosition*world;
+	vec4 worldNormal = localNormal*world;
+	retoWorldPos = worldPosition.xyz;
+	retoNormal = worldNormal.xyz;
+	retoUV = iuv;
+	gl_Position = retoProjPos; 
+	oWorldPos = retoWorldPos; 
+	oNormal = retoNormal; 
+	oUV = retoUV; 
+}

@@ -1,0 +1,68 @@
+#version 100
+precision highp int; 
+precision highp float; 
+uniform sampler2D albedoMap;
+uniform vec3 eyePosition;
+uniform vec3 ambientColor;
+uniform vec4 light_0;
+uniform vec3 lightColor_0;
+uniform vec4 light_1;
+uniform vec3 lightColor_1;
+uniform vec4 light_2;
+uniform vec3 lightColor_2;
+uniform vec4 light_3;
+uniform vec3 lightColor_3;
+uniform vec3 specularColor;
+uniform float shininess;
+varying vec2 oUV;
+varying vec3 oNormal;
+varying vec3 oWorldPos;
+void main(){ 
+	vec2 ioUV = oUV;
+	vec3 ioNormal = oNormal;
+	vec3 ioWorldPos = oWorldPos;
+	vec4 retoColor = vec4(1.0);
+	vec4 albedo = texture2D(albedoMap,ioUV);
+	vec3 surfaceNormal = normalize(ioNormal);
+	vec3 toEye = eyePosition-ioWorldPos;
+	float eyeDistance = length(toEye);
+	vec3 viewDir = toEye/eyeDistance;
+	vec3 diffuse = ambientColor;
+	vec3 highlights = vec3(0.0,0.0,0.0);
+	vec3 lightDir = vec3(0.0,1.0,0.0);
+	float attenuation = 1.0;
+	// A sun: xyz points to it.
+	lightDir = normalize(light_0.xyz);
+	attenuation = 1.0;
+	diffuse += lightColor_0*(max(dot(surfaceNormal,lightDir),0.0)*attenuation);
+	vec3 halfway_0 = normalize(lightDir+viewDir);
+	highlights += lightColor_0*(pow(max(dot(surfaceNormal,halfway_0),0.0),shininess)*attenuation);
+	// A point light at xyz; w is the inverse of its range.
+	lightDir = light_1.xyz-ioWorldPos;
+	attenuation = clamp(1.0-length(lightDir)*light_1.w,0.0,1.0);
+	attenuation *= attenuation;
+	lightDir = normalize(lightDir);
+	diffuse += lightColor_1*(max(dot(surfaceNormal,lightDir),0.0)*attenuation);
+	vec3 halfway_1 = normalize(lightDir+viewDir);
+	highlights += lightColor_1*(pow(max(dot(surfaceNormal,halfway_1),0.0),shininess)*attenuation);
+	// A point light at xyz; w is the inverse of its range.
+	lightDir = light_2.xyz-ioWorldPos;
+	attenuation = clamp(1.0-length(lightDir)*light_2.w,0.0,1.0);
+	attenuation *= attenuation;
+	lightDir = normalize(lightDir);
+	diffuse += lightColor_2*(max(dot(surfaceNormal,lightDir),0.0)*attenuation);
+	vec3 halfway_2 = normalize(lightDir+viewDir);
+	highlights += lightColor_2*(pow(max(dot(surfaceNormal,halfway_2),0.0),shininess)*attenuation);
+	// A point light at xyz; w is the inverse of its range.
+	lightDir = light_3.xyz-ioWorldPos;
+	attenuation = clamp(1.0-length(lightDir)*light_3.w,0.0,1.0);
+	attenuation *= attenuation;
+	lightDir = normalize(lightDir);
+	diffuse += lightColor_3*(max(dot(surfaceNormal,lightDir),0.0)*attenuation);
+	vec3 halfway_3 = normalize(lightDir+viewDir);
+	highlights += lightColor_3*(pow(max(dot(surfaceNormal,halfway_3),0.0),shininess)*attenuation);
+	vec3 lit = albedo.xyz*diffuse;
+	lit += specularColor*highlights;
+	retoColor = vec4(lit,albedo.w);
+	gl_FragColor = retoColor; 
+}

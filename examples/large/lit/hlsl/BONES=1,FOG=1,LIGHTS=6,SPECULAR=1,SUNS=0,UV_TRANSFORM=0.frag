@@ -1,0 +1,96 @@
+uniform sampler2D albedoMap : register(s0);
+uniform float3 eyePosition;
+uniform float3 ambientColor;
+uniform float4 light_0;
+uniform float3 lightColor_0;
+uniform float4 light_1;
+uniform float3 lightColor_1;
+uniform float4 light_2;
+uniform float3 lightColor_2;
+uniform float4 light_3;
+uniform float3 lightColor_3;
+uniform float4 light_4;
+uniform float3 lightColor_4;
+uniform float4 light_5;
+uniform float3 lightColor_5;
+uniform float3 specularColor;
+uniform float shininess;
+uniform float3 fogColor;
+uniform float3 fogRange;
+struct FS_INPUT{
+	float2 oUV : TEXCOORD2;
+	float3 oNormal : TEXCOORD1;
+	float3 oWorldPos : TEXCOORD0;
+};
+struct FS_OUTPUT{
+	float4 oColor : COLOR0;
+};
+FS_OUTPUT main(FS_INPUT input){ 
+	float2 ioUV = input.oUV;
+	float3 ioNormal = input.oNormal;
+	float3 ioWorldPos = input.oWorldPos;
+	FS_OUTPUT output;
+	float4 albedo = tex2D(albedoMap,ioUV);
+	float3 surfaceNormal = normalize(ioNormal);
+	float3 toEye = eyePosition-ioWorldPos;
+	float eyeDistance = length(toEye);
+	float3 viewDir = toEye/eyeDistance;
+	float3 diffuse = ambientColor;
+	float3 highlights = float3(0.0,0.0,0.0);
+	float3 lightDir = float3(0.0,1.0,0.0);
+	float attenuation = 1.0;
+	// A point light at xyz; w is the inverse of its range.
+	lightDir = light_0.xyz-ioWorldPos;
+	attenuation = saturate(1.0-length(lightDir)*light_0.w);
+	attenuation *= attenuation;
+	lightDir = normalize(lightDir);
+	diffuse += lightColor_0*(max(dot(surfaceNormal,lightDir),0.0)*attenuation);
+	float3 halfway_0 = normalize(lightDir+viewDir);
+	highlights += lightColor_0*(pow(max(dot(surfaceNormal,halfway_0),0.0),shininess)*attenuation);
+	// A point light at xyz; w is the inverse of its range.
+	lightDir = light_1.xyz-ioWorldPos;
+	attenuation = saturate(1.0-length(lightDir)*light_1.w);
+	attenuation *= attenuation;
+	lightDir = normalize(lightDir);
+	diffuse += lightColor_1*(max(dot(surfaceNormal,lightDir),0.0)*attenuation);
+	float3 halfway_1 = normalize(lightDir+viewDir);
+	highlights += lightColor_1*(pow(max(dot(surfaceNormal,halfway_1),0.0),shininess)*attenuation);
+	// A point light at xyz; w is the inverse of its range.
+	lightDir = light_2.xyz-ioWorldPos;
+	attenuation = saturate(1.0-length(lightDir)*light_2.w);
+	attenuation *= attenuation;
+	lightDir = normalize(lightDir);
+	diffuse += lightColor_2*(max(dot(surfaceNormal,lightDir),0.0)*attenuation);
+	float3 halfway_2 = normalize(lightDir+viewDir);
+	highlights += lightColor_2*(pow(max(dot(surfaceNormal,halfway_2),0.0),shininess)*attenuation);
+	// A point light at xyz; w is the inverse of its range.
+	lightDir = light_3.xyz-ioWorldPos;
+	attenuation = saturate(1.0-length(lightDir)*light_3.w);
+	attenuation *= attenuation;
+	lightDir = normalize(lightDir);
+	diffuse += lightColor_3*(max(dot(surfaceNormal,lightDir),0.0)*attenuation);
+	float3 halfway_3 = normalize(lightDir+viewDir);
+	highlights += lightColor_3*(pow(max(dot(surfaceNormal,halfway_3),0.0),shininess)*attenuation);
+	// A point light at xyz; w is the inverse of its range.
+	lightDir = light_4.xyz-ioWorldPos;
+	attenuation = saturate(1.0-length(lightDir)*light_4.w);
+	attenuation *= attenuation;
+	lightDir = normalize(lightDir);
+	diffuse += lightColor_4*(max(dot(surfaceNormal,lightDir),0.0)*attenuation);
+	float3 halfway_4 = normalize(lightDir+viewDir);
+	highlights += lightColor_4*(pow(max(dot(surfaceNormal,halfway_4),0.0),shininess)*attenuation);
+	// A point light at xyz; w is the inverse of its range.
+	lightDir = light_5.xyz-ioWorldPos;
+	attenuation = saturate(1.0-length(lightDir)*light_5.w);
+	attenuation *= attenuation;
+	lightDir = normalize(lightDir);
+	diffuse += lightColor_5*(max(dot(surfaceNormal,lightDir),0.0)*attenuation);
+	float3 halfway_5 = normalize(lightDir+viewDir);
+	highlights += lightColor_5*(pow(max(dot(surfaceNormal,halfway_5),0.0),shininess)*attenuation);
+	float3 lit = albedo.xyz*diffuse;
+	lit += specularColor*highlights;
+	float fogAmount = saturate((eyeDistance-fogRange.x)/(fogRange.y-fogRange.x));
+	lit = lerp(lit,fogColor,fogAmount);
+	output.oColor = float4(lit,albedo.w);
+	return output;
+}
