@@ -3,6 +3,7 @@
 
 #include "morl/ast/expressions.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -27,6 +28,7 @@ struct MORL_API MorlDeclare : MorlUnit {
     std::string name;
     MorlExpression* arraySize = nullptr;      ///< owned; null: no array
     MorlRegister* registerBinding = nullptr;  ///< owned; null: not bound
+    std::uint32_t copyWork = 0;               ///< as in MorlSentence
 
     MorlDeclare() { unitType = TOKEN_DECLARE; }
     MorlDeclare(ENUM_TOKEN type, std::string& declareName) : varType(type), name(declareName)

@@ -3,6 +3,7 @@
 
 #include "morl/ast/expressions.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -11,8 +12,12 @@ namespace ns_ruke {
 /// The base of all statements; it leaves `unitType` unset. A list of statements may hold null
 /// entries, which stand for statements that failed to parse.
 struct MORL_API MorlSentence : MorlUnit {
-    /// Whether linking may expand macro statements in it. The parser clears this if there are none.
+    /// Whether linking may expand macro statements in it. The parser clears this if there are none;
+    /// linked programs may then share the statement.
     bool mayExpand = true;
+    /// What copying it costs the linker, in units of kMaxLinkWork. The linker sets this when it
+    /// first copies the statement; 0: not yet.
+    std::uint32_t copyWork = 0;
 
     MorlSentence() = default;
     MorlSentence(const MorlSentence&) = default;

@@ -55,7 +55,8 @@ public:
     void TakeProgram(MorlNode& other) noexcept;
 
 private:
-    friend class MorlCompiler;  // these read the names without copying them
+    // These read the names without copying them.
+    friend class MorlCompiler;
     friend class MorlLinker;
 
     std::string name;

@@ -40,6 +40,8 @@ std::optional<std::string> ReadFile(const std::string& path)
 
 }  // namespace
 
+NodeTextError::~NodeTextError() = default;
+
 void MorlCompiler::LoadNodeDefinition(std::string path)
 {
     const std::optional<std::string> text = ReadFile(path);
@@ -118,7 +120,7 @@ void MorlCompiler::StoreNodes(std::vector<std::unique_ptr<MorlNode>>& list)
     }
     nodes.reserve(nodes.size() + added.size());
     nodes.merge(added);
-    // From here on nothing can fail.
+    // From here on nothing can fail: there is room, and hashing a string does not throw.
     for (std::unique_ptr<MorlNode>& node : list) {
         MorlNode*& stored = nodes.find(node->name)->second;
         if (stored != nullptr) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "morl/core/export.h"
+
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -8,7 +10,9 @@
 
 namespace ns_ruke {
 
-/// Nodes in the format of the node files, held in memory.
+/// Nodes in the format of the node files, held in memory: a JSON array of objects with "name", "x",
+/// "y", "content" and "ref". Comments are allowed, and what follows the array is ignored. Members
+/// may be missing or null; booleans count as the texts "true" and "false", or as 1 and 0.
 struct NodeText {
     std::string name;  ///< what messages call the text, such as the path of its file
     std::string text;
@@ -30,13 +34,16 @@ struct NodeTextResult {
 };
 
 /// Texts of nodes that cannot be loaded. `what()` describes the first fault.
-class NodeTextError : public std::runtime_error {
+class MORL_API NodeTextError : public std::runtime_error {
 public:
     /// @param newFaults at least one
     explicit NodeTextError(std::vector<NodeTextFault> newFaults)
         : std::runtime_error(Describe(newFaults.front())), faults(std::move(newFaults))
     {
     }
+    NodeTextError(const NodeTextError&) = default;
+    NodeTextError& operator=(const NodeTextError&) = default;
+    ~NodeTextError() override;
 
     std::vector<NodeTextFault> faults;
 

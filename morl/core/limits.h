@@ -28,7 +28,8 @@ constexpr std::size_t kMaxLoopIterations = 1'000'000;
 
 /// The most work that one link may do. It is charged one unit for each visit to a declaration,
 /// statement or expression, for each loop iteration, for each loop value tried on a name, and for
-/// every `kBytesPerWork` bytes of text copied or searched. The bound stops sources whose loops stay
+/// every `kBytesPerWork` bytes of text copied or searched. What is shared instead of copied is
+/// charged like a copy. The bound stops sources whose loops stay
 /// below `kMaxLoopIterations` but have large bodies: once it is exceeded, no further iteration runs
 /// and no further name is substituted. This caps what would otherwise run for minutes, or exhaust
 /// memory, at seconds and about 1.5 GB. A real shader uses less than a thousandth of it.

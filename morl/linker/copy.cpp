@@ -7,6 +7,7 @@
 #include "morl/linker/morl_linker.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <memory>
 #include <string_view>
 
@@ -36,42 +37,56 @@ Unit* MorlLinker::CopyChild(const Unit* unit)
     return static_cast<Unit*>(CopyMorlUnit(unit));
 }
 
-// Adds a copy to a list, which owns it, or whose program owns it if it shares its elements.
+// Adds an element to a list of the linked program: itself if that is allowed and a copy would be
+// the same, otherwise a copy. `owner` takes the copies; null: the list owns its elements.
+//
+// What is shared is charged like its copy, so that kMaxLinkWork means the same for every program.
+// The first time, it is copied, to learn what that costs.
 template <class Unit>
-void MorlLinker::AppendCopy(std::vector<Unit*>& list, std::unique_ptr<Unit> copy, bool shares)
+void MorlLinker::Append(std::vector<Unit*>& list, Unit* unit, std::vector<MorlUnit*>* owner,
+                        bool isConstant)
 {
-    if (!shares) {
+    const bool mayShare = owner != nullptr && unit != nullptr && isConstant && loopValues.empty();
+    if (mayShare && unit->copyWork != 0) {
+        work += unit->copyWork;
+        list.push_back(unit);
+        return;
+    }
+    const std::size_t before = work;
+    std::unique_ptr<Unit> copy(CopyElement(unit));
+    if (mayShare) {
+        unit->copyWork = static_cast<std::uint32_t>(work - before);
+    }
+    if (owner == nullptr) {
         AppendOwned(list, std::move(copy));
         return;
     }
-    Unit* unit = copy.get();
-    AppendOwned(sharing->ownership.copies, std::move(copy));
-    list.push_back(unit);
+    Unit* added = copy.get();
+    AppendOwned(*owner, std::move(copy));
+    list.push_back(added);
 }
 
-// Adds a copy, or the declaration itself where that is allowed and a copy would be the same.
+MorlDeclare* MorlLinker::CopyElement(const MorlDeclare* declare)
+{
+    return CopyDeclare(declare);
+}
+
+MorlSentence* MorlLinker::CopyElement(const MorlSentence* sentence)
+{
+    return CopyChild(sentence);
+}
+
 void MorlLinker::AppendDeclare(std::vector<MorlDeclare*>& declares, MorlDeclare* declare)
 {
-    const bool shares = sharing != nullptr;
-    if (shares && loopValues.empty()) {
-        declares.push_back(declare);
-        return;
-    }
-    AppendCopy(declares, std::unique_ptr<MorlDeclare>(CopyDeclare(declare)), shares);
+    Append(declares, declare, sharing != nullptr ? &sharing->ownership.copies : nullptr, true);
 }
 
-// Adds a copy, or the statement itself where that is allowed and a copy would be the same. Copied
-// statements own what they contain, so only the list of `main` refers to others.
+// Copied statements own what they contain, so only the list of `main` may share.
 void MorlLinker::AppendSentence(std::vector<MorlSentence*>& sentences, MorlSentence* sentence)
 {
-    const bool shares = sharing != nullptr && &sentences == &sharing->mainFunction->sentences;
-    const bool isConstant = loopValues.empty() && (sentence == nullptr || !sentence->mayExpand);
-    if (shares && isConstant) {
-        sentences.push_back(sentence);
-        return;
-    }
-    MorlUnit* copy = CopyMorlUnit(sentence);
-    AppendCopy(sentences, std::unique_ptr<MorlSentence>(static_cast<MorlSentence*>(copy)), shares);
+    const bool isMain = sharing != nullptr && &sentences == &sharing->mainFunction->sentences;
+    const bool isConstant = sentence != nullptr && !sentence->mayExpand;
+    Append(sentences, sentence, isMain ? &sharing->ownership.copies : nullptr, isConstant);
 }
 
 // Macro groups, macro assignments and programs are not copied: they give null.

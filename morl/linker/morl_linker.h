@@ -21,7 +21,7 @@ namespace ns_ruke {
 /// name is taken, and copies what remains with the loop values substituted into names.
 ///
 /// The node programs stay unchanged, except for the loop bounds that are written into their `#for`
-/// groups; so two linkers must not work on the same nodes at the same time.
+/// groups and the costs of copies; so two linkers must not work on the same nodes at the same time.
 class MORL_API MorlLinker {
 public:
     MorlLinker();
@@ -112,7 +112,10 @@ private:
     template <class Unit>
     Unit* CopyChild(const Unit* unit);
     template <class Unit>
-    void AppendCopy(std::vector<Unit*>& list, std::unique_ptr<Unit> copy, bool shares);
+    void Append(std::vector<Unit*>& list, Unit* unit, std::vector<MorlUnit*>* owner,
+                bool isConstant);
+    MorlDeclare* CopyElement(const MorlDeclare* declare);
+    MorlSentence* CopyElement(const MorlSentence* sentence);
     void CopyBranches(const MorlIfSentence* from, MorlIfSentence& to);
     void CopyName(const std::string& from, std::string& to);
     void SubstituteLoopValues(std::string& name);

@@ -6,6 +6,7 @@
 #include "morl/translator/internal/walk.h"
 
 namespace ns_ruke {
+
 MorlTargetTranslator::MorlTargetTranslator(const TargetSpellings& targetSpellings)
     : spellings(&targetSpellings)
 {

@@ -239,6 +239,7 @@ TEST_F(Package, ExportsThePublicClassesOnly)
         "MorlUnaryOperation",
         "MorlUnit",
         "MorlVariable",
+        "NodeTextError",
         "PassProperty",
         "ShaderOutput",
         "Singleton",

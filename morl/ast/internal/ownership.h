@@ -19,12 +19,12 @@ void DeleteElements(const std::vector<T*>& elements)
 }
 
 /// Gives an object to a vector of owning pointers. If the vector cannot grow, the object is freed.
+/// The first element makes room for four, which is enough for most lists.
 template <class T, class U>
 void AppendOwned(std::vector<T*>& elements, std::unique_ptr<U> element)
 {
-    constexpr std::size_t kUsualList = 4;
     if (elements.capacity() == 0) {
-        elements.reserve(kUsualList);
+        elements.reserve(4);
     }
     elements.push_back(element.get());
     element.release();

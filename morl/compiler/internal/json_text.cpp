@@ -50,12 +50,18 @@ std::string OnOneLine(const std::string& message)
 
 }  // namespace
 
-TextPlace PlaceOfByte(std::string_view text, std::size_t offset)
+TextLines::TextLines(std::string_view text) : starts(1)
 {
-    const std::string_view before = text.substr(0, offset);
-    const auto lines = std::count(before.begin(), before.end(), '\n');
-    const std::size_t lineStart = before.rfind('\n') + 1;  // 0 in the first line
-    return {static_cast<int>(lines) + 1, static_cast<int>(before.size() - lineStart) + 1};
+    for (std::size_t end = text.find('\n'); end != std::string_view::npos;
+         end = text.find('\n', end + 1)) {
+        starts.push_back(end + 1);
+    }
+}
+
+TextPlace TextLines::PlaceOf(std::size_t offset) const
+{
+    const auto next = std::upper_bound(starts.begin(), starts.end(), offset);
+    return {static_cast<int>(next - starts.begin()), static_cast<int>(offset - *(next - 1)) + 1};
 }
 
 // A message is "* Line 3, Column 5", then the text, up to the next such line.

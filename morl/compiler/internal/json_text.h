@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace ns_ruke {
 
@@ -13,8 +14,17 @@ struct TextPlace {
     int column = 0;
 };
 
-/// The place of a byte, counted from 0.
-TextPlace PlaceOfByte(std::string_view text, std::size_t offset);
+/// Finds the places of bytes.
+class TextLines {
+public:
+    explicit TextLines(std::string_view text);
+
+    /// @param offset of the byte, counted from 0
+    TextPlace PlaceOf(std::size_t offset) const;
+
+private:
+    std::vector<std::size_t> starts;  ///< of the lines
+};
 
 /// Why a JSON text is not valid.
 struct JsonFault {

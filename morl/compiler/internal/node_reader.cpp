@@ -5,6 +5,7 @@
 #include "morl/core/limits.h"
 #include "morl/core/messages.h"
 
+#include <optional>
 #include <string_view>
 #include <utility>
 
@@ -103,7 +104,10 @@ public:
     void ReportValue(const Json::Value& value, const char* text, const std::string& node = {})
     {
         const auto offset = static_cast<std::size_t>(value.getOffsetStart());
-        Report(PlaceOfByte(source, offset), text, node);
+        if (!lines) {
+            lines.emplace(source);
+        }
+        Report(lines->PlaceOf(offset), text, node);
     }
 
     /// Whether a node has no faults.
@@ -135,6 +139,7 @@ private:
 
     const std::string& file;
     std::string_view source;
+    std::optional<TextLines> lines;  ///< of the source, once a place is needed
     std::vector<NodeTextFault>& faults;
 };
 

@@ -27,8 +27,8 @@ NodeDocument ReadNodeDocument(std::string_view text);
 /// @throws Json::LogicError when a value has the wrong type.
 std::unique_ptr<MorlNode> ReadNode(const Json::Value& element);
 
-/// Makes all nodes of a text, or none. Unlike the node files of a compiler, which are read
-/// leniently, the text must be a list of nodes and nothing else.
+/// Makes all nodes of a text, or none. Unlike the files that a compiler loads, a text with faults
+/// is not read as far as possible.
 /// @param faults receives what is wrong with the text.
 std::vector<std::unique_ptr<MorlNode>> ReadNodes(const NodeText& source,
                                                  std::vector<NodeTextFault>& faults);

@@ -4,7 +4,6 @@
 #include "morl/core/log_system.h"
 
 namespace ns_ruke {
-
 namespace {
 
 void Log(LogLevel level, const std::string& message)

@@ -10,7 +10,7 @@ void Text::Grow(std::size_t count)
 {
     const std::size_t newRoom = std::max(2 * room, size + count);
     std::unique_ptr<char[]> grown(new char[newRoom]);
-    From(0).copy(grown.get(), size);
+    std::copy_n(bytes.get(), size, grown.get());
     bytes = std::move(grown);
     room = newRoom;
 }

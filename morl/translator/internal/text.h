@@ -29,9 +29,6 @@ public:
 
     std::size_t Size() const { return size; }
 
-    /// What was appended after the text had `start` bytes; valid until the next change.
-    std::string_view From(std::size_t start) const { return {bytes.get() + start, size - start}; }
-
     /// Removes everything after the first `newSize` bytes.
     void Truncate(std::size_t newSize) { size = newSize; }
 

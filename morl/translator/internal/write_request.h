@@ -15,7 +15,8 @@ struct TargetSpellings;
 const TargetSpellings* FindSpellings(std::string_view target);
 
 /// Writes a linked program as the shader that a request asks for. The result is that of the
-/// target's translator, but nothing can be overridden, and so it takes half the time.
+/// target's translator, but nothing can be overridden, which saves the virtual calls and their
+/// strings.
 void WriteRequest(const TargetSpellings& target, const PassProperty& pass, MorlProgram& program,
                   ShaderOutput& output);
 

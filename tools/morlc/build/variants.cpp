@@ -108,15 +108,13 @@ void NoteBroken(const std::vector<Diagnostic>& diagnostics, std::set<std::string
     }
 }
 
-void FindBroken(const std::vector<std::string>& names, const std::set<std::string>& broken,
-                VariantReport& report)
+/// The first of some nodes that has faults; empty if none has.
+std::string FindBroken(const std::vector<std::string>& names, const Worker& worker)
 {
     const auto found = std::find_if(names.begin(), names.end(), [&](const std::string& name) {
-        return broken.count(name) > 0;
+        return worker.broken.count(name) > 0;
     });
-    if (report.brokenNode.empty() && found != names.end()) {
-        report.brokenNode = *found;
-    }
+    return found != names.end() ? *found : "";
 }
 
 void AddText(const ManifestShader& shader, const std::string& target, const Stage& stage,
@@ -272,17 +270,17 @@ private:
                 }
                 text = CompilePass(worker, variant.number, pass, key, log, stages[i]);
             }
-            NoteBroken(log.kept, worker.broken);
             // A request that is refused parses nothing, and gives no text.
-            if (!text->output.code.empty()) {
-                FindBroken(plan.nodes, worker.broken, report);
+            if (!text->output.code.empty() && report.brokenNode.empty()) {
+                report.brokenNode = FindBroken(plan.nodes, worker);
             }
             vertex = text;
         }
     }
 
-    /// Only a text that was made without a word may be reused. Otherwise the variant that reports a
-    /// problem would depend on which thread was first.
+    /// Only a text that was made without a word, from nodes without faults, may be reused.
+    /// Otherwise it would depend on the threads which variant reports a problem, and what is to
+    /// blame.
     static const PassText* CompilePass(Worker& worker, std::size_t variant, PassProperty& pass,
                                        const std::string& key, const LogCollection& log,
                                        PassTexts& passTexts)
@@ -290,8 +288,10 @@ private:
         const std::size_t before = log.kept.size();
         ShaderOutput output;
         worker.compiler.Compile(pass, output);
-        const bool isSilent = log.kept.size() == before;
-        return passTexts.Add(variant, isSilent ? key : "", std::move(output));
+        NoteBroken(log.kept, worker.broken);
+        const bool isSound =
+            log.kept.size() == before && FindBroken(pass.nodeNames, worker).empty();
+        return passTexts.Add(variant, isSound ? key : "", std::move(output));
     }
 
     /// Adds the shader and the variant to an error in a request, as opposed to the source of a
