@@ -47,6 +47,10 @@ wait_for() {
 
 is_idle() { [ "$(sinfo -h -o %T)" = idle ]; }
 
+has_only_running_jobs() {
+    [ -n "$(squeue -h -t RUNNING)" ] && [ "$(squeue -h)" = "$(squeue -h -t RUNNING)" ]
+}
+
 has_lines() { [ "$(wc -l <"$1")" -ge "$2" ]; }
 
 cat >"$SLURM_CONF" <<TEXT
@@ -102,11 +106,12 @@ grep -q '17/17' "$work/ninja.log" || fail "not all shaders were built"
 
 # A slower build, so that it can be interrupted halfway.
 rm -rf "$work/out"
-write_ninja "srun -n1 -N1 sh -c 'sleep 1; exec \"\$@\"' sh"
+write_ninja "srun -n1 -N1 sh -c 'sleep 2; exec \"\$@\"' sh"
 ninja -j2 -f "$work/out/build.ninja" >"$work/down.log" 2>&1 &
 build=$!
 wait_for 30 has_lines "$work/down.log" 4 || fail "the slow build does not begin"
-sleep 0.5  # so that no job is about to be queued
+# A job that is still queued would wait for the node to come back, as it should.
+wait_for 30 has_only_running_jobs || fail "the slow build queues jobs"
 scontrol update nodename="$host" state=down reason=test
 status=0
 wait_for 60 sh -c "! kill -0 $build" || {
