@@ -102,6 +102,10 @@ struct MORL_API MorlIfSentence : MorlSentence {
     MorlExpression* condition = nullptr;       ///< owned
     std::vector<MorlSentence*> sentences;      ///< owned
     std::vector<MorlSentence*> elseSentences;  ///< owned
+    // In bytes, like `offset`; 0 if there is no such part.
+    std::uint32_t endOffset = 0;      ///< the last character of the first part
+    std::uint32_t elseOffset = 0;     ///< the `else`
+    std::uint32_t elseEndOffset = 0;  ///< the last character of the second part
 
     MorlIfSentence() { unitType = TOKEN_IF; }
     MorlIfSentence(const MorlIfSentence&) = default;
@@ -135,6 +139,7 @@ struct MORL_API MorlForSentence : MorlSentence {
     MorlExpression* condition = nullptr;   ///< owned
     MorlAssignSentence* step = nullptr;    ///< owned; without semicolon
     std::vector<MorlSentence*> sentences;  ///< owned
+    std::uint32_t endOffset = 0;           ///< the last character of the body, like `offset`
 
     MorlForSentence() { unitType = TOKEN_FOR; }
     MorlForSentence(const MorlForSentence&) = default;

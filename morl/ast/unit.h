@@ -5,6 +5,7 @@
 #include "morl/parser/token.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <new>
 
 namespace ns_ruke {
@@ -17,6 +18,9 @@ namespace ns_ruke {
 /// that walks a tree reads `unitType` and casts.
 struct MORL_API MorlUnit {
     ENUM_TOKEN unitType;  ///< the kind of the node; left unset by this constructor
+    /// Where in the parsed text its first token begins, or the operator of an operation; in bytes.
+    /// Copies keep it. See MorlNode::PlaceOf.
+    std::uint32_t offset = 0;
 
     MorlUnit() = default;
     MorlUnit(const MorlUnit&) = default;

@@ -39,6 +39,7 @@ Unit* MorlLinker::CopyChild(const Unit* unit)
 
 // Adds an element to a list of the linked program: itself if that is allowed and a copy would be
 // the same, otherwise a copy. `owner` takes the copies; null: the list owns its elements.
+// A null element is not constant.
 //
 // What is shared is charged like its copy, so that kMaxLinkWork means the same for every program.
 // The first time, it is copied, to learn what that costs.
@@ -46,7 +47,7 @@ template <class Unit>
 void MorlLinker::Append(std::vector<Unit*>& list, Unit* unit, std::vector<MorlUnit*>* owner,
                         bool isConstant)
 {
-    const bool mayShare = owner != nullptr && unit != nullptr && isConstant && loopValues.empty();
+    const bool mayShare = owner != nullptr && isConstant && loopValues.empty();
     if (mayShare && unit->copyWork != 0) {
         work += unit->copyWork;
         list.push_back(unit);
@@ -68,7 +69,9 @@ void MorlLinker::Append(std::vector<Unit*>& list, Unit* unit, std::vector<MorlUn
 
 MorlDeclare* MorlLinker::CopyElement(const MorlDeclare* declare)
 {
-    return CopyDeclare(declare);
+    MorlDeclare* copy = CopyDeclare(declare);
+    copy->offset = declare->offset;
+    return copy;
 }
 
 MorlSentence* MorlLinker::CopyElement(const MorlSentence* sentence)
@@ -89,13 +92,19 @@ void MorlLinker::AppendSentence(std::vector<MorlSentence*>& sentences, MorlSente
     Append(sentences, sentence, isMain ? &sharing->ownership.copies : nullptr, isConstant);
 }
 
-// Macro groups, macro assignments and programs are not copied: they give null.
 MorlUnit* MorlLinker::CopyMorlUnit(const MorlUnit* unit)
 {
     ++work;
-    if (unit == nullptr) {
-        return nullptr;
+    MorlUnit* copy = unit != nullptr ? CopyByKind(unit) : nullptr;
+    if (copy != nullptr) {
+        copy->offset = unit->offset;
     }
+    return copy;
+}
+
+// Macro groups, macro assignments and programs are not copied: they give null.
+MorlUnit* MorlLinker::CopyByKind(const MorlUnit* unit)
+{
     switch (unit->unitType) {
     case TOKEN_FUNCTION:
         return CopyFunction(static_cast<const MorlFunction*>(unit));
@@ -307,6 +316,9 @@ void MorlLinker::CopyBranches(const MorlIfSentence* from, MorlIfSentence& to)
     for (MorlSentence* sentence : from->sentences) {
         ProcessSentence(macroValues, to.sentences, sentence, false);
     }
+    to.endOffset = from->endOffset;
+    to.elseOffset = from->elseOffset;
+    to.elseEndOffset = from->elseEndOffset;
     to.elseSentences.reserve(from->elseSentences.size());
     for (MorlSentence* sentence : from->elseSentences) {
         ProcessSentence(macroValues, to.elseSentences, sentence, false);
@@ -320,6 +332,7 @@ MorlForSentence* MorlLinker::CopyForSentence(const MorlForSentence* sentence)
     copy->init = CopyChild(sentence->init);
     copy->condition = CopyChild(sentence->condition);
     copy->step = CopyChild(sentence->step);
+    copy->endOffset = sentence->endOffset;
     copy->sentences.reserve(sentence->sentences.size());
     for (const MorlSentence* member : sentence->sentences) {
         copy->sentences.push_back(CopyChild(member));

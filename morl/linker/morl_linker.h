@@ -90,6 +90,7 @@ private:
 
     // Deep copies, owned by the caller. A null unit is copied as null.
     MorlUnit* CopyMorlUnit(const MorlUnit* unit);
+    MorlUnit* CopyByKind(const MorlUnit* unit);
     MorlFunction* CopyFunction(const MorlFunction* function);
     MorlDeclare* CopyDeclare(const MorlDeclare* declare);
     MorlRegister* CopyRegister(const MorlRegister* binding);

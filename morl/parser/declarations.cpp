@@ -14,7 +14,7 @@ namespace ns_ruke {
 
 MorlDeclare* MorlParser::ParseGlobalDeclare(ENUM_TOKEN bufferToken)
 {
-    auto declare = std::make_unique<MorlDeclare>();
+    auto declare = Make<MorlDeclare>();
     declare->bufferType = bufferToken;
     if (!ParseVarDeclare(declare->varType, declare->name)) {
         return nullptr;
@@ -73,7 +73,7 @@ MorlRegister* MorlParser::ParseRegister()
         LogErrorAndSkipLine(messages::kNeedRegister, word);
         return nullptr;
     }
-    auto binding = std::make_unique<MorlRegister>();
+    auto binding = Make<MorlRegister>();
     binding->registerToken = token;
     binding->name = word;
     return binding.release();
@@ -94,7 +94,7 @@ MorlRegister* MorlParser::ParseNamedRegister()
         LogErrorAndSkipLine(messages::kMissRegisterEnd);
         return nullptr;
     }
-    auto binding = std::make_unique<MorlRegister>();
+    auto binding = Make<MorlRegister>();
     binding->registerToken = TOKEN_IDENTIFIER;
     binding->name = "(" + std::string(word) + ")";
     return binding.release();
@@ -107,7 +107,7 @@ MorlFunction* MorlParser::ParseFunction(ENUM_TOKEN returnType)
     if (ParseToken(word) != TOKEN_IDENTIFIER) {
         LogError(messages::kNotValidVar, word);
     }
-    auto function = std::make_unique<MorlFunction>();
+    auto function = Make<MorlFunction>();
     function->returnType = returnType;
     function->name = word;
     ParseParameter(function->parameters);
@@ -131,14 +131,14 @@ void MorlParser::ParseParameter(std::vector<MorlDeclare*>& parameters)
     if (!ParseVarDeclare(type, name)) {
         return;
     }
-    AppendOwned(parameters, std::make_unique<MorlDeclare>(type, name));
+    AppendOwned(parameters, Make<MorlDeclare>(type, name));
     SkipSpace();
     while (Current() != ')') {
         if (!CheckSkip(',')) {
             return;
         }
         ParseVarDeclare(type, name);
-        AppendOwned(parameters, std::make_unique<MorlDeclare>(type, name));
+        AppendOwned(parameters, Make<MorlDeclare>(type, name));
         SkipSpace();
     }
     PeekNext();

@@ -32,10 +32,10 @@ MorlExpression* MorlParser::ParsePrimary(bool& failed)
     std::string_view word;
     const ENUM_TOKEN token = ParseToken(word);
     if (token == TOKEN_IDENTIFIER && !IsFunction(word)) {
-        return new MorlVariable(word);
+        return Make<MorlVariable>(word).release();
     }
     if (token == TOKEN_NUMBER) {
-        return new MorlNumber(word);
+        return Make<MorlNumber>(word).release();
     }
     if (IsVarType(token) || IsSystemFunction(token)) {
         MorlFunctionCall* call = ParseFunctionCall(token, word);
@@ -87,7 +87,7 @@ MorlExpression* MorlParser::ParseNextExpression(MorlBinaryOperation* parent, Mor
         return ParseIndex(operand.release());
     }
     if (IsUnaryOperator(token)) {
-        auto operation = std::make_unique<MorlUnaryOperation>();
+        auto operation = Make<MorlUnaryOperation>();
         operation->operatorToken = token;
         operation->operand = operand.release();
         return operation.release();
@@ -107,7 +107,7 @@ MorlExpression* MorlParser::ParseOperation(MorlBinaryOperation* parent, MorlExpr
                                            ENUM_TOKEN operatorToken)
 {
     std::unique_ptr<MorlExpression> operand(left);
-    auto operation = std::make_unique<MorlBinaryOperation>();
+    auto operation = Make<MorlBinaryOperation>();
     operation->operatorToken = operatorToken;
     const bool adopts = parent != nullptr && GetOperatorPriority(parent->operatorToken) >=
                                                  GetOperatorPriority(operatorToken);
@@ -131,7 +131,7 @@ MorlExpression* MorlParser::ParseOperation(MorlBinaryOperation* parent, MorlExpr
 MorlExpression* MorlParser::ParseIndex(MorlExpression* left)
 {
     std::unique_ptr<MorlExpression> operand(left);
-    auto index = std::make_unique<MorlBinaryOperation>();
+    auto index = Make<MorlBinaryOperation>();
     index->operatorToken = TOKEN_INDEX;
     index->left = operand.release();
     Nesting level(*this, 1);
@@ -145,11 +145,13 @@ MorlExpression* MorlParser::ParseIndex(MorlExpression* left)
 
 MorlParenthesiseExpression* MorlParser::ParseParenthesiseExpression()
 {
+    const std::uint32_t start = tokenStart;
     std::unique_ptr<MorlExpression> inner(ParseExpression(nullptr));
     if (!CheckSkip(')')) {
         return nullptr;
     }
     auto parenthesis = std::make_unique<MorlParenthesiseExpression>();
+    parenthesis->offset = start;
     parenthesis->expression = inner.release();
     return parenthesis.release();
 }
@@ -160,7 +162,7 @@ MorlFunctionCall* MorlParser::ParseFunctionCall(ENUM_TOKEN token, std::string_vi
     if (level.ReportTooDeep()) {
         return nullptr;
     }
-    auto call = std::make_unique<MorlFunctionCall>();
+    auto call = Make<MorlFunctionCall>();
     if (!IsVarType(token) && !IsSystemFunction(token)) {
         return call.release();
     }

@@ -209,6 +209,7 @@ void MorlParser::LogErrorAndSkipLine(const char* message, std::string_view word)
 ENUM_TOKEN MorlParser::ParseToken(std::string_view& word)
 {
     SkipSpace();
+    tokenStart = position;
     const char c = Current();
     if (Is(c, kWordStart)) {
         std::uint32_t end = position + 1;

@@ -7,8 +7,10 @@
 #include "morl/parser/token.h"
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace ns_ruke {
@@ -75,6 +77,8 @@ private:
     bool IsSpace(char c) const;
     bool IsEnter(char c) const;
     std::string GetLocation() const;
+    template <class Unit, class... Arguments>
+    std::unique_ptr<Unit> Make(Arguments&&... arguments) const;
     /// Log a message with the current location. Callers pass the parts of a message, because
     /// building its text themselves would enlarge the stack frames of the recursive rules.
     void LogError(const char* message) const;
@@ -119,7 +123,7 @@ private:
     MorlSentence* ParseIfSentence(bool isElseIf);
     MorlSentence* ParseForSentence();
     MorlSentence* ParseMarcoSentence(ENUM_TOKEN token);
-    bool ParseBlock(std::vector<MorlSentence*>& sentences);
+    bool ParseBlock(std::vector<MorlSentence*>& sentences, std::uint32_t& endOffset);
     bool ParseBracedSentences(std::vector<MorlSentence*>& sentences);
     void SkipUnexpected();
 
@@ -139,8 +143,9 @@ private:
     const char* text = nullptr;  ///< the caller's text; ends in a NUL at `length`
     std::uint32_t length = 0;
     std::uint32_t position = 0;
-    std::int32_t line = 0;        ///< 0-based
-    std::uint32_t lineStart = 0;  ///< where the line begins
+    std::int32_t line = 0;         ///< 0-based
+    std::uint32_t lineStart = 0;   ///< where the line begins
+    std::uint32_t tokenStart = 0;  ///< where the last token begins
     std::uint32_t savedPosition = 0;
     std::int32_t savedLine = 0;
     std::uint32_t savedLineStart = 0;
@@ -153,5 +158,14 @@ private:
     /// ParseOperation).
     const MorlBinaryOperation* adopted = nullptr;
 };
+
+/// Makes a node of the tree that begins with the last token.
+template <class Unit, class... Arguments>
+std::unique_ptr<Unit> MorlParser::Make(Arguments&&... arguments) const
+{
+    auto unit = std::make_unique<Unit>(std::forward<Arguments>(arguments)...);
+    unit->offset = tokenStart;
+    return unit;
+}
 
 }  // namespace ns_ruke

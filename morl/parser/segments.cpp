@@ -283,7 +283,7 @@ ENUM_TOKEN MorlParser::ParseBlockToken(const char* closingWord)
 // rest of it as ordinary statements.
 MorlMarcoIfSentence* MorlParser::ParseMarcoIfSentence()
 {
-    auto block = std::make_unique<MorlMarcoIfSentence>();
+    auto block = Make<MorlMarcoIfSentence>();
     block->condition = ParseExpression(nullptr);
     std::vector<MorlSentence*>* sentences = &block->sentences;
     for (;;) {
@@ -305,7 +305,7 @@ MorlMarcoIfSentence* MorlParser::ParseMarcoIfSentence()
 
 MorlMarcoForSentence* MorlParser::ParseMarcoForSentence()
 {
-    auto block = std::make_unique<MorlMarcoForSentence>();
+    auto block = Make<MorlMarcoForSentence>();
     if (!ParseMarcoForHead(block->varName, block->start)) {
         return nullptr;
     }

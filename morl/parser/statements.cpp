@@ -45,9 +45,11 @@ MorlSentence* MorlParser::ParseSentence()
     PushLoction();
     std::string_view word;
     const ENUM_TOKEN token = ParseToken(word);
+    const std::uint32_t start = tokenStart;
     const unsigned before = marcoSentences;
     MorlSentence* sentence = ParseSentence(token, word);
     if (sentence != nullptr) {
+        sentence->offset = start;
         sentence->mayExpand = marcoSentences != before;
     }
     return sentence;
@@ -77,7 +79,7 @@ MorlSentence* MorlParser::ParseSentence(ENUM_TOKEN token, std::string_view word)
         return ParseMarcoSentence(token);
     case TOKEN_COLON:
         PeekNext();  // skips the second character, usually ";", without checking it
-        return new MorlEmptySentence;
+        return Make<MorlEmptySentence>().release();
     default:
         return nullptr;
     }
@@ -85,7 +87,7 @@ MorlSentence* MorlParser::ParseSentence(ENUM_TOKEN token, std::string_view word)
 
 MorlSpecialSentence* MorlParser::ParseSpecialSentence(ENUM_TOKEN keyword)
 {
-    auto sentence = std::make_unique<MorlSpecialSentence>();
+    auto sentence = Make<MorlSpecialSentence>();
     sentence->keyword = keyword;
     return CheckSkip(';') ? sentence.release() : nullptr;
 }
@@ -105,7 +107,7 @@ MorlSentence* MorlParser::ParseComment(ENUM_TOKEN token)
 MorlSentence* MorlParser::ParseSingleComment()
 {
     const std::string_view rest(text + position, length - position);
-    auto comment = std::make_unique<MorlSingleCommentSentence>();
+    auto comment = Make<MorlSingleCommentSentence>();
     comment->text = rest.substr(0, rest.find('\n'));
     SkipLine();
     return comment.release();
@@ -114,7 +116,7 @@ MorlSentence* MorlParser::ParseSingleComment()
 MorlSentence* MorlParser::ParseMultiComment()
 {
     const std::string_view rest(text + position, length - position);
-    auto comment = std::make_unique<MorlMultiCommentSentence>();
+    auto comment = Make<MorlMultiCommentSentence>();
     comment->text = rest.substr(0, rest.find("*/"));
     for (std::size_t i = 0; i < comment->text.size(); ++i) {
         PeekNext();
@@ -138,7 +140,7 @@ MorlSentence* MorlParser::ParseDefinitionSentence(ENUM_TOKEN varType, std::strin
         PopLoction();
         return ParseAssignSentence(varType, typeText, true);
     }
-    auto definition = std::make_unique<MorlDefinitionSentence>();
+    auto definition = Make<MorlDefinitionSentence>();
     definition->varType = varType;
     definition->name = name;
     switch (Current()) {
@@ -232,7 +234,7 @@ MorlSentence* MorlParser::ParseIfSentence(bool isElseIf)
     std::unique_ptr<MorlIfSentence> sentence(isElseIf ? new MorlElseIfSentence
                                                       : new MorlIfSentence);
     sentence->condition = condition.release();
-    if (!ParseBlock(sentence->sentences)) {
+    if (!ParseBlock(sentence->sentences, sentence->endOffset)) {
         return nullptr;
     }
     PushLoction();
@@ -241,7 +243,9 @@ MorlSentence* MorlParser::ParseIfSentence(bool isElseIf)
         PopLoction();
         return sentence.release();
     }
-    return ParseBlock(sentence->elseSentences) ? sentence.release() : nullptr;
+    sentence->elseOffset = tokenStart;
+    return ParseBlock(sentence->elseSentences, sentence->elseEndOffset) ? sentence.release()
+                                                                        : nullptr;
 }
 
 MorlSentence* MorlParser::ParseForSentence()
@@ -249,7 +253,7 @@ MorlSentence* MorlParser::ParseForSentence()
     if (!CheckSkip('(')) {
         return nullptr;
     }
-    auto sentence = std::make_unique<MorlForSentence>();
+    auto sentence = Make<MorlForSentence>();
     sentence->init = ParseSentence();
     if (sentence->init == nullptr || (sentence->init->unitType != TOKEN_EMPTY_SENTENCE &&
                                       sentence->init->unitType != TOKEN_ASSIGN)) {
@@ -266,7 +270,7 @@ MorlSentence* MorlParser::ParseForSentence()
     }
     PushLoction();
     sentence->step = ParseAssignSentence(TOKEN_IDENTIFIER, "", false);
-    if (!CheckSkip(')') || !ParseBlock(sentence->sentences)) {
+    if (!CheckSkip(')') || !ParseBlock(sentence->sentences, sentence->endOffset)) {
         return nullptr;
     }
     return sentence.release();
@@ -287,16 +291,20 @@ MorlSentence* MorlParser::ParseMarcoSentence(ENUM_TOKEN token)
 
 // The body of an `if` or `for`: statements in braces, or one statement. False if the "}" is
 // missing.
-bool MorlParser::ParseBlock(std::vector<MorlSentence*>& sentences)
+bool MorlParser::ParseBlock(std::vector<MorlSentence*>& sentences, std::uint32_t& endOffset)
 {
     SkipSpace();
+    bool isClosed = true;
     if (Current() == '{') {
         PeekNext();
-        return ParseBracedSentences(sentences);
+        isClosed = ParseBracedSentences(sentences);
+        endOffset = position - 1;
+    } else {
+        AppendOwned(sentences, std::unique_ptr<MorlSentence>(ParseSentence()));
+        endOffset = position - 1;
+        SkipSpace();
     }
-    AppendOwned(sentences, std::unique_ptr<MorlSentence>(ParseSentence()));
-    SkipSpace();
-    return true;
+    return isClosed;
 }
 
 // What follows a "{", up to and including its "}".
