@@ -38,11 +38,9 @@ std::size_t Parse(int times)
     return bytes;
 }
 
-/// Requests after all nodes are parsed: every sample shader, both passes. Returns the bytes of
-/// output.
-std::size_t Warm(const std::string& target, int times)
+/// Both passes of every sample shader.
+std::vector<PassProperty> Passes(const std::string& target)
 {
-    const auto compiler = morl_test::MakeSampleCompiler();
     std::vector<PassProperty> passes;
     for (morl_test::SampleRequest& request : morl_test::RichestSamples()) {
         if (request.target == target) {
@@ -50,12 +48,38 @@ std::size_t Warm(const std::string& target, int times)
             passes.push_back(request.fragment);
         }
     }
+    return passes;
+}
+
+/// Requests after all nodes are parsed. Returns the bytes of output.
+std::size_t Warm(const std::string& target, int times)
+{
+    const auto compiler = morl_test::MakeSampleCompiler();
+    std::vector<PassProperty> passes = Passes(target);
     std::size_t bytes = 0;
     for (int i = 0; i <= times; ++i) {
         bytes = 0;
         for (PassProperty& pass : passes) {
             ShaderOutput output;
             compiler->Compile(pass, output);
+            bytes += output.code.size();
+        }
+    }
+    return bytes;
+}
+
+/// The same for "glsl", with reports.
+std::size_t Report(int times)
+{
+    const auto compiler = morl_test::MakeSampleCompiler();
+    std::vector<PassProperty> passes = Passes("glsl");
+    std::size_t bytes = 0;
+    for (int i = 0; i <= times; ++i) {
+        bytes = 0;
+        for (PassProperty& pass : passes) {
+            ShaderOutput output;
+            PassReport report;
+            compiler->Compile(pass, output, report);
             bytes += output.code.size();
         }
     }
@@ -126,7 +150,7 @@ int main(int argc, char** argv)
     const int times = argc == 3 ? std::atoi(argv[2]) : 0;
     TamberLogSystem::SetSink([](LogLevel, const std::string&, const std::string&) {});
     const std::map<std::string, std::size_t (*)(int)> works = {
-        {"parse", Parse}, {"empty", Empty}, {"load", Load}, {"json", LoadJson}};
+        {"parse", Parse}, {"empty", Empty}, {"report", Report}, {"load", Load}, {"json", LoadJson}};
     if (const auto found = works.find(work); found != works.end()) {
         std::cout << found->second(times) << "\n";
         return 0;
@@ -137,6 +161,6 @@ int main(int argc, char** argv)
             return 0;
         }
     }
-    std::cerr << "usage: workload parse|empty|load|json|TARGET TIMES\n";
+    std::cerr << "usage: workload parse|empty|report|load|json|TARGET TIMES\n";
     return 2;
 }

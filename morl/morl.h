@@ -13,6 +13,7 @@
 #include "morl/compiler/node_files.h"
 #include "morl/compiler/node_text.h"
 #include "morl/compiler/pass_property.h"
+#include "morl/compiler/pass_report.h"
 #include "morl/compiler/shader_output.h"
 #include "morl/core/limits.h"
 #include "morl/core/log_scope.h"

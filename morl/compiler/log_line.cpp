@@ -6,6 +6,7 @@
 
 #include <charconv>
 #include <string_view>
+#include <utility>
 
 namespace ns_ruke {
 namespace {
@@ -25,7 +26,12 @@ bool TakeNumber(std::string_view& text, std::string_view prefix, int& number)
 }  // namespace
 
 LogLine::LogLine(LogLevel logLevel, const std::string& message)
-    : level(logLevel), node(LogScope::CurrentNode()), text(message)
+    : LogLine(logLevel, message, LogScope::CurrentNode())
+{
+}
+
+LogLine::LogLine(LogLevel logLevel, const std::string& message, std::string nodeName)
+    : level(logLevel), node(std::move(nodeName)), text(message)
 {
     constexpr std::string_view kEnd = messages::kLocationEnd;
     std::string_view rest = message;

@@ -22,6 +22,8 @@ namespace ns_ruke {
 class MORL_API LogLine {
 public:
     LogLine(LogLevel level, const std::string& message);
+    /// A line about a node, made anywhere.
+    LogLine(LogLevel level, const std::string& message, std::string nodeName);
 
     bool IsError() const { return level == LogLevel::Error; }
 

@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "morl/compiler/morl_compiler.h"
 
+#include "morl/compiler/internal/report.h"
 #include "morl/compiler/node_files.h"
+#include "morl/core/internal/fault_collector.h"
 #include "morl/core/internal/graphics_log.h"
 #include "morl/core/messages.h"
 #include "morl/linker/morl_linker.h"
 #include "morl/parser/morl_parser.h"
 #include "morl/translator/internal/write_request.h"
+#include "morl/translator/internal/written_lines.h"
 
 #include <algorithm>
 #include <memory>
@@ -76,6 +79,21 @@ void MorlCompiler::DeleteNodes()
 
 void MorlCompiler::Compile(PassProperty& pass, ShaderOutput& output)
 {
+    Run(pass, output, nullptr);
+}
+
+void MorlCompiler::Compile(PassProperty& pass, ShaderOutput& output, PassReport& report)
+{
+    report = PassReport();
+    const FaultCollector collector;
+    Run(pass, output, &report);
+    for (const CollectedFault& fault : collector.faults) {
+        report.faults.push_back(ToReportFault(fault));
+    }
+}
+
+void MorlCompiler::Run(PassProperty& pass, ShaderOutput& output, PassReport* report)
+{
     const TargetSpellings* target = FindSpellings(pass.target);
     if (target == nullptr) {
         LogGraphicsError(messages::kUnknownTarget + pass.target);
@@ -90,12 +108,23 @@ void MorlCompiler::Compile(PassProperty& pass, ShaderOutput& output)
         if (node->NeedCompile(pass.target)) {
             node->Compile(&parser, pass.target);
         }
+        if (report != nullptr) {
+            report->faults.insert(report->faults.end(), node->GetFaults().begin(),
+                                  node->GetFaults().end());
+        }
     }
     MorlProgram linked;
     PrepareLinked(linked, pass.stage);
     MorlLinker linker;
-    linker.LinkShared(pass.macros, list, linked);
-    WriteRequest(*target, pass, linked, output);
+    LinkReport link;
+    linker.LinkShared(pass.macros, list, linked, report != nullptr ? &link : nullptr);
+    if (report == nullptr) {
+        WriteRequest(*target, pass, linked, nullptr, output);
+        return;
+    }
+    WrittenLines lines(linked, link);
+    WriteRequest(*target, pass, linked, &lines, output);
+    FillReport(pass, *target, link, lines, output, *report);
 }
 
 // Whether any name is unknown. Each unknown name is reported once, in order of first appearance.

@@ -4,6 +4,7 @@
 #include "morl/compiler/morl_node.h"
 #include "morl/compiler/node_text.h"
 #include "morl/compiler/pass_property.h"
+#include "morl/compiler/pass_report.h"
 #include "morl/compiler/shader_output.h"
 #include "morl/core/export.h"
 
@@ -51,6 +52,9 @@ public:
     /// @param pass is only read.
     void Compile(PassProperty& pass, ShaderOutput& output);
 
+    /// The same, and fills a report, which is cleared first. A refused request has only faults.
+    void Compile(PassProperty& pass, ShaderOutput& output, PassReport& report);
+
     /// Loads all nodes of a text, which must be a list of nodes in the format of the node files
     /// (comments are allowed). Nodes of the same names are replaced.
     ///
@@ -76,6 +80,7 @@ public:
     const MorlNode* FindNode(const std::string& name) const;
 
 private:
+    void Run(PassProperty& pass, ShaderOutput& output, PassReport* report);
     void LoadNodeDefinition(std::string path);
     void ReferenceNodes(std::unordered_set<MorlNode*>& set, MorlNode* node);
     void StoreNode(MorlNode* node);

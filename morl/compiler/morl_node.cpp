@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "morl/compiler/morl_node.h"
 
+#include "morl/compiler/internal/report.h"
+#include "morl/core/internal/fault_collector.h"
 #include "morl/core/log_scope.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <utility>
 
 namespace ns_ruke {
@@ -43,6 +47,7 @@ float MorlNode::GetY() const
 void MorlNode::SetContent(std::string newContent)
 {
     content = std::move(newContent);
+    lineStarts.clear();
 }
 
 std::string MorlNode::GetContent() const
@@ -72,8 +77,13 @@ void MorlNode::Compile(MorlParser* parser, std::string target)
     program = nullptr;
     program = new MorlProgram;
     compiledTarget = std::move(target);
+    faults.clear();
+    const FaultCollector collector;
     try {
         parser->Parse(content, *program);
+        for (const CollectedFault& fault : collector.faults) {
+            faults.push_back(ToReportFault(fault));
+        }
     } catch (...) {
         // The next request must not mistake half a program for the node's program.
         delete program;
@@ -87,7 +97,22 @@ void MorlNode::TakeProgram(MorlNode& other) noexcept
     if (content == other.content) {
         std::swap(program, other.program);
         compiledTarget.swap(other.compiledTarget);
+        faults.swap(other.faults);
     }
+}
+
+MorlPlace MorlNode::PlaceOf(std::uint32_t offset) const
+{
+    if (lineStarts.empty()) {
+        lineStarts.push_back(0);
+        for (std::size_t end = content.find('\n'); end != std::string::npos;
+             end = content.find('\n', end + 1)) {
+            lineStarts.push_back(static_cast<std::uint32_t>(end) + 1);
+        }
+    }
+    const auto next = std::upper_bound(lineStarts.begin(), lineStarts.end(), offset);
+    return {static_cast<int>(next - lineStarts.begin()),
+            static_cast<int>(offset - *(next - 1)) + 1};
 }
 
 MorlProgram* MorlNode::GetProgram()

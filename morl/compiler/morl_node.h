@@ -2,13 +2,21 @@
 #pragma once
 
 #include "morl/ast/program.h"
+#include "morl/compiler/pass_report.h"
 #include "morl/core/export.h"
 #include "morl/parser/morl_parser.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
 namespace ns_ruke {
+
+/// A place in the content of a node.
+struct MorlPlace {
+    int line = 0;    ///< 1-based
+    int column = 0;  ///< 1-based, in bytes
+};
 
 /// One node of the shader graph: a piece of Morl source with the names of the nodes that it refers
 /// to.
@@ -47,6 +55,13 @@ public:
     /// is left without a program.
     void Compile(MorlParser* parser, std::string target);
 
+    /// Where in the content a byte is, such as the beginning of a node of the program's tree.
+    /// @param offset counted from 0
+    MorlPlace PlaceOf(std::uint32_t offset) const;
+
+    /// The faults that were logged when the program was parsed.
+    const std::vector<ReportFault>& GetFaults() const { return faults; }
+
     /// The parsed program, or null. The node owns it.
     MorlProgram* GetProgram();
     const MorlProgram* GetProgram() const;
@@ -58,6 +73,7 @@ private:
     // These read the names without copying them.
     friend class MorlCompiler;
     friend class MorlLinker;
+    friend class WrittenLines;
 
     std::string name;
     float x = 0.0F;
@@ -66,6 +82,8 @@ private:
     std::vector<std::string> references;
     std::string compiledTarget;
     MorlProgram* program = nullptr;
+    std::vector<ReportFault> faults;                ///< of the program
+    mutable std::vector<std::uint32_t> lineStarts;  ///< of the content, once they are needed
 };
 
 }  // namespace ns_ruke

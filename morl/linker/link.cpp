@@ -87,11 +87,14 @@ void MorlLinker::Link(std::string /*target*/, Macros& macros, std::vector<MorlNo
                       MorlProgram& program)
 {
     sharing = nullptr;
+    linkReport = nullptr;
     MergePrograms(macros, nodes, program);
 }
 
-void MorlLinker::LinkShared(Macros& macros, std::vector<MorlNode*>& nodes, MorlProgram& program)
+void MorlLinker::LinkShared(Macros& macros, std::vector<MorlNode*>& nodes, MorlProgram& program,
+                            LinkReport* report)
 {
+    linkReport = report;
     program.ownership.elements = false;
     sharing = &program;
     MergePrograms(macros, nodes, program);
@@ -115,6 +118,12 @@ void MorlLinker::MergePrograms(Macros& macros, std::vector<MorlNode*>& nodes, Mo
     ReserveLists(ordered, program);
     for (MorlNode* node : ordered) {
         MergeProgram(node, macroValues, program);
+        if (linkReport != nullptr) {
+            const std::size_t sentences =
+                program.mainFunction != nullptr ? program.mainFunction->sentences.size() : 0;
+            linkReport->origins.push_back({node, program.inputs.size(), program.outputs.size(),
+                                           program.uniforms.size(), sentences});
+        }
     }
 }
 

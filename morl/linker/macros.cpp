@@ -116,8 +116,16 @@ float MorlLinker::CalVariable(Macros& macros, const MorlVariable* variable)
         number.value = loopValue->second;
         return CalNumber(macros, &number);
     }
+    NoteMacro(variable->name);
     const auto macro = macros.find(variable->name);
     return macro != macros.end() ? static_cast<float>(macro->second) : 0.0F;
+}
+
+void MorlLinker::NoteMacro(const std::string& name)
+{
+    if (linkReport != nullptr) {
+        linkReport->usedMacros.insert(name);
+    }
 }
 
 // The digits after the point are read as an integer, which is divided by 10 while it is greater
@@ -169,6 +177,7 @@ bool MorlLinker::BeginIterationOrReport(const std::string& varName)
 template <class Group, class Body>
 void MorlLinker::Repeat(Macros& macros, Group* group, const Body& body)
 {
+    NoteMacro(group->varName);
     const auto bound = macros.find(group->varName);
     if (bound == macros.end()) {
         return;

@@ -3,6 +3,7 @@
 
 #include "morl/compiler/morl_node.h"
 #include "morl/core/export.h"
+#include "morl/linker/link_report.h"
 #include "morl/linker/loop_values.h"
 
 #include <cstddef>
@@ -42,8 +43,9 @@ public:
     /// Like Link, but refers to those declarations and statements of the nodes of which a copy
     /// would be the same. `program` is then only valid while the programs of the nodes are.
     /// @param program must have no declarations and no statements yet.
+    /// @param report receives what a report of the request needs; null: nothing is noted.
     void LinkShared(std::unordered_map<std::string, int>& macros, std::vector<MorlNode*>& nodes,
-                    MorlProgram& program);
+                    MorlProgram& program, LinkReport* report = nullptr);
 
 private:
     using Macros = std::unordered_map<std::string, int>;
@@ -86,6 +88,7 @@ private:
     float CalBinaryOperation(Macros& macros, const MorlBinaryOperation* operation);
     float CalParenthesiseExpression(Macros& macros, const MorlParenthesiseExpression* expression);
     float CalVariable(Macros& macros, const MorlVariable* variable);
+    void NoteMacro(const std::string& name);
     float CalNumber(Macros& macros, const MorlNumber* number);
 
     // Deep copies, owned by the caller. A null unit is copied as null.
@@ -127,12 +130,13 @@ private:
     std::set<std::pair<const std::vector<MorlDeclare*>*, std::string>> declaredNames;
 
     // The state of the current link.
-    MorlProgram* sharing = nullptr;  ///< the linked program if it may refer to the nodes' trees
-    std::string currentLoop;         ///< the name of the running `#for`; empty if none
-    std::size_t iterations = 0;      ///< of `#for`
-    std::size_t work = 0;            ///< in units of kMaxLinkWork
-    bool tooManyIterations = false;  ///< kMaxLoopIterations was reached and reported
-    bool exhausted = false;          ///< kMaxLinkWork was exceeded and reported
+    LinkReport* linkReport = nullptr;  ///< null: nobody asked for it
+    MorlProgram* sharing = nullptr;    ///< the linked program if it may refer to the nodes' trees
+    std::string currentLoop;           ///< the name of the running `#for`; empty if none
+    std::size_t iterations = 0;        ///< of `#for`
+    std::size_t work = 0;              ///< in units of kMaxLinkWork
+    bool tooManyIterations = false;    ///< kMaxLoopIterations was reached and reported
+    bool exhausted = false;            ///< kMaxLinkWork was exceeded and reported
 };
 
 }  // namespace ns_ruke

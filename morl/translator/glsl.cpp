@@ -116,18 +116,19 @@ void OutputLocals(Walk<Answers>& walk, const Declares& outputs)
 }
 
 // The first projected position is written first; any others are not written.
-void FinalOutput(Text& text, const Declares& outputs)
+template <class Answers>
+void FinalOutput(Walk<Answers>& walk, const Declares& outputs)
 {
     const auto isPosition = [](const MorlDeclare* output) {
         return BindingToken(output) == TOKEN_SV_POSITION;
     };
     const auto position = std::find_if(outputs.begin(), outputs.end(), isPosition);
     if (position != outputs.end()) {
-        GlslCopyOut(text, "gl_Position", *position);
+        GlslCopyOut(walk, "gl_Position", *position);
     }
     for (const MorlDeclare* output : outputs) {
         if (!isPosition(output)) {
-            GlslCopyOut(text, output->name, output);
+            GlslCopyOut(walk, output->name, output);
         }
     }
 }
@@ -135,7 +136,7 @@ void FinalOutput(Text& text, const Declares& outputs)
 template <class Answers>
 void Main(Walk<Answers>& walk, MorlProgram& linked)
 {
-    GlslMain(walk, linked, OutputLocals<Answers>, FinalOutput);
+    GlslMain(walk, linked, OutputLocals<Answers>, FinalOutput<Answers>);
 }
 
 template <class Answers>
@@ -150,6 +151,7 @@ constexpr TargetSpellings kSpellings = {"#version 150\n",
                                         kGlslSemantics,
                                         kBuffers,
                                         's',
+                                        false,
                                         CallForms(kCalls),
                                         kSections<HookAnswers>,
                                         kSections<RecordAnswers>};
@@ -171,7 +173,7 @@ std::string MorlTranslatorGLSL::WriteOutputDeclare(MorlDeclare* declare)
 
 std::string MorlTranslatorGLSL::WriteFinalOutput(Declares outputs)
 {
-    return Collect(*this, [&](auto& walk) { FinalOutput(walk.text, outputs); });
+    return Collect(*this, [&](auto& walk) { FinalOutput(walk, outputs); });
 }
 
 }  // namespace ns_ruke

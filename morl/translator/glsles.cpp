@@ -155,17 +155,18 @@ void OutputLocals(Walk<Answers>& walk, const Declares& outputs)
     GlslOutputLocals(walk, outputs, "1.0");
 }
 
-void FinalOutput(Text& text, const Declares& outputs)
+template <class Answers>
+void FinalOutput(Walk<Answers>& walk, const Declares& outputs)
 {
     for (const MorlDeclare* output : outputs) {
-        GlslCopyOut(text, CopyOutTarget(output), output);
+        GlslCopyOut(walk, CopyOutTarget(output), output);
     }
 }
 
 template <class Answers>
 void Main(Walk<Answers>& walk, MorlProgram& linked)
 {
-    GlslMain(walk, linked, OutputLocals<Answers>, FinalOutput);
+    GlslMain(walk, linked, OutputLocals<Answers>, FinalOutput<Answers>);
 }
 
 template <class Answers>
@@ -181,6 +182,7 @@ constexpr TargetSpellings kSpellings = {
     kGlslSemantics,
     kBuffers,
     's',
+    false,
     CallForms(kCalls),
     kSections<HookAnswers>,
     kSections<RecordAnswers>};
@@ -202,7 +204,7 @@ std::string MorlTranslatorGLSLES::WriteOutputDeclare(MorlDeclare* declare)
 
 std::string MorlTranslatorGLSLES::WriteFinalOutput(Declares outputs)
 {
-    return Collect(*this, [&](auto& walk) { FinalOutput(walk.text, outputs); });
+    return Collect(*this, [&](auto& walk) { FinalOutput(walk, outputs); });
 }
 
 std::int32_t MorlTranslatorGLSLES::GetRegisterIndex(MorlDeclare* declare)

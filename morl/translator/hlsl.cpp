@@ -84,9 +84,17 @@ constexpr TargetSections<Answers> kSections = {Uniforms<Answers>,        InputLi
                                                HlslOutputs<Answers>,     HlslMain<Answers>,
                                                HlslInputCopies<Answers>, HlslOutputLocal<Answers>};
 
-constexpr TargetSpellings kSpellings = {
-    "",           kTypes, kAutoTypes,        kHlslFunctions,         kSemantics,
-    kHlslBuffers, 's',    CallForms(kCalls), kSections<HookAnswers>, kSections<RecordAnswers>};
+constexpr TargetSpellings kSpellings = {"",
+                                        kTypes,
+                                        kAutoTypes,
+                                        kHlslFunctions,
+                                        kSemantics,
+                                        kHlslBuffers,
+                                        's',
+                                        true,
+                                        CallForms(kCalls),
+                                        kSections<HookAnswers>,
+                                        kSections<RecordAnswers>};
 
 }  // namespace
 

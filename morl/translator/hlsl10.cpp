@@ -81,6 +81,7 @@ void Uniforms(Walk<Answers>& walk, const Declares& uniforms)
             continue;
         }
         const bool compares = IsShadowMap(uniform->name);
+        walk.answers.Mark(walk.text, uniform);
         walk.text.Append(walk.answers.Buffer(uniform->bufferType));
         walk.text.Append(compares ? " SamplerComparisonState " : " SamplerState ");
         walk.text.Append(kSamplerState, uniform->name, ':');
@@ -117,9 +118,17 @@ constexpr TargetSections<Answers> kSections = {Uniforms<Answers>,        InputLi
                                                OutputList<Answers>,      HlslMain<Answers>,
                                                HlslInputCopies<Answers>, HlslOutputLocal<Answers>};
 
-constexpr TargetSpellings kSpellings = {
-    "",           kTypes, kAutoTypes,        kHlslFunctions,         kSemantics,
-    kHlslBuffers, 't',    CallForms(kCalls), kSections<HookAnswers>, kSections<RecordAnswers>};
+constexpr TargetSpellings kSpellings = {"",
+                                        kTypes,
+                                        kAutoTypes,
+                                        kHlslFunctions,
+                                        kSemantics,
+                                        kHlslBuffers,
+                                        't',
+                                        true,
+                                        CallForms(kCalls),
+                                        kSections<HookAnswers>,
+                                        kSections<RecordAnswers>};
 
 }  // namespace
 

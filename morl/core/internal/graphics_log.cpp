@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "morl/core/internal/graphics_log.h"
 
+#include "morl/core/internal/fault_collector.h"
 #include "morl/core/log_system.h"
 
 namespace ns_ruke {
@@ -22,6 +23,7 @@ void LogGraphicsInfo(const std::string& message)
 
 void LogGraphicsError(const std::string& message)
 {
+    CollectFault(message);
     Log(LogLevel::Error, message);
 }
 

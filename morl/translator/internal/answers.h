@@ -5,8 +5,10 @@
 #include "morl/translator/internal/renames.h"
 #include "morl/translator/internal/target_spellings.h"
 #include "morl/translator/internal/text.h"
+#include "morl/translator/internal/written_lines.h"
 #include "morl/translator/morl_translator.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -60,6 +62,14 @@ public:
     {
         text.Append(operation(translator));
     }
+
+    /// The line that is begun now is from this declaration, or this place of a statement.
+    template <class Place>
+    void Mark(const Text& /*text*/, const Place& /*place*/) const
+    {
+    }
+    void MarkAt(std::size_t /*position*/, std::uint32_t /*offset*/) const {}
+    void BeginStatement(std::size_t /*index*/) const {}
 
     MorlTranslator::Repetition& repetition;
 
@@ -121,7 +131,28 @@ public:
         direct(*this);
     }
 
+    template <class Place>
+    void Mark(const Text& text, const Place& place) const
+    {
+        if (lines != nullptr) {
+            lines->Mark(text, place);
+        }
+    }
+    void MarkAt(std::size_t position, std::uint32_t offset) const
+    {
+        if (lines != nullptr) {
+            lines->MarkAt(position, offset);
+        }
+    }
+    void BeginStatement(std::size_t index) const
+    {
+        if (lines != nullptr) {
+            lines->BeginStatement(index);
+        }
+    }
+
     const TargetSpellings& spellings;
+    WrittenLines* lines = nullptr;  ///< notes where lines come from, if a report is asked for
     MorlTranslator::Repetition repetition;
     std::uint32_t texcoordCounter = 0;  ///< the number of the next automatic texture coordinate
     Semantics outputSemantics;          ///< the texture coordinates assigned, by declaration name

@@ -27,6 +27,7 @@ void GlslStageGlobal(Walk<Answers>& walk, MorlDeclare* declare)
 {
     const auto buffer = walk.answers.Buffer(declare->bufferType);
     const auto type = walk.answers.Type(declare);
+    walk.answers.Mark(walk.text, declare);
     walk.text.Append(buffer, ' ', type, ' ', declare->name, ";\n");
 }
 
@@ -34,6 +35,7 @@ template <class Answers>
 void GlslUniforms(Walk<Answers>& walk, const Declares& uniforms)
 {
     for (MorlDeclare* uniform : uniforms) {
+        walk.answers.Mark(walk.text, uniform);
         walk.Global(uniform);
         walk.text.Append(";\n");
     }
@@ -46,6 +48,7 @@ void GlslInputCopies(Walk<Answers>& walk, const Declares& inputs)
     for (MorlDeclare* input : inputs) {
         const auto type = walk.answers.Type(input);
         const std::string& name = input->name;
+        walk.answers.Mark(walk.text, input);
         walk.text.Append('\t', type, ' ', kGlslInputLocal, name, " = ", name, ";\n");
     }
 }
@@ -56,15 +59,18 @@ void GlslOutputLocals(Walk<Answers>& walk, const Declares& outputs, std::string_
 {
     for (MorlDeclare* output : outputs) {
         const auto type = walk.answers.Type(output);
+        walk.answers.Mark(walk.text, output);
         walk.text.Append('\t', type, ' ', kGlslOutputLocal, output->name, " = ");
         walk.text.Append(type, '(', start, ");\n");
     }
 }
 
 /// The line that copies an output's local to `target`.
-inline void GlslCopyOut(Text& text, std::string_view target, const MorlDeclare* output)
+template <class Answers>
+void GlslCopyOut(Walk<Answers>& walk, std::string_view target, const MorlDeclare* output)
 {
-    text.Append('\t', target, " = ", kGlslOutputLocal, output->name, "; \n");
+    walk.answers.Mark(walk.text, output);
+    walk.text.Append('\t', target, " = ", kGlslOutputLocal, output->name, "; \n");
 }
 
 /// The entry function.
@@ -81,7 +87,7 @@ void GlslMain(Walk<Answers>& walk, MorlProgram& linked, const OutputLocals& outp
         walk.text, [&](MorlTranslator& hooks) { return hooks.WriteOutputConvert(linked.outputs); },
         [&](auto& /*record*/) { outputLocals(walk, linked.outputs); });
     walk.MainBody(linked);
-    finalOutput(walk.text, linked.outputs);
+    finalOutput(walk, linked.outputs);
     walk.text.Append("}\n");
 }
 

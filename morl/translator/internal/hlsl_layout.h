@@ -87,6 +87,7 @@ void HlslBinding(Walk<Answers>& walk, MorlDeclare* declare)
 template <class Answers>
 void HlslUniform(Walk<Answers>& walk, MorlDeclare* uniform)
 {
+    walk.answers.Mark(walk.text, uniform);
     walk.Global(uniform);
     HlslBinding(walk, uniform);
     walk.text.Append(";\n");
@@ -96,6 +97,7 @@ void HlslUniform(Walk<Answers>& walk, MorlDeclare* uniform)
 template <class Answers>
 void HlslMember(Walk<Answers>& walk, MorlDeclare* declare)
 {
+    walk.answers.Mark(walk.text, declare);
     walk.text.Append('\t', walk.answers.Type(declare), ' ', declare->name);
     HlslBinding(walk, declare);
     walk.text.Append(";\n");
@@ -136,6 +138,7 @@ void HlslInputCopies(Walk<Answers>& walk, const Declares& inputs)
 {
     for (MorlDeclare* input : inputs) {
         const std::string& name = input->name;
+        walk.answers.Mark(walk.text, input);
         walk.text.Append('\t', walk.answers.Type(input), " i", name, " = input.", name, ";\n");
     }
 }

@@ -36,7 +36,8 @@ struct TargetSpellings {
     const SpellingTable& functions;  ///< a function without a row keeps its name in the source
     const SpellingTable& semantics;  ///< TEXAUTO and SAUTO are not spelled but numbered
     BufferSpellings buffers;
-    char registerKind;  ///< of samplers: 's', or 't' for texture objects
+    char registerKind;    ///< of samplers: 's', or 't' for texture objects
+    bool writesBindings;  ///< whether shaders contain registers and texture coordinates
     CallForms callForms;
     TargetSections<HookAnswers> hookSections;
     TargetSections<RecordAnswers> recordSections;

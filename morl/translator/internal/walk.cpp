@@ -23,6 +23,7 @@ void Walk<Answers>::Sentence(MorlSentence* sentence, int indent)
     if (sentence == nullptr) {
         return;
     }
+    answers.Mark(text, sentence->offset);
     switch (sentence->unitType) {
     case TOKEN_EMPTY_SENTENCE:
         EmptySentence(indent);
@@ -88,6 +89,22 @@ void Walk<Answers>::MultiComment(MorlMultiCommentSentence* sentence, int indent)
 {
     Indent(indent);
     text.Append("/*", sentence->text, "*/\n");
+    MarkLines(sentence);
+}
+
+/// A comment of several lines has several lines in the source. Called when it has been written.
+template <class Answers>
+void Walk<Answers>::MarkLines(const MorlMultiCommentSentence* sentence)
+{
+    constexpr std::size_t kOpen = 2;   // of the comment
+    constexpr std::size_t kClose = 3;  // and the line break
+    const std::string& comment = sentence->text;
+    const std::size_t start = text.Size() - kClose - comment.size();
+    for (std::size_t end = comment.find('\n'); end != std::string::npos;
+         end = comment.find('\n', end + 1)) {
+        const std::size_t offset = sentence->offset + kOpen + end + 1;
+        answers.MarkAt(start + end + 1, static_cast<std::uint32_t>(offset));
+    }
 }
 
 template <class Answers>
@@ -125,23 +142,27 @@ void Walk<Answers>::IfSentence(MorlIfSentence* sentence, int indent)
     Expression(sentence->condition);
     text.Append(" ) {\n");
     Sentences(sentence->sentences, indent + 1);
-    Indent(indent);
-    text.Append("} \n");
+    End(sentence->endOffset, indent);
     if (sentence->elseSentences.empty()) {
         return;
     }
+    answers.Mark(text, sentence->elseOffset);
     Indent(indent);
     text.Append("else { \n");
     Sentences(sentence->elseSentences, indent + 1);
-    Indent(indent);
-    text.Append("} \n");
+    End(sentence->elseEndOffset, indent);
 }
 
 template <class Answers>
 void Walk<Answers>::MainBody(const MorlProgram& linked)
 {
-    if (linked.mainFunction != nullptr) {
-        Sentences(linked.mainFunction->sentences, 1);
+    if (linked.mainFunction == nullptr) {
+        return;
+    }
+    const std::vector<MorlSentence*>& sentences = linked.mainFunction->sentences;
+    for (std::size_t i = 0; i < sentences.size(); ++i) {
+        answers.BeginStatement(i);
+        Sentence(sentences[i], 1);
     }
 }
 
@@ -169,6 +190,14 @@ void Walk<Answers>::ForSentence(MorlForSentence* sentence, int indent)
     }
     text.Append(" ) {\n");
     Sentences(sentence->sentences, indent + 1);
+    End(sentence->endOffset, indent);
+}
+
+/// The end of a block.
+template <class Answers>
+void Walk<Answers>::End(std::uint32_t offset, int indent)
+{
+    answers.Mark(text, offset);
     Indent(indent);
     text.Append("} \n");
 }

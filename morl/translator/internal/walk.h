@@ -7,6 +7,7 @@
 #include "morl/translator/morl_translator.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -55,6 +56,8 @@ public:
 
 private:
     void Indent(int indent);
+    void End(std::uint32_t offset, int indent);
+    void MarkLines(const MorlMultiCommentSentence* sentence);
     void FormedCall(MorlFunctionCall* call, const CallForm& form);
     void SeparatedArguments(MorlFunctionCall* call, const CallForm& form, char separator);
     CallArguments Arguments(MorlFunctionCall* call, const CallForm& form);

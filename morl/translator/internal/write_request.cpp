@@ -24,9 +24,10 @@ std::size_t UsualSize(const MorlProgram& program)
 }  // namespace
 
 void WriteRequest(const TargetSpellings& target, const PassProperty& pass, MorlProgram& program,
-                  ShaderOutput& output)
+                  WrittenLines* lines, ShaderOutput& output)
 {
     RecordAnswers answers(target, program, pass.semantics, pass.samplerRegisters);
+    answers.lines = lines;
     Text text(UsualSize(program));
     Walk<RecordAnswers> walk(answers, text);
     text.Append(target.header);

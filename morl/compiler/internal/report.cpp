@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: MIT
+#include "morl/compiler/internal/report.h"
+
+#include "morl/ast/stage.h"
+#include "morl/compiler/log_line.h"
+#include "morl/compiler/morl_node.h"
+#include "morl/core/string_helper.h"
+#include "morl/parser/keyword_map.h"
+#include "morl/translator/internal/walk.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <set>
+#include <utility>
+
+namespace ns_ruke {
+namespace {
+
+/// The word of the language for a token. The keywords are in the order of the tokens.
+std::string WordOf(ENUM_TOKEN token)
+{
+    const auto& keywords = KeywordMap::Keywords();
+    const auto* const found = std::lower_bound(
+        keywords.begin(), keywords.end(), token,
+        [](const Keyword& keyword, ENUM_TOKEN wanted) { return keyword.token < wanted; });
+    const bool isFound = found != keywords.end() && found->token == token;
+    return isFound ? std::string(found->spelling) : std::string();
+}
+
+/// The number behind a texture coordinate's name, such as 2 of "TEXCOORD2".
+int NumberOf(const std::string& texcoord)
+{
+    const std::size_t digit = texcoord.find_first_of("0123456789");
+    return digit != std::string::npos ? StringHelper::ConvertToInt32(texcoord.substr(digit)) : -1;
+}
+
+/// Describes the declarations of one request.
+class Reflection {
+public:
+    Reflection(const PassProperty& newPass, const TargetSpellings& newTarget,
+               const ShaderOutput& newOutput)
+        : pass(newPass), target(newTarget), output(newOutput)
+    {
+    }
+
+    ReportDeclare Describe(const MorlDeclare& declare, const MorlNode& node) const
+    {
+        ReportDeclare result;
+        result.name = declare.name;
+        result.node = node.GetName();
+        result.line = node.PlaceOf(declare.offset).line;
+        result.type = WordOf(declare.varType);
+        const std::string_view written = declare.varType != TOKEN_AUTO
+                                             ? target.types.Text(declare.varType)
+                                             : target.autoTypes.Text(BindingToken(&declare));
+        result.writtenType = written;
+        AddArray(declare, result);
+        if (declare.registerBinding != nullptr) {
+            result.semantic = declare.registerBinding->name;
+            result.number = target.writesBindings ? NumberOfBinding(declare) : -1;
+        }
+        return result;
+    }
+
+private:
+    void AddArray(const MorlDeclare& declare, ReportDeclare& result) const
+    {
+        if (declare.arraySize == nullptr) {
+            return;
+        }
+        MorlProgram none;
+        none.stage = pass.stage;
+        RecordAnswers answers(target, none, pass.semantics, pass.samplerRegisters);
+        Text text;
+        Walk<RecordAnswers>(answers, text).Expression(declare.arraySize);
+        result.arraySize = text.Copy();
+        if (declare.arraySize->unitType == TOKEN_NUMBER) {
+            result.elements = StringHelper::ConvertToInt32(result.arraySize);
+        }
+    }
+
+    int NumberOfBinding(const MorlDeclare& declare) const
+    {
+        const ENUM_TOKEN token = BindingToken(&declare);
+        if (token == TOKEN_SAUTO) {
+            const auto found = pass.samplerRegisters.find(declare.name);
+            return found != pass.samplerRegisters.end() ? found->second : 0;
+        }
+        if (token != TOKEN_TEXAUTO) {
+            return -1;
+        }
+        const auto& semantics = pass.stage == kFragmentStage ? pass.semantics : output.semantics;
+        const auto found = semantics.find(declare.name);
+        return found != semantics.end() ? NumberOf(found->second) : -1;
+    }
+
+    const PassProperty& pass;
+    const TargetSpellings& target;
+    const ShaderOutput& output;
+};
+
+std::vector<ReportDeclare>& ListOf(const MorlDeclare& declare, PassReport& report)
+{
+    switch (declare.bufferType) {
+    case TOKEN_UNIFORM:
+        return report.uniforms;
+    case TOKEN_IN:
+        return report.inputs;
+    default:
+        return report.outputs;
+    }
+}
+
+void AddMacros(const PassProperty& pass, const LinkReport& link, PassReport& report)
+{
+    for (const std::string& name : link.usedMacros) {
+        const auto value = pass.macros.find(name);
+        const bool isSet = value != pass.macros.end();
+        report.macros.push_back({name, isSet ? value->second : 0, isSet});
+    }
+    for (const auto& [name, value] : pass.macros) {
+        if (link.usedMacros.count(name) == 0) {
+            report.unusedMacros.push_back(name);
+        }
+    }
+    std::sort(report.unusedMacros.begin(), report.unusedMacros.end());
+}
+
+}  // namespace
+
+ReportFault ToReportFault(const CollectedFault& fault)
+{
+    LogLine line(LogLevel::Error, fault.message, fault.node);
+    return {line.level, std::move(line.node), line.line, line.column, std::move(line.text)};
+}
+
+void FillReport(const PassProperty& pass, const TargetSpellings& target, const LinkReport& link,
+                const WrittenLines& lines, const ShaderOutput& output, PassReport& report)
+{
+    report.lines = lines.Resolve(output.code);
+    const Reflection reflection(pass, target, output);
+    const std::vector<const MorlDeclare*>& declares = lines.Declares();
+    for (const MorlDeclare* declare : declares) {
+        std::vector<ReportDeclare>& list = ListOf(*declare, report);
+        if (list.capacity() == 0) {
+            list.reserve(static_cast<std::size_t>(
+                std::count_if(declares.begin(), declares.end(), [&](const MorlDeclare* other) {
+                    return other->bufferType == declare->bufferType;
+                })));
+        }
+        list.push_back(reflection.Describe(*declare, *lines.NodeOf(declare)));
+    }
+    AddMacros(pass, link, report);
+}
+
+}  // namespace ns_ruke

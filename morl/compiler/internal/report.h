@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "morl/compiler/pass_property.h"
+#include "morl/compiler/pass_report.h"
+#include "morl/compiler/shader_output.h"
+#include "morl/core/internal/fault_collector.h"
+#include "morl/linker/link_report.h"
+
+namespace ns_ruke {
+
+struct TargetSpellings;
+class WrittenLines;
+
+/// A collected fault in its parts.
+ReportFault ToReportFault(const CollectedFault& fault);
+
+/// Fills in all of a report but its faults.
+/// @param output the result of the request.
+void FillReport(const PassProperty& pass, const TargetSpellings& target, const LinkReport& link,
+                const WrittenLines& lines, const ShaderOutput& output, PassReport& report);
+
+}  // namespace ns_ruke

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "morl/core/log_system.h"
+
+#include <string>
+#include <vector>
+
+namespace ns_ruke {
+
+/// A fault, as it is logged, in its parts.
+struct ReportFault {
+    LogLevel level;
+    std::string node;  ///< empty: the request as a whole
+    int line = 0;      ///< 1-based, in the node's content; 0: no place
+    int column = 0;    ///< 1-based, in bytes; 0: no place
+    std::string text;  ///< the message without its place
+};
+
+/// What a line of a written shader was made from.
+struct ReportLine {
+    std::string node;  ///< empty: the line is from no node, such as the header
+    int line = 0;      ///< 1-based, in the node's content; 0 without a node
+};
+
+/// A uniform, an input or an output of a pass.
+struct ReportDeclare {
+    std::string name;
+    std::string node;         ///< the node that declares it
+    int line = 0;             ///< 1-based, in the node's content
+    std::string type;         ///< as declared, such as "float4" or "auto"
+    std::string writtenType;  ///< as the target spells it
+    std::string arraySize;    ///< as written; empty: no array
+    int elements = 0;         ///< the array size if it is a number, otherwise 0
+    std::string semantic;     ///< as declared, such as "TEXAUTO"; empty: not bound
+    int number = -1;  ///< the sampler's register or the texture coordinate, as written; -1: none
+};
+
+/// A macro that conditions and loops of the nodes have asked for.
+struct ReportMacro {
+    std::string name;
+    int value = 0;       ///< what counted
+    bool isSet = false;  ///< by the request; otherwise it counted as 0, or its loop did not run
+};
+
+/// What a host may want to know about a request besides its output.
+struct PassReport {
+    /// The faults of the nodes that took part, also of those parsed by earlier requests, and of the
+    /// request. They are logged as well, those of the nodes when they are parsed.
+    std::vector<ReportFault> faults;
+    std::vector<ReportLine> lines;  ///< one for each line of ShaderOutput::code
+    // In the order in which they are first written.
+    std::vector<ReportDeclare> uniforms;
+    std::vector<ReportDeclare> inputs;
+    std::vector<ReportDeclare> outputs;
+    // In ascending order of the names.
+    std::vector<ReportMacro> macros;
+    std::vector<std::string> unusedMacros;  ///< set by the request, but never asked for
+};
+
+}  // namespace ns_ruke

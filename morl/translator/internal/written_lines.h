@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "morl/ast/declarations.h"
+#include "morl/ast/program.h"
+#include "morl/compiler/pass_report.h"
+#include "morl/linker/link_report.h"
+#include "morl/translator/internal/text.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace ns_ruke {
+
+/// Notes, while a shader is written, where its lines come from.
+class WrittenLines {
+public:
+    /// The arguments must outlive this object.
+    WrittenLines(const MorlProgram& program, const LinkReport& link);
+
+    /// The line that is begun now is from this declaration.
+    void Mark(const Text& text, const MorlDeclare* declare);
+    /// The line that is begun now is from the current statement of `main`.
+    /// @param offset in the source of its node, in bytes
+    void Mark(const Text& text, std::uint32_t offset) { MarkAt(text.Size(), offset); }
+    /// The line that begins at this position of the text is.
+    void MarkAt(std::size_t position, std::uint32_t offset);
+    /// The lines that follow are from this statement of `main`.
+    void BeginStatement(std::size_t index);
+
+    /// The declarations, in the order in which they were first marked.
+    const std::vector<const MorlDeclare*>& Declares() const { return declares; }
+    const MorlNode* NodeOf(const MorlDeclare* declare) const;
+
+    /// One for each line of the shader.
+    std::vector<ReportLine> Resolve(std::string_view code) const;
+
+private:
+    struct MarkedPlace {
+        std::size_t position;  ///< in the shader
+        const MorlNode* node;
+        std::uint32_t offset;  ///< in the source of the node
+    };
+
+    struct ListedDeclare {
+        const MorlDeclare* declare;
+        const MorlNode* node;
+        bool isMarked;
+    };
+
+    void List(const std::vector<MorlDeclare*>& list, std::size_t LinkOrigin::*end);
+    std::size_t IndexOf(const MorlDeclare* declare) const;
+
+    const LinkReport& link;
+    std::vector<ListedDeclare> listed;  ///< in the order of the pointers
+    std::vector<const MorlDeclare*> declares;
+    std::vector<MarkedPlace> marks;
+    std::size_t statementOrigin = 0;  ///< of the current statement
+};
+
+}  // namespace ns_ruke

@@ -1,0 +1,227 @@
+// SPDX-License-Identifier: MIT
+// What a request reports besides its output.
+#include "support/graph.h"
+#include "support/log_capture.h"
+#include "support/samples.h"
+
+#include <gtest/gtest.h>
+#include <sstream>
+
+namespace {
+
+using namespace ns_ruke;
+using morl_test::LogCapture;
+using morl_test::MakePass;
+
+std::vector<std::string> Lines(const std::string& text)
+{
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) {
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+std::string LineOf(const MorlCompiler& compiler, const ReportLine& line)
+{
+    return Lines(compiler.FindNode(line.node)->GetContent())
+        .at(static_cast<std::size_t>(line.line) - 1);
+}
+
+/// Both passes of a sample with their reports.
+struct Reported {
+    PassProperty pass;
+    ShaderOutput output;
+    PassReport report;
+};
+
+std::vector<Reported> CompileReported(MorlCompiler& compiler,
+                                      const morl_test::SampleRequest& request)
+{
+    std::vector<Reported> results = {{request.vertex, {}, {}}, {request.fragment, {}, {}}};
+    compiler.Compile(results[0].pass, results[0].output, results[0].report);
+    results[1].pass.semantics = results[0].output.semantics;
+    compiler.Compile(results[1].pass, results[1].output, results[1].report);
+    return results;
+}
+
+/// Whether a line is the frame of a shader, which no node has a part in.
+bool IsFrame(const std::string& line)
+{
+    const auto begins = [&](const char* start) { return line.rfind(start, 0) == 0; };
+    return line == "}" || line == "};" || line == "\treturn output;" || begins("#version") ||
+           begins("precision") || begins("struct ") || begins("float4 oDummyProj") ||
+           line.find(" main(") != std::string::npos ||
+           line.find("_OUTPUT output;") != std::string::npos;
+}
+
+/// Whether a written line may be from a line of a source: the end of a block from the end of a
+/// block or of its only statement, anything else from a line with one of its words.
+bool MayBeFrom(const std::string& written, const std::string& source)
+{
+    if (written.find_first_not_of("\t} ") == std::string::npos) {
+        return source.find_first_of("};") != std::string::npos;
+    }
+    std::istringstream words(written);
+    for (std::string word; words >> word;) {
+        const std::size_t end = word.find_first_of(".,;([)]");
+        std::string name = word.substr(0, end);
+        // Locals have the names of declarations, after "ret" or "i".
+        name.erase(0, name.rfind("ret", 0) == 0 ? 3 : name.rfind("ib", 0) == 0 ? 1 : 0);
+        if (name.size() > 1 && source.find(name) != std::string::npos) {
+            return true;
+        }
+    }
+    return source.find_first_of("=/{") != std::string::npos;
+}
+
+void CheckLines(const MorlCompiler& compiler, const Reported& result)
+{
+    const std::vector<std::string> lines = Lines(result.output.code);
+    ASSERT_EQ(lines.size(), result.report.lines.size());
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const ReportLine& line = result.report.lines[i];
+        EXPECT_EQ(line.node.empty(), IsFrame(lines[i])) << lines[i];
+        if (!line.node.empty()) {
+            EXPECT_TRUE(MayBeFrom(lines[i], LineOf(compiler, line))) << lines[i] << "\n"
+                                                                     << LineOf(compiler, line);
+        }
+    }
+}
+
+// Every line is from where it should be, and blank lines in front of one node move exactly the
+// lines of that node.
+TEST(Report, TracesEveryLineOfTheSamples)
+{
+    const LogCapture log;
+    const auto compiler = morl_test::MakeSampleCompiler();
+    std::size_t moved = 0;
+    for (const morl_test::SampleRequest& request : morl_test::RichestSamples()) {
+        const std::vector<Reported> before = CompileReported(*compiler, request);
+        for (const Reported& result : before) {
+            CheckLines(*compiler, result);
+        }
+        const std::string name = request.fragment.nodeNames.back();
+        const MorlNode& node = *compiler->FindNode(name);
+        const std::string content = node.GetContent();
+        const std::vector<std::string> references = node.GetReference();
+        compiler->SetNode(name, "\n\n\n" + content, references);
+        const std::vector<Reported> after = CompileReported(*compiler, request);
+        compiler->SetNode(name, content, references);
+        for (std::size_t pass = 0; pass < after.size(); ++pass) {
+            ASSERT_EQ(after[pass].output.code, before[pass].output.code);
+            for (std::size_t i = 0; i < after[pass].report.lines.size(); ++i) {
+                const ReportLine& old = before[pass].report.lines[i];
+                const ReportLine& line = after[pass].report.lines[i];
+                EXPECT_EQ(line.node, old.node);
+                EXPECT_EQ(line.line, old.line + (line.node == name ? 3 : 0));
+                moved += line.node == name ? 1 : 0;
+            }
+        }
+    }
+    EXPECT_GT(moved, 100U);
+}
+
+std::string Shown(const std::vector<ReportLine>& lines)
+{
+    std::string text;
+    for (const ReportLine& line : lines) {
+        text += line.node + (line.node.empty() ? "-" : std::to_string(line.line)) + " ";
+    }
+    return text;
+}
+
+TEST(Report, TracesBlocksCommentsAndLoops)
+{
+    MorlCompiler compiler(std::vector<NodeText>{});
+    compiler.SetNode("a",
+                     "uniform float u; uniform\nfloat w[4];\n#for N : 0\nuniform float l_N;\n"
+                     "#endfor\nvoid main() {\n/* one\ntwo */\nif (u > 1) {\nx = 1;\n}\nelse\n{\n"
+                     "y = 2; z = 3;\n}\n#for N : 0\nfor (i = 0; i < N; i++)\n{ x += l_N;\n}\n"
+                     "#endfor\nif (u) x = 4;\n}");
+    compiler.SetNode("b", "void main() {\n\n// end\n}");
+    PassProperty pass = MakePass("glsl", 0, {"b", "a"});
+    pass.macros = {{"N", 2}};
+    ShaderOutput output;
+    PassReport report;
+    const LogCapture log;
+    compiler.Compile(pass, output, report);
+    EXPECT_EQ(Shown(report.lines),
+              "- a1 a1 a4 a4 - b3 a7 a8 a9 a10 a11 a12 a14 a14 a15 "
+              "a17 a18 a19 a17 a18 a19 a21 a21 a21 - ")
+        << output.code;
+}
+
+std::string Shown(const std::vector<ReportDeclare>& declares)
+{
+    std::string text;
+    for (const ReportDeclare& d : declares) {
+        text += d.node + ":" + std::to_string(d.line) + " " + d.type + "/" + d.writtenType + " " +
+                d.name + "[" + d.arraySize + "=" + std::to_string(d.elements) + "] " + d.semantic +
+                " " + std::to_string(d.number) + "\n";
+    }
+    return text;
+}
+
+TEST(Report, DescribesWhatAPassBinds)
+{
+    MorlCompiler compiler(std::vector<NodeText>{});
+    compiler.SetNode("a",
+                     "uniform sampler2D map : SAUTO;\nuniform float4 bones[3 * N];\n"
+                     "uniform float k[4];\n#if FOG\nin auto i : BLENDINDICES;\n#endif\n"
+                     "#for LIGHTS : 0 uniform float l;\n#endfor\nin float2 uv : TEXCOORD0;");
+    compiler.SetNode("b", "out float2 oUv : TEXAUTO;\nout float3 oN : NORMAL;");
+    PassProperty pass = MakePass("hlsl10", 0, {"b", "a"});
+    pass.macros = {{"FOG", 1}, {"OTHER", 2}, {"N", 3}};
+    pass.samplerRegisters = {{"map", 5}};
+    ShaderOutput output;
+    PassReport report;
+    const LogCapture log;
+    compiler.Compile(pass, output, report);
+    EXPECT_EQ(Shown(report.uniforms),
+              "a:1 sampler2D/Texture2D map[=0] SAUTO 5\n"
+              "a:2 float4/float4 bones[3*N=0]  -1\n"
+              "a:3 float/float k[4=4]  -1\n");
+    EXPECT_EQ(Shown(report.inputs),
+              "a:5 auto/uint4 i[=0] BLENDINDICES -1\na:9 float2/float2 uv[=0] TEXCOORD0 -1\n");
+    EXPECT_EQ(Shown(report.outputs),
+              "b:2 float3/float3 oN[=0] NORMAL -1\nb:1 float2/float2 oUv[=0] TEXAUTO 0\n");
+    std::string macros;
+    for (const ReportMacro& macro : report.macros) {
+        macros += macro.name + "=" + std::to_string(macro.value) + (macro.isSet ? " " : "? ");
+    }
+    EXPECT_EQ(macros, "FOG=1 LIGHTS=0? ");
+    EXPECT_EQ(report.unusedMacros, (std::vector<std::string>{"N", "OTHER"}));
+}
+
+TEST(Report, HasTheFaultsOfAllNodesThatTookPart)
+{
+    MorlCompiler compiler(std::vector<NodeText>{});
+    compiler.SetNode("a", "void main() {\n  x = ;\n}");
+    compiler.SetNode("b", "out float c;", {"d"});
+    compiler.SetNode("d", "out float c;", {"b"});
+    PassProperty first = MakePass("glsl", 0, {"a"});
+    ShaderOutput output;
+    {
+        const LogCapture log;
+        compiler.Compile(first, output);
+    }
+    PassProperty pass = MakePass("glsl", 0, {"b", "d", "a"});
+    PassReport report;
+    const LogCapture log;
+    compiler.Compile(pass, output, report);
+    EXPECT_EQ(log.errors, std::vector<std::string>{"MorlLinker: reference cycle: b, d"});
+    std::string faults;
+    for (const ReportFault& fault : report.faults) {
+        faults += fault.node + ":" + std::to_string(fault.line) + ":" +
+                  std::to_string(fault.column) + " " + fault.text + "\n";
+    }
+    EXPECT_EQ(faults, "a:2:8 expression error:\n:0:0 MorlLinker: reference cycle: b, d\n");
+    pass.nodeNames = {"nowhere"};
+    compiler.Compile(pass, output, report);
+    ASSERT_EQ(report.faults.size(), 1U);
+    EXPECT_TRUE(report.lines.empty());
+}
+
+}  // namespace
