@@ -84,11 +84,17 @@ void MorlCompiler::Compile(PassProperty& pass, ShaderOutput& output)
 
 void MorlCompiler::Compile(PassProperty& pass, ShaderOutput& output, PassReport& report)
 {
-    report = PassReport();
-    const FaultCollector collector;
-    Run(pass, output, &report);
-    for (const CollectedFault& fault : collector.faults) {
-        report.faults.push_back(ToReportFault(fault));
+    ShaderOutput before = output;
+    try {
+        report = PassReport();
+        const FaultCollector collector;
+        Run(pass, output, &report);
+        for (const CollectedFault& fault : collector.faults) {
+            report.faults.push_back(ToReportFault(fault));
+        }
+    } catch (...) {
+        output = std::move(before);
+        throw;
     }
 }
 

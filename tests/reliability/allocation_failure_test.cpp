@@ -85,47 +85,58 @@ TEST(AllocationFailure, DuringConstruction)
     EXPECT_GT(failures, 30U);
 }
 
+void FailDuringARequest(const std::string& target, bool withReport)
+{
+    const auto compile = [withReport](MorlCompiler& compiler, PassProperty& pass,
+                                      ShaderOutput& output) {
+        PassReport report;
+        withReport ? compiler.Compile(pass, output, report) : compiler.Compile(pass, output);
+    };
+    PassProperty pass = morl_test::MakePass(target, 0, {"first", "second"});
+    pass.macros = {{"A", 1}, {"N", 2}};
+    const auto makeCompiler = [] {
+        return morl_test::MakeCompiler(
+            {{"first", kSource, {"second"}}, {"second", "void main() { x = 1; }", {}}});
+    };
+    ShaderOutput whole;
+    whole.semantics = {{"kept", "text"}};
+    whole.uniformNames = {"kept"};
+    const ShaderOutput before = whole;
+    compile(*makeCompiler(), pass, whole);
+
+    std::size_t failures = 0;
+    MorlUnit::ReleaseMemory();
+    morl_test::ResetAllocations();
+    {
+        const auto compiler = makeCompiler();
+        failures = FailInTurn(
+            [&] {
+                ShaderOutput output = before;
+                try {
+                    compile(*compiler, pass, output);
+                } catch (...) {
+                    EXPECT_EQ(output.code, before.code);
+                    EXPECT_EQ(output.semantics, before.semantics);
+                    EXPECT_EQ(output.uniformNames, before.uniformNames);
+                    throw;
+                }
+                EXPECT_EQ(output.code, whole.code);
+                EXPECT_EQ(output.semantics, whole.semantics);
+                EXPECT_EQ(output.uniformNames, whole.uniformNames);
+            },
+            [](bool) {});
+    }
+    MorlUnit::ReleaseMemory();
+    EXPECT_EQ(morl_test::Allocations().live, 0U) << target;
+    EXPECT_GT(failures, 100U);
+}
+
 TEST(AllocationFailure, DuringARequest)
 {
     const SilentLog silent;
     for (const std::string& target : MorlTargets()) {
-        PassProperty pass = morl_test::MakePass(target, 0, {"first", "second"});
-        pass.macros = {{"A", 1}, {"N", 2}};
-        const auto makeCompiler = [] {
-            return morl_test::MakeCompiler(
-                {{"first", kSource, {"second"}}, {"second", "void main() { x = 1; }", {}}});
-        };
-        ShaderOutput whole;
-        whole.semantics = {{"kept", "text"}};
-        whole.uniformNames = {"kept"};
-        const ShaderOutput before = whole;
-        makeCompiler()->Compile(pass, whole);
-
-        std::size_t failures = 0;
-        MorlUnit::ReleaseMemory();
-        morl_test::ResetAllocations();
-        {
-            const auto compiler = makeCompiler();
-            failures = FailInTurn(
-                [&] {
-                    ShaderOutput output = before;
-                    try {
-                        compiler->Compile(pass, output);
-                    } catch (...) {
-                        EXPECT_EQ(output.code, before.code);
-                        EXPECT_EQ(output.semantics, before.semantics);
-                        EXPECT_EQ(output.uniformNames, before.uniformNames);
-                        throw;
-                    }
-                    EXPECT_EQ(output.code, whole.code);
-                    EXPECT_EQ(output.semantics, whole.semantics);
-                    EXPECT_EQ(output.uniformNames, whole.uniformNames);
-                },
-                [](bool) {});
-        }
-        MorlUnit::ReleaseMemory();
-        EXPECT_EQ(morl_test::Allocations().live, 0U) << target;
-        EXPECT_GT(failures, 100U);
+        FailDuringARequest(target, false);
+        FailDuringARequest(target, true);
     }
 }
 
