@@ -48,6 +48,7 @@ void MorlNode::SetContent(std::string newContent)
 {
     content = std::move(newContent);
     lineStarts.clear();
+    lastLine = 0;
 }
 
 std::string MorlNode::GetContent() const
@@ -104,15 +105,29 @@ void MorlNode::TakeProgram(MorlNode& other) noexcept
 MorlPlace MorlNode::PlaceOf(std::uint32_t offset) const
 {
     if (lineStarts.empty()) {
-        lineStarts.push_back(0);
-        for (std::size_t end = content.find('\n'); end != std::string::npos;
-             end = content.find('\n', end + 1)) {
-            lineStarts.push_back(static_cast<std::uint32_t>(end) + 1);
-        }
+        FindLines();
     }
-    const auto next = std::upper_bound(lineStarts.begin(), lineStarts.end(), offset);
-    return {static_cast<int>(next - lineStarts.begin()),
-            static_cast<int>(offset - *(next - 1)) + 1};
+    // Places are mostly asked for in their order.
+    const auto isIn = [&](std::size_t line) {
+        return line + 1 < lineStarts.size() && lineStarts[line] <= offset &&
+               offset < lineStarts[line + 1];
+    };
+    if (isIn(lastLine + 1)) {
+        ++lastLine;
+    } else if (!isIn(lastLine)) {
+        const auto next = std::upper_bound(lineStarts.begin(), lineStarts.end(), offset);
+        lastLine = static_cast<std::size_t>(next - lineStarts.begin()) - 1;
+    }
+    return {static_cast<int>(lastLine) + 1, static_cast<int>(offset - lineStarts[lastLine]) + 1};
+}
+
+void MorlNode::FindLines() const
+{
+    lineStarts.push_back(0);
+    for (std::size_t end = content.find('\n'); end != std::string::npos;
+         end = content.find('\n', end + 1)) {
+        lineStarts.push_back(static_cast<std::uint32_t>(end) + 1);
+    }
 }
 
 MorlProgram* MorlNode::GetProgram()

@@ -6,6 +6,7 @@
 #include "morl/core/export.h"
 #include "morl/parser/morl_parser.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -70,10 +71,11 @@ public:
     void TakeProgram(MorlNode& other) noexcept;
 
 private:
+    void FindLines() const;
+
     // These read the names without copying them.
     friend class MorlCompiler;
     friend class MorlLinker;
-    friend class WrittenLines;
 
     std::string name;
     float x = 0.0F;
@@ -84,6 +86,7 @@ private:
     MorlProgram* program = nullptr;
     std::vector<ReportFault> faults;                ///< of the program
     mutable std::vector<std::uint32_t> lineStarts;  ///< of the content, once they are needed
+    mutable std::size_t lastLine = 0;               ///< the line of the last place, from 0
 };
 
 }  // namespace ns_ruke

@@ -4,6 +4,7 @@
 #include "morl/core/log_system.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace ns_ruke {
@@ -19,20 +20,20 @@ struct ReportFault {
 
 /// What a line of a written shader was made from.
 struct ReportLine {
-    std::string node;  ///< empty: the line is from no node, such as the header
-    int line = 0;      ///< 1-based, in the node's content; 0 without a node
+    int node = -1;  ///< an index into PassReport::nodes; -1: from no node, such as the header
+    int line = 0;   ///< 1-based, in the node's content; 0 without a node
 };
 
-/// A uniform, an input or an output of a pass.
+/// A uniform, an input or an output of a pass. The views are of texts of the library.
 struct ReportDeclare {
     std::string name;
-    std::string node;         ///< the node that declares it
-    int line = 0;             ///< 1-based, in the node's content
-    std::string type;         ///< as declared, such as "float4" or "auto"
-    std::string writtenType;  ///< as the target spells it
-    std::string arraySize;    ///< as written; empty: no array
-    int elements = 0;         ///< the array size if it is a number, otherwise 0
-    std::string semantic;     ///< as declared, such as "TEXAUTO"; empty: not bound
+    int node = -1;                 ///< the node that declares it: an index into PassReport::nodes
+    int line = 0;                  ///< 1-based, in the node's content
+    std::string_view type;         ///< as declared, such as "float4" or "auto"
+    std::string_view writtenType;  ///< as the target spells it
+    std::string arraySize;         ///< as written; empty: no array
+    int elements = 0;              ///< the array size if it is a number, otherwise 0
+    std::string_view semantic;     ///< as declared, such as "TEXAUTO"; empty: not bound
     int number = -1;  ///< the sampler's register or the texture coordinate, as written; -1: none
 };
 
@@ -48,7 +49,8 @@ struct PassReport {
     /// The faults of the nodes that took part, also of those parsed by earlier requests, and of the
     /// request. They are logged as well, those of the nodes when they are parsed.
     std::vector<ReportFault> faults;
-    std::vector<ReportLine> lines;  ///< one for each line of ShaderOutput::code
+    std::vector<std::string> nodes;  ///< those that were merged, in this order
+    std::vector<ReportLine> lines;   ///< one for each line of ShaderOutput::code
     // In the order in which they are first written.
     std::vector<ReportDeclare> uniforms;
     std::vector<ReportDeclare> inputs;

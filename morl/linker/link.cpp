@@ -116,6 +116,9 @@ void MorlLinker::MergePrograms(Macros& macros, std::vector<MorlNode*>& nodes, Mo
     program.ownership.functions = false;
     const std::vector<MorlNode*> ordered = TakeOrdered(nodes);
     ReserveLists(ordered, program);
+    if (linkReport != nullptr) {
+        linkReport->origins.reserve(ordered.size());
+    }
     for (MorlNode* node : ordered) {
         MergeProgram(node, macroValues, program);
         if (linkReport != nullptr) {

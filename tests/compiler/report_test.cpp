@@ -23,9 +23,15 @@ std::vector<std::string> Lines(const std::string& text)
     return lines;
 }
 
-std::string LineOf(const MorlCompiler& compiler, const ReportLine& line)
+/// The name of a node of a report; empty for none.
+std::string NameOf(const PassReport& report, int node)
 {
-    return Lines(compiler.FindNode(line.node)->GetContent())
+    return node >= 0 ? report.nodes.at(static_cast<std::size_t>(node)) : "";
+}
+
+std::string LineOf(const MorlCompiler& compiler, const PassReport& report, const ReportLine& line)
+{
+    return Lines(compiler.FindNode(NameOf(report, line.node))->GetContent())
         .at(static_cast<std::size_t>(line.line) - 1);
 }
 
@@ -82,10 +88,11 @@ void CheckLines(const MorlCompiler& compiler, const Reported& result)
     ASSERT_EQ(lines.size(), result.report.lines.size());
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const ReportLine& line = result.report.lines[i];
-        EXPECT_EQ(line.node.empty(), IsFrame(lines[i])) << lines[i];
-        if (!line.node.empty()) {
-            EXPECT_TRUE(MayBeFrom(lines[i], LineOf(compiler, line))) << lines[i] << "\n"
-                                                                     << LineOf(compiler, line);
+        EXPECT_EQ(line.node < 0, IsFrame(lines[i])) << lines[i];
+        if (line.node >= 0) {
+            EXPECT_TRUE(MayBeFrom(lines[i], LineOf(compiler, result.report, line)))
+                << lines[i] << "\n"
+                << LineOf(compiler, result.report, line);
         }
     }
 }
@@ -115,19 +122,20 @@ TEST(Report, TracesEveryLineOfTheSamples)
                 const ReportLine& old = before[pass].report.lines[i];
                 const ReportLine& line = after[pass].report.lines[i];
                 EXPECT_EQ(line.node, old.node);
-                EXPECT_EQ(line.line, old.line + (line.node == name ? 3 : 0));
-                moved += line.node == name ? 1 : 0;
+                const bool isMoved = NameOf(after[pass].report, line.node) == name;
+                EXPECT_EQ(line.line, old.line + (isMoved ? 3 : 0));
+                moved += isMoved ? 1 : 0;
             }
         }
     }
     EXPECT_GT(moved, 100U);
 }
 
-std::string Shown(const std::vector<ReportLine>& lines)
+std::string ShownLines(const PassReport& report)
 {
     std::string text;
-    for (const ReportLine& line : lines) {
-        text += line.node + (line.node.empty() ? "-" : std::to_string(line.line)) + " ";
+    for (const ReportLine& line : report.lines) {
+        text += line.node < 0 ? "- " : NameOf(report, line.node) + std::to_string(line.line) + " ";
     }
     return text;
 }
@@ -147,21 +155,21 @@ TEST(Report, TracesBlocksCommentsAndLoops)
     PassReport report;
     const LogCapture log;
     compiler.Compile(pass, output, report);
-    EXPECT_EQ(Shown(report.lines),
+    EXPECT_EQ(ShownLines(report),
               "- a1 a1 a4 a4 - b3 a7 a8 a9 a10 a11 a12 a14 a14 a15 "
               "a17 a18 a19 a17 a18 a19 a21 a21 a21 - ")
         << output.code;
 }
 
-std::string Shown(const std::vector<ReportDeclare>& declares)
+std::string Shown(const PassReport& report, const std::vector<ReportDeclare>& declares)
 {
-    std::string text;
+    std::ostringstream text;
     for (const ReportDeclare& d : declares) {
-        text += d.node + ":" + std::to_string(d.line) + " " + d.type + "/" + d.writtenType + " " +
-                d.name + "[" + d.arraySize + "=" + std::to_string(d.elements) + "] " + d.semantic +
-                " " + std::to_string(d.number) + "\n";
+        text << NameOf(report, d.node) << ":" << d.line << " " << d.type << "/" << d.writtenType
+             << " " << d.name << "[" << d.arraySize << "=" << d.elements << "] " << d.semantic
+             << " " << d.number << "\n";
     }
-    return text;
+    return text.str();
 }
 
 TEST(Report, DescribesWhatAPassBinds)
@@ -179,13 +187,13 @@ TEST(Report, DescribesWhatAPassBinds)
     PassReport report;
     const LogCapture log;
     compiler.Compile(pass, output, report);
-    EXPECT_EQ(Shown(report.uniforms),
+    EXPECT_EQ(Shown(report, report.uniforms),
               "a:1 sampler2D/Texture2D map[=0] SAUTO 5\n"
               "a:2 float4/float4 bones[3*N=0]  -1\n"
               "a:3 float/float k[4=4]  -1\n");
-    EXPECT_EQ(Shown(report.inputs),
+    EXPECT_EQ(Shown(report, report.inputs),
               "a:5 auto/uint4 i[=0] BLENDINDICES -1\na:9 float2/float2 uv[=0] TEXCOORD0 -1\n");
-    EXPECT_EQ(Shown(report.outputs),
+    EXPECT_EQ(Shown(report, report.outputs),
               "b:2 float3/float3 oN[=0] NORMAL -1\nb:1 float2/float2 oUv[=0] TEXAUTO 0\n");
     std::string macros;
     for (const ReportMacro& macro : report.macros) {

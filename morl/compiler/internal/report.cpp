@@ -9,6 +9,7 @@
 #include "morl/translator/internal/walk.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <set>
 #include <utility>
@@ -16,15 +17,19 @@
 namespace ns_ruke {
 namespace {
 
-/// The word of the language for a token. The keywords are in the order of the tokens.
-std::string WordOf(ENUM_TOKEN token)
+using Words = std::array<std::string_view, static_cast<std::size_t>(kTokenCount)>;
+
+/// The word of the language for a token.
+std::string_view WordOf(ENUM_TOKEN token)
 {
-    const auto& keywords = KeywordMap::Keywords();
-    const auto* const found = std::lower_bound(
-        keywords.begin(), keywords.end(), token,
-        [](const Keyword& keyword, ENUM_TOKEN wanted) { return keyword.token < wanted; });
-    const bool isFound = found != keywords.end() && found->token == token;
-    return isFound ? std::string(found->spelling) : std::string();
+    static const Words words = [] {
+        Words all;
+        for (const Keyword& keyword : KeywordMap::Keywords()) {
+            all[static_cast<std::size_t>(keyword.token)] = keyword.spelling;
+        }
+        return all;
+    }();
+    return words[static_cast<std::size_t>(token)];
 }
 
 /// The number behind a texture coordinate's name, such as 2 of "TEXCOORD2".
@@ -43,12 +48,13 @@ public:
     {
     }
 
-    ReportDeclare Describe(const MorlDeclare& declare, const MorlNode& node) const
+    /// @param node the index of `source`
+    void Describe(const MorlDeclare& declare, int node, const MorlNode& source,
+                  ReportDeclare& result) const
     {
-        ReportDeclare result;
         result.name = declare.name;
-        result.node = node.GetName();
-        result.line = node.PlaceOf(declare.offset).line;
+        result.node = node;
+        result.line = source.PlaceOf(declare.offset).line;
         result.type = WordOf(declare.varType);
         const std::string_view written = declare.varType != TOKEN_AUTO
                                              ? target.types.Text(declare.varType)
@@ -56,10 +62,9 @@ public:
         result.writtenType = written;
         AddArray(declare, result);
         if (declare.registerBinding != nullptr) {
-            result.semantic = declare.registerBinding->name;
+            result.semantic = WordOf(declare.registerBinding->registerToken);
             result.number = target.writesBindings ? NumberOfBinding(declare) : -1;
         }
-        return result;
     }
 
 private:
@@ -135,8 +140,12 @@ ReportFault ToReportFault(const CollectedFault& fault)
 }
 
 void FillReport(const PassProperty& pass, const TargetSpellings& target, const LinkReport& link,
-                const WrittenLines& lines, const ShaderOutput& output, PassReport& report)
+                WrittenLines& lines, const ShaderOutput& output, PassReport& report)
 {
+    report.nodes.reserve(link.origins.size());
+    for (const LinkOrigin& origin : link.origins) {
+        report.nodes.push_back(origin.node->GetName());
+    }
     report.lines = lines.Resolve(output.code);
     const Reflection reflection(pass, target, output);
     const std::vector<const MorlDeclare*>& declares = lines.Declares();
@@ -148,7 +157,9 @@ void FillReport(const PassProperty& pass, const TargetSpellings& target, const L
                     return other->bufferType == declare->bufferType;
                 })));
         }
-        list.push_back(reflection.Describe(*declare, *lines.NodeOf(declare)));
+        const int node = lines.NodeOf(declare);
+        const MorlNode& source = *link.origins[static_cast<std::size_t>(node)].node;
+        reflection.Describe(*declare, node, source, list.emplace_back());
     }
     AddMacros(pass, link, report);
 }

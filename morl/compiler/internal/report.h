@@ -18,6 +18,6 @@ ReportFault ToReportFault(const CollectedFault& fault);
 /// Fills in all of a report but its faults.
 /// @param output the result of the request.
 void FillReport(const PassProperty& pass, const TargetSpellings& target, const LinkReport& link,
-                const WrittenLines& lines, const ShaderOutput& output, PassReport& report);
+                WrittenLines& lines, const ShaderOutput& output, PassReport& report);
 
 }  // namespace ns_ruke

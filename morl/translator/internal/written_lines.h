@@ -7,6 +7,7 @@
 #include "morl/linker/link_report.h"
 #include "morl/translator/internal/text.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -32,7 +33,8 @@ public:
 
     /// The declarations, in the order in which they were first marked.
     const std::vector<const MorlDeclare*>& Declares() const { return declares; }
-    const MorlNode* NodeOf(const MorlDeclare* declare) const;
+    /// The index of its node in the link's list.
+    int NodeOf(const MorlDeclare* declare) { return listed[IndexOf(declare)].node; }
 
     /// One for each line of the shader.
     std::vector<ReportLine> Resolve(std::string_view code) const;
@@ -40,21 +42,25 @@ public:
 private:
     struct MarkedPlace {
         std::size_t position;  ///< in the shader
-        const MorlNode* node;
+        int node;              ///< its index in the link's list
         std::uint32_t offset;  ///< in the source of the node
     };
 
     struct ListedDeclare {
         const MorlDeclare* declare;
-        const MorlNode* node;
+        int node;
         bool isMarked;
     };
 
     void List(const std::vector<MorlDeclare*>& list, std::size_t LinkOrigin::*end);
-    std::size_t IndexOf(const MorlDeclare* declare) const;
+    std::size_t IndexOf(const MorlDeclare* declare);
+    std::size_t Search(const MorlDeclare* declare);
 
     const LinkReport& link;
-    std::vector<ListedDeclare> listed;  ///< in the order of the pointers
+    std::vector<ListedDeclare> listed;   ///< in the order of the program's lists
+    std::vector<std::size_t> byPointer;  ///< indexes of `listed`, once a search needs them
+    std::array<std::size_t, 3> starts;   ///< of the lists in `listed`
+    std::size_t next = 0;                ///< the index that most likely comes next
     std::vector<const MorlDeclare*> declares;
     std::vector<MarkedPlace> marks;
     std::size_t statementOrigin = 0;  ///< of the current statement
