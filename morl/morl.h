@@ -20,6 +20,7 @@
 #include "morl/core/log_system.h"
 #include "morl/core/messages.h"
 #include "morl/core/string_helper.h"
+#include "morl/core/text_lines.h"
 #include "morl/linker/morl_linker.h"
 #include "morl/parser/morl_parser.h"
 #include "morl/translator/glsl.h"

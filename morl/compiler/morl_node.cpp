@@ -5,8 +5,6 @@
 #include "morl/core/internal/fault_collector.h"
 #include "morl/core/log_scope.h"
 
-#include <algorithm>
-#include <cstddef>
 #include <utility>
 
 namespace ns_ruke {
@@ -47,8 +45,7 @@ float MorlNode::GetY() const
 void MorlNode::SetContent(std::string newContent)
 {
     content = std::move(newContent);
-    lineStarts.clear();
-    lastLine = 0;
+    lines.reset();
 }
 
 std::string MorlNode::GetContent() const
@@ -102,32 +99,12 @@ void MorlNode::TakeProgram(MorlNode& other) noexcept
     }
 }
 
-MorlPlace MorlNode::PlaceOf(std::uint32_t offset) const
+TextPlace MorlNode::PlaceOf(std::uint32_t offset) const
 {
-    if (lineStarts.empty()) {
-        FindLines();
+    if (!lines) {
+        lines.emplace(content);
     }
-    // Places are mostly asked for in their order.
-    const auto isIn = [&](std::size_t line) {
-        return line + 1 < lineStarts.size() && lineStarts[line] <= offset &&
-               offset < lineStarts[line + 1];
-    };
-    if (isIn(lastLine + 1)) {
-        ++lastLine;
-    } else if (!isIn(lastLine)) {
-        const auto next = std::upper_bound(lineStarts.begin(), lineStarts.end(), offset);
-        lastLine = static_cast<std::size_t>(next - lineStarts.begin()) - 1;
-    }
-    return {static_cast<int>(lastLine) + 1, static_cast<int>(offset - lineStarts[lastLine]) + 1};
-}
-
-void MorlNode::FindLines() const
-{
-    lineStarts.push_back(0);
-    for (std::size_t end = content.find('\n'); end != std::string::npos;
-         end = content.find('\n', end + 1)) {
-        lineStarts.push_back(static_cast<std::uint32_t>(end) + 1);
-    }
+    return lines->PlaceOf(offset);
 }
 
 MorlProgram* MorlNode::GetProgram()

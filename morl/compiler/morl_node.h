@@ -4,20 +4,15 @@
 #include "morl/ast/program.h"
 #include "morl/compiler/pass_report.h"
 #include "morl/core/export.h"
+#include "morl/core/text_lines.h"
 #include "morl/parser/morl_parser.h"
 
-#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace ns_ruke {
-
-/// A place in the content of a node.
-struct MorlPlace {
-    int line = 0;    ///< 1-based
-    int column = 0;  ///< 1-based, in bytes
-};
 
 /// One node of the shader graph: a piece of Morl source with the names of the nodes that it refers
 /// to.
@@ -58,7 +53,7 @@ public:
 
     /// Where in the content a byte is, such as the beginning of a node of the program's tree.
     /// @param offset counted from 0
-    MorlPlace PlaceOf(std::uint32_t offset) const;
+    TextPlace PlaceOf(std::uint32_t offset) const;
 
     /// The faults that were logged when the program was parsed.
     const std::vector<ReportFault>& GetFaults() const { return faults; }
@@ -71,8 +66,6 @@ public:
     void TakeProgram(MorlNode& other) noexcept;
 
 private:
-    void FindLines() const;
-
     // These read the names without copying them.
     friend class MorlCompiler;
     friend class MorlLinker;
@@ -84,9 +77,8 @@ private:
     std::vector<std::string> references;
     std::string compiledTarget;
     MorlProgram* program = nullptr;
-    std::vector<ReportFault> faults;                ///< of the program
-    mutable std::vector<std::uint32_t> lineStarts;  ///< of the content, once they are needed
-    mutable std::size_t lastLine = 0;               ///< the line of the last place, from 0
+    std::vector<ReportFault> faults;         ///< of the program
+    mutable std::optional<TextLines> lines;  ///< of the content, once they are needed
 };
 
 }  // namespace ns_ruke

@@ -50,20 +50,6 @@ std::string OnOneLine(const std::string& message)
 
 }  // namespace
 
-TextLines::TextLines(std::string_view text) : starts(1)
-{
-    for (std::size_t end = text.find('\n'); end != std::string_view::npos;
-         end = text.find('\n', end + 1)) {
-        starts.push_back(end + 1);
-    }
-}
-
-TextPlace TextLines::PlaceOf(std::size_t offset) const
-{
-    const auto next = std::upper_bound(starts.begin(), starts.end(), offset);
-    return {static_cast<int>(next - starts.begin()), static_cast<int>(offset - *(next - 1)) + 1};
-}
-
 // A message is "* Line 3, Column 5", then the text, up to the next such line.
 JsonFault FirstJsonFault(const std::string& messages)
 {

@@ -1,30 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <cstddef>
+#include "morl/core/text_lines.h"
+
 #include <string>
-#include <string_view>
-#include <vector>
 
 namespace ns_ruke {
-
-/// A line and a column of a text, both 1-based, the column in bytes; both 0: no place.
-struct TextPlace {
-    int line = 0;
-    int column = 0;
-};
-
-/// Finds the places of bytes.
-class TextLines {
-public:
-    explicit TextLines(std::string_view text);
-
-    /// @param offset of the byte, counted from 0
-    TextPlace PlaceOf(std::size_t offset) const;
-
-private:
-    std::vector<std::size_t> starts;  ///< of the lines
-};
 
 /// Why a JSON text is not valid.
 struct JsonFault {

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace morlc {
 namespace {
@@ -16,16 +17,13 @@ constexpr std::size_t kWidth = 120;
 }  // namespace
 
 SourceText::SourceText(std::string newFile, std::string newText)
-    : file(std::move(newFile)), text(std::move(newText)), starts(1)
+    : file(std::move(newFile)), text(std::move(newText)), lines(text)
 {
-    for (std::size_t end = text.find('\n'); end != std::string::npos;
-         end = text.find('\n', end + 1)) {
-        starts.push_back(end + 1);
-    }
 }
 
 Excerpt SourceText::ExcerptAt(int line, int column) const
 {
+    const std::vector<std::size_t>& starts = lines.Starts();
     const auto index = static_cast<std::size_t>(line) - 1;
     if (line < 1 || column < 1 || index >= starts.size()) {
         return {};
@@ -64,8 +62,8 @@ Place SourceText::At(int line, int column) const
 
 Place SourceText::AtByte(std::size_t offset) const
 {
-    const auto next = std::upper_bound(starts.begin(), starts.end(), offset);
-    return At(static_cast<int>(next - starts.begin()), static_cast<int>(offset - *(next - 1)) + 1);
+    const ns_ruke::TextPlace place = lines.PlaceOf(offset);
+    return At(place.line, place.column);
 }
 
 }  // namespace morlc

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <morl/core/text_lines.h>
 #include <cstddef>
 #include <string>
-#include <vector>
 
 namespace morlc {
 
@@ -42,7 +42,7 @@ private:
 
     std::string file;
     std::string text;
-    std::vector<std::size_t> starts;  ///< of the lines, in bytes
+    ns_ruke::TextLines lines;
 };
 
 }  // namespace morlc
