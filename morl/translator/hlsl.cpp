@@ -106,23 +106,9 @@ const TargetSpellings& MorlTranslatorHLSL::Spellings()
     return kSpellings;
 }
 
-void MorlTranslatorHLSL::Reset()
-{
-    MorlTranslator::Reset();
-    texcoordCounter = 0;
-}
-
 std::string MorlTranslatorHLSL::WriteOutputDeclare(MorlDeclare* declare)
 {
     return Collect(*this, [&](auto& walk) { HlslOutputMember(walk, declare); });
-}
-
-std::string MorlTranslatorHLSL::WriteRegister(MorlDeclare* declare, MorlRegister* binding)
-{
-    return Collect(*this, [&](auto& walk) {
-        const HlslTexcoords texcoords = {outputSemantics, texcoordCounter};
-        AppendHlslBinding(walk.text, kSpellings, walk.answers, texcoords, declare, binding);
-    });
 }
 
 }  // namespace ns_ruke

@@ -22,14 +22,8 @@ public:
     /// What requests are written with.
     static const TargetSpellings& Spellings();
 
-    void Reset() override;
-    std::string WriteRegister(MorlDeclare* declare, MorlRegister* binding) override;
-
     /// One member of the output struct.
     std::string WriteOutputDeclare(MorlDeclare* declare);
-
-private:
-    std::uint32_t texcoordCounter = 0;  ///< the number of the next automatic texture coordinate
 };
 
 }  // namespace ns_ruke

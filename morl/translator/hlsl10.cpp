@@ -140,23 +140,9 @@ const TargetSpellings& MorlTranslatorHLSL10::Spellings()
     return kSpellings;
 }
 
-void MorlTranslatorHLSL10::Reset()
-{
-    MorlTranslator::Reset();
-    texcoordCounter = 0;
-}
-
 std::string MorlTranslatorHLSL10::WriteOutputDeclare(MorlDeclare* declare)
 {
     return Collect(*this, [&](auto& walk) { HlslOutputMember(walk, declare); });
-}
-
-std::string MorlTranslatorHLSL10::WriteRegister(MorlDeclare* declare, MorlRegister* binding)
-{
-    return Collect(*this, [&](auto& walk) {
-        const HlslTexcoords texcoords = {outputSemantics, texcoordCounter};
-        AppendHlslBinding(walk.text, kSpellings, walk.answers, texcoords, declare, binding);
-    });
 }
 
 std::int32_t MorlTranslatorHLSL10::GetRegisterIndex(MorlDeclare* declare)

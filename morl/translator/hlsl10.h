@@ -22,9 +22,6 @@ public:
     /// What requests are written with.
     static const TargetSpellings& Spellings();
 
-    void Reset() override;
-    std::string WriteRegister(MorlDeclare* declare, MorlRegister* binding) override;
-
     /// One member of the output struct.
     std::string WriteOutputDeclare(MorlDeclare* declare);
     /// The rank of a declaration in the register order, and whether `a` comes before `b`.
@@ -32,9 +29,6 @@ public:
     bool SortByRegister(MorlDeclare* a, MorlDeclare* b);
     /// Sorts a list by register; declarations of equal rank keep their order.
     void Sort(std::vector<MorlDeclare*>& declares);
-
-private:
-    std::uint32_t texcoordCounter = 0;  ///< the number of the next automatic texture coordinate
 };
 
 }  // namespace ns_ruke

@@ -14,6 +14,12 @@ MorlTargetTranslator::MorlTargetTranslator(const TargetSpellings& targetSpelling
 
 MorlTargetTranslator::~MorlTargetTranslator() = default;
 
+void MorlTargetTranslator::Reset()
+{
+    MorlTranslator::Reset();
+    texcoordCounter = 0;
+}
+
 std::string MorlTargetTranslator::WriteFileHeader()
 {
     return std::string(spellings->header);
@@ -102,7 +108,8 @@ std::string MorlTargetTranslator::WriteOutputConvert(Declares outputs)
 std::string MorlTargetTranslator::WriteRegister(MorlDeclare* declare, MorlRegister* binding)
 {
     return Collect(*this, [&](auto& walk) {
-        AppendBinding(walk.text, *spellings, walk.answers, declare, binding);
+        const AssignedTexcoords texcoords = {outputSemantics, texcoordCounter};
+        AppendBinding(walk.text, *spellings, walk.answers, texcoords, declare, binding);
     });
 }
 

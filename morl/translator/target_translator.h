@@ -3,6 +3,7 @@
 
 #include "morl/translator/morl_translator.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,7 @@ public:
     MorlTargetTranslator& operator=(const MorlTargetTranslator&) = default;
     ~MorlTargetTranslator() override;
 
+    void Reset() override;
     std::string WriteFileHeader() override;
     std::string WriteFunctionCall(MorlFunctionCall* call) override;
     std::string WriteFunctionName(const MorlFunctionCall* call) override;
@@ -41,6 +43,7 @@ protected:
     explicit MorlTargetTranslator(const TargetSpellings& targetSpellings);
 
     const TargetSpellings* spellings;
+    std::uint32_t texcoordCounter = 0;  ///< the number of the next automatic texture coordinate
 };
 
 }  // namespace ns_ruke

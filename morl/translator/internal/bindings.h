@@ -2,11 +2,15 @@
 #pragma once
 
 #include "morl/ast/declarations.h"
+#include "morl/ast/stage.h"
 #include "morl/core/string_helper.h"
 #include "morl/translator/internal/target_spellings.h"
 #include "morl/translator/internal/text.h"
 
+#include <cstdint>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace ns_ruke {
@@ -27,20 +31,46 @@ inline void AppendRegister(Text& text, char kind, int number)
     text.Append("register(", kind, StringHelper::ConvertToString(number, 10), ')');
 }
 
-/// Appends the part of a binding that does not depend on the stage: " : " and the semantic, the
-/// name in parentheses or the sampler's register. Nothing without a binding.
+/// The automatic texture coordinates that a stage has assigned.
+struct AssignedTexcoords {
+    std::unordered_map<std::string, std::string>& semantics;  ///< by declaration name
+    std::uint32_t& counter;                                   ///< the number of the next one
+};
+
+/// Appends what a declaration bound to TEXAUTO gets: in the fragment stage the texture coordinate
+/// that the vertex stage assigned to its name, in other stages the next one.
+template <class Answers>
+void AppendTexcoord(Text& text, Answers& answers, const AssignedTexcoords& texcoords,
+                    const std::string& name)
+{
+    if (answers.Stage() == kFragmentStage) {
+        text.Append(answers.InputSemantic(name));
+        return;
+    }
+    std::string& semantic = texcoords.semantics[name];
+    semantic = "TEXCOORD" + StringHelper::ConvertToString(texcoords.counter, 10);
+    text.Append(semantic);
+    ++texcoords.counter;
+}
+
+/// Appends a binding: " : " and the semantic, the name in parentheses, the sampler's register or,
+/// where shaders contain bindings, the texture coordinate. Nothing without a binding. The stage is
+/// only read for TEXAUTO.
 template <class Answers>
 void AppendBinding(Text& text, const TargetSpellings& spellings, Answers& answers,
-                   const MorlDeclare* declare, const MorlRegister* binding)
+                   const AssignedTexcoords& texcoords, const MorlDeclare* declare,
+                   const MorlRegister* binding)
 {
     if (binding == nullptr) {
         return;
     }
-    const bool isNamed = binding->registerToken == TOKEN_IDENTIFIER;
-    text.Append(" : ", isNamed ? std::string_view(binding->name)
-                               : spellings.semantics.Text(binding->registerToken));
-    if (binding->registerToken == TOKEN_SAUTO) {
+    const ENUM_TOKEN token = binding->registerToken;
+    text.Append(" : ", token == TOKEN_IDENTIFIER ? std::string_view(binding->name)
+                                                 : spellings.semantics.Text(token));
+    if (token == TOKEN_SAUTO) {
         AppendRegister(text, spellings.registerKind, answers.SamplerNumber(declare->name));
+    } else if (token == TOKEN_TEXAUTO && spellings.writesBindings) {
+        AppendTexcoord(text, answers, texcoords, declare->name);
     }
 }
 

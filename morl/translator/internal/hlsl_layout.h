@@ -2,16 +2,13 @@
 #pragma once
 
 #include "morl/ast/stage.h"
-#include "morl/core/string_helper.h"
 #include "morl/translator/internal/bindings.h"
 #include "morl/translator/internal/call_forms.h"
 #include "morl/translator/internal/spelling_table.h"
 #include "morl/translator/internal/walk.h"
 
-#include <cstdint>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 
 namespace ns_ruke {
 
@@ -42,34 +39,6 @@ struct HlslStructs {
 
 HlslStructs HlslStructsOf(int stage);
 
-/// The automatic texture coordinates that a stage has assigned.
-struct HlslTexcoords {
-    std::unordered_map<std::string, std::string>& assigned;  ///< by declaration name
-    std::uint32_t& counter;                                  ///< the number of the next one
-};
-
-/// The binding of a declaration. A declaration bound to TEXAUTO gets, in the fragment stage, the
-/// texture coordinate that the vertex stage assigned to its name; in other stages it gets the next
-/// one. The stage is only read for TEXAUTO.
-template <class Answers>
-void AppendHlslBinding(Text& text, const TargetSpellings& spellings, Answers& answers,
-                       const HlslTexcoords& texcoords, const MorlDeclare* declare,
-                       const MorlRegister* binding)
-{
-    AppendBinding(text, spellings, answers, declare, binding);
-    if (binding == nullptr || binding->registerToken != TOKEN_TEXAUTO) {
-        return;
-    }
-    if (answers.Stage() == kFragmentStage) {
-        text.Append(answers.InputSemantic(declare->name));
-        return;
-    }
-    std::string& semantic = texcoords.assigned[declare->name];
-    semantic = "TEXCOORD" + StringHelper::ConvertToString(texcoords.counter, 10);
-    text.Append(semantic);
-    ++texcoords.counter;
-}
-
 /// The binding of a declaration in a list.
 template <class Answers>
 void HlslBinding(Walk<Answers>& walk, MorlDeclare* declare)
@@ -78,8 +47,8 @@ void HlslBinding(Walk<Answers>& walk, MorlDeclare* declare)
     walk.answers.Ask(
         walk.text, [&](MorlTranslator& hooks) { return hooks.WriteRegister(declare, binding); },
         [&](auto& record) {
-            const HlslTexcoords texcoords = {record.outputSemantics, record.texcoordCounter};
-            AppendHlslBinding(walk.text, record.spellings, record, texcoords, declare, binding);
+            const AssignedTexcoords texcoords = {record.outputSemantics, record.texcoordCounter};
+            AppendBinding(walk.text, record.spellings, record, texcoords, declare, binding);
         });
 }
 
