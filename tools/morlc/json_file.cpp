@@ -116,17 +116,16 @@ Place JsonFile::At(const Json::Value& value) const
     return source.AtByte(static_cast<std::size_t>(value.getOffsetStart()));
 }
 
-void JsonFile::Fail(const Json::Value& value, const std::string& text) const
-{
-    throw DiagnosticError(ErrorAt(At(value), text));
-}
-
-void JsonFile::FailAtName(const Json::Value& member, const std::string& name,
-                          const std::string& text) const
+Place JsonFile::AtName(const Json::Value& member, const std::string& name) const
 {
     const auto value = static_cast<std::size_t>(member.getOffsetStart());
     const std::size_t start = source.Text().rfind("\"" + name + "\"", value);
-    throw DiagnosticError(ErrorAt(source.AtByte(start == std::string::npos ? value : start), text));
+    return source.AtByte(start == std::string::npos ? value : start);
+}
+
+void JsonFile::Fail(const Json::Value& value, const std::string& text) const
+{
+    throw DiagnosticError(ErrorAt(At(value), text));
 }
 
 std::string FormatJsonFile(const Json::Value& root)

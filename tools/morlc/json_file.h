@@ -23,12 +23,11 @@ public:
     /// Where a value of the document begins.
     Place At(const Json::Value& value) const;
 
+    /// Where the name of a member stands.
+    Place AtName(const Json::Value& member, const std::string& name) const;
+
     /// Throws an error that points at a value.
     [[noreturn]] void Fail(const Json::Value& value, const std::string& text) const;
-
-    /// Throws an error that points at the name of a member.
-    [[noreturn]] void FailAtName(const Json::Value& member, const std::string& name,
-                                 const std::string& text) const;
 
 private:
     SourceText source;

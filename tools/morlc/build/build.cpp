@@ -80,14 +80,18 @@ std::string Counted(std::size_t count, const char* what)
     return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
-void PrintSummary(const Totals& totals, std::size_t errors, Clock::time_point start)
+void PrintSummary(const Totals& totals, const Diagnostics& diagnostics, Clock::time_point start)
 {
     std::ostringstream summary;
     summary << Counted(totals.shaders, "shader") << ", " << Counted(totals.variants, "variant")
             << ", " << totals.texts << " distinct of " << Counted(totals.passes, "text") << " ("
-            << totals.written << " written), " << Counted(errors, "error") << ", " << std::fixed
-            << std::setprecision(2) << std::chrono::duration<double>(Clock::now() - start).count()
-            << " s\n";
+            << totals.written << " written), " << Counted(diagnostics.ErrorCount(), "error")
+            << ", ";
+    if (diagnostics.WarningCount() > 0) {
+        summary << Counted(diagnostics.WarningCount(), "warning") << ", ";
+    }
+    summary << std::fixed << std::setprecision(2)
+            << std::chrono::duration<double>(Clock::now() - start).count() << " s\n";
     WriteWhole("-", summary.str());
 }
 
@@ -193,7 +197,7 @@ public:
             WriteDependencies(shaders);
         }
         if (!options.quiet) {
-            PrintSummary(totals, diagnostics.ErrorCount(), start);
+            PrintSummary(totals, diagnostics, start);
         }
     }
 

@@ -94,8 +94,8 @@ private:
         }
         for (auto member = object.begin(); member != object.end(); ++member) {
             if (std::find(known.begin(), known.end(), member.name()) == known.end()) {
-                file.FailAtName(*member, member.name(),
-                                DescribeUnknown(member.name(), what, known));
+                throw DiagnosticError(ErrorAt(file.AtName(*member, member.name()),
+                                              DescribeUnknown(member.name(), what, known)));
             }
         }
     }
@@ -181,17 +181,17 @@ private:
         return range;
     }
 
-    std::map<std::string, int> ReadInts(const Json::Value& value, const std::string& what) const
+    /// @param places gets the place of each name
+    std::map<std::string, int> ReadInts(const Json::Value& value, const std::string& what,
+                                        NamePlaces& places) const
     {
         std::map<std::string, int> ints;
-        if (value.isNull()) {
-            return ints;
-        }
-        if (!value.isObject()) {
+        if (!value.isNull() && !value.isObject()) {
             file.Fail(value, what + " must be an object");
         }
         for (auto member = value.begin(); member != value.end(); ++member) {
             ints[member.name()] = ReadInt(*member, "the value of " + member.name());
+            places.emplace(member.name(), file.AtName(*member, member.name()));
         }
         return ints;
     }
@@ -204,6 +204,7 @@ private:
         }
         for (auto macro = macros.begin(); macro != macros.end(); ++macro) {
             shader.macros.push_back(ReadMacro(macro.name(), *macro));
+            shader.macroPlaces.emplace(macro.name(), file.AtName(*macro, macro.name()));
             shader.variants *= shader.macros.back().values.size();
             if (shader.variants > kMaxVariants) {
                 file.Fail(macros, "more than " + std::to_string(kMaxVariants) + " combinations");
@@ -214,7 +215,8 @@ private:
             CheckMembers(own, "\"targetMacros\"", ns_ruke::MorlTargets());
         }
         for (auto target = own.begin(); target != own.end(); ++target) {
-            shader.targetMacros[target.name()] = ReadInts(*target, "\"" + target.name() + "\"");
+            shader.targetMacros[target.name()] =
+                ReadInts(*target, "\"" + target.name() + "\"", shader.macroPlaces);
             for (const auto& [name, value] : shader.targetMacros[target.name()]) {
                 if (!IsMacroName(name)) {
                     file.Fail(*target, "'" + name + "' is not a valid macro name");
@@ -249,7 +251,7 @@ private:
             file.Fail(entry, "the shader has neither \"vertex\" nor \"fragment\" nodes");
         }
         ReadMacros(entry, shader);
-        shader.samplers = ReadInts(entry["samplers"], "\"samplers\"");
+        shader.samplers = ReadInts(entry["samplers"], "\"samplers\"", shader.samplerPlaces);
         return shader;
     }
 

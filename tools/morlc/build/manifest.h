@@ -17,6 +17,9 @@ constexpr const char* kIndexName = "index";
 /// Values by macro name.
 using MacroValues = std::map<std::string, int>;
 
+/// Where the manifest first names something, by name.
+using NamePlaces = std::map<std::string, Place>;
+
 /// A macro of a shader, with the values that it takes.
 struct MacroRange {
     std::string name;
@@ -40,6 +43,8 @@ struct ManifestShader {
     std::vector<MacroRange> macros;                   ///< in ascending order of the names
     std::map<std::string, MacroValues> targetMacros;  ///< values that hold in one target only
     std::map<std::string, int> samplers;
+    NamePlaces macroPlaces;  ///< of `macros` and `targetMacros`
+    NamePlaces samplerPlaces;
     Place place;               ///< where the manifest names it
     std::size_t variants = 1;  ///< how many there are
     Json::Value entry;         ///< as the manifest has it

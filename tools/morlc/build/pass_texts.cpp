@@ -45,23 +45,33 @@ const PassText* PassTexts::Reuse(std::size_t variant, const std::string& key)
     return known != byKey.end() ? Take(variant, *known->second) : nullptr;
 }
 
-const PassText* PassTexts::Add(std::size_t variant, const std::string& key,
-                               ns_ruke::ShaderOutput output)
+const PassText* PassTexts::Add(std::size_t variant, const std::string& key, bool mayReuse,
+                               ns_ruke::ShaderOutput output, ns_ruke::PassReport report)
 {
     const std::lock_guard<std::mutex> lock(mutex);
     auto known = byCode.find(output.code);
     if (known == byCode.end()) {
-        // The code determines the rest: it spells every uniform and every semantic.
+        // The code determines the rest of the output: it spells every uniform and every semantic.
         PassText& text = texts.emplace_back();
         text.first = variant;
         text.semantics = AsText(output.semantics);
         text.output = std::move(output);
         known = byCode.emplace(text.output.code, &text).first;
     }
-    if (!key.empty()) {
-        byKey.emplace(key, known->second);
+    PassText& text = *known->second;
+    for (const ns_ruke::ReportMacro& macro : report.macros) {
+        text.macros.insert(macro.name);
     }
-    return Take(variant, *known->second);
+    // Equal texts may be from different lines. At least one request is made for each key, so the
+    // lowest one does not depend on the threads.
+    if (text.reportKey.empty() || key < text.reportKey) {
+        text.reportKey = key;
+        text.report = std::move(report);
+    }
+    if (mayReuse) {
+        byKey.emplace(key, &text);
+    }
+    return Take(variant, text);
 }
 
 const PassText* PassTexts::Take(std::size_t variant, PassText& text)

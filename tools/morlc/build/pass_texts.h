@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <deque>
 #include <mutex>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -19,6 +20,9 @@ namespace morlc {
 struct PassText {
     std::size_t first;             ///< the first variant that has it
     ns_ruke::ShaderOutput output;  ///< with the code
+    ns_ruke::PassReport report;    ///< of the request with the lowest key that gave this text
+    std::string reportKey;
+    std::set<std::string> macros;  ///< those that any of these requests asked for
     std::string semantics;         ///< those of the output, as one text
 };
 
@@ -31,9 +35,10 @@ public:
     /// @param key whatever the text depends on: see KeyOf.
     const PassText* Reuse(std::size_t variant, const std::string& key);
 
-    /// Keeps the text of a variant.
-    /// @param key the key under which it may be reused; empty: none.
-    const PassText* Add(std::size_t variant, const std::string& key, ns_ruke::ShaderOutput output);
+    /// Keeps the text of a variant, and what was reported about it.
+    /// @param mayReuse whether other variants with this key may take it
+    const PassText* Add(std::size_t variant, const std::string& key, bool mayReuse,
+                        ns_ruke::ShaderOutput output, ns_ruke::PassReport report);
 
     /// The texts in the order in which they were first added, and each variant with its text. Use
     /// these only after all threads have added theirs.

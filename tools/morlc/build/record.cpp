@@ -55,10 +55,39 @@ Json::Value Variants(const ShaderRecord& record)
     return targets;
 }
 
+/// Only what applies to a declaration is there.
+Json::Value Declares(const std::vector<ns_ruke::ReportDeclare>& declares,
+                     const std::vector<std::string>& nodes)
+{
+    Json::Value array(Json::arrayValue);
+    for (const ns_ruke::ReportDeclare& declare : declares) {
+        Json::Value& object = array.append(Json::Value(Json::objectValue));
+        object["name"] = declare.name;
+        object["type"] = std::string(declare.type);
+        object["writtenType"] = std::string(declare.writtenType);
+        if (!declare.arraySize.empty()) {
+            object["arraySize"] = declare.arraySize;
+        }
+        if (declare.elements > 0) {
+            object["elements"] = declare.elements;
+        }
+        if (!declare.semantic.empty()) {
+            object["semantic"] = std::string(declare.semantic);
+        }
+        if (declare.number >= 0) {
+            object["number"] = declare.number;
+        }
+        object["node"] = nodes.at(static_cast<std::size_t>(declare.node));
+        object["line"] = declare.line;
+    }
+    return array;
+}
+
 Json::Value Texts(const ShaderRecord& record)
 {
     Json::Value texts(Json::objectValue);
     for (const auto& [file, text] : record.texts) {
+        const std::vector<std::string>& nodes = text.report.nodes;
         Json::Value& object = texts[file];
         object["target"] = text.target;
         object["stage"] = text.stage;
@@ -66,6 +95,11 @@ Json::Value Texts(const ShaderRecord& record)
         object["uniforms"] = StringArray(text.uniforms);
         object["samplers"] = Object(text.samplers);
         object["semantics"] = Object(text.semantics);
+        object["macros"] = Object(text.macros);
+        object["unusedMacros"] = StringArray(text.unusedMacros);
+        object["declarations"]["uniforms"] = Declares(text.report.uniforms, nodes);
+        object["declarations"]["inputs"] = Declares(text.report.inputs, nodes);
+        object["declarations"]["outputs"] = Declares(text.report.outputs, nodes);
     }
     return texts;
 }
@@ -78,26 +112,6 @@ Json::Value Macros(const ManifestShader& shader)
             macro.isAxis ? StringArray(macro.values) : Json::Value(macro.values.front());
     }
     return macros;
-}
-
-TextRecord ReadTextRecord(const Json::Value& object)
-{
-    TextRecord text;
-    text.target = object["target"].asString();
-    text.stage = object["stage"].asString();
-    text.hash = object["hash"].asString();
-    for (const Json::Value& uniform : object["uniforms"]) {
-        text.uniforms.push_back(uniform.asString());
-    }
-    const Json::Value& samplers = object["samplers"];
-    for (auto sampler = samplers.begin(); sampler != samplers.end(); ++sampler) {
-        text.samplers[sampler.name()] = sampler->asInt();
-    }
-    const Json::Value& semantics = object["semantics"];
-    for (auto semantic = semantics.begin(); semantic != semantics.end(); ++semantic) {
-        text.semantics[semantic.name()] = semantic->asString();
-    }
-    return text;
 }
 
 /// Files are read and removed by these names, so none may lead out of the directory.
@@ -122,7 +136,7 @@ ShaderRecord ReadRecord(const Json::Value& root)
     ShaderRecord record;
     const Json::Value& texts = root["texts"];
     for (auto text = texts.begin(); text != texts.end(); ++text) {
-        record.texts[ReadFileName(text.name())] = ReadTextRecord(*text);
+        record.texts[ReadFileName(text.name())].hash = (*text)["hash"].asString();
     }
     const Json::Value& targets = root["variants"];
     for (auto target = targets.begin(); target != targets.end(); ++target) {

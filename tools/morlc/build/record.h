@@ -4,6 +4,7 @@
 #include "build/manifest.h"
 
 #include <json/json.h>
+#include <morl/morl.h>
 #include <filesystem>
 #include <map>
 #include <set>
@@ -18,9 +19,15 @@ struct TextRecord {
     std::string stage;                  ///< "vertex" or "fragment"
     std::string hash;                   ///< of the text; changes when the text does
     std::vector<std::string> uniforms;  ///< in the order of their declarations
-    std::map<std::string, int>
-        samplers;  ///< the registers of the uniforms to which the manifest assigns one
+    /// The registers of the samplers bound to SAUTO, and of other uniforms to which the manifest
+    /// assigns one.
+    std::map<std::string, int> samplers;
     std::map<std::string, std::string> semantics;  ///< assigned texture coordinates
+    /// The macros that the text's nodes ask for, with their values in its first variant; null: the
+    /// manifest does not set it.
+    std::map<std::string, Json::Value> macros;
+    std::vector<std::string> unusedMacros;  ///< set by the manifest, but never asked for
+    ns_ruke::PassReport report;             ///< with the declarations and the nodes
 };
 
 /// The files of one variant, relative to the output directory, as ShaderRecord::File has them.
@@ -45,7 +52,7 @@ struct ShaderRecord {
     /// @return refers to the names in the record, so it must not outlive it.
     Json::Value ToJson(const ManifestShader& shader) const;
 
-    /// Reads back what ToJson wrote.
+    /// Reads back what the index needs of what ToJson wrote.
     /// @throws DiagnosticError if the file is missing or has another form.
     static ShaderRecord Read(const std::filesystem::path& path);
 

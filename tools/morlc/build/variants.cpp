@@ -2,6 +2,7 @@
 #include "build/variants.h"
 
 #include "build/pass_texts.h"
+#include "nearest.h"
 #include "text.h"
 
 #include <algorithm>
@@ -9,7 +10,9 @@
 #include <atomic>
 #include <exception>
 #include <mutex>
+#include <optional>
 #include <set>
+#include <string_view>
 #include <thread>
 #include <unordered_map>
 #include <unordered_set>
@@ -24,6 +27,9 @@ using ns_ruke::ShaderOutput;
 
 /// The most variants that a thread takes at a time; neighbours are made from the same nodes.
 constexpr std::size_t kMaxBatch = 8;
+
+/// The semantic of samplers whose registers the host assigns.
+constexpr std::string_view kAutomaticRegister = "SAUTO";
 
 struct Stage {
     int number;  ///< as PassProperty has it
@@ -102,7 +108,7 @@ PassProperty MakePass(const ManifestShader& shader, const std::string& target, i
 void NoteBroken(const std::vector<Diagnostic>& diagnostics, std::set<std::string>& broken)
 {
     for (const Diagnostic& diagnostic : diagnostics) {
-        if (diagnostic.isError && diagnostic.place.line > 0) {
+        if (diagnostic.IsError() && diagnostic.place.line > 0) {
             broken.insert(diagnostic.node);
         }
     }
@@ -117,22 +123,45 @@ std::string FindBroken(const std::vector<std::string>& names, const Worker& work
     return found != names.end() ? *found : "";
 }
 
-void AddText(const ManifestShader& shader, const std::string& target, const Stage& stage,
-             const std::string& file, ShaderOutput output, BuiltShader& built)
+/// The register of a uniform: as written, or as a target that writes registers would write it.
+std::optional<int> RegisterOf(const ManifestShader& shader, const ns_ruke::ReportDeclare& uniform)
 {
-    TextRecord& text = built.record.texts[file];
-    text.target = target;
-    text.stage = stage.name;
-    text.hash = Fingerprint(output.code);
-    text.uniforms = output.uniformNames;
-    text.semantics.insert(output.semantics.begin(), output.semantics.end());
-    for (const std::string& uniform : output.uniformNames) {
-        const auto sampler = shader.samplers.find(uniform);
-        if (sampler != shader.samplers.end()) {
-            text.samplers.insert(*sampler);
+    if (uniform.number >= 0) {
+        return uniform.number;
+    }
+    const auto assigned = shader.samplers.find(uniform.name);
+    if (assigned != shader.samplers.end()) {
+        return assigned->second;
+    }
+    return uniform.semantic == kAutomaticRegister ? std::optional(0) : std::nullopt;
+}
+
+TextRecord MakeTextRecord(const ManifestShader& shader, const std::string& target,
+                          const Stage& stage, PassText& text)
+{
+    TextRecord record;
+    record.target = target;
+    record.stage = stage.name;
+    record.hash = Fingerprint(text.output.code);
+    record.uniforms = text.output.uniformNames;
+    record.semantics.insert(text.output.semantics.begin(), text.output.semantics.end());
+    for (const ns_ruke::ReportDeclare& uniform : text.report.uniforms) {
+        if (const std::optional<int> number = RegisterOf(shader, uniform)) {
+            record.samplers[uniform.name] = *number;
         }
     }
-    built.codes[file] = std::move(output.code);
+    const MacroValues values = shader.Macros(text.first, target);
+    for (const std::string& macro : text.macros) {
+        const auto value = values.find(macro);
+        record.macros[macro] = value != values.end() ? Json::Value(value->second) : Json::Value();
+    }
+    for (const auto& [macro, value] : values) {
+        if (text.macros.count(macro) == 0) {
+            record.unusedMacros.push_back(macro);
+        }
+    }
+    record.report = std::move(text.report);
+    return record;
 }
 
 void AddTexts(const ManifestShader& shader, const std::string& target, const Stage& stage,
@@ -140,9 +169,12 @@ void AddTexts(const ManifestShader& shader, const std::string& target, const Sta
 {
     std::unordered_map<const PassText*, const std::string*> files;
     for (PassText& text : texts.texts) {
-        std::string file =
+        const std::string file =
             shader.name + "/" + target + "/" + shader.VariantName(text.first) + stage.extension;
-        AddText(shader, target, stage, file, std::move(text.output), built);
+        built.record.texts[file] = MakeTextRecord(shader, target, stage, text);
+        built.macros.insert(text.macros.begin(), text.macros.end());
+        built.uniforms.insert(text.output.uniformNames.begin(), text.output.uniformNames.end());
+        built.codes[file] = std::move(text.output.code);
         files[&text] = built.record.File(file);
     }
     for (const auto& [variant, text] : texts.byVariant) {
@@ -150,6 +182,23 @@ void AddTexts(const ManifestShader& shader, const std::string& target, const Sta
         (stage.number == ns_ruke::kVertexStage ? record.vertex : record.fragment) = files.at(text);
     }
     built.passes += texts.byVariant.size();
+}
+
+/// Warns about names of the manifest that a shader does not have. Suggests only those that the
+/// manifest does not name.
+void WarnAboutUnused(const NamePlaces& named, const std::set<std::string>& known,
+                     const std::string& text, Diagnostics& diagnostics)
+{
+    std::vector<std::string> others;
+    std::copy_if(known.begin(), known.end(), std::back_inserter(others),
+                 [&](const std::string& name) { return named.count(name) == 0; });
+    for (const auto& [name, place] : named) {
+        if (known.count(name) == 0) {
+            std::string warning = text;
+            warning.append(" '").append(name).append("'").append(Suggestion(others, name));
+            diagnostics.Report(WarningAt(place, warning));
+        }
+    }
 }
 
 /// The state that the threads of a build share.
@@ -239,7 +288,7 @@ private:
         LogCollection log(worker.compiler, LogCollection::Mode::Keep);
         CompileStages(worker, variant, log, report);
         for (Diagnostic& diagnostic : log.kept) {
-            report.failed = report.failed || diagnostic.isError;
+            report.failed = report.failed || diagnostic.IsError();
             AddContext(variant, diagnostic);
             if (worker.seen.insert(Identity(diagnostic)).second) {
                 report.diagnostics.push_back(std::move(diagnostic));
@@ -287,11 +336,12 @@ private:
     {
         const std::size_t before = log.kept.size();
         ShaderOutput output;
-        worker.compiler.Compile(pass, output);
+        ns_ruke::PassReport report;
+        worker.compiler.Compile(pass, output, report);
         NoteBroken(log.kept, worker.broken);
         const bool isSound =
             log.kept.size() == before && FindBroken(pass.nodeNames, worker).empty();
-        return passTexts.Add(variant, isSound ? key : "", std::move(output));
+        return passTexts.Add(variant, key, isSound, std::move(output), std::move(report));
     }
 
     /// Adds the shader and the variant to an error in a request, as opposed to the source of a
@@ -299,7 +349,7 @@ private:
     /// name, anything else at the shader.
     void AddContext(const Variant& variant, Diagnostic& diagnostic) const
     {
-        if (diagnostic.place.line > 0 || !diagnostic.isError) {
+        if (diagnostic.place.line > 0 || !diagnostic.IsError()) {
             return;
         }
         const ManifestShader& shader = work.manifest.shaders[variant.shader];
@@ -337,8 +387,19 @@ private:
                     shader.place, "shader '" + shader.name + "' is not written" + reasons[i]);
                 diagnostic.shader = shader.name;
                 work.diagnostics.Report(diagnostic);
+            } else if (shaders[i].passes > 0) {
+                ReportUnused(work.manifest.shaders[i], shaders[i]);
             }
         }
+    }
+
+    void ReportUnused(const ManifestShader& shader, const BuiltShader& built) const
+    {
+        WarnAboutUnused(shader.macroPlaces, built.macros,
+                        "no node of shader '" + shader.name + "' asks for the macro",
+                        work.diagnostics);
+        WarnAboutUnused(shader.samplerPlaces, built.uniforms,
+                        "shader '" + shader.name + "' has no sampler", work.diagnostics);
     }
 
     const VariantWork& work;

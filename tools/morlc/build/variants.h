@@ -10,6 +10,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -33,6 +34,8 @@ struct BuiltShader {
     ShaderRecord record;
     std::map<std::string, std::string> codes;  ///< the texts, by file
     std::size_t passes = 0;                    ///< how many texts there were, duplicates included
+    std::set<std::string> macros;              ///< those that its nodes ask for
+    std::set<std::string> uniforms;            ///< those of all its texts
     bool failed = false;                       ///< an error was reported; the rest must not be used
 };
 

@@ -9,11 +9,29 @@
 namespace morlc {
 namespace {
 
-// The control sequences that terminals share: bold, bold red, bold green, and back to normal.
+// The control sequences that terminals share: bold, its colours, and back to normal.
 constexpr const char* kBold = "\x1b[1m";
 constexpr const char* kRed = "\x1b[1;31m";
+constexpr const char* kMagenta = "\x1b[1;35m";
 constexpr const char* kGreen = "\x1b[1;32m";
 constexpr const char* kNormal = "\x1b[0m";
+
+struct SeverityName {
+    const char* name;
+    const char* colour;  ///< null: not painted
+};
+
+SeverityName NameOf(Severity severity)
+{
+    switch (severity) {
+    case Severity::Error:
+        return {"error", kRed};
+    case Severity::Warning:
+        return {"warning", kMagenta};
+    default:
+        return {"info", nullptr};
+    }
+}
 
 std::string Painted(const std::string& text, const char* colour, bool paint)
 {
@@ -52,9 +70,16 @@ Diagnostic ErrorAt(Place place, const std::string& text)
     return diagnostic;
 }
 
+Diagnostic WarningAt(Place place, const std::string& text)
+{
+    Diagnostic diagnostic = ErrorAt(std::move(place), text);
+    diagnostic.severity = Severity::Warning;
+    return diagnostic;
+}
+
 std::string Identity(const Diagnostic& diagnostic)
 {
-    std::string identity = diagnostic.isError ? "error" : "info";
+    std::string identity = NameOf(diagnostic.severity).name;
     for (const std::string* part :
          {&diagnostic.place.file, &diagnostic.node, &diagnostic.shader, &diagnostic.text}) {
         identity.append("\n").append(*part);
@@ -65,7 +90,9 @@ std::string Identity(const Diagnostic& diagnostic)
 
 std::string FormatText(const Diagnostic& diagnostic, bool colour)
 {
-    const std::string severity = diagnostic.isError ? Painted("error:", kRed, colour) : "info:";
+    const SeverityName name = NameOf(diagnostic.severity);
+    const std::string severity =
+        Painted(std::string(name.name) + ":", name.colour, colour && name.colour != nullptr);
     std::string text = Painted(Printable(Location(diagnostic)) + ":", kBold, colour) + " " +
                        severity + " " + Printable(diagnostic.text + Context(diagnostic)) + "\n";
     const Excerpt& excerpt = diagnostic.place.excerpt;
@@ -80,7 +107,7 @@ std::string FormatText(const Diagnostic& diagnostic, bool colour)
 std::string FormatJson(const Diagnostic& diagnostic)
 {
     Json::Value object(Json::objectValue);
-    object["severity"] = diagnostic.isError ? "error" : "info";
+    object["severity"] = NameOf(diagnostic.severity).name;
     object["message"] = diagnostic.text;
     const std::pair<const char*, const std::string&> names[] = {{"file", diagnostic.place.file},
                                                                 {"node", diagnostic.node},

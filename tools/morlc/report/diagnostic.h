@@ -8,9 +8,14 @@
 
 namespace morlc {
 
+/// How bad a problem is. A warning does not keep anything from being written.
+enum class Severity { Error, Warning, Info };
+
 /// One problem, or one remark, as it is shown.
 struct Diagnostic {
-    bool isError = true;
+    bool IsError() const { return severity == Severity::Error; }
+
+    Severity severity = Severity::Error;
     Place place;          ///< in the source of `node`, if there is one
     std::string node;     ///< empty if no node is affected
     std::string shader;   ///< of the manifest; empty if no shader is affected
@@ -22,6 +27,9 @@ struct Diagnostic {
 
 /// An error at a place.
 Diagnostic ErrorAt(Place place, const std::string& text);
+
+/// A warning at a place.
+Diagnostic WarningAt(Place place, const std::string& text);
 
 /// A problem that ends what the tool is doing.
 class DiagnosticError : public std::runtime_error {

@@ -81,7 +81,8 @@ void Diagnostics::Report(Diagnostic diagnostic)
     diagnostic.text += Hint(diagnostic.unknownNode);
     const std::string line =
         format == DiagnosticFormat::Json ? FormatJson(diagnostic) : FormatText(diagnostic, colour);
-    errors += diagnostic.isError ? 1 : 0;
+    errors += diagnostic.IsError() ? 1 : 0;
+    warnings += diagnostic.severity == Severity::Warning ? 1 : 0;
     std::fwrite(line.data(), 1, line.size(), stderr);
 }
 
@@ -94,7 +95,7 @@ Diagnostic Diagnostics::Describe(const LogLine& log) const
 {
     const auto file = nodeFiles.find(log.node);
     Diagnostic diagnostic;
-    diagnostic.isError = log.IsError();
+    diagnostic.severity = log.IsError() ? Severity::Error : Severity::Info;
     diagnostic.node = log.node;
     if (!log.node.empty() && file != nodeFiles.end()) {
         diagnostic.place.file = file->second;

@@ -37,6 +37,7 @@ public:
     void Error(const std::string& text);
 
     std::size_t ErrorCount() const { return errors; }
+    std::size_t WarningCount() const { return warnings; }
 
 private:
     Diagnostic Describe(const ns_ruke::LogLine& log) const;
@@ -47,6 +48,7 @@ private:
     bool showParses;
     bool colour;
     std::size_t errors = 0;
+    std::size_t warnings = 0;
     std::unordered_map<std::string, std::string> nodeFiles;
     std::unordered_set<std::string> shown;  ///< by identity
     std::size_t hints = 0;                  ///< how many have been given
