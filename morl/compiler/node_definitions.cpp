@@ -3,42 +3,14 @@
 #include "morl/compiler/internal/node_reader.h"
 #include "morl/compiler/morl_compiler.h"
 #include "morl/core/internal/graphics_log.h"
+#include "morl/core/internal/read_file.h"
 #include "morl/core/messages.h"
 
-#include <array>
-#include <cstdio>
 #include <memory>
 #include <optional>
 #include <utility>
 
 namespace ns_ruke {
-namespace {
-
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-
-/// The whole file, or nothing when it cannot be read (it is missing, or a directory, say).
-std::optional<std::string> ReadFile(const std::string& path)
-{
-    const std::unique_ptr<std::FILE, CloseFile> file(std::fopen(path.c_str(), "r"));
-    if (!file) {
-        return std::nullopt;
-    }
-    std::string text;
-    std::array<char, 16384> block;
-    std::size_t count = 0;
-    do {
-        count = std::fread(block.data(), 1, block.size(), file.get());
-        text.append(block.data(), count);
-    } while (count == block.size());
-    if (std::ferror(file.get()) != 0) {
-        return std::nullopt;
-    }
-    return text;
-}
-
-}  // namespace
 
 NodeTextError::~NodeTextError() = default;
 

@@ -4,9 +4,6 @@
 #include "support/log_capture.h"
 
 #include <gtest/gtest.h>
-#include <algorithm>
-#include <map>
-#include <random>
 #include <utility>
 
 namespace {
@@ -14,121 +11,6 @@ namespace {
 using namespace ns_ruke;
 using morl_test::LogCapture;
 using morl_test::MakePass;
-
-const std::vector<NodeText> kNoTexts;
-
-std::string NodeList(const std::string& name, const std::string& content,
-                     const std::string& reference)
-{
-    return R"([{"name": ")" + name + R"(", "content": ")" + content + R"(", "ref": [")" +
-           reference + R"("]}])";
-}
-
-/// What the nodes of a compiler should be, and which of them it has parsed for which target.
-struct Model {
-    struct Node {
-        std::string content;
-        std::string reference;
-        std::string parsed{};
-    };
-
-    void Set(const std::string& name, const std::string& content, const std::string& reference)
-    {
-        const auto old = nodes.find(name);
-        const bool keeps = old != nodes.end() && old->second.content == content;
-        nodes[name] = {content, reference, keeps ? old->second.parsed : ""};
-    }
-
-    std::vector<std::string> Names() const
-    {
-        std::vector<std::string> names;
-        for (const auto& [name, node] : nodes) {
-            names.push_back(name);
-        }
-        return names;
-    }
-
-    std::string CompileAfresh(const std::string& target) const
-    {
-        MorlCompiler compiler(kNoTexts);
-        for (const auto& [name, node] : nodes) {
-            compiler.SetNode(name, node.content, {node.reference});
-        }
-        PassProperty pass = MakePass(target, 0, Names());
-        ShaderOutput output;
-        compiler.Compile(pass, output);
-        return output.code;
-    }
-
-    /// How many nodes a request for all of them has to parse; from then on they are parsed.
-    std::size_t Parse(const std::string& target)
-    {
-        std::size_t count = 0;
-        for (auto& [name, node] : nodes) {
-            count += std::exchange(node.parsed, target) != target ? 1 : 0;
-        }
-        return count;
-    }
-
-    std::map<std::string, Node> nodes;
-};
-
-std::size_t CountParses(const LogCapture& log)
-{
-    const std::string mark = messages::kCompilerStart;
-    return static_cast<std::size_t>(std::count(log.infos.begin(), log.infos.end(), mark));
-}
-
-// After any edits, a request gives what a new compiler gives, and parses what has changed.
-TEST(Nodes, GiveTheSameAsANewCompilerAfterAnyEdits)
-{
-    const char* const names[] = {"a", "b", "c", "d"};
-    const char* const contents[] = {"", "void main() { x = 1; }", "uniform float u;",
-                                    "in float v; void main() { v = 2; }", "void main() { x = ; }"};
-    std::mt19937 random(7);
-    const auto pick = [&random](const auto& list) { return list[random() % std::size(list)]; };
-    Model model;
-    MorlCompiler compiler(kNoTexts);
-    std::size_t requests = 0;
-    for (int i = 0; i < 3000; ++i) {
-        const std::string name = pick(names);
-        const std::string content = pick(contents);
-        const std::string reference = pick(names);
-        const LogCapture log;
-        switch (random() % 5) {
-        case 0:
-            compiler.SetNode(name, content, {reference});
-            model.Set(name, content, reference);
-            break;
-        case 1:
-            EXPECT_EQ(compiler.RemoveNode(name), model.nodes.erase(name) == 1);
-            break;
-        case 2: {
-            const NodeTextResult result =
-                compiler.LoadNodes({"t", NodeList(name, content, reference)});
-            EXPECT_EQ(result.nodes, std::vector<std::string>{name});
-            model.Set(name, content, reference);
-            break;
-        }
-        case 3:
-            EXPECT_FALSE(
-                compiler.LoadNodes({"t", R"([{"name": "new"}, {"name": 3}])"}).faults.empty());
-            break;
-        default: {
-            const std::string target = pick(MorlTargets());
-            PassProperty pass = MakePass(target, 0, model.Names());
-            const std::size_t before = CountParses(log);
-            ShaderOutput output;
-            compiler.Compile(pass, output);
-            EXPECT_EQ(CountParses(log) - before, model.Parse(target));
-            ASSERT_EQ(output.code, model.CompileAfresh(target)) << i;
-            ++requests;
-        }
-        }
-        ASSERT_EQ(compiler.GetNodeNames(), model.Names());
-    }
-    EXPECT_GT(requests, 100U);
-}
 
 std::string Shown(const std::vector<NodeTextFault>& faults)
 {

@@ -2,6 +2,7 @@
 // What a request reports besides its output.
 #include "support/graph.h"
 #include "support/log_capture.h"
+#include "support/random_graph.h"
 #include "support/samples.h"
 
 #include <gtest/gtest.h>
@@ -97,38 +98,70 @@ void CheckLines(const MorlCompiler& compiler, const Reported& result)
     }
 }
 
-// Every line is from where it should be, and blank lines in front of one node move exactly the
-// lines of that node.
+/// Puts blank lines in front of a node, and expects exactly its lines to move. Returns how many do.
+std::size_t CheckMoved(MorlCompiler& compiler, const morl_test::SampleRequest& request,
+                       const std::vector<Reported>& before, const std::string& name, int blanks)
+{
+    const MorlNode& node = *compiler.FindNode(name);
+    const std::string content = node.GetContent();
+    const std::vector<std::string> references = node.GetReference();
+    compiler.SetNode(name, std::string(static_cast<std::size_t>(blanks), '\n') + content,
+                     references);
+    const std::vector<Reported> after = CompileReported(compiler, request);
+    compiler.SetNode(name, content, references);
+    std::size_t moved = 0;
+    for (std::size_t pass = 0; pass < after.size(); ++pass) {
+        EXPECT_EQ(after[pass].output.code, before[pass].output.code);
+        for (std::size_t i = 0; i < after[pass].report.lines.size(); ++i) {
+            const ReportLine& old = before[pass].report.lines[i];
+            const ReportLine& line = after[pass].report.lines[i];
+            EXPECT_EQ(line.node, old.node);
+            const bool isMoved = NameOf(after[pass].report, line.node) == name;
+            EXPECT_EQ(line.line, old.line + (isMoved ? blanks : 0));
+            moved += isMoved ? 1 : 0;
+        }
+    }
+    return moved;
+}
+
 TEST(Report, TracesEveryLineOfTheSamples)
 {
     const LogCapture log;
     const auto compiler = morl_test::MakeSampleCompiler();
     std::size_t moved = 0;
     for (const morl_test::SampleRequest& request : morl_test::RichestSamples()) {
-        const std::vector<Reported> before = CompileReported(*compiler, request);
-        for (const Reported& result : before) {
+        const std::vector<Reported> results = CompileReported(*compiler, request);
+        for (const Reported& result : results) {
             CheckLines(*compiler, result);
         }
-        const std::string name = request.fragment.nodeNames.back();
-        const MorlNode& node = *compiler->FindNode(name);
-        const std::string content = node.GetContent();
-        const std::vector<std::string> references = node.GetReference();
-        compiler->SetNode(name, "\n\n\n" + content, references);
-        const std::vector<Reported> after = CompileReported(*compiler, request);
-        compiler->SetNode(name, content, references);
-        for (std::size_t pass = 0; pass < after.size(); ++pass) {
-            ASSERT_EQ(after[pass].output.code, before[pass].output.code);
-            for (std::size_t i = 0; i < after[pass].report.lines.size(); ++i) {
-                const ReportLine& old = before[pass].report.lines[i];
-                const ReportLine& line = after[pass].report.lines[i];
-                EXPECT_EQ(line.node, old.node);
-                const bool isMoved = NameOf(after[pass].report, line.node) == name;
-                EXPECT_EQ(line.line, old.line + (isMoved ? 3 : 0));
-                moved += isMoved ? 1 : 0;
-            }
-        }
+        moved += CheckMoved(*compiler, request, results, request.fragment.nodeNames.back(), 3);
     }
     EXPECT_GT(moved, 100U);
+}
+
+TEST(Report, TracesEveryLineOfGeneratedPrograms)
+{
+    const LogCapture log;
+    for (unsigned seed = 0; seed < 300; ++seed) {
+        const morl_test::RandomGraph graph(seed);
+        MorlCompiler compiler(std::vector<NodeText>{});
+        for (const morl_test::NodeSource& node : graph.nodes) {
+            compiler.SetNode(node.name, node.content, node.references);
+        }
+        const std::string target = MorlTargets()[seed % MorlTargets().size()];
+        morl_test::SampleRequest request = {"", target, "", MakePass(target, 0, graph.vertexNodes),
+                                            MakePass(target, 1, graph.fragmentNodes)};
+        request.vertex.macros = request.fragment.macros = graph.macros;
+        const std::vector<Reported> results = CompileReported(compiler, request);
+        for (const Reported& result : results) {
+            CheckLines(compiler, result);
+        }
+        for (const morl_test::NodeSource& node : graph.nodes) {
+            EXPECT_GT(CheckMoved(compiler, request, results, node.name, 1 + seed % 5), 0U);
+        }
+        ASSERT_FALSE(HasFailure()) << "seed " << seed;
+    }
+    EXPECT_TRUE(log.errors.empty());
 }
 
 std::string ShownLines(const PassReport& report)

@@ -42,23 +42,26 @@ protected:
 
     static void TearDownTestSuite() { directory.reset(); }
 
-    /// Builds the example host with CMake and runs it.
-    static ProcessResult RunHost(const std::vector<std::string>& options)
+    /// Builds the project of an example host with CMake and runs one of its programs.
+    static ProcessResult RunHost(const std::string& project, const std::string& program,
+                                 const std::vector<std::string>& options)
     {
         const TemporaryDirectory build;
         std::vector<std::string> configure = {"cmake",
                                               "-S",
-                                              kExamples + "/embed",
+                                              kExamples + "/" + project,
                                               "-B",
                                               build.path.string(),
                                               "-G",
                                               "Ninja",
                                               "-DCMAKE_CXX_COMPILER=" MORL_CXX_COMPILER,
+                                              "-DCMAKE_C_COMPILER=" MORL_C_COMPILER,
+                                              "-DCMAKE_C_FLAGS=" MORL_SANITIZE_FLAGS,
                                               "-DCMAKE_CXX_FLAGS=" MORL_SANITIZE_FLAGS};
         configure.insert(configure.end(), options.begin(), options.end());
         Succeed(configure);
         Succeed({"cmake", "--build", build.path.string()});
-        return RunProcess({(build.path / "embed").string(), kExamples});
+        return RunProcess({(build.path / program).string(), kExamples});
     }
 
     /// Builds the example host with the output of pkg-config, passed through a filter, and runs it.
@@ -91,7 +94,7 @@ TEST_F(Package, IsFoundAndLinked)
         {"-DCMAKE_PREFIX_PATH=" MORL_BINARY_DIR},
     };
     for (const std::vector<std::string>& options : rows) {
-        const ProcessResult host = RunHost(options);
+        const ProcessResult host = RunHost("embed", "embed", options);
         EXPECT_EQ(host.status, 0) << host.err;
         EXPECT_EQ(host.out.substr(0, kHostOutput.size()), kHostOutput);
         EXPECT_EQ(std::count(host.out.begin(), host.out.end(), '\n'), 4) << host.out;
@@ -104,10 +107,58 @@ TEST_F(Package, IsFoundAndLinked)
               kHostOutput);
 }
 
+#ifdef MORL_SHARED
+// An editor's loop in three languages prints the same.
+TEST_F(Package, ServesEditorsInEveryLanguage)
+{
+    const std::vector<std::string> options = {"-DCMAKE_PREFIX_PATH=" + prefix};
+    const ProcessResult cpp = RunHost("embed", "edit_loop", options);
+    const ProcessResult c = RunHost("embed_c", "embed_c", options);
+    const ProcessResult python = RunProcess(
+        {"python3", kExamples + "/python/edit_loop.py", prefix + "/lib/libmorl.so", kExamples});
+    EXPECT_EQ(cpp.status, 0) << cpp.err;
+    for (const char* part :
+         {"== hlsl10\nunlit:4:1: miss ';':", "surface_texture:2 | uniform Texture2D albedoMap",
+          "unlit:3           | \tvec3 lit = albedo.xyz*tint;\n",
+          "bind albedoMap (sampler2D) to register 3\nbind tint (float3)\n== glsl\n"}) {
+        EXPECT_NE(cpp.out.find(part), std::string::npos) << cpp.out;
+    }
+    EXPECT_EQ(c.out, cpp.out) << c.err;
+    EXPECT_EQ(python.out, cpp.out) << python.err;
+    // A missing file is told, in a host that knows no exceptions.
+    EXPECT_EQ(RunProcess({"python3", kExamples + "/python/edit_loop.py", prefix + "/lib/libmorl.so",
+                          "/nowhere"})
+                  .err,
+              "edit_loop: Can't Find File: /nowhere/morl/vertex_shader.morl\n");
+}
+#endif
+
+// Hosts that were written for version 1.0 compile and link, and those in C and without exceptions.
+TEST_F(Package, HasAllThatHostsAreWrittenFor)
+{
+    const TemporaryDirectory work;
+    const std::string host = (work.path / "host").string();
+    const std::string source = MORL_SOURCE_DIR "/tests/package/described_interface.cpp";
+    const std::string include = " -I'" + prefix + "/include' ";
+    const std::string warnings =
+        " -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror -fsyntax-only";
+    const std::string lines[] = {
+        MORL_CXX_COMPILER " -std=c++17 " MORL_SANITIZE_FLAGS + include + source + " '" +
+            MORL_LIBRARY "' -ljsoncpp -Wl,-rpath,'" MORL_BINARY_DIR "' -o " + host + " && " + host,
+        MORL_C_COMPILER " -std=c99 -Wstrict-prototypes" + warnings + include + kExamples +
+            "/embed_c/main.c",
+        MORL_CXX_COMPILER " -std=c++17 -fno-exceptions -x c++" + warnings + include + "'" + prefix +
+            "/include/morl/c/morl.h'"};
+    for (const std::string& line : lines) {
+        const ProcessResult result = RunShell(line);
+        EXPECT_EQ(result.status, 0) << line << result.err;
+    }
+}
+
 // In one project, in any order and any number of times.
 TEST_F(Package, LivesBesideJsonCpp)
 {
-    const std::string morl = "find_package(morl 1.0 REQUIRED)\n";
+    const std::string morl = "find_package(morl 1.1 REQUIRED)\n";
     const std::string json = "find_package(jsoncpp REQUIRED)\n";
     const std::string inside = "set(MORL_TESTS OFF)\nset(MORL_TOOLS OFF)\nadd_subdirectory(\"" +
                                std::string(MORL_SOURCE_DIR) + "\" morl)\n";
@@ -192,7 +243,7 @@ TEST_F(Package, HasHeadersThatCompileAlone)
 }
 
 #ifdef MORL_SHARED
-TEST_F(Package, ExportsThePublicClassesOnly)
+TEST_F(Package, ExportsThePublicInterfaceOnly)
 {
     const std::set<std::string> expected = {
         "KeywordMap",
@@ -250,9 +301,14 @@ TEST_F(Package, ExportsThePublicClassesOnly)
         RunShell("nm -DC --defined-only '" MORL_LIBRARY "' | cut -d' ' -f3- | sort -u");
     ASSERT_EQ(result.status, 0) << result.err;
     std::set<std::string> exported;
+    std::string functions;
     std::istringstream lines(result.out);
     for (std::string line; std::getline(lines, line);) {
         const std::string start = "ns_ruke::";
+        if (line.compare(0, 5, "morl_") == 0) {
+            functions += line + "\n";
+            continue;
+        }
         const std::size_t found = line.find(start);
         ASSERT_NE(found, std::string::npos) << line;
         const std::size_t name = found + start.size();
@@ -260,6 +316,7 @@ TEST_F(Package, ExportsThePublicClassesOnly)
         EXPECT_EQ(line.find("(anonymous namespace)"), std::string::npos) << line;
     }
     EXPECT_EQ(exported, expected);
+    EXPECT_EQ(functions, ReadText(MORL_SOURCE_DIR "/tests/package/c_interface.txt"));
 }
 #endif
 

@@ -1,0 +1,377 @@
+// SPDX-License-Identifier: MIT
+// The C interface: checks what hosts pass, and keeps exceptions on this side.
+#include "morl/c/morl.h"
+
+#include "morl/ast/unit.h"
+#include "morl/c/internal/result.h"
+#include "morl/compiler/internal/report.h"
+#include "morl/compiler/morl_compiler.h"
+#include "morl/core/internal/fault_collector.h"
+#include "morl/core/internal/read_file.h"
+#include "morl/core/messages.h"
+#include "morl/translator/targets.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+#include <exception>
+#include <memory>
+#include <new>
+#include <string>
+#include <utility>
+
+/// A compiler, and what its last calls have returned or complained about.
+struct morl_compiler {
+    ns_ruke::MorlCompiler compiler{std::vector<ns_ruke::NodeText>()};
+    std::string message;
+    std::vector<ns_ruke::NodeTextFault> nodeFaults;
+    std::vector<ns_ruke::ReportFault> requestFaults;
+    std::vector<morl_fault> faults;  ///< made from one of these
+    std::vector<std::string> names;  ///< of nodes or of a node's references
+    std::vector<morl_text> nameTexts;
+    std::string nodeName;
+    std::string nodeContent;
+};
+
+namespace ns_ruke {
+namespace {
+
+// What hosts of the first version pass. Later versions append to these structures.
+constexpr std::size_t kNodeSize = offsetof(morl_node, y) + sizeof(float);
+constexpr std::size_t kRequestSize = offsetof(morl_request, wants_report) + sizeof(std::int32_t);
+constexpr std::size_t kOutputSize = offsetof(morl_output, unused_macro_count) + sizeof(std::size_t);
+
+/// Ends a call with a status that is not MORL_OK.
+struct CallFailure {
+    morl_status status;
+    std::string message;
+};
+
+[[noreturn]] void Refuse(const std::string& message)
+{
+    throw CallFailure{MORL_INVALID_ARGUMENT, message};
+}
+
+/// Runs the body of a call for a compiler, and turns what it throws into a status and a message.
+template <class Body>
+morl_status Call(morl_compiler* handle, const Body& body) noexcept
+{
+    if (handle == nullptr) {
+        return MORL_INVALID_ARGUMENT;
+    }
+    handle->faults.clear();
+    try {
+        body(*handle);
+        return MORL_OK;
+    } catch (CallFailure& failure) {
+        handle->message = std::move(failure.message);
+        return failure.status;
+    } catch (const std::bad_alloc&) {
+        handle->message = "out of memory";  // short enough to need none
+        return MORL_OUT_OF_MEMORY;
+    } catch (...) {
+        handle->message = "internal error";  // likewise
+        return MORL_FAILED;
+    }
+}
+
+/// Checks a list that a host has passed.
+/// @param what the name of its argument or member
+template <class Element>
+void CheckList(const Element* list, std::size_t count, const char* what)
+{
+    if (list == nullptr && count > 0) {
+        Refuse(std::string(what) + " is null, but there should be " + std::to_string(count));
+    }
+}
+
+std::string ToString(const morl_text& text, const char* what)
+{
+    CheckList(text.data, text.size, what);
+    return text.size > 0 ? std::string(text.data, text.size) : std::string();
+}
+
+void CheckNotNull(const void* pointer, const char* what)
+{
+    if (pointer == nullptr) {
+        Refuse(std::string(what) + " is null");
+    }
+}
+
+/// Checks a structure that begins with its size.
+template <class Structure>
+void CheckSize(const Structure* structure, std::size_t smallest, const char* what)
+{
+    CheckNotNull(structure, what);
+    if (structure->size < smallest) {
+        Refuse(std::string(what) + ".size is " + std::to_string(structure->size) +
+               ", and should be sizeof(morl_" + what + "): " + std::to_string(sizeof(Structure)));
+    }
+}
+
+std::vector<std::string> ToStrings(const morl_text* list, std::size_t count, const char* what)
+{
+    CheckList(list, count, what);
+    std::vector<std::string> strings;
+    strings.reserve(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        strings.push_back(ToString(list[i], what));
+    }
+    return strings;
+}
+
+std::unordered_map<std::string, int> ToMap(const morl_value* list, std::size_t count,
+                                           const char* what)
+{
+    CheckList(list, count, what);
+    std::unordered_map<std::string, int> map;
+    for (std::size_t i = 0; i < count; ++i) {
+        map[ToString(list[i].name, what)] = list[i].value;
+    }
+    return map;
+}
+
+PassProperty ToPass(const morl_request& request)
+{
+    PassProperty pass;
+    pass.nodeNames = ToStrings(request.nodes, request.node_count, "request.nodes");
+    pass.macros = ToMap(request.macros, request.macro_count, "request.macros");
+    pass.samplerRegisters = ToMap(request.samplers, request.sampler_count, "request.samplers");
+    CheckList(request.semantics, request.semantic_count, "request.semantics");
+    for (std::size_t i = 0; i < request.semantic_count; ++i) {
+        const morl_semantic& entry = request.semantics[i];
+        pass.semantics[ToString(entry.name, "request.semantics")] =
+            ToString(entry.semantic, "request.semantics");
+    }
+    pass.target = ToString(request.target, "request.target");
+    if (request.stage != MORL_VERTEX && request.stage != MORL_FRAGMENT) {
+        Refuse("request.stage is " + std::to_string(request.stage) +
+               ", and should be MORL_VERTEX or MORL_FRAGMENT");
+    }
+    pass.stage = request.stage;
+    return pass;
+}
+
+void LoadText(morl_compiler& handle, const NodeText& text)
+{
+    NodeTextResult result = handle.compiler.LoadNodes(text);
+    if (!result.faults.empty()) {
+        handle.nodeFaults = std::move(result.faults);
+        handle.faults = ToFaults(handle.nodeFaults);
+        throw CallFailure{MORL_NODES_REFUSED, NodeTextError(handle.nodeFaults).what()};
+    }
+}
+
+[[noreturn]] void RefuseRequest(morl_compiler& handle, std::vector<ReportFault> faults)
+{
+    handle.requestFaults = std::move(faults);
+    handle.faults = ToFaults(handle.requestFaults);
+    throw CallFailure{MORL_REFUSED, handle.requestFaults.front().text};
+}
+
+std::unique_ptr<morl_result> Compile(morl_compiler& handle, const morl_request& request)
+{
+    PassProperty pass = ToPass(request);
+    ShaderOutput output;
+    PassReport report;
+    if (request.wants_report != 0) {
+        handle.compiler.Compile(pass, output, report);
+    } else {
+        const FaultCollector collector;
+        handle.compiler.Compile(pass, output);
+        if (output.code.empty()) {
+            std::transform(collector.faults.begin(), collector.faults.end(),
+                           std::back_inserter(report.faults), ToReportFault);
+        }
+    }
+    if (output.code.empty()) {
+        RefuseRequest(handle, std::move(report.faults));
+    }
+    return std::make_unique<morl_result>(std::move(output), std::move(report));
+}
+
+const MorlNode& FindNode(const morl_compiler& handle, const morl_text& name)
+{
+    const std::string wanted = ToString(name, "name");
+    const MorlNode* node = handle.compiler.FindNode(wanted);
+    if (node == nullptr) {
+        throw CallFailure{MORL_NOT_FOUND, messages::kUnknownNode + wanted};
+    }
+    return *node;
+}
+
+/// Gives a host what a structure of this library has, as far as the host's structure goes.
+template <class Structure>
+void CopyOut(Structure from, Structure* to)
+{
+    from.size = to->size;
+    std::memcpy(to, &from, std::min(to->size, sizeof(Structure)));
+}
+
+std::vector<morl_text> MakeTargets()
+{
+    static const std::vector<std::string> names = MorlTargets();
+    return ToTexts(names);
+}
+
+}  // namespace
+}  // namespace ns_ruke
+
+using namespace ns_ruke;
+
+const char* morl_version(void)
+{
+    return MORL_VERSION;
+}
+
+const morl_text* morl_targets(size_t* count)
+{
+    static const std::vector<morl_text> targets = MakeTargets();
+    if (count != nullptr) {
+        *count = targets.size();
+    }
+    return targets.data();
+}
+
+morl_compiler* morl_compiler_create(void)
+{
+    try {
+        return new morl_compiler;
+    } catch (...) {
+        return nullptr;
+    }
+}
+
+void morl_compiler_destroy(morl_compiler* compiler)
+{
+    delete compiler;
+}
+
+morl_text morl_message(const morl_compiler* compiler)
+{
+    return compiler != nullptr ? ToText(compiler->message) : ToText("the compiler is null");
+}
+
+const morl_fault* morl_faults(const morl_compiler* compiler, size_t* count)
+{
+    if (count != nullptr) {
+        *count = compiler != nullptr ? compiler->faults.size() : 0;
+    }
+    return compiler != nullptr ? compiler->faults.data() : nullptr;
+}
+
+morl_status morl_load_nodes(morl_compiler* compiler, morl_text name, morl_text text)
+{
+    return Call(compiler, [&](morl_compiler& handle) {
+        LoadText(handle, {ToString(name, "name"), ToString(text, "text")});
+    });
+}
+
+morl_status morl_load_node_file(morl_compiler* compiler, morl_text path)
+{
+    return Call(compiler, [&](morl_compiler& handle) {
+        const std::string name = ToString(path, "path");
+        std::optional<std::string> text = ReadFile(name);
+        if (!text) {
+            throw CallFailure{MORL_FILE_NOT_READ, messages::kFileNotFound + name};
+        }
+        LoadText(handle, {name, std::move(*text)});
+    });
+}
+
+morl_status morl_set_node(morl_compiler* compiler, const morl_node* node)
+{
+    return Call(compiler, [&](morl_compiler& handle) {
+        CheckSize(node, kNodeSize, "node");
+        handle.compiler.SetNode(
+            ToString(node->name, "node.name"), ToString(node->content, "node.content"),
+            ToStrings(node->references, node->reference_count, "node.references"), node->x,
+            node->y);
+    });
+}
+
+morl_status morl_remove_node(morl_compiler* compiler, morl_text name)
+{
+    return Call(compiler, [&](morl_compiler& handle) {
+        handle.compiler.RemoveNode(FindNode(handle, name).GetName());
+    });
+}
+
+morl_status morl_get_node(morl_compiler* compiler, morl_text name, morl_node* node)
+{
+    return Call(compiler, [&](morl_compiler& handle) {
+        CheckSize(node, kNodeSize, "node");
+        const MorlNode& found = FindNode(handle, name);
+        handle.nodeName = found.GetName();
+        handle.nodeContent = found.GetContent();
+        handle.names = found.GetReference();
+        handle.nameTexts = ToTexts(handle.names);
+        CopyOut(
+            morl_node{0, ToText(handle.nodeName), ToText(handle.nodeContent),
+                      handle.nameTexts.data(), handle.nameTexts.size(), found.GetX(), found.GetY()},
+            node);
+    });
+}
+
+morl_status morl_get_node_names(morl_compiler* compiler, const morl_text** names, size_t* count)
+{
+    return Call(compiler, [&](morl_compiler& handle) {
+        CheckNotNull(names, "names");
+        CheckNotNull(count, "count");
+        handle.names = handle.compiler.GetNodeNames();
+        handle.nameTexts = ToTexts(handle.names);
+        *names = handle.nameTexts.data();
+        *count = handle.nameTexts.size();
+    });
+}
+
+morl_status morl_compile(morl_compiler* compiler, const morl_request* request, morl_result** result)
+{
+    if (result != nullptr) {
+        *result = nullptr;
+    }
+    return Call(compiler, [&](morl_compiler& handle) {
+        CheckNotNull(result, "result");
+        CheckSize(request, kRequestSize, "request");
+        *result = Compile(handle, *request).release();
+    });
+}
+
+morl_status morl_get_output(const morl_result* result, morl_output* output)
+{
+    if (result == nullptr || output == nullptr || output->size < kOutputSize) {
+        return MORL_INVALID_ARGUMENT;
+    }
+    CopyOut(result->view, output);
+    return MORL_OK;
+}
+
+void morl_result_destroy(morl_result* result)
+{
+    delete result;
+}
+
+morl_status morl_set_log(morl_log log, void* host)
+{
+    try {
+        LogSink sink;
+        if (log != nullptr) {
+            sink = [log, host](LogLevel level, const std::string& category,
+                               const std::string& message) {
+                log(host, level == LogLevel::Error ? MORL_ERROR : MORL_INFO, ToText(category),
+                    ToText(message));
+            };
+        }
+        TamberLogSystem::SetSink(std::move(sink));
+        return MORL_OK;
+    } catch (const std::bad_alloc&) {
+        return MORL_OUT_OF_MEMORY;
+    } catch (...) {
+        return MORL_FAILED;
+    }
+}
+
+void morl_release_memory(void)
+{
+    MorlUnit::ReleaseMemory();
+}

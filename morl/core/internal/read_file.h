@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace ns_ruke {
+
+/// The whole file, or nothing when it cannot be read (it is missing, or a directory, say).
+std::optional<std::string> ReadFile(const std::string& path);
+
+}  // namespace ns_ruke

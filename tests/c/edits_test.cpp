@@ -1,0 +1,326 @@
+// SPDX-License-Identifier: MIT
+// An editor's session through the C interface: random edits and requests, and after each request a
+// comparison with a new compiler that has the same nodes.
+#include "support/log_capture.h"
+#include "support/random_graph.h"
+
+#include <gtest/gtest.h>
+#include <json/json.h>
+#include <morl/c/morl.h>
+#include <algorithm>
+#include <cstdlib>
+#include <map>
+#include <sstream>
+#include <utility>
+
+namespace {
+
+using namespace ns_ruke;
+
+/// How many edits and requests there are; "./dev edits" sets the variable.
+long Count()
+{
+    const char* const count = std::getenv("MORL_EDITS");
+    return count != nullptr ? std::atol(count) : 20000;
+}
+
+morl_text Text(std::string_view text)
+{
+    return {text.data(), text.size()};
+}
+
+std::string_view View(const morl_text& text)
+{
+    return {text.data, text.size};
+}
+
+// The same of both interfaces, as text.
+
+void Show(std::ostream& out, const morl_declare* list, std::size_t count)
+{
+    for (const morl_declare* d = list; d != list + count; ++d) {
+        out << View(d->name) << d->node << ":" << d->line << View(d->type) << View(d->written_type)
+            << View(d->array_size) << d->elements << View(d->semantic) << d->number << "\n";
+    }
+}
+
+void Show(std::ostream& out, const std::vector<ReportDeclare>& list)
+{
+    for (const ReportDeclare& d : list) {
+        out << d.name << d.node << ":" << d.line << d.type << d.writtenType << d.arraySize
+            << d.elements << d.semantic << d.number << "\n";
+    }
+}
+
+std::string Shown(const morl_output& output)
+{
+    std::ostringstream out;
+    out << View(output.code);
+    for (std::size_t i = 0; i < output.semantic_count; ++i) {
+        out << View(output.semantics[i].name) << View(output.semantics[i].semantic) << "\n";
+    }
+    for (std::size_t i = 0; i < output.uniform_count; ++i) {
+        out << View(output.uniforms[i]) << "\n";
+    }
+    for (const morl_fault* f = output.faults; f != output.faults + output.fault_count; ++f) {
+        out << f->level << View(f->node) << f->line << ":" << f->column << View(f->text) << "\n";
+    }
+    for (const morl_line* l = output.lines; l != output.lines + output.line_count; ++l) {
+        out << (l->node < 0 ? "-" : View(output.nodes[l->node])) << l->line << "\n";
+    }
+    Show(out, output.uniform_declares, output.uniform_declare_count);
+    Show(out, output.inputs, output.input_count);
+    Show(out, output.outputs, output.output_count);
+    for (const morl_macro* m = output.macros; m != output.macros + output.macro_count; ++m) {
+        out << View(m->name) << m->value << m->is_set << "\n";
+    }
+    for (std::size_t i = 0; i < output.unused_macro_count; ++i) {
+        out << View(output.unused_macros[i]) << "\n";
+    }
+    return out.str();
+}
+
+std::string Shown(const ShaderOutput& output, const PassReport& report)
+{
+    std::ostringstream out;
+    out << output.code;
+    for (const auto& [name, semantic] :
+         std::map(output.semantics.begin(), output.semantics.end())) {
+        out << name << semantic << "\n";
+    }
+    for (const std::string& name : output.uniformNames) {
+        out << name << "\n";
+    }
+    for (const ReportFault& f : report.faults) {
+        out << (f.level == LogLevel::Error) << f.node << f.line << ":" << f.column << f.text
+            << "\n";
+    }
+    for (const ReportLine& l : report.lines) {
+        out << (l.node < 0 ? "-" : report.nodes[static_cast<std::size_t>(l.node)]) << l.line
+            << "\n";
+    }
+    Show(out, report.uniforms);
+    Show(out, report.inputs);
+    Show(out, report.outputs);
+    for (const ReportMacro& m : report.macros) {
+        out << m.name << m.value << m.isSet << "\n";
+    }
+    for (const std::string& name : report.unusedMacros) {
+        out << name << "\n";
+    }
+    return out.str();
+}
+
+/// The editor: a compiler, and what its nodes should be.
+class Session {
+public:
+    Session() : compiler(morl_compiler_create())
+    {
+        morl_set_log(
+            [](void* host, std::int32_t, morl_text, morl_text message) {
+                static_cast<Session*>(host)->parses += View(message) == messages::kCompilerStart;
+            },
+            this);
+        for (unsigned seed = 0; seed < 50; ++seed) {
+            for (const morl_test::NodeSource& node : morl_test::RandomGraph(seed).nodes) {
+                contents.push_back(node.content);
+            }
+        }
+    }
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+    ~Session()
+    {
+        morl_compiler_destroy(compiler);
+        morl_set_log(nullptr, nullptr);
+    }
+
+    void Step()
+    {
+        const auto kind = random() % 20;
+        if (kind < 9) {
+            Compile();
+        } else if (kind < 15) {
+            Set();
+        } else if (kind < 17) {
+            Remove();
+        } else {
+            Load(kind == 19);
+        }
+    }
+
+    std::size_t requests = 0;
+
+private:
+    struct Node {
+        std::string content;
+        std::vector<std::string> references;
+        std::string parsed{};  ///< the target that it was last parsed for
+    };
+
+    template <class List>
+    const auto& PickFrom(const List& list)
+    {
+        return list[random() % std::size(list)];
+    }
+
+    Node MakeNode()
+    {
+        Node node{PickFrom(contents), {}};
+        if (random() % 2 == 0) {
+            node.content = morl_test::Damaged(node.content, random);
+        }
+        for (auto count = random() % 3; count > 0; --count) {
+            node.references.emplace_back(PickFrom(kNames));
+        }
+        return node;
+    }
+
+    void Store(const std::string& name, Node node)
+    {
+        const auto old = nodes.find(name);
+        if (old != nodes.end() && old->second.content == node.content) {
+            node.parsed = old->second.parsed;
+        }
+        nodes[name] = std::move(node);
+    }
+
+    void Set()
+    {
+        const std::string name = PickFrom(kNames);
+        Node node = MakeNode();
+        std::vector<morl_text> references;
+        for (const std::string& reference : node.references) {
+            references.push_back(Text(reference));
+        }
+        const morl_node passed = {
+            sizeof passed, Text(name), Text(node.content), references.data(), references.size(),
+            1.5F,          2.5F};
+        ASSERT_EQ(morl_set_node(compiler, &passed), MORL_OK);
+        Store(name, std::move(node));
+    }
+
+    void Remove()
+    {
+        const std::string name = PickFrom(kNames);
+        ASSERT_EQ(morl_remove_node(compiler, Text(name)),
+                  nodes.erase(name) > 0 ? MORL_OK : MORL_NOT_FOUND);
+    }
+
+    void Load(bool isMalformed)
+    {
+        Json::Value list(Json::arrayValue);
+        std::vector<std::pair<std::string, Node>> added;
+        for (auto count = 1 + random() % 3; count > 0; --count) {
+            // A JSON document is text, so none of the bytes that are not.
+            Node node = MakeNode();
+            std::replace(node.content.begin(), node.content.end(), '\xe9', ' ');
+            Json::Value object(Json::objectValue);
+            object["name"] = PickFrom(kNames);
+            object["content"] = node.content;
+            object["ref"] = Json::Value(Json::arrayValue);
+            for (const std::string& reference : node.references) {
+                object["ref"].append(reference);
+            }
+            added.emplace_back(object["name"].asString(), std::move(node));
+            list.append(object);
+        }
+        std::string text = Json::writeString(Json::StreamWriterBuilder(), list);
+        if (isMalformed) {
+            text.resize(random() % text.size());
+        }
+        const morl_status status = morl_load_nodes(compiler, Text("session"), Text(text));
+        ASSERT_EQ(status, isMalformed ? MORL_NODES_REFUSED : MORL_OK) << text;
+        std::size_t faults = 0;
+        morl_faults(compiler, &faults);
+        ASSERT_EQ(faults > 0, isMalformed);
+        if (!isMalformed) {
+            for (auto& [name, node] : added) {
+                Store(name, std::move(node));
+            }
+        }
+    }
+
+    void Compile()
+    {
+        const std::string target = PickFrom(targets);
+        const std::int32_t stage = random() % 2 == 0 ? MORL_VERTEX : MORL_FRAGMENT;
+        std::vector<std::string> named;
+        for (const auto& [name, node] : nodes) {
+            if (random() % 4 > 0) {
+                named.insert(
+                    named.begin() + static_cast<std::ptrdiff_t>(random() % (named.size() + 1)),
+                    name);
+            }
+        }
+        std::vector<morl_text> names;
+        std::size_t expectedParses = 0;
+        for (const std::string& name : named) {
+            names.push_back(Text(name));
+            expectedParses += std::exchange(nodes[name].parsed, target) != target ? 1 : 0;
+        }
+        const morl_value macros[] = {{Text("COUNT"), 2}, {Text("FANCY"), 1}, {Text("UNUSED"), 3}};
+        const morl_semantic semantics[] = {{Text("oFirst"), Text("TEXCOORD4")}};
+        const morl_request request = {sizeof request,
+                                      names.data(),
+                                      names.size(),
+                                      macros,
+                                      3,
+                                      semantics,
+                                      1,
+                                      nullptr,
+                                      0,
+                                      Text(target),
+                                      stage,
+                                      1};
+        morl_result* result = nullptr;
+        parses = 0;
+        ASSERT_EQ(morl_compile(compiler, &request, &result), MORL_OK);
+        ASSERT_EQ(parses, expectedParses);
+        morl_output output = {};
+        output.size = sizeof output;
+        morl_get_output(result, &output);
+        const std::string shown = Shown(output);
+        morl_result_destroy(result);
+        ASSERT_EQ(shown, CompileAfresh(target, stage, named));
+        ++requests;
+    }
+
+    std::string CompileAfresh(const std::string& target, int stage,
+                              const std::vector<std::string>& named) const
+    {
+        MorlCompiler fresh(std::vector<NodeText>{});
+        for (const auto& [name, node] : nodes) {
+            fresh.SetNode(name, node.content, node.references);
+        }
+        PassProperty pass = morl_test::MakePass(target, stage, named);
+        pass.macros = {{"COUNT", 2}, {"FANCY", 1}, {"UNUSED", 3}};
+        pass.semantics = {{"oFirst", "TEXCOORD4"}};
+        ShaderOutput output;
+        PassReport report;
+        fresh.Compile(pass, output, report);
+        return Shown(output, report);
+    }
+
+    static constexpr const char* kNames[] = {"a", "b", "c", "d", "e"};
+
+    morl_compiler* compiler;
+    std::map<std::string, Node> nodes;
+    std::vector<std::string> contents;
+    std::vector<std::string> targets = MorlTargets();
+    std::size_t parses = 0;
+    std::mt19937 random{7};
+};
+
+TEST(Edits, GiveTheSameAsANewCompiler)
+{
+    Session session;
+    const long count = Count();
+    for (long i = 0; i < count; ++i) {
+        session.Step();
+        ASSERT_FALSE(HasFatalFailure()) << "step " << i;
+    }
+    EXPECT_GT(session.requests, static_cast<std::size_t>(count) / 3);
+}
+
+}  // namespace
