@@ -7,7 +7,8 @@ those above it. The language of a block says what it is:
 
   console      "$ COMMAND" lines, each followed by what it prints; times and the line "..." may differ
   sh           commands that must succeed
-  cpp          all cpp blocks of a document form one program, which is compiled and run in examples/
+  cpp, c       all cpp blocks of a document form one program, which is compiled and run in examples/;
+               so do all c blocks
   cmake        how that program is built, as the target "engine"
   json         a JSON document
   morl [WORDS] a source that compiles in all targets; WORDS are macro values, or "errors" for one with
@@ -61,8 +62,8 @@ class Document:
         self.build = build
         self.directory = directory
         self.targets = list_targets(build)
-        self.program = []
-        self.cmake = "find_package(morl 1.0 REQUIRED)\ntarget_link_libraries(engine PRIVATE morl::morl)\n"
+        self.programs = {"cpp": [], "c": []}
+        self.cmake = "find_package(morl 1.1 REQUIRED)\ntarget_link_libraries(engine PRIVATE morl::morl)\n"
         self.morl = None  # the last source, with its macros
         self.count = 0
         tools = os.path.join(build, "tools")
@@ -82,8 +83,8 @@ class Document:
                 self.block(match)
             except Failure as failure:
                 raise Failure(f"{self.path}:{line}: {failure}") from None
-        if self.program:
-            self.run_program()
+        if any(self.programs.values()):
+            self.run_programs()
 
     def block(self, match):
         if match["prepare"]:
@@ -154,21 +155,34 @@ class Document:
             raise Failure(error) from None
 
     def run_cpp(self, body):
-        self.program.append(body)
+        self.programs["cpp"].append(body)
+
+    def run_c(self, body):
+        self.programs["c"].append(body)
 
     def run_cmake(self, body):
         self.cmake = body
 
-    def run_program(self):
-        lines = "".join(self.program).splitlines(keepends=True)
+    def write_program(self, language):
+        """Writes a project with the program that the blocks of a language form."""
+        lines = "".join(self.programs[language]).splitlines(keepends=True)
         includes = [line for line in lines if line.startswith("#include")]
         rest = [line for line in lines if not line.startswith("#include")]
-        self.write("program/main.cpp", "".join(includes) + "int main()\n{\n" + "".join(rest) + "}\n")
-        self.write("program/CMakeLists.txt", "cmake_minimum_required(VERSION 3.25)\nproject(program CXX)\n"
-                   "add_executable(engine main.cpp)\n" + self.cmake)
-        printed = self.shell("cmake -S program -B program/build -G Ninja && cmake --build program/build && "
-                             "cd examples && ../program/build/engine")
-        expect(self.status == 0, f"{self.path}: the program of its cpp blocks fails:\n{printed}")
+        main = "int main(void)\n{\n" + "".join(rest) + "    return 0;\n}\n"
+        self.write(f"program/{language}/main.{language}", "".join(includes) + main)
+        self.write(f"program/{language}/CMakeLists.txt",
+                   f"cmake_minimum_required(VERSION 3.25)\nproject(program {'CXX' if language == 'cpp' else 'C'})\n"
+                   f"add_executable(engine main.{language})\n" + self.cmake)
+
+    def run_programs(self):
+        for language, blocks in self.programs.items():
+            if not blocks:
+                continue
+            self.write_program(language)
+            build = f"program/{language}/build"
+            printed = self.shell(f"cmake -S program/{language} -B {build} -G Ninja && cmake --build {build} && "
+                                 f"cd examples && ../{build}/engine")
+            expect(self.status == 0, f"{self.path}: the program of its {language} blocks fails:\n{printed}")
 
     def compile_morl(self, words, body):
         self.morl = {"words": words}
