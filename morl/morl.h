@@ -7,6 +7,8 @@
 
 #include "morl/ast/program.h"
 #include "morl/ast/stage.h"
+#include "morl/check/checks.h"
+#include "morl/check/stages.h"
 #include "morl/compiler/log_line.h"
 #include "morl/compiler/morl_compiler.h"
 #include "morl/compiler/morl_node.h"

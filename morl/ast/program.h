@@ -4,6 +4,7 @@
 #include "morl/ast/functions.h"
 
 #include <array>
+#include <cstdint>
 #include <vector>
 
 namespace ns_ruke {
@@ -35,6 +36,26 @@ struct MORL_API MorlProgramOwnership {
     std::vector<MorlSharedCondition> conditions;
 };
 
+/// What a parser reads over without a message.
+enum class MorlLostKind : std::uint8_t {
+    Statement,    ///< an expression that is no assignment
+    Semicolon,    ///< a ";" of its own
+    Directive,    ///< an "#else", "#endif" or "#endfor" without its block
+    Word,         ///< another word that begins no statement
+    While,        ///< the word and its condition; the body stays
+    Block,        ///< a macro block, up to a statement that yields nothing
+    OpenBlock,    ///< a macro block that is not closed before the "}" of its function or statement
+    Main,         ///< a `main` before the last one
+    MainInBlock,  ///< a `main` in a macro block
+};
+
+/// Where a parser has read over something.
+struct MorlLostCode {
+    MorlLostKind kind;
+    std::uint32_t offset;  ///< where it begins, in bytes
+    std::uint32_t cause;   ///< Block, OpenBlock, Main: what ends or replaces it
+};
+
 /// A whole source text, or several of them linked into one.
 struct MORL_API MorlProgram : MorlUnit {
     std::vector<MorlSentence*> comments;   ///< owned; comments outside of functions
@@ -45,6 +66,7 @@ struct MORL_API MorlProgram : MorlUnit {
     MorlFunction* mainFunction = nullptr;  ///< owned
     int stage;                             ///< 0 vertex, 1 fragment; left unset by the constructor
     MorlProgramOwnership ownership;
+    std::vector<MorlLostCode> lostCode;  ///< in the order of the source
 
     MorlProgram() { unitType = TOKEN_PROGRAM; }
     MorlProgram(const MorlProgram&) = default;

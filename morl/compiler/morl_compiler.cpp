@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "morl/compiler/morl_compiler.h"
 
+#include "morl/check/internal/pass_check.h"
 #include "morl/compiler/internal/report.h"
 #include "morl/compiler/node_files.h"
 #include "morl/core/internal/fault_collector.h"
@@ -79,16 +80,29 @@ void MorlCompiler::DeleteNodes()
 
 void MorlCompiler::Compile(PassProperty& pass, ShaderOutput& output)
 {
-    Run(pass, output, nullptr);
+    Run(pass, output, nullptr, nullptr);
 }
 
 void MorlCompiler::Compile(PassProperty& pass, ShaderOutput& output, PassReport& report)
+{
+    RunReported(pass, output, report, nullptr);
+}
+
+void MorlCompiler::Compile(PassProperty& pass, ShaderOutput& output, PassReport& report,
+                           std::vector<ReportWarning>& warnings)
+{
+    warnings.clear();
+    RunReported(pass, output, report, &warnings);
+}
+
+void MorlCompiler::RunReported(PassProperty& pass, ShaderOutput& output, PassReport& report,
+                               std::vector<ReportWarning>* warnings)
 {
     ShaderOutput before = output;
     try {
         report = PassReport();
         const FaultCollector collector;
-        Run(pass, output, &report);
+        Run(pass, output, &report, warnings);
         for (const CollectedFault& fault : collector.faults) {
             report.faults.push_back(ToReportFault(fault));
         }
@@ -98,7 +112,8 @@ void MorlCompiler::Compile(PassProperty& pass, ShaderOutput& output, PassReport&
     }
 }
 
-void MorlCompiler::Run(PassProperty& pass, ShaderOutput& output, PassReport* report)
+void MorlCompiler::Run(PassProperty& pass, ShaderOutput& output, PassReport* report,
+                       std::vector<ReportWarning>* warnings)
 {
     const TargetSpellings* target = FindSpellings(pass.target);
     if (target == nullptr) {
@@ -131,6 +146,9 @@ void MorlCompiler::Run(PassProperty& pass, ShaderOutput& output, PassReport* rep
     WrittenLines lines(linked, link);
     WriteRequest(*target, pass, linked, &lines, output);
     FillReport(pass, *target, link, lines, output, *report);
+    if (warnings != nullptr) {
+        CheckPass({pass, linked, link, nodes}, *warnings);
+    }
 }
 
 // Whether any name is unknown. Each unknown name is reported once, in order of first appearance.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "morl/check/checks.h"
 #include "morl/compiler/morl_node.h"
 #include "morl/compiler/node_text.h"
 #include "morl/compiler/pass_property.h"
@@ -55,6 +56,11 @@ public:
     /// The same, and fills a report, which is cleared first. A refused request has only faults.
     void Compile(PassProperty& pass, ShaderOutput& output, PassReport& report);
 
+    /// The same, and finds what is probably a mistake although the sources have no faults.
+    /// @param warnings are cleared first. See MorlChecks, and CheckStages for both passes.
+    void Compile(PassProperty& pass, ShaderOutput& output, PassReport& report,
+                 std::vector<ReportWarning>& warnings);
+
     /// Loads all nodes of a text, which must be a list of nodes in the format of the node files
     /// (comments are allowed). Nodes of the same names are replaced.
     ///
@@ -80,7 +86,10 @@ public:
     const MorlNode* FindNode(const std::string& name) const;
 
 private:
-    void Run(PassProperty& pass, ShaderOutput& output, PassReport* report);
+    void Run(PassProperty& pass, ShaderOutput& output, PassReport* report,
+             std::vector<ReportWarning>* warnings);
+    void RunReported(PassProperty& pass, ShaderOutput& output, PassReport& report,
+                     std::vector<ReportWarning>* warnings);
     void LoadNodeDefinition(std::string path);
     void ReferenceNodes(std::unordered_set<MorlNode*>& set, MorlNode* node);
     void StoreNode(MorlNode* node);

@@ -29,6 +29,7 @@ struct ReportDeclare {
     std::string name;
     int node = -1;                 ///< the node that declares it: an index into PassReport::nodes
     int line = 0;                  ///< 1-based, in the node's content
+    int column = 0;                ///< 1-based, in bytes
     std::string_view type;         ///< as declared, such as "float4" or "auto"
     std::string_view writtenType;  ///< as the target spells it
     std::string arraySize;         ///< as written; empty: no array

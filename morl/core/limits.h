@@ -45,4 +45,7 @@ constexpr int kMaxJsonNesting = 200;
 /// once; nested in each other, they would make the text grow exponentially.
 constexpr std::size_t kMaxRepeatedText = std::size_t{4} * 1024 * 1024;
 
+/// How many warnings a request gives. Nobody reads more, and a hostile source could have millions.
+constexpr std::size_t kMaxWarnings = 200;
+
 }  // namespace ns_ruke

@@ -116,15 +116,16 @@ float MorlLinker::CalVariable(Macros& macros, const MorlVariable* variable)
         number.value = loopValue->second;
         return CalNumber(macros, &number);
     }
-    NoteMacro(variable->name);
+    NoteMacro(variable->name, variable->offset);
     const auto macro = macros.find(variable->name);
     return macro != macros.end() ? static_cast<float>(macro->second) : 0.0F;
 }
 
-void MorlLinker::NoteMacro(const std::string& name)
+void MorlLinker::NoteMacro(const std::string& name, std::uint32_t offset)
 {
     if (linkReport != nullptr) {
-        linkReport->usedMacros.insert(name);
+        const int node = static_cast<int>(linkReport->origins.size());
+        linkReport->usedMacros.try_emplace(name, LinkPlace{node, offset});
     }
 }
 
@@ -177,7 +178,7 @@ bool MorlLinker::BeginIterationOrReport(const std::string& varName)
 template <class Group, class Body>
 void MorlLinker::Repeat(Macros& macros, Group* group, const Body& body)
 {
-    NoteMacro(group->varName);
+    NoteMacro(group->varName, group->offset);
     const auto bound = macros.find(group->varName);
     if (bound == macros.end()) {
         return;

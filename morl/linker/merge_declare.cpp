@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "morl/core/internal/graphics_log.h"
+#include "morl/core/limits.h"
 #include "morl/core/messages.h"
 #include "morl/linker/morl_linker.h"
 
@@ -26,7 +27,12 @@ void MorlLinker::MergeDeclare(std::vector<MorlDeclare*>& declares, MorlDeclare* 
         if (declares.size() > kLongestScan) {
             AddNames(declares, declares.size() == kLongestScan + 1 ? 0 : declares.size() - 1);
         }
-    } else if (reportConflict) {
+        return;
+    }
+    if (linkReport != nullptr && linkReport->repetitions.size() < kMaxWarnings) {
+        linkReport->repetitions.push_back({declare, static_cast<int>(linkReport->origins.size())});
+    }
+    if (reportConflict) {
         LogGraphicsError(messages::kDeclare + declare->name + messages::kConflicts);
     }
 }

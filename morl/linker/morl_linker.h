@@ -88,7 +88,7 @@ private:
     float CalBinaryOperation(Macros& macros, const MorlBinaryOperation* operation);
     float CalParenthesiseExpression(Macros& macros, const MorlParenthesiseExpression* expression);
     float CalVariable(Macros& macros, const MorlVariable* variable);
-    void NoteMacro(const std::string& name);
+    void NoteMacro(const std::string& name, std::uint32_t offset);
     float CalNumber(Macros& macros, const MorlNumber* number);
 
     // Deep copies, owned by the caller. A null unit is copied as null.

@@ -174,4 +174,17 @@ ENUM_TOKEN KeywordMap::Find(std::string_view word) const
     return TOKEN_NONE;
 }
 
+std::string_view KeywordMap::WordOf(ENUM_TOKEN token)
+{
+    using Words = std::array<std::string_view, static_cast<std::size_t>(kTokenCount)>;
+    static const Words words = [] {
+        Words all;
+        for (const Keyword& keyword : Keywords()) {
+            all[static_cast<std::size_t>(keyword.token)] = keyword.spelling;
+        }
+        return all;
+    }();
+    return words[static_cast<std::size_t>(token)];
+}
+
 }  // namespace ns_ruke

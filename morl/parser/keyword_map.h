@@ -32,6 +32,9 @@ public:
     /// The token of `word`, or TOKEN_NONE if it is not a keyword. The match is exact.
     ENUM_TOKEN Find(std::string_view word) const;
 
+    /// The word of the language for a token; empty if it has none.
+    static std::string_view WordOf(ENUM_TOKEN token);
+
     std::size_t size() const { return count; }
 
 private:

@@ -69,6 +69,7 @@ void MorlParser::Parse(const std::string& source, MorlProgram& program)
     line = 0;
     lineStart = 0;
     nesting = 0;
+    lost = &program.lostCode;
     PushLoction();
     if (source.size() > kMaxSourceSize) {
         LogError(messages::kSourceTooLong);
@@ -76,6 +77,11 @@ void MorlParser::Parse(const std::string& source, MorlProgram& program)
         ParseProgram(program);
     }
     LogGraphicsInfo(end);
+}
+
+void MorlParser::NoteLost(MorlLostKind kind, std::uint32_t offset, std::uint32_t cause)
+{
+    lost->push_back({kind, offset, cause});
 }
 
 void MorlParser::ParseProgram(MorlProgram& program)

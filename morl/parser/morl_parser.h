@@ -139,6 +139,11 @@ private:
     MorlMarcoIfSentence* ParseMarcoIfSentence();
     MorlMarcoForSentence* ParseMarcoForSentence();
 
+    void NoteLostToken(ENUM_TOKEN token);
+    void NoteLostBlock(std::uint32_t offset, std::uint32_t cause);
+    void NoteLostMain(const MorlProgram& part);
+    void NoteLost(MorlLostKind kind, std::uint32_t offset, std::uint32_t cause = 0);
+
     KeywordMap keywords;
     const char* text = nullptr;  ///< the caller's text; ends in a NUL at `length`
     std::uint32_t length = 0;
@@ -157,6 +162,7 @@ private:
     /// The operation that the last finished operation took as its left operand (see
     /// ParseOperation).
     const MorlBinaryOperation* adopted = nullptr;
+    std::vector<MorlLostCode>* lost = nullptr;  ///< of the program that is being parsed
 };
 
 /// Makes a node of the tree that begins with the last token.

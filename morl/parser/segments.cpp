@@ -95,34 +95,41 @@ void AppendIfGroups(MorlProgram& program, Branches& branches,
     }
 }
 
+/// What stands behind a "#for", and where that is.
+struct ForHead {
+    const std::string& name;
+    int start;
+    std::uint32_t offset;
+};
+
 std::unique_ptr<MorlMarcoForDeclare> MakeForGroup(const std::vector<MorlDeclare*>& declares,
-                                                  const std::string& name, int start)
+                                                  const ForHead& head)
 {
     if (declares.empty()) {
         return nullptr;
     }
     auto group = std::make_unique<MorlMarcoForDeclare>();
     group->bufferType = TOKEN_IN;  // as for `#if`
-    group->varName = name;
-    group->start = start;
+    group->offset = head.offset;
+    group->varName = head.name;
+    group->start = head.start;
     return group;
 }
 
 /// Turns the contents of a `#for` block into groups of `program`; what can fail comes first here
 /// too.
-void AppendForGroups(MorlProgram& program, MorlProgram& contents, const std::string& name,
-                     int start)
+void AppendForGroups(MorlProgram& program, MorlProgram& contents, const ForHead& head)
 {
     std::array<std::unique_ptr<MorlMarcoForDeclare>, kDeclareLists.size()> groups;
     for (std::size_t i = 0; i < groups.size(); ++i) {
-        groups[i] = MakeForGroup(contents.*kDeclareLists[i], name, start);
+        groups[i] = MakeForGroup(contents.*kDeclareLists[i], head);
         ReserveMore(program.*kDeclareLists[i], groups[i] ? 1 : 0);
     }
     std::unique_ptr<MorlMarcoForFunction> functions;
     if (!contents.functions.empty()) {
         functions = std::make_unique<MorlMarcoForFunction>();
-        functions->varName = name;
-        functions->start = start;
+        functions->varName = head.name;
+        functions->start = head.start;
         ReserveMore(program.functions, 1);
     }
     ReserveMore(program.ownership.conditions, contents.ownership.conditions.size());
@@ -185,6 +192,9 @@ void MorlParser::ParseFunctionSegment(MorlProgram* program, ENUM_TOKEN returnTyp
 {
     std::unique_ptr<MorlFunction> function(ParseFunction(returnType));
     if (function->name == "main") {
+        if (program->mainFunction != nullptr) {
+            NoteLost(MorlLostKind::Main, program->mainFunction->offset, function->offset);
+        }
         delete program->mainFunction;
         program->mainFunction = function.release();
     } else {
@@ -215,6 +225,8 @@ void MorlParser::ParseMarcoIfProgramSegment(MorlProgram* program)
             ParseProgramSegment(branch);
         }
     }
+    NoteLostMain(branches->thenPart);
+    NoteLostMain(branches->elsePart);
     AppendIfGroups(*program, *branches, std::move(condition));
 }
 
@@ -224,6 +236,7 @@ void MorlParser::ParseMarcoForProgramSegment(MorlProgram* program)
     if (level.ReportTooDeep()) {
         return;
     }
+    const std::uint32_t offset = tokenStart;
     std::string name;
     int start = 0;
     if (!ParseMarcoForHead(name, start)) {
@@ -233,7 +246,15 @@ void MorlParser::ParseMarcoForProgramSegment(MorlProgram* program)
     while (ParseBlockToken("#endfor") != TOKEN_MARCO_ENDFOR && !Eof()) {
         ParseProgramSegment(contents.get());
     }
-    AppendForGroups(*program, *contents, name, start);
+    NoteLostMain(*contents);
+    AppendForGroups(*program, *contents, {name, start, offset});
+}
+
+void MorlParser::NoteLostMain(const MorlProgram& part)
+{
+    if (part.mainFunction != nullptr) {
+        NoteLost(MorlLostKind::MainInBlock, part.mainFunction->offset);
+    }
 }
 
 // Reads what follows "#for", up to and including the start value.
@@ -295,8 +316,10 @@ MorlMarcoIfSentence* MorlParser::ParseMarcoIfSentence()
             sentences = &block->elseSentences;
             continue;
         }
+        const std::uint32_t start = position;
         std::unique_ptr<MorlSentence> sentence(Eof() ? nullptr : ParseSentence());
         if (!sentence) {
+            NoteLostBlock(block->offset, start);
             return nullptr;
         }
         AppendOwned(*sentences, std::move(sentence));
@@ -310,13 +333,22 @@ MorlMarcoForSentence* MorlParser::ParseMarcoForSentence()
         return nullptr;
     }
     while (ParseBlockToken("#endfor") != TOKEN_MARCO_ENDFOR) {
+        const std::uint32_t start = position;
         std::unique_ptr<MorlSentence> sentence(Eof() ? nullptr : ParseSentence());
         if (!sentence) {
+            NoteLostBlock(block->offset, start);
             return nullptr;
         }
         AppendOwned(block->sentences, std::move(sentence));
     }
     return block.release();
+}
+
+// A block that is abandoned because what begins at `cause` yields nothing.
+void MorlParser::NoteLostBlock(std::uint32_t offset, std::uint32_t cause)
+{
+    const bool isOpen = cause < length && text[cause] == '}';
+    NoteLost(isOpen ? MorlLostKind::OpenBlock : MorlLostKind::Block, offset, cause);
 }
 
 }  // namespace ns_ruke

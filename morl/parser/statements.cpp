@@ -81,7 +81,27 @@ MorlSentence* MorlParser::ParseSentence(ENUM_TOKEN token, std::string_view word)
         PeekNext();  // skips the second character, usually ";", without checking it
         return Make<MorlEmptySentence>().release();
     default:
+        NoteLostToken(token);
         return nullptr;
+    }
+}
+
+// Notes a token that begins no statement and has been consumed.
+void MorlParser::NoteLostToken(ENUM_TOKEN token)
+{
+    switch (token) {
+    case TOKEN_NONE:
+        break;  // a character that is no token; it is reported if nothing else takes it
+    case TOKEN_SEMICOLON:
+        NoteLost(MorlLostKind::Semicolon, tokenStart);
+        break;
+    case TOKEN_MARCO_ELSE:
+    case TOKEN_MARCO_ENDIF:
+    case TOKEN_MARCO_ENDFOR:
+        NoteLost(MorlLostKind::Directive, tokenStart);
+        break;
+    default:
+        NoteLost(MorlLostKind::Word, tokenStart);
     }
 }
 
@@ -162,11 +182,15 @@ MorlSentence* MorlParser::ParseDefinitionSentence(ENUM_TOKEN varType, std::strin
 MorlAssignSentence* MorlParser::ParseAssignSentence(ENUM_TOKEN token, std::string_view firstWord,
                                                     bool withSemicolon)
 {
+    const std::uint32_t start = tokenStart;
     if (token == TOKEN_IDENTIFIER) {
         PopLoction();
     }
     std::unique_ptr<MorlExpression> target(ParseExpression(nullptr));
     if (!IsAssignable(target.get())) {
+        if (target) {
+            NoteLost(MorlLostKind::Statement, start);
+        }
         return nullptr;
     }
     ENUM_TOKEN operatorToken = TOKEN_NONE;
@@ -208,6 +232,7 @@ MorlSentence* MorlParser::ParseControlSentence(ENUM_TOKEN token)
         return ParseForSentence();
     }
     if (token != TOKEN_ELSE) {
+        NoteLost(MorlLostKind::While, tokenStart);
         return nullptr;
     }
     std::string_view word;

@@ -9,28 +9,12 @@
 #include "morl/translator/internal/walk.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <set>
 #include <utility>
 
 namespace ns_ruke {
 namespace {
-
-using Words = std::array<std::string_view, static_cast<std::size_t>(kTokenCount)>;
-
-/// The word of the language for a token.
-std::string_view WordOf(ENUM_TOKEN token)
-{
-    static const Words words = [] {
-        Words all;
-        for (const Keyword& keyword : KeywordMap::Keywords()) {
-            all[static_cast<std::size_t>(keyword.token)] = keyword.spelling;
-        }
-        return all;
-    }();
-    return words[static_cast<std::size_t>(token)];
-}
 
 /// The number behind a texture coordinate's name, such as 2 of "TEXCOORD2".
 int NumberOf(const std::string& texcoord)
@@ -54,15 +38,17 @@ public:
     {
         result.name = declare.name;
         result.node = node;
-        result.line = source.PlaceOf(declare.offset).line;
-        result.type = WordOf(declare.varType);
+        const TextPlace place = source.PlaceOf(declare.offset);
+        result.line = place.line;
+        result.column = place.column;
+        result.type = KeywordMap::WordOf(declare.varType);
         const std::string_view written = declare.varType != TOKEN_AUTO
                                              ? target.types.Text(declare.varType)
                                              : target.autoTypes.Text(BindingToken(&declare));
         result.writtenType = written;
         AddArray(declare, result);
         if (declare.registerBinding != nullptr) {
-            result.semantic = WordOf(declare.registerBinding->registerToken);
+            result.semantic = KeywordMap::WordOf(declare.registerBinding->registerToken);
             result.number = target.writesBindings ? NumberOfBinding(declare) : -1;
         }
     }
@@ -118,7 +104,7 @@ std::vector<ReportDeclare>& ListOf(const MorlDeclare& declare, PassReport& repor
 
 void AddMacros(const PassProperty& pass, const LinkReport& link, PassReport& report)
 {
-    for (const std::string& name : link.usedMacros) {
+    for (const auto& [name, place] : link.usedMacros) {
         const auto value = pass.macros.find(name);
         const bool isSet = value != pass.macros.end();
         report.macros.push_back({name, isSet ? value->second : 0, isSet});

@@ -1,0 +1,195 @@
+// SPDX-License-Identifier: MIT
+// Calls: constructors, matrices, sampling, and the arguments of intrinsics.
+#include "morl/ast/stage.h"
+#include "morl/check/internal/pass_checker.h"
+#include "morl/core/string_helper.h"
+
+#include <algorithm>
+
+namespace ns_ruke {
+namespace {
+
+constexpr char kShadowMapPrefix[] = "shadowMap";
+
+std::string Quoted(const std::string& name)
+{
+    return "'" + name + "'";
+}
+
+/// The first argument that may be a number beside vectors, in GLSL; all before it are alike.
+std::size_t FirstFreeArgument(ENUM_TOKEN function)
+{
+    switch (function) {
+    case TOKEN_MAX:
+    case TOKEN_MIN:
+    case TOKEN_CLAMP:
+        return 1;
+    case TOKEN_LERP:
+        return 2;
+    default:
+        return 4;
+    }
+}
+
+}  // namespace
+
+ValueType PassChecker::Call(const MorlFunctionCall& call)
+{
+    const bool isWhole = std::exchange(isInitialiser, false);
+    std::vector<ValueType> arguments;
+    arguments.reserve(call.arguments.size());
+    for (const MorlExpression* argument : call.arguments) {
+        arguments.push_back(Expression(argument));
+    }
+    switch (call.functionToken) {
+    case TOKEN_FLOAT4X4_TRANPOSE:
+        if (!isWhole) {
+            Warn(CheckKind::MatrixHelperUse, call.offset, call.name);
+        }
+        return MatrixHelper(call);
+    case TOKEN_FLOAT3X3_CONSTRUCT:
+    case TOKEN_FLOAT4X4_CONSTRUCT:
+        return MatrixHelper(call);
+    case TOKEN_MUL:
+        return Multiply(call, arguments);
+    case TOKEN_TEX1D:
+    case TOKEN_TEX2D:
+    case TOKEN_TEX2DARRAY:
+    case TOKEN_TEX3D:
+    case TOKEN_TEX2DPROJ:
+    case TOKEN_TEXCUBE:
+        return Sample(call);
+    default:
+        break;
+    }
+    return TypeOfToken(call.functionToken).IsKnown() ? Constructor(call, arguments)
+                                                     : Intrinsic(call, arguments);
+}
+
+ValueType PassChecker::Constructor(const MorlFunctionCall& call,
+                                   const std::vector<ValueType>& arguments)
+{
+    const ValueType type = TypeOfToken(call.functionToken);
+    const bool areKnown = std::all_of(arguments.begin(), arguments.end(), [](ValueType argument) {
+        return argument.IsNumeric() || argument.base == ValueBase::BoneIndex ||
+               argument.base == ValueBase::Bool;
+    });
+    if (type.base == ValueBase::Int && type.IsVector()) {
+        Warn(CheckKind::IntVector, call.offset, call.name);
+    }
+    if (type.IsMatrix()) {
+        const bool isCast = arguments.size() == 1 && arguments[0].IsMatrix();
+        Warn(isCast ? CheckKind::MatrixCast : CheckKind::MatrixConstructor, call.offset, call.name);
+        return type;
+    }
+    if (!areKnown || type.IsNumber()) {
+        return type;
+    }
+    int components = 0;
+    for (const ValueType argument : arguments) {
+        components += argument.rows * argument.columns;
+    }
+    const bool isOneValue = arguments.size() == 1 && !arguments[0].IsMatrix() &&
+                            (components == 1 || components > type.rows);
+    if (isOneValue) {
+        Warn(CheckKind::ScalarConstructor, call.offset, call.name);
+    } else if (components != type.rows) {
+        Warn(CheckKind::ConstructorArguments, call.offset, call.name);
+    }
+    return type;
+}
+
+// These paste the texts of their arguments together.
+ValueType PassChecker::MatrixHelper(const MorlFunctionCall& call)
+{
+    Warn(CheckKind::MatrixHelper, call.offset, call.name);
+    for (const MorlExpression* argument : call.arguments) {
+        if (HasOperator(argument, {TOKEN_PLUS, TOKEN_MINUS, TOKEN_MULTIPLY, TOKEN_DIVIDE})) {
+            Warn(CheckKind::MatrixHelperOperand, argument->offset, call.name);
+        }
+    }
+    return TypeOfToken(call.functionToken);
+}
+
+ValueType PassChecker::Multiply(const MorlFunctionCall& call,
+                                const std::vector<ValueType>& arguments)
+{
+    if (arguments.size() < 2) {
+        return {};
+    }
+    const bool isTorn =
+        HasOperator(call.arguments[0], {TOKEN_PLUS, TOKEN_MINUS}) ||
+        HasOperator(call.arguments[1], {TOKEN_PLUS, TOKEN_MINUS, TOKEN_MULTIPLY, TOKEN_DIVIDE});
+    if (isTorn) {
+        Warn(CheckKind::MulOperand, call.offset);
+    }
+    const ValueType left = arguments[0];
+    const ValueType right = arguments[1];
+    if (left.IsVector() && right.IsMatrix()) {
+        return {ValueBase::Float, right.columns, 1};
+    }
+    if (left.IsMatrix() && right.IsVector()) {
+        return {ValueBase::Float, left.rows, 1};
+    }
+    return left.IsMatrix() && right.IsMatrix()
+               ? ValueType{ValueBase::Float, left.rows, right.columns}
+               : ValueType();
+}
+
+ValueType PassChecker::Sample(const MorlFunctionCall& call)
+{
+    const ENUM_TOKEN token = call.functionToken;
+    if (input.pass.stage == kVertexStage) {
+        Warn(CheckKind::VertexTexture, call.offset, call.name);
+    }
+    if (token == TOKEN_TEX2DPROJ) {
+        Warn(CheckKind::ProjectedSampling, call.offset);
+    }
+    if (token == TOKEN_TEX1D || token == TOKEN_TEX3D || token == TOKEN_TEX2DARRAY) {
+        Warn(CheckKind::SamplerType, call.offset, call.name);
+    }
+    const bool isNamed = !call.arguments.empty() && call.arguments[0]->unitType == TOKEN_IDENTIFIER;
+    const std::string name =
+        isNamed ? static_cast<const MorlVariable*>(call.arguments[0])->name : std::string();
+    if (!StringHelper::StartWith(name, kShadowMapPrefix, false)) {
+        return {ValueBase::Float, 4, 1};
+    }
+    const bool compares = call.arguments.size() > 2;
+    Warn(compares ? CheckKind::ShadowMapCompare : CheckKind::ShadowMapColor, call.offset, name);
+    return compares ? ValueType() : ValueType{ValueBase::Float, 4, 1};
+}
+
+ValueType PassChecker::Intrinsic(const MorlFunctionCall& call,
+                                 const std::vector<ValueType>& arguments)
+{
+    if (call.functionToken == TOKEN_COT) {
+        Warn(CheckKind::Cotangent, call.offset);
+    }
+    if (arguments.empty()) {
+        return {};
+    }
+    ValueType widest = arguments[0];
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const ValueType argument = arguments[i];
+        if (!argument.IsNumeric()) {
+            return {};
+        }
+        CheckInt(*call.arguments[i], argument, kFloat);
+        if (argument.rows > widest.rows) {
+            widest = argument;
+        }
+    }
+    const std::size_t free = FirstFreeArgument(call.functionToken);
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const ValueType argument = arguments[i];
+        if (argument.rows != widest.rows && (i < free || !argument.IsNumber())) {
+            Warn(CheckKind::WidthMismatch, call.arguments[i]->offset,
+                 "in " + Quoted(call.name) + ", a " + Quoted(NameOf(argument)) + " meets a " +
+                     Quoted(NameOf(widest)));
+        }
+    }
+    const bool isReduced = call.functionToken == TOKEN_DOT || call.functionToken == TOKEN_LENGTH;
+    return isReduced ? kFloat : ValueType{ValueBase::Float, widest.rows, widest.columns};
+}
+
+}  // namespace ns_ruke

@@ -1,0 +1,348 @@
+// SPDX-License-Identifier: MIT
+// The names and the types of expressions, as far as they can be known.
+#include "morl/ast/stage.h"
+#include "morl/check/internal/pass_checker.h"
+#include "morl/core/internal/nearest.h"
+
+#include <algorithm>
+#include <initializer_list>
+
+namespace ns_ruke {
+namespace {
+
+/// How tightly the targets bind an operator; the loosest is 0.
+int LevelOf(ENUM_TOKEN token)
+{
+    switch (token) {
+    case TOKEN_AND:
+    case TOKEN_OR:
+        return 0;
+    case TOKEN_PLUS:
+    case TOKEN_MINUS:
+        return 2;
+    case TOKEN_MULTIPLY:
+    case TOKEN_DIVIDE:
+    case TOKEN_MODULO:
+        return 3;
+    default:
+        return 1;
+    }
+}
+
+constexpr int kPostfixLevel = 4;
+
+const MorlExpression* WithoutParentheses(const MorlExpression* expression)
+{
+    while (expression != nullptr && expression->unitType == TOKEN_PARENTHESISE_EXPRESSION) {
+        expression = static_cast<const MorlParenthesiseExpression*>(expression)->expression;
+    }
+    return expression;
+}
+
+bool IsMultiplyCall(const MorlExpression& expression)
+{
+    return expression.unitType == TOKEN_FUNCTION_CALL &&
+           static_cast<const MorlFunctionCall&>(expression).functionToken == TOKEN_MUL;
+}
+
+bool ContinuesWord(char c)
+{
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
+           c == '$';
+}
+
+/// Whether a source declares a name: the word follows a type.
+bool DeclaresName(const std::string& source, const std::string& name)
+{
+    const KeywordMap keywords = KeywordMap::Language();
+    for (std::size_t found = source.find(name); found != std::string::npos;
+         found = source.find(name, found + 1)) {
+        const std::size_t after = found + name.size();
+        std::size_t end = found;
+        while (end > 0 && (source[end - 1] == ' ' || source[end - 1] == '\t')) {
+            --end;
+        }
+        std::size_t start = end;
+        while (start > 0 && ContinuesWord(source[start - 1])) {
+            --start;
+        }
+        const ENUM_TOKEN before =
+            keywords.Find(std::string_view(source).substr(start, end - start));
+        const bool isType = (before >= TOKEN_FLOAT && before <= TOKEN_FLOAT4X4) ||
+                            (before >= TOKEN_SAMPLER1D && before <= TOKEN_AUTO);
+        if (isType && end < found && (after == source.size() || !ContinuesWord(source[after]))) {
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
+bool HasOperator(const MorlExpression* expression, std::initializer_list<ENUM_TOKEN> operators)
+{
+    if (expression == nullptr || expression->unitType != TOKEN_BINARY_OPERATION) {
+        return false;
+    }
+    const auto& operation = static_cast<const MorlBinaryOperation&>(*expression);
+    if (operation.operatorToken == TOKEN_INDEX) {
+        return false;
+    }
+    const bool isOne =
+        operation.left != nullptr &&
+        std::find(operators.begin(), operators.end(), operation.operatorToken) != operators.end();
+    return isOne || HasOperator(operation.left, operators) ||
+           HasOperator(operation.right, operators);
+}
+
+ValueType PassChecker::Expression(const MorlExpression* expression)
+{
+    if (expression == nullptr) {
+        return {};
+    }
+    if (expression->unitType != TOKEN_BINARY_OPERATION) {
+        return Operand(*expression);
+    }
+    const std::size_t outerAt = at;
+    const std::size_t outerEnd = end;
+    at = terms.size();
+    const std::size_t first = at;
+    AppendTerms(expression, terms);
+    end = terms.size();
+    const ValueType type = at < end ? Level(0) : ValueType();
+    terms.resize(first);
+    at = outerAt;
+    end = outerEnd;
+    return type;
+}
+
+ValueType PassChecker::Level(int level)
+{
+    if (level == kPostfixLevel) {
+        return Postfix();
+    }
+    const MorlExpression* const leftOperand = terms[at].operand;
+    ValueType value = Level(level + 1);
+    while (at < end && LevelOf(terms[at].operatorToken) == level) {
+        const Term term = terms[at];
+        const ValueType right = Level(level + 1);
+        value = Combine(term, value, right, *leftOperand);
+    }
+    return value;
+}
+
+// An operand with its members.
+ValueType PassChecker::Postfix()
+{
+    const MorlExpression& operand = *terms[at].operand;
+    ++at;
+    ValueType value = Operand(operand);
+    while (at < end && terms[at].operatorToken == TOKEN_MEMBER) {
+        const Term member = terms[at];
+        ++at;
+        if (IsMultiplyCall(operand)) {
+            Warn(CheckKind::MulMember, operand.offset);
+        }
+        if (member.operand->unitType != TOKEN_IDENTIFIER || !value.IsVector()) {
+            value = {};
+            continue;
+        }
+        const std::size_t count = static_cast<const MorlVariable*>(member.operand)->name.size();
+        value =
+            count <= 4 ? ValueType{value.base, static_cast<std::uint8_t>(count), 1} : ValueType();
+    }
+    return value;
+}
+
+ValueType PassChecker::Operand(const MorlExpression& operand)
+{
+    switch (operand.unitType) {
+    case TOKEN_IDENTIFIER:
+        return Variable(static_cast<const MorlVariable&>(operand));
+    case TOKEN_NUMBER: {
+        const std::string& value = static_cast<const MorlNumber&>(operand).value;
+        const bool isFloat = value.find('.') != std::string::npos;
+        return {isFloat ? ValueBase::Float : ValueBase::Int, 1, 1};
+    }
+    case TOKEN_PARENTHESISE_EXPRESSION:
+        return Expression(static_cast<const MorlParenthesiseExpression&>(operand).expression);
+    case TOKEN_FUNCTION_CALL:
+        return Call(static_cast<const MorlFunctionCall&>(operand));
+    case TOKEN_UNARY_OPERATION:
+        return Expression(static_cast<const MorlUnaryOperation&>(operand).operand);
+    case TOKEN_BINARY_OPERATION:
+        return Index(static_cast<const MorlBinaryOperation&>(operand));
+    default:
+        return {};
+    }
+}
+
+ValueType PassChecker::Variable(const MorlVariable& variable)
+{
+    const ScopeEntry* entry = scope.Find(variable.name);
+    if (entry == nullptr) {
+        ReportUnknownName(variable);
+        return {};
+    }
+    return entry->isArray ? ValueType() : entry->type;
+}
+
+// Also an undeclared name after an error in some node may be declared where the error is.
+void PassChecker::ReportUnknownName(const MorlVariable& variable)
+{
+    const std::string& name = variable.name;
+    if (input.pass.macros.count(name) > 0 || input.link.usedMacros.count(name) > 0) {
+        Warn(CheckKind::MacroAsValue, variable.offset, name);
+        return;
+    }
+    const bool hasFaults =
+        std::any_of(input.link.origins.begin(), input.link.origins.end(),
+                    [](const LinkOrigin& origin) { return !origin.node->GetFaults().empty(); });
+    if (hasFaults) {
+        return;
+    }
+    std::string declaring;
+    for (const auto& [nodeName, other] : input.nodes) {
+        const bool isHere = std::find(input.pass.nodeNames.begin(), input.pass.nodeNames.end(),
+                                      nodeName) != input.pass.nodeNames.end();
+        if (!isHere && DeclaresName(other->GetContent(), name) &&
+            (declaring.empty() || nodeName < declaring)) {
+            declaring = nodeName;
+        }
+    }
+    if (!declaring.empty()) {
+        Warn(CheckKind::UndeclaredName, variable.offset, name,
+             "; add the node '" + declaring + "', which declares it");
+        return;
+    }
+    std::vector<std::string_view> names;
+    for (const ScopeEntry& entry : scope.Entries()) {
+        names.push_back(entry.name);
+    }
+    const std::string nearest = NearestName(names, name);
+    Warn(CheckKind::UndeclaredName, variable.offset, name,
+         nearest.empty() ? "" : "; did you mean '" + nearest + "'?");
+}
+
+ValueType PassChecker::Index(const MorlBinaryOperation& operation)
+{
+    const bool isName = operation.left != nullptr && operation.left->unitType == TOKEN_IDENTIFIER;
+    const std::string name =
+        isName ? static_cast<const MorlVariable*>(operation.left)->name : std::string();
+    const ScopeEntry* found = isName ? scope.Find(name) : nullptr;
+    const bool isArray = found != nullptr && found->isArray;
+    const ValueType indexed = isArray ? found->type : Expression(operation.left);
+    if (Expression(operation.right).base == ValueBase::BoneIndex) {
+        Warn(CheckKind::BoneIndex, operation.right->offset, "an index of bones");
+    }
+    if (isArray) {
+        if (input.pass.stage == kFragmentStage && DependsOnData(operation.right)) {
+            Warn(CheckKind::ComputedIndex, operation.offset, name);
+        }
+        return indexed;
+    }
+    if (indexed.IsMatrix()) {
+        Warn(CheckKind::MatrixIndex, operation.offset);
+        return {ValueBase::Float, indexed.columns, 1};
+    }
+    return indexed.IsVector() ? ValueType{indexed.base, 1, 1} : ValueType();
+}
+
+// Whether the value is more than constants and the variables of loops.
+bool PassChecker::DependsOnData(const MorlExpression* expression)
+{
+    expression = WithoutParentheses(expression);
+    if (expression == nullptr) {
+        return false;
+    }
+    switch (expression->unitType) {
+    case TOKEN_IDENTIFIER: {
+        const ScopeEntry* entry = scope.Find(static_cast<const MorlVariable*>(expression)->name);
+        return entry != nullptr && entry->kind != ScopeEntry::Kind::LoopVariable;
+    }
+    case TOKEN_BINARY_OPERATION: {
+        const auto& operation = static_cast<const MorlBinaryOperation&>(*expression);
+        const bool isMember = operation.operatorToken == TOKEN_MEMBER;
+        return DependsOnData(operation.left) || (!isMember && DependsOnData(operation.right));
+    }
+    case TOKEN_FUNCTION_CALL: {
+        const auto& arguments = static_cast<const MorlFunctionCall*>(expression)->arguments;
+        return std::any_of(arguments.begin(), arguments.end(),
+                           [this](const MorlExpression* one) { return DependsOnData(one); });
+    }
+    default:
+        return false;
+    }
+}
+
+ValueType PassChecker::Combine(const Term& term, ValueType left, ValueType right,
+                               const MorlExpression& leftOperand)
+{
+    switch (LevelOf(term.operatorToken)) {
+    case 0:
+        return kBool;
+    case 1:
+        if (left.IsVector() && right.IsVector()) {
+            Warn(CheckKind::VectorCompare, term.offset);
+        } else {
+            CheckInt(*term.operand, right, left);
+            CheckInt(leftOperand, left, right);
+        }
+        return kBool;
+    default:
+        return CombineNumbers(term, left, right, leftOperand);
+    }
+}
+
+ValueType PassChecker::CombineNumbers(const Term& term, ValueType left, ValueType right,
+                                      const MorlExpression& leftOperand)
+{
+    const ENUM_TOKEN token = term.operatorToken;
+    if ((token == TOKEN_MULTIPLY || token == TOKEN_DIVIDE) && IsMultiplyCall(*term.operand)) {
+        Warn(CheckKind::MulOperand, term.operand->offset);
+    }
+    if (token == TOKEN_MODULO) {
+        Warn(CheckKind::Modulo, term.offset);
+    }
+    if (!left.IsNumeric() || !right.IsNumeric()) {
+        return {};
+    }
+    if (left.IsMatrix() || right.IsMatrix()) {
+        if (token == TOKEN_MULTIPLY && !left.IsNumber() && !right.IsNumber()) {
+            Warn(CheckKind::MatrixProduct, term.offset);
+        }
+        return left.IsMatrix() && !right.IsVector() ? left : right;
+    }
+    CheckInt(*term.operand, right, left);
+    CheckInt(leftOperand, left, right);
+    CheckWidths(term.offset, "", left, right);
+    const ValueBase base = left.base == right.base ? left.base : ValueBase::Float;
+    return {base, std::max(left.rows, right.rows), 1};
+}
+
+/// Warns if `operand` is an integer and the other value is a float.
+void PassChecker::CheckInt(const MorlExpression& operand, ValueType own, ValueType other)
+{
+    if (own.base != ValueBase::Int || other.base != ValueBase::Float) {
+        return;
+    }
+    const MorlExpression& inner = *WithoutParentheses(&operand);
+    std::string name = "this value";
+    if (inner.unitType == TOKEN_NUMBER) {
+        name = static_cast<const MorlNumber&>(inner).value;
+    } else if (inner.unitType == TOKEN_IDENTIFIER) {
+        name = static_cast<const MorlVariable&>(inner).name;
+    }
+    Warn(CheckKind::IntForFloat, inner.offset, name);
+}
+
+/// Warns about two vectors with different numbers of components.
+void PassChecker::CheckWidths(std::uint32_t offset, const char* what, ValueType a, ValueType b)
+{
+    if (a.IsVector() && b.IsVector() && a.rows != b.rows) {
+        Warn(CheckKind::WidthMismatch, offset,
+             what + ("a '" + NameOf(a)) + "' meets a '" + NameOf(b) + "'");
+    }
+}
+
+}  // namespace ns_ruke

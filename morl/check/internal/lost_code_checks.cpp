@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: MIT
+#include "morl/check/internal/lost_code_checks.h"
+
+#include "morl/ast/sentences.h"
+#include "morl/core/internal/nearest.h"
+
+#include <string>
+
+namespace ns_ruke {
+namespace {
+
+/// Looks for lost code in the tree of one node, and in what its parser has noted.
+class LostCodeChecker {
+public:
+    LostCodeChecker(const MorlNode& newNode, int newIndex, WarningList& newWarnings)
+        : node(newNode), index(newIndex), warnings(newWarnings), program(*newNode.GetProgram())
+    {
+    }
+
+    void Run()
+    {
+        for (const MorlLostCode& lost : program.lostCode) {
+            CheckNoted(lost);
+        }
+        for (const MorlFunction* function : program.functions) {
+            CheckFunction(*function);
+        }
+        for (const auto* list : {&program.inputs, &program.outputs, &program.uniforms}) {
+            for (const MorlDeclare* declare : *list) {
+                CheckDeclare(*declare);
+            }
+        }
+        if (program.mainFunction != nullptr) {
+            Check(program.mainFunction->sentences, false);
+        }
+    }
+
+private:
+    void Warn(CheckKind kind, std::uint32_t offset, std::string_view name = {},
+              std::string_view hint = {})
+    {
+        warnings.Add(kind, index, offset, name, hint);
+    }
+
+    std::string LineOf(std::uint32_t offset) const
+    {
+        return std::to_string(node.PlaceOf(offset).line);
+    }
+
+    /// After an error, what follows on its line is lost as well; the error says enough.
+    void CheckNoted(const MorlLostCode& lost)
+    {
+        const bool hasFaults = !node.GetFaults().empty();
+        switch (lost.kind) {
+        case MorlLostKind::Statement:
+        case MorlLostKind::Semicolon:
+        case MorlLostKind::Word:
+            if (!hasFaults) {
+                Warn(CheckKind::NoEffect, lost.offset);
+            }
+            break;
+        case MorlLostKind::Block:
+            if (!hasFaults) {
+                Warn(CheckKind::BrokenBlock, lost.offset, LineOf(lost.cause));
+            }
+            break;
+        case MorlLostKind::OpenBlock:
+            Warn(CheckKind::OpenBlock, lost.offset, LineOf(lost.cause));
+            break;
+        case MorlLostKind::Directive:
+            Warn(CheckKind::StrayDirective, lost.offset, WordAt(lost.offset));
+            break;
+        case MorlLostKind::While:
+            Warn(CheckKind::While, lost.offset);
+            break;
+        case MorlLostKind::Main:
+            Warn(CheckKind::SecondMain, lost.offset, LineOf(lost.cause));
+            break;
+        case MorlLostKind::MainInBlock:
+            Warn(CheckKind::MainInBlock, lost.offset);
+            break;
+        }
+    }
+
+    std::string WordAt(std::uint32_t offset) const
+    {
+        const std::string content = node.GetContent();
+        return content.substr(offset, content.find_first_of(" \t\r\n/;}", offset) - offset);
+    }
+
+    void CheckFunction(const MorlFunction& function)
+    {
+        if (function.unitType != TOKEN_FUNCTION) {
+            return;
+        }
+        const bool isAlmostMain = program.mainFunction == nullptr &&
+                                  NearestName({"main", "Main", "MAIN"}, function.name) != "";
+        Warn(CheckKind::UnusedFunction, function.offset, function.name,
+             isAlmostMain ? "; did you mean 'main'?" : "");
+    }
+
+    void CheckDeclare(const MorlDeclare& declare)
+    {
+        if (declare.unitType == TOKEN_MARCO_IF_DECLARE) {
+            const auto& group = static_cast<const MorlMarcoIfDeclare&>(declare);
+            for (const auto* list : {&group.declares, &group.elseDeclares}) {
+                for (const MorlDeclare* member : *list) {
+                    CheckDeclare(*member);
+                }
+            }
+        }
+        if (declare.unitType == TOKEN_MARCO_FOR_DECLARE) {
+            for (const MorlDeclare* member :
+                 static_cast<const MorlMarcoForDeclare&>(declare).declares) {
+                if (member->unitType != TOKEN_DECLARE) {
+                    Warn(CheckKind::BlockInDeclareLoop, declare.offset);
+                }
+            }
+        }
+    }
+
+    void Check(const std::vector<MorlSentence*>& sentences, bool isLoopBody)
+    {
+        for (const MorlSentence* sentence : sentences) {
+            Check(*sentence, isLoopBody);
+        }
+    }
+
+    void Check(const MorlSentence& sentence, bool isLoopBody)
+    {
+        switch (sentence.unitType) {
+        case TOKEN_MARCO_IF_SENTENCE: {
+            const auto& block = static_cast<const MorlMarcoIfSentence&>(sentence);
+            CheckPlace(sentence, isLoopBody);
+            Check(block.sentences, false);
+            Check(block.elseSentences, false);
+            break;
+        }
+        case TOKEN_MARCO_FOR_SENTENCE:
+            CheckPlace(sentence, isLoopBody);
+            Check(static_cast<const MorlMarcoForSentence&>(sentence).sentences, false);
+            break;
+        case TOKEN_MARCO_ASSIGN_SENTENCE: {
+            CheckPlace(sentence, isLoopBody);
+            const MorlExpression* target = static_cast<const MorlAssignSentence&>(sentence).target;
+            if (target != nullptr && target->unitType != TOKEN_IDENTIFIER) {
+                Warn(CheckKind::MacroStep, sentence.offset);
+            }
+            break;
+        }
+        case TOKEN_IF:
+        case TOKEN_ELSE:
+            Check(static_cast<const MorlIfSentence&>(sentence).sentences, false);
+            Check(static_cast<const MorlIfSentence&>(sentence).elseSentences, false);
+            break;
+        case TOKEN_FOR:
+            Check(static_cast<const MorlForSentence&>(sentence).sentences, true);
+            break;
+        default:
+            break;
+        }
+    }
+
+    void CheckPlace(const MorlSentence& sentence, bool isLoopBody)
+    {
+        if (isLoopBody) {
+            Warn(CheckKind::BlockInLoop, sentence.offset);
+        }
+    }
+
+    const MorlNode& node;
+    int index;
+    WarningList& warnings;
+    const MorlProgram& program;
+};
+
+}  // namespace
+
+void CheckLostCode(const MorlNode& node, int index, WarningList& warnings)
+{
+    if (node.GetProgram() != nullptr) {
+        LostCodeChecker(node, index, warnings).Run();
+    }
+}
+
+}  // namespace ns_ruke

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "morl/ast/sentences.h"
+#include "morl/check/internal/pass_check.h"
+#include "morl/check/internal/scope.h"
+#include "morl/check/internal/terms.h"
+#include "morl/check/internal/warning_list.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace ns_ruke {
+
+/// Checks the linked program of one pass, statement by statement.
+class PassChecker {
+public:
+    PassChecker(const PassCheckInput& newInput, WarningList& newWarnings);
+
+    void Run();
+
+private:
+    // Declarations and statements: statement_checks.cpp.
+    void DeclareGlobals(const std::vector<MorlDeclare*>& list, std::size_t LinkOrigin::*end,
+                        ScopeEntry::Kind kind);
+    void CheckGlobal(const MorlDeclare& declare, ScopeEntry::Kind kind);
+    void CheckSemantic(const MorlDeclare& declare, ScopeEntry::Kind kind);
+    void CheckCopies();
+    void CheckRepetitions();
+    void CheckUnwritten();
+    void DeclareLocal(const std::string& name, ENUM_TOKEN token, bool isArray, std::uint32_t offset,
+                      ScopeEntry::Kind kind);
+    void CheckName(std::string_view name, std::uint32_t offset);
+    void Statements(const std::vector<MorlSentence*>& sentences);
+    void Statement(const MorlSentence& sentence);
+    void Assignment(const MorlAssignSentence& assignment, ScopeEntry::Kind kind);
+    void CheckAssigned(const MorlAssignSentence& assignment, ValueType target, ValueType value);
+    void MarkWritten(const MorlExpression* target);
+    void Condition(const MorlExpression* condition);
+    void If(const MorlIfSentence& sentence);
+    void For(const MorlForSentence& sentence);
+
+    // Expressions: expression_checks.cpp.
+    ValueType Expression(const MorlExpression* expression);
+    ValueType Level(int level);
+    ValueType Postfix();
+    ValueType Operand(const MorlExpression& operand);
+    ValueType Variable(const MorlVariable& variable);
+    ValueType Index(const MorlBinaryOperation& operation);
+    ValueType Combine(const Term& term, ValueType left, ValueType right,
+                      const MorlExpression& leftOperand);
+    ValueType CombineNumbers(const Term& term, ValueType left, ValueType right,
+                             const MorlExpression& leftOperand);
+    void CheckInt(const MorlExpression& operand, ValueType own, ValueType other);
+    void CheckWidths(std::uint32_t offset, const char* what, ValueType a, ValueType b);
+    bool DependsOnData(const MorlExpression* expression);
+    void ReportUnknownName(const MorlVariable& variable);
+
+    // Calls: call_checks.cpp.
+    ValueType Call(const MorlFunctionCall& call);
+    ValueType Constructor(const MorlFunctionCall& call, const std::vector<ValueType>& arguments);
+    ValueType MatrixHelper(const MorlFunctionCall& call);
+    ValueType Multiply(const MorlFunctionCall& call, const std::vector<ValueType>& arguments);
+    ValueType Sample(const MorlFunctionCall& call);
+    ValueType Intrinsic(const MorlFunctionCall& call, const std::vector<ValueType>& arguments);
+
+    void Warn(CheckKind kind, std::uint32_t offset, std::string_view name = {},
+              std::string_view hint = {})
+    {
+        warnings.Add(kind, node, offset, name, hint);
+    }
+
+    const PassCheckInput& input;
+    WarningList& warnings;
+    Scope scope;
+    std::vector<Term> terms;     ///< of the expressions that are being checked, inner ones last
+    std::size_t at = 0;          ///< the next term
+    std::size_t end = 0;         ///< of the terms of the innermost expression
+    int node = -1;               ///< of what is being checked: an index into the link's list
+    bool isInitialiser = false;  ///< the call at hand is all that is assigned
+};
+
+/// Whether an expression has one of these operators outside of parentheses and calls.
+bool HasOperator(const MorlExpression* expression, std::initializer_list<ENUM_TOKEN> operators);
+
+}  // namespace ns_ruke

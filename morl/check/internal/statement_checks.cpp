@@ -1,0 +1,347 @@
+// SPDX-License-Identifier: MIT
+// Declarations and statements.
+#include "morl/ast/stage.h"
+#include "morl/check/internal/pass_checker.h"
+#include "morl/check/internal/reserved_words.h"
+#include "morl/translator/internal/bindings.h"
+
+#include <algorithm>
+
+namespace ns_ruke {
+namespace {
+
+using Kind = ScopeEntry::Kind;
+
+/// Whether members of a vector may have this name.
+bool IsComponentName(std::string_view name)
+{
+    return name.size() <= 4 && (name.find_first_not_of("xyzw") == std::string_view::npos ||
+                                name.find_first_not_of("rgba") == std::string_view::npos);
+}
+
+bool IsTexcoord(ENUM_TOKEN token)
+{
+    return token >= TOKEN_TEXCOORD0 && token <= TOKEN_TEXCOORD7;
+}
+
+bool IsSampler(ENUM_TOKEN token)
+{
+    return TypeOfToken(token).base == ValueBase::Sampler;
+}
+
+std::string ArraySizeOf(const MorlDeclare& declare)
+{
+    if (declare.arraySize == nullptr) {
+        return {};
+    }
+    return declare.arraySize->unitType == TOKEN_NUMBER
+               ? static_cast<const MorlNumber*>(declare.arraySize)->value
+               : "expression";
+}
+
+bool AreAlike(const MorlDeclare& a, const MorlDeclare& b)
+{
+    return a.varType == b.varType && BindingToken(&a) == BindingToken(&b) &&
+           ArraySizeOf(a) == ArraySizeOf(b);
+}
+
+ValueType TypeOf(const MorlDeclare& declare)
+{
+    if (declare.varType == TOKEN_AUTO && BindingToken(&declare) == TOKEN_BLENDINDICES) {
+        return {ValueBase::BoneIndex, 4, 1};
+    }
+    return TypeOfToken(declare.varType);
+}
+
+}  // namespace
+
+PassChecker::PassChecker(const PassCheckInput& newInput, WarningList& newWarnings)
+    : input(newInput), warnings(newWarnings)
+{
+}
+
+void PassChecker::Run()
+{
+    DeclareGlobals(input.linked.inputs, &LinkOrigin::inputs, Kind::Input);
+    DeclareGlobals(input.linked.outputs, &LinkOrigin::outputs, Kind::Output);
+    DeclareGlobals(input.linked.uniforms, &LinkOrigin::uniforms, Kind::Uniform);
+    CheckRepetitions();
+    CheckCopies();
+    scope.BeginBlock();
+    const std::vector<MorlSentence*>& sentences = input.linked.mainFunction->sentences;
+    std::size_t i = 0;
+    for (std::size_t origin = 0; origin < input.link.origins.size(); ++origin) {
+        node = static_cast<int>(origin);
+        for (; i < input.link.origins[origin].sentences; ++i) {
+            Statement(*sentences[i]);
+        }
+    }
+    scope.EndBlock();
+    CheckUnwritten();
+}
+
+void PassChecker::DeclareGlobals(const std::vector<MorlDeclare*>& list,
+                                 std::size_t LinkOrigin::*listEnd, Kind kind)
+{
+    std::size_t i = 0;
+    for (std::size_t origin = 0; origin < input.link.origins.size(); ++origin) {
+        node = static_cast<int>(origin);
+        for (; i < input.link.origins[origin].*listEnd; ++i) {
+            const MorlDeclare& declare = *list[i];
+            CheckGlobal(declare, kind);
+            const bool isArray = declare.arraySize != nullptr && kind == Kind::Uniform;
+            const ScopeEntry* other =
+                scope.Declare({declare.name, kind, declare.varType, TypeOf(declare), isArray, node,
+                               declare.offset});
+            if (other != nullptr) {
+                Warn(CheckKind::RepeatedName, declare.offset, declare.name);
+            }
+        }
+    }
+}
+
+void PassChecker::CheckGlobal(const MorlDeclare& declare, Kind kind)
+{
+    const std::uint32_t offset = declare.offset;
+    CheckName(declare.name, offset);
+    CheckSemantic(declare, kind);
+    if (declare.arraySize != nullptr) {
+        Expression(declare.arraySize);
+        if (kind != Kind::Uniform) {
+            Warn(CheckKind::LostArraySize, offset, declare.name);
+        }
+    }
+    const ValueType type = TypeOfToken(declare.varType);
+    const std::string word(KeywordMap::WordOf(declare.varType));
+    if (type.IsMatrix() && type.rows != type.columns) {
+        Warn(CheckKind::MatrixShape, offset, word);
+    }
+    if (type.base == ValueBase::Int && type.IsVector()) {
+        Warn(CheckKind::IntVector, offset, word);
+    }
+    if (IsSampler(declare.varType)) {
+        if (declare.varType != TOKEN_SAMPLER2D && declare.varType != TOKEN_SAMPLERCUBE) {
+            Warn(CheckKind::SamplerType, offset, word);
+        }
+        if (BindingToken(&declare) != TOKEN_SAUTO) {
+            Warn(CheckKind::UnboundSampler, offset, declare.name);
+        }
+    }
+}
+
+void PassChecker::CheckSemantic(const MorlDeclare& declare, Kind kind)
+{
+    const ENUM_TOKEN binding = BindingToken(&declare);
+    const bool isVertex = input.pass.stage == kVertexStage;
+    if (kind == Kind::Input && isVertex && binding == TOKEN_COLOR0) {
+        Warn(CheckKind::ColorInput, declare.offset, declare.name);
+    }
+    if (kind != Kind::Output) {
+        return;
+    }
+    if (isVertex && IsTexcoord(binding)) {
+        const auto& outputs = input.linked.outputs;
+        const bool isMixed = std::any_of(
+            outputs.begin(), outputs.end(),
+            [](const MorlDeclare* other) { return BindingToken(other) == TOKEN_TEXAUTO; });
+        if (isMixed) {
+            Warn(CheckKind::MixedTexcoords, declare.offset, declare.name);
+        }
+    }
+    if (!isVertex && binding == TOKEN_COLOR) {
+        Warn(CheckKind::ColorOutput, declare.offset, declare.name);
+    }
+    if (!isVertex && binding >= TOKEN_COLOR1 && binding <= TOKEN_COLOR3) {
+        Warn(CheckKind::SecondColor, declare.offset, declare.name);
+    }
+}
+
+// The first declaration of a name counts. Others are mistakes only if they differ.
+void PassChecker::CheckRepetitions()
+{
+    for (const LinkRepetition& repetition : input.link.repetitions) {
+        const MorlDeclare& declare = *repetition.declare;
+        for (const auto* list :
+             {&input.linked.inputs, &input.linked.outputs, &input.linked.uniforms}) {
+            const auto first =
+                std::find_if(list->begin(), list->end(),
+                             [&](const MorlDeclare* other) { return other->name == declare.name; });
+            const bool isSameList =
+                first != list->end() && (*first)->bufferType == declare.bufferType;
+            if (isSameList && !AreAlike(**first, declare)) {
+                node = repetition.node;
+                Warn(CheckKind::Redeclared, declare.offset, declare.name);
+            }
+        }
+    }
+}
+
+// Inputs are copied to variables with an "i" in front of their name, outputs to some with "ret".
+void PassChecker::CheckCopies()
+{
+    const std::vector<ScopeEntry> globals = scope.Entries();
+    for (const ScopeEntry& entry : globals) {
+        if (entry.kind == Kind::Uniform) {
+            continue;
+        }
+        const std::string copy =
+            (entry.kind == Kind::Input ? "i" : "ret") + std::string(entry.name);
+        const bool clashes = IsReservedWord(copy, input.pass.target) || copy == "if" ||
+                             copy == "in" || copy == "int" || scope.Find(copy) != nullptr;
+        if (clashes || IsComponentName(entry.name)) {
+            node = entry.node;
+            Warn(CheckKind::CopiedName, entry.offset, entry.name);
+        }
+    }
+}
+
+void PassChecker::CheckUnwritten()
+{
+    const bool mayBeWritten =
+        std::any_of(input.link.origins.begin(), input.link.origins.end(),
+                    [](const LinkOrigin& origin) { return !origin.node->GetFaults().empty(); });
+    for (const ScopeEntry& entry : scope.Entries()) {
+        if (entry.kind == Kind::Output && !entry.isWritten && !mayBeWritten) {
+            node = entry.node;
+            Warn(CheckKind::UnwrittenOutput, entry.offset, entry.name);
+        }
+    }
+}
+
+void PassChecker::CheckName(std::string_view name, std::uint32_t offset)
+{
+    if (IsReservedWord(name, input.pass.target)) {
+        Warn(CheckKind::ReservedName, offset, name);
+    }
+}
+
+void PassChecker::DeclareLocal(const std::string& name, ENUM_TOKEN token, bool isArray,
+                               std::uint32_t offset, Kind kind)
+{
+    CheckName(name, offset);
+    const ValueType type = TypeOfToken(token);
+    if (type.base == ValueBase::Int && type.IsVector()) {
+        Warn(CheckKind::IntVector, offset, NameOf(type));
+    }
+    const ScopeEntry* other = scope.Declare({name, kind, token, type, isArray, node, offset});
+    const bool isRepeated =
+        other != nullptr && (other->depth == scope.Depth() || other->kind == Kind::Input ||
+                             other->kind == Kind::Output);
+    if (isRepeated) {
+        Warn(CheckKind::RepeatedName, offset, name);
+    }
+    const ScopeEntry* copied =
+        name[0] == 'i' ? scope.Find(std::string_view(name).substr(1)) : nullptr;
+    if (copied != nullptr && copied->kind == Kind::Input) {
+        Warn(CheckKind::CopiedName, offset, copied->name);
+    }
+}
+
+void PassChecker::Statements(const std::vector<MorlSentence*>& sentences)
+{
+    scope.BeginBlock();
+    for (const MorlSentence* sentence : sentences) {
+        Statement(*sentence);
+    }
+    scope.EndBlock();
+}
+
+void PassChecker::Statement(const MorlSentence& sentence)
+{
+    switch (sentence.unitType) {
+    case TOKEN_DEFINITION_SENTENCE: {
+        const auto& definition = static_cast<const MorlDefinitionSentence&>(sentence);
+        Expression(definition.arraySize);
+        DeclareLocal(definition.name, definition.varType, definition.arraySize != nullptr,
+                     definition.offset, Kind::Local);
+        break;
+    }
+    case TOKEN_ASSIGN:
+        Assignment(static_cast<const MorlAssignSentence&>(sentence), Kind::Local);
+        break;
+    case TOKEN_IF:
+    case TOKEN_ELSE:
+        If(static_cast<const MorlIfSentence&>(sentence));
+        break;
+    case TOKEN_FOR:
+        For(static_cast<const MorlForSentence&>(sentence));
+        break;
+    default:
+        break;
+    }
+}
+
+void PassChecker::Assignment(const MorlAssignSentence& assignment, Kind kind)
+{
+    isInitialiser = assignment.varType != TOKEN_NONE && assignment.value != nullptr &&
+                    assignment.value->unitType == TOKEN_FUNCTION_CALL;
+    const ValueType value = Expression(assignment.value);
+    isInitialiser = false;
+    if (assignment.target == nullptr) {
+        return;
+    }
+    if (assignment.varType == TOKEN_NONE) {
+        MarkWritten(assignment.target);
+        CheckAssigned(assignment, Expression(assignment.target), value);
+    } else if (assignment.target->unitType == TOKEN_IDENTIFIER) {
+        CheckAssigned(assignment, TypeOfToken(assignment.varType), value);
+        DeclareLocal(static_cast<const MorlVariable*>(assignment.target)->name, assignment.varType,
+                     false, assignment.target->offset, kind);
+    }
+}
+
+void PassChecker::CheckAssigned(const MorlAssignSentence& assignment, ValueType target,
+                                ValueType value)
+{
+    if (!target.IsNumeric() || !value.IsNumeric() || assignment.value == nullptr) {
+        return;
+    }
+    CheckInt(*assignment.value, value, target);
+    const bool mayWiden = assignment.operatorToken != TOKEN_ASSIGN && value.IsNumber();
+    if (target.IsMatrix() || value.IsMatrix() || target.rows == value.rows || mayWiden) {
+        return;
+    }
+    Warn(CheckKind::WidthMismatch, assignment.offset,
+         "a '" + NameOf(target) + "' is given a '" + NameOf(value) + "'");
+}
+
+/// The name whose value, element or member is assigned.
+void PassChecker::MarkWritten(const MorlExpression* target)
+{
+    while (target != nullptr && target->unitType == TOKEN_BINARY_OPERATION) {
+        target = static_cast<const MorlBinaryOperation*>(target)->left;
+    }
+    if (target == nullptr || target->unitType != TOKEN_IDENTIFIER) {
+        return;
+    }
+    ScopeEntry* entry = scope.Find(static_cast<const MorlVariable*>(target)->name);
+    if (entry != nullptr) {
+        entry->isWritten = true;
+    }
+}
+
+void PassChecker::If(const MorlIfSentence& sentence)
+{
+    Expression(sentence.condition);
+    Statements(sentence.sentences);
+    Statements(sentence.elseSentences);
+}
+
+void PassChecker::For(const MorlForSentence& sentence)
+{
+    scope.BeginBlock();
+    if (sentence.init != nullptr && sentence.init->unitType == TOKEN_ASSIGN) {
+        Assignment(static_cast<const MorlAssignSentence&>(*sentence.init), Kind::LoopVariable);
+    }
+    Expression(sentence.condition);
+    if (DependsOnData(sentence.condition)) {
+        Warn(CheckKind::LoopBound, sentence.offset);
+    }
+    if (sentence.step != nullptr) {
+        Assignment(*sentence.step, Kind::Local);
+    }
+    Statements(sentence.sentences);
+    scope.EndBlock();
+}
+
+}  // namespace ns_ruke

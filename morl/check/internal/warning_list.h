@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "morl/check/internal/check_kind.h"
+#include "morl/compiler/morl_node.h"
+#include "morl/linker/link_report.h"
+
+#include <cstdint>
+#include <set>
+#include <string_view>
+#include <tuple>
+#include <vector>
+
+namespace ns_ruke {
+
+/// Collects the warnings of one pass: those that concern its target, each place once (a `#for`
+/// repeats its content), and kMaxWarnings at most.
+class WarningList {
+public:
+    /// The arguments must outlive this object.
+    WarningList(const LinkReport& newLink, std::string_view newTarget,
+                std::vector<ReportWarning>& newWarnings)
+        : link(newLink), target(newTarget), warnings(newWarnings)
+    {
+    }
+
+    /// @param node an index into the link's list; -1: none
+    /// @param offset in the source of the node, in bytes
+    /// @param name what the text is about
+    /// @param hint what follows the text, such as a suggestion
+    void Add(CheckKind kind, int node, std::uint32_t offset, std::string_view name = {},
+             std::string_view hint = {});
+
+private:
+    const LinkReport& link;
+    std::string_view target;
+    std::vector<ReportWarning>& warnings;
+    std::set<std::tuple<CheckKind, int, std::uint32_t>> places;
+};
+
+}  // namespace ns_ruke

@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+#include "morl/check/stages.h"
+
+#include "morl/check/internal/check_kind.h"
+#include "morl/core/internal/nearest.h"
+#include "morl/core/string_helper.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace ns_ruke {
+namespace {
+
+constexpr std::string_view kPositionSemantic = "SV_Position";
+
+/// What the vertex pass hands on: its outputs but the position, in the order of the struct.
+std::vector<const ReportDeclare*> Varyings(const std::vector<ReportDeclare>& declares)
+{
+    std::vector<const ReportDeclare*> list;
+    for (const ReportDeclare& declare : declares) {
+        if (declare.semantic != kPositionSemantic) {
+            list.push_back(&declare);
+        }
+    }
+    return list;
+}
+
+void Add(CheckKind kind, const PassReport& report, const ReportDeclare& declare,
+         const std::string& hint, std::vector<ReportWarning>& warnings)
+{
+    const CheckInfo& info = InfoOf(kind);
+    std::string text = StringHelper::ReplaceAll(std::string(info.text), "{}", declare.name) + hint;
+    text += info.cure.empty() ? "" : "; " + std::string(info.cure);
+    warnings.push_back({info.name, report.nodes[static_cast<std::size_t>(declare.node)],
+                        declare.line, declare.column, text});
+}
+
+std::string Suggestion(const std::vector<const ReportDeclare*>& outputs, const std::string& name)
+{
+    std::vector<std::string_view> names;
+    names.reserve(outputs.size());
+    for (const ReportDeclare* output : outputs) {
+        names.push_back(output->name);
+    }
+    const std::string nearest = NearestName(names, name);
+    return nearest.empty() ? "; add a node that declares it as 'out'"
+                           : "; did you mean '" + nearest + "'?";
+}
+
+}  // namespace
+
+void CheckStages(const PassReport& vertex, const PassReport& fragment, const std::string& target,
+                 std::vector<ReportWarning>& warnings)
+{
+    const std::vector<const ReportDeclare*> outputs = Varyings(vertex.outputs);
+    const std::vector<const ReportDeclare*> inputs = Varyings(fragment.inputs);
+    bool hasMoved = false;
+    for (std::size_t i = 0; i < inputs.size(); ++i) {
+        const ReportDeclare& input = *inputs[i];
+        const auto found =
+            std::find_if(outputs.begin(), outputs.end(),
+                         [&](const ReportDeclare* output) { return output->name == input.name; });
+        if (found == outputs.end()) {
+            Add(CheckKind::UnmatchedInput, fragment, input, Suggestion(outputs, input.name),
+                warnings);
+            continue;
+        }
+        if ((*found)->type != input.type) {
+            Add(CheckKind::VaryingType, fragment, input, "", warnings);
+        }
+        const auto place = static_cast<std::size_t>(found - outputs.begin());
+        if (target == "hlsl10" && place != i && !hasMoved) {
+            hasMoved = true;
+            Add(CheckKind::VaryingPlace, fragment, input, "", warnings);
+        }
+    }
+}
+
+}  // namespace ns_ruke
