@@ -53,7 +53,7 @@ void Show(const std::string& code, const PassReport& report)
     }
 }
 
-/// One key stroke: the node has changed, and everything is compiled again.
+/// One keystroke: the node has changed, and everything is compiled again.
 void ShowAll(MorlCompiler& compiler)
 {
     for (const std::string& target : ns_ruke::MorlTargets()) {

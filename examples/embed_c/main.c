@@ -42,12 +42,10 @@ static int failed(const morl_compiler* compiler)
 }
 
 /* The log of the process: the report has all that this host shows. */
-static void ignore(void* host, int32_t level, morl_text category, morl_text message)
+static void ignore(void* host, const morl_log_line* line)
 {
     (void)host;
-    (void)level;
-    (void)category;
-    (void)message;
+    (void)line;
 }
 
 static morl_status load_nodes(morl_compiler* compiler, const char* directory)
@@ -141,7 +139,7 @@ static void show_uniforms(const morl_output* output)
     }
 }
 
-/* One key stroke: the node has changed, and everything is compiled again. */
+/* One keystroke: the node has changed, and everything is compiled again. */
 static morl_status show_all(morl_compiler* compiler)
 {
     size_t count = 0;
@@ -156,11 +154,12 @@ static morl_status show_all(morl_compiler* compiler)
         }
         memset(&output, 0, sizeof output);
         output.size = sizeof output;
-        morl_get_output(result, &output);
-        printf("== %.*s\n", SHOW(targets[i]));
-        show_faults(&output);
-        show_code(&output);
-        show_uniforms(&output);
+        if (morl_get_output(result, &output) == MORL_OK) {
+            printf("== %.*s\n", SHOW(targets[i]));
+            show_faults(&output);
+            show_code(&output);
+            show_uniforms(&output);
+        }
         morl_result_destroy(result);
     }
     return MORL_OK;

@@ -51,7 +51,7 @@ class Request(ctypes.Structure):
                 ("macros", POINTER(Value)), ("macro_count", c_size_t),
                 ("semantics", POINTER(Semantic)), ("semantic_count", c_size_t),
                 ("samplers", POINTER(Value)), ("sampler_count", c_size_t), ("target", Text),
-                ("stage", c_int32), ("wants_report", c_int32)]
+                ("stage", c_int32), ("wants_report", c_int32), ("wants_warnings", c_int32)]
 
 
 class Line(ctypes.Structure):
@@ -79,11 +79,12 @@ class Output(ctypes.Structure):
                 ("inputs", POINTER(Declare)), ("input_count", c_size_t),
                 ("outputs", POINTER(Declare)), ("output_count", c_size_t),
                 ("macros", POINTER(Macro)), ("macro_count", c_size_t),
-                ("unused_macros", POINTER(Text)), ("unused_macro_count", c_size_t)]
+                ("unused_macros", POINTER(Text)), ("unused_macro_count", c_size_t),
+                ("warnings", c_void_p), ("warning_count", c_size_t)]
 
 
 FRAGMENT = 1
-LOG = ctypes.CFUNCTYPE(None, c_void_p, c_int32, Text, Text)
+LOG = ctypes.CFUNCTYPE(None, c_void_p, c_void_p)
 
 
 class MorlError(Exception):
@@ -134,7 +135,7 @@ class Compiler:
                                              ctypes.byref(result)))
         try:
             output = Output(ctypes.sizeof(Output))
-            self.library.morl_get_output(result, ctypes.byref(output))
+            self.check(self.library.morl_get_output(result, ctypes.byref(output)))
             show(output)
         finally:
             self.library.morl_result_destroy(result)

@@ -5,8 +5,8 @@
  * another C++ compiler, and hosts without exceptions. C99 and later, C++11 and later.
  *
  * Texts are a pointer and a number of bytes. They may hold any bytes, need no NUL at their end, and
- * do not have one either when the library returns them. A null pointer with 0 bytes is the empty
- * text.
+ * do not have one either when the library returns them. The pointer of an empty text may be null,
+ * and so may that of an empty list.
  *
  * Ownership: what a host passes belongs to the host, and the library keeps no pointer to it. What
  * the library returns belongs to the handle that it came from, and is valid for as long as the
@@ -14,14 +14,16 @@
  * _destroy.
  *
  * Threads: a handle may be used by one thread at a time; different handles may be used at the same
- * time. A result is independent of the compiler that made it.
+ * time, and functions without a handle at any time. A result is independent of the compiler that
+ * made it.
  *
- * Errors: functions return a morl_status, and nothing is thrown. If it is not MORL_OK, nothing has
- * been changed, and morl_message says what is wrong.
+ * Errors: nothing is thrown. If a function returns another status than MORL_OK, nothing has been
+ * changed; morl_message says what is wrong if it took a compiler, morl_status_text says less.
  *
- * Compatibility: a structure that begins with `size` may grow at its end; set `size` to its sizeof.
- * The library reads and writes no more than that, so hosts and libraries of different versions work
- * together. Other structures, and the numbers of constants, never change.
+ * Compatibility: a structure that begins with `size` may grow at its end; set `size` to its sizeof,
+ * and all that you do not use to 0. The library reads no more than that, and sets to 0 what it does
+ * not know, so hosts and libraries of different versions work together. Other structures, and the
+ * numbers of constants, never change.
  */
 #ifndef MORL_C_MORL_H
 #define MORL_C_MORL_H
@@ -42,7 +44,7 @@ enum {
     MORL_OK = 0,
     MORL_INVALID_ARGUMENT = 1, /**< a mistake of the host, such as a null pointer */
     MORL_OUT_OF_MEMORY = 2,
-    MORL_FILE_NOT_READ = 3, /**< a file that is missing or cannot be read */
+    MORL_FILE_NOT_READ = 3, /**< a file is missing or cannot be read */
     MORL_NODES_REFUSED = 4, /**< a text of nodes has faults; morl_faults has them */
     MORL_REFUSED = 5,       /**< an unknown node or target in a request; morl_faults has them */
     MORL_NOT_FOUND = 6,     /**< there is no such node */
@@ -113,7 +115,8 @@ typedef struct morl_request {
     size_t sampler_count;
     morl_text target;     /**< "hlsl", "hlsl10", "glsl" or "glsles" */
     int32_t stage;        /**< MORL_VERTEX or MORL_FRAGMENT */
-    int32_t wants_report; /**< not 0: also fills what morl_output says is part of the report */
+    int32_t wants_report;   /**< not 0: also fills the report of morl_output */
+    int32_t wants_warnings; /**< not 0: also fills its warnings; needs a report */
 } morl_request;
 
 /** What a line of the code was made from. */
@@ -142,7 +145,16 @@ typedef struct morl_macro {
     int32_t is_set; /**< 0: not by the request; it counted as 0, or its loop did not run */
 } morl_macro;
 
-/** What a request has given. */
+/** Something that is probably a mistake, although the source has no fault. */
+typedef struct morl_warning {
+    morl_text check; /**< the name of the check, such as "undeclared-name" */
+    morl_text node;  /**< empty: the request as a whole */
+    morl_text text;  /**< what happens, and what to do */
+    int32_t line;    /**< 1-based, in the node's content; 0: no place */
+    int32_t column;  /**< 1-based, in bytes; 0: no place */
+} morl_warning;
+
+/** The output of a request. */
 typedef struct morl_output {
     size_t size; /**< sizeof(morl_output) */
     morl_text code;
@@ -168,12 +180,18 @@ typedef struct morl_output {
     size_t macro_count;
     const morl_text* unused_macros; /**< set by the request, but never asked for */
     size_t unused_macro_count;
+
+    const morl_warning* warnings;
+    size_t warning_count;
 } morl_output;
 
 /** The version of the library: "1.1.0", with a NUL at its end. */
 MORL_API const char* morl_version(void);
 
-/** The targets, in ascending order of their names, and how many there are. Both are constant. */
+/** A status in words, with a NUL at its end. */
+MORL_API const char* morl_status_text(morl_status status);
+
+/** The targets, and how many there are; null and 0 if memory is short. They never change. */
 MORL_API const morl_text* morl_targets(size_t* count);
 
 /** Makes a compiler without nodes. Null: out of memory. */
@@ -205,18 +223,25 @@ MORL_API morl_status morl_load_nodes(morl_compiler* compiler, morl_text name, mo
 /** The same with a file. @param path in UTF-8 */
 MORL_API morl_status morl_load_node_file(morl_compiler* compiler, morl_text path);
 
+/**
+ * The names of the nodes that the last load for this compiler has brought, in their order. Valid
+ * until the next load.
+ */
+MORL_API morl_status morl_get_loaded_nodes(morl_compiler* compiler, const morl_text** names,
+                                           size_t* count);
+
 /** Adds a node, or replaces the one of the same name. */
 MORL_API morl_status morl_set_node(morl_compiler* compiler, const morl_node* node);
 
 /** Removes a node; MORL_NOT_FOUND if there is none of this name. */
 MORL_API morl_status morl_remove_node(morl_compiler* compiler, morl_text name);
 
-/** Gets a node; MORL_NOT_FOUND if there is none. The texts are valid until the nodes change or
- * another node is got. */
+/** Gets a node; MORL_NOT_FOUND if there is none. The texts are valid until the next call of this
+ * function for the compiler. */
 MORL_API morl_status morl_get_node(morl_compiler* compiler, morl_text name, morl_node* node);
 
-/** The names of all nodes, in ascending byte order. Valid until the next call of this function, or
- * until the nodes change. */
+/** The names of all nodes, in ascending byte order. Valid until the next call of this function for
+ * the compiler. */
 MORL_API morl_status morl_get_node_names(morl_compiler* compiler, const morl_text** names,
                                          size_t* count);
 
@@ -228,22 +253,32 @@ MORL_API morl_status morl_get_node_names(morl_compiler* compiler, const morl_tex
 MORL_API morl_status morl_compile(morl_compiler* compiler, const morl_request* request,
                                   morl_result** result);
 
-/** What a request has given. Valid until the result is destroyed. */
+/** The output of a request. Valid until the result is destroyed. */
 MORL_API morl_status morl_get_output(const morl_result* result, morl_output* output);
 
 /** Destroys a result; null is allowed. */
 MORL_API void morl_result_destroy(morl_result* result);
 
-/**
- * Receives each message of the process's log: one line without a line break.
- * @param level MORL_INFO or MORL_ERROR
- */
-typedef void (*morl_log)(void* host, int32_t level, morl_text category, morl_text message);
+/** A message of the log, and its parts. */
+typedef struct morl_log_line {
+    size_t size; /**< sizeof(morl_log_line) of the library */
+    int32_t level; /**< MORL_INFO or MORL_ERROR */
+    int32_t line;   /**< 1-based, in the node's content; 0: no place */
+    int32_t column; /**< 1-based, in bytes; 0: no place */
+    morl_text category;
+    morl_text message; /**< the whole message: one line, without a line break */
+    morl_text node;    /**< empty: none */
+    morl_text text;    /**< the message without its place */
+} morl_log_line;
+
+/** Receives the messages of the process's log. The line and its texts are valid during the call. */
+typedef void (*morl_log)(void* host, const morl_log_line* line);
 
 /**
  * Sends the log of the whole process to a function, or with null back to standard error. It is
  * called on the thread that logs, for one thread at a time; it must not throw, nor wait for another
- * thread that logs.
+ * thread that logs. Calls for the compiler that logs are refused. Once this function has returned,
+ * the function set before is not called again.
  * @param host is passed on
  */
 MORL_API morl_status morl_set_log(morl_log log, void* host);

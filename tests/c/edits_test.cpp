@@ -77,10 +77,16 @@ std::string Shown(const morl_output& output)
     for (std::size_t i = 0; i < output.unused_macro_count; ++i) {
         out << View(output.unused_macros[i]) << "\n";
     }
+    for (const morl_warning* w = output.warnings; w != output.warnings + output.warning_count;
+         ++w) {
+        out << View(w->check) << View(w->node) << w->line << ":" << w->column << View(w->text)
+            << "\n";
+    }
     return out.str();
 }
 
-std::string Shown(const ShaderOutput& output, const PassReport& report)
+std::string Shown(const ShaderOutput& output, const PassReport& report,
+                  const std::vector<ReportWarning>& warnings)
 {
     std::ostringstream out;
     out << output.code;
@@ -108,6 +114,9 @@ std::string Shown(const ShaderOutput& output, const PassReport& report)
     for (const std::string& name : report.unusedMacros) {
         out << name << "\n";
     }
+    for (const ReportWarning& w : warnings) {
+        out << w.check << w.node << w.line << ":" << w.column << w.text << "\n";
+    }
     return out.str();
 }
 
@@ -117,8 +126,8 @@ public:
     Session() : compiler(morl_compiler_create())
     {
         morl_set_log(
-            [](void* host, std::int32_t, morl_text, morl_text message) {
-                static_cast<Session*>(host)->parses += View(message) == messages::kCompilerStart;
+            [](void* host, const morl_log_line* line) {
+                static_cast<Session*>(host)->parses += View(line->text) == messages::kCompilerStart;
             },
             this);
         for (unsigned seed = 0; seed < 50; ++seed) {
@@ -242,6 +251,27 @@ private:
                 Store(name, std::move(node));
             }
         }
+        CheckNodes();
+    }
+
+    /// What a host reads back, in a loop over the names.
+    void CheckNodes()
+    {
+        const morl_text* names = nullptr;
+        std::size_t count = 0;
+        ASSERT_EQ(morl_get_node_names(compiler, &names, &count), MORL_OK);
+        ASSERT_EQ(count, nodes.size());
+        for (std::size_t i = 0; i < count; ++i) {
+            morl_node node = {};
+            node.size = sizeof node;
+            ASSERT_EQ(morl_get_node(compiler, names[i], &node), MORL_OK);
+            const Node& expected = nodes.at(std::string(View(names[i])));
+            ASSERT_EQ(View(node.content), expected.content);
+            ASSERT_EQ(node.reference_count, expected.references.size());
+            for (std::size_t j = 0; j < node.reference_count; ++j) {
+                ASSERT_EQ(View(node.references[j]), expected.references[j]);
+            }
+        }
     }
 
     void Compile()
@@ -264,18 +294,18 @@ private:
         }
         const morl_value macros[] = {{Text("COUNT"), 2}, {Text("FANCY"), 1}, {Text("UNUSED"), 3}};
         const morl_semantic semantics[] = {{Text("oFirst"), Text("TEXCOORD4")}};
-        const morl_request request = {sizeof request,
-                                      names.data(),
-                                      names.size(),
-                                      macros,
-                                      3,
-                                      semantics,
-                                      1,
-                                      nullptr,
-                                      0,
-                                      Text(target),
-                                      stage,
-                                      1};
+        morl_request request = {};
+        request.size = sizeof request;
+        request.nodes = names.data();
+        request.node_count = names.size();
+        request.macros = macros;
+        request.macro_count = std::size(macros);
+        request.semantics = semantics;
+        request.semantic_count = std::size(semantics);
+        request.target = Text(target);
+        request.stage = stage;
+        request.wants_report = 1;
+        request.wants_warnings = 1;
         morl_result* result = nullptr;
         parses = 0;
         ASSERT_EQ(morl_compile(compiler, &request, &result), MORL_OK);
@@ -301,8 +331,9 @@ private:
         pass.semantics = {{"oFirst", "TEXCOORD4"}};
         ShaderOutput output;
         PassReport report;
-        fresh.Compile(pass, output, report);
-        return Shown(output, report);
+        std::vector<ReportWarning> warnings;
+        fresh.Compile(pass, output, report, warnings);
+        return Shown(output, report, warnings);
     }
 
     static constexpr const char* kNames[] = {"a", "b", "c", "d", "e"};

@@ -166,8 +166,8 @@ class Document:
     def write_program(self, language):
         """Writes a project with the program that the blocks of a language form."""
         lines = "".join(self.programs[language]).splitlines(keepends=True)
-        includes = [line for line in lines if line.startswith("#include")]
-        rest = [line for line in lines if not line.startswith("#include")]
+        includes = [line for line in lines if line.startswith("#")]
+        rest = [line for line in lines if not line.startswith("#")]
         main = "int main(void)\n{\n" + "".join(rest) + "    return 0;\n}\n"
         self.write(f"program/{language}/main.{language}", "".join(includes) + main)
         self.write(f"program/{language}/CMakeLists.txt",

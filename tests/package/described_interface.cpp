@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Every name of the interface of version 1.0, with its type: hosts written for it must compile.
+// The described interface of version 1.0, each name with its type: hosts written for it must
+// compile.
 #include <morl/morl.h>
 #include <type_traits>
 

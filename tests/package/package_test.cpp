@@ -114,6 +114,8 @@ TEST_F(Package, ServesEditorsInEveryLanguage)
     const std::vector<std::string> options = {"-DCMAKE_PREFIX_PATH=" + prefix};
     const ProcessResult cpp = RunHost("embed", "edit_loop", options);
     const ProcessResult c = RunHost("embed_c", "embed_c", options);
+    const ProcessResult staticC =
+        RunHost("embed_c", "embed_c", {"-DCMAKE_PREFIX_PATH=" + prefix, "-DSTATIC=ON"});
     const ProcessResult python = RunProcess(
         {"python3", kExamples + "/python/edit_loop.py", prefix + "/lib/libmorl.so", kExamples});
     EXPECT_EQ(cpp.status, 0) << cpp.err;
@@ -124,12 +126,14 @@ TEST_F(Package, ServesEditorsInEveryLanguage)
         EXPECT_NE(cpp.out.find(part), std::string::npos) << cpp.out;
     }
     EXPECT_EQ(c.out, cpp.out) << c.err;
+    EXPECT_EQ(staticC.out, cpp.out) << staticC.err;
     EXPECT_EQ(python.out, cpp.out) << python.err;
-    // A missing file is told, in a host that knows no exceptions.
+    // A missing file is reported.
     EXPECT_EQ(RunProcess({"python3", kExamples + "/python/edit_loop.py", prefix + "/lib/libmorl.so",
                           "/nowhere"})
                   .err,
-              "edit_loop: Can't Find File: /nowhere/morl/vertex_shader.morl\n");
+              "edit_loop: cannot read /nowhere/morl/vertex_shader.morl: No such file or "
+              "directory\n");
 }
 #endif
 

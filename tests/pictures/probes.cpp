@@ -6,6 +6,9 @@
 #include "support/log_capture.h"
 
 #include <json/json.h>
+#include <algorithm>
+#include <iterator>
+#include <memory>
 #include <sstream>
 #include <stdexcept>
 
@@ -56,23 +59,6 @@ std::string Verdict(pictures::Painter& painter, const Probe& probe, const std::s
     }
 }
 
-std::string Row(pictures::Painter& painter, const Probe& probe)
-{
-    std::vector<pictures::Image> right;
-    std::vector<std::string> cells = {probe.row};
-    for (const std::string& target : ns_ruke::MorlTargets()) {
-        if (!probe.right.empty()) {
-            right.push_back(painter.Draw(target, CompileProbe(probe, target, true)));
-            if (!LooksSame(right.front(), right.back())) {
-                throw std::runtime_error("drawn differently in " + target + ": " + probe.right);
-            }
-        }
-        cells.push_back(Verdict(painter, probe, target, right.empty() ? nullptr : &right.front()));
-    }
-    cells.insert(cells.end(), {probe.webGl, probe.because, probe.instead});
-    return TableRow(cells);
-}
-
 }  // namespace
 
 std::vector<Probe> ReadProbes()
@@ -85,8 +71,7 @@ std::vector<Probe> ReadProbes()
     for (const Json::Value& entry : root) {
         Probe probe;
         probe.row = entry["row"].asString();
-        probe.because = entry["because"].asString();
-        probe.instead = entry["instead"].asString();
+        probe.check = entry["check"].asString();
         probe.rule = entry["rule"].asString();
         probe.isInVertexPass = entry["stage"].asString() == "vertex";
         probe.wrong = entry["wrong"].asString();
@@ -100,26 +85,110 @@ std::vector<Probe> ReadProbes()
     return probes;
 }
 
-SampleTexts CompileProbe(const Probe& probe, const std::string& target, bool isRight)
+namespace {
+
+/// The graph of a probe's line.
+std::unique_ptr<ns_ruke::MorlCompiler> MakeProbeCompiler(const Probe& probe, bool isRight)
 {
-    const LogCapture log;
     const std::string& statements = isRight ? probe.right : probe.wrong;
     const std::string& declares = isRight ? probe.rightDeclare : probe.declare;
     const bool inVertex = probe.isInVertexPass;
-    const auto compiler = MakeCompiler(
+    return MakeCompiler(
         {{"vertex", inVertex ? VertexNode(declares, statements) : VertexNode("", ""), {}},
          {"fragment",
           inVertex ? FragmentNode("", "result = oResult;", "COLOR0")
                    : FragmentNode(declares, statements, isRight ? "COLOR0" : probe.output),
           {}}});
+}
+
+SampleRequest MakeProbeRequest(const std::string& target)
+{
     SampleRequest request;
     request.vertex = MakePass(target, ns_ruke::kVertexStage, {"vertex"});
     request.fragment = MakePass(target, ns_ruke::kFragmentStage, {"fragment"});
     request.fragment.macros["COMPARE"] = target == "hlsl10" ? 1 : 0;
-    const SampleTexts texts = CompileSample(*compiler, request);
+    return request;
+}
+
+/// The text of the warning that the line gives, in the first target that it concerns, with what to
+/// do instead.
+/// @throws std::runtime_error if there is none, or one for the right line
+std::string WarningOf(const Probe& probe)
+{
+    std::string text;
+    for (const std::string& target : ns_ruke::MorlTargets()) {
+        if (!probe.right.empty() && !CheckProbe(probe, target, true).empty()) {
+            throw std::runtime_error(target + " warns of " + probe.right);
+        }
+        for (const ns_ruke::ReportWarning& warning : CheckProbe(probe, target, false)) {
+            // The matrix helpers are wrong in more than one way.
+            text = text.empty() && warning.check == probe.check ? warning.text : text;
+        }
+    }
+    if (text.empty()) {
+        throw std::runtime_error(probe.check + " does not find " + probe.wrong);
+    }
+    return text;
+}
+
+void ExpectRowsOfAllChecks(const std::vector<Probe>& probes)
+{
+    for (const ns_ruke::CheckInfo& check : ns_ruke::MorlChecks()) {
+        const bool hasRow = std::any_of(probes.begin(), probes.end(), [&](const Probe& probe) {
+            return probe.check == check.name;
+        });
+        if (check.group == "targets" && !hasRow) {
+            throw std::runtime_error("no line for the check " + std::string(check.name));
+        }
+    }
+}
+
+/// A row of the table: the verdicts on the line, and the warning.
+std::string Row(pictures::Painter& painter, const Probe& probe)
+{
+    std::vector<pictures::Image> right;
+    std::vector<std::string> cells = {probe.row};
+    for (const std::string& target : ns_ruke::MorlTargets()) {
+        if (!probe.right.empty()) {
+            right.push_back(painter.Draw(target, CompileProbe(probe, target, true)));
+            if (!LooksSame(right.front(), right.back())) {
+                throw std::runtime_error("drawn differently in " + target + ": " + probe.right);
+            }
+        }
+        cells.push_back(Verdict(painter, probe, target, right.empty() ? nullptr : &right.front()));
+    }
+    cells.insert(cells.end(), {probe.webGl, "`" + probe.check + "`: " + WarningOf(probe)});
+    return TableRow(cells);
+}
+
+}  // namespace
+
+std::vector<ns_ruke::ReportWarning> CheckProbe(const Probe& probe, const std::string& target,
+                                               bool isRight)
+{
+    const LogCapture log;
+    const auto compiler = MakeProbeCompiler(probe, isRight);
+    SampleRequest request = MakeProbeRequest(target);
+    std::vector<ns_ruke::ReportWarning> all;
+    for (ns_ruke::PassProperty* pass : {&request.vertex, &request.fragment}) {
+        ns_ruke::ShaderOutput output;
+        ns_ruke::PassReport report;
+        std::vector<ns_ruke::ReportWarning> warnings;
+        compiler->Compile(*pass, output, report, warnings);
+        std::copy_if(warnings.begin(), warnings.end(), std::back_inserter(all),
+                     [](const auto& warning) { return warning.check != "unused-macro"; });
+    }
+    return all;
+}
+
+SampleTexts CompileProbe(const Probe& probe, const std::string& target, bool isRight)
+{
+    const LogCapture log;
+    const auto compiler = MakeProbeCompiler(probe, isRight);
+    const SampleTexts texts = CompileSample(*compiler, MakeProbeRequest(target));
     // hlsl10 misses an argument for the comparison, which is what a probe is about.
     if (!log.errors.empty() && log.errors.front() != "Morl Compiler: not enough arguments: tex2D") {
-        throw std::logic_error(log.errors.front() + ": " + statements);
+        throw std::logic_error(log.errors.front() + ": " + probe.wrong);
     }
     return texts;
 }
@@ -131,9 +200,11 @@ std::string ProbeTable()
     for (const std::string& target : ns_ruke::MorlTargets()) {
         head.push_back("`" + target + "`");
     }
-    head.insert(head.end(), {"WebGL", "because", "do instead"});
+    head.insert(head.end(), {"WebGL", "warning"});
     std::string table = TableRow(head) + TableRow(std::vector<std::string>(head.size(), "---"));
-    for (const Probe& probe : ReadProbes()) {
+    const std::vector<Probe> probes = ReadProbes();
+    ExpectRowsOfAllChecks(probes);
+    for (const Probe& probe : probes) {
         table += Row(painter, probe);
     }
     return table;

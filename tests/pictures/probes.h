@@ -13,8 +13,7 @@ namespace morl_test {
 /// everywhere. The list is tests/pictures/probes.json.
 struct Probe {
     std::string row;      ///< its name in docs/targets.md
-    std::string because;  ///< the reason, or empty
-    std::string instead;  ///< what to write
+    std::string check;    ///< the name of the check that finds it
     std::string rule;     ///< the rule of docs/language.md that it illustrates, or empty
     bool isInVertexPass = false;
     std::string wrong;  ///< statements that assign `result`
@@ -31,9 +30,14 @@ std::vector<Probe> ReadProbes();
 /// @throws std::logic_error when the compiler logs an error
 SampleTexts CompileProbe(const Probe& probe, const std::string& target, bool isRight);
 
+/// What the compiler warns of in a probe's line, in a target.
+std::vector<ns_ruke::ReportWarning> CheckProbe(const Probe& probe, const std::string& target,
+                                               bool isRight);
+
 /// What each target made of each wrong line: "yes" if it draws the same as the right line, "other
 /// picture", "refused", or, without a right line, "accepted".
-/// @throws std::runtime_error if a target refuses a right line or draws it differently
+/// @throws std::runtime_error if a target refuses a right line or draws it differently, or if the
+///         checks do not find a wrong line, find fault with a right one, or have no line of their own
 std::string ProbeTable();
 
 /// The rules for portable nodes, each with a right and a wrong line.

@@ -7,6 +7,7 @@
 #include "support/samples.h"
 
 #include <gtest/gtest.h>
+#include <morl/c/morl.h>
 #include <new>
 
 namespace {
@@ -90,7 +91,9 @@ void FailDuringARequest(const std::string& target, bool withReport)
     const auto compile = [withReport](MorlCompiler& compiler, PassProperty& pass,
                                       ShaderOutput& output) {
         PassReport report;
-        withReport ? compiler.Compile(pass, output, report) : compiler.Compile(pass, output);
+        std::vector<ReportWarning> warnings;
+        withReport ? compiler.Compile(pass, output, report, warnings)
+                   : compiler.Compile(pass, output);
     };
     PassProperty pass = morl_test::MakePass(target, 0, {"first", "second"});
     pass.macros = {{"A", 1}, {"N", 2}};
@@ -173,6 +176,55 @@ TEST(AllocationFailure, DuringAFirstRequest)
         EXPECT_EQ(morl_test::Allocations().live, 0U) << failures;
     }
     EXPECT_GT(failures, 120U);
+}
+
+// Nothing is thrown across the C interface; each failure is a status.
+TEST(AllocationFailure, InTheCInterface)
+{
+    const SilentLog log;
+    const morl_text name = {"n", 1};
+    const morl_text text = {"[{\"name\": \"n\", \"content\": \"uniform float4 u;\"}]", 45};
+    std::size_t failures = 0;
+    const auto fails = [&failures](morl_status status) {
+        failures += status == MORL_OUT_OF_MEMORY ? 1 : 0;
+        return status != MORL_OK;
+    };
+    const auto use = [&] {
+        std::size_t count = 0;
+        morl_targets(&count);
+        morl_compiler* compiler = morl_compiler_create();
+        morl_node node = {};
+        node.size = sizeof node;
+        const morl_text* names = nullptr;
+        morl_request request = {};
+        request.size = sizeof request;
+        request.nodes = &name;
+        request.node_count = 1;
+        request.target = {"glsl", 4};
+        request.wants_report = request.wants_warnings = 1;
+        morl_result* result = nullptr;
+        if (compiler == nullptr || fails(morl_load_nodes(compiler, name, text)) ||
+            fails(morl_get_node_names(compiler, &names, &count)) ||
+            fails(morl_get_node(compiler, name, &node)) || fails(morl_set_node(compiler, &node)) ||
+            fails(morl_compile(compiler, &request, &result))) {
+            EXPECT_EQ(result, nullptr);
+        }
+        morl_result_destroy(result);
+        morl_compiler_destroy(compiler);
+    };
+    use();  // makes what exists once per process
+    morl_test::ResetAllocations();
+    for (std::size_t n = 1;; ++n) {
+        morl_release_memory();
+        morl_test::FailAllocation(n);
+        use();
+        if (!morl_test::FailAllocation(0)) {
+            break;
+        }
+    }
+    morl_release_memory();
+    EXPECT_EQ(morl_test::Allocations().live, 0U);
+    EXPECT_GT(failures, 50U);
 }
 
 }  // namespace

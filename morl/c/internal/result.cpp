@@ -46,6 +46,35 @@ std::vector<morl_declare> ToDeclares(const std::vector<ReportDeclare>& declares)
     });
 }
 
+std::vector<morl_line> ToLines(const std::vector<ReportLine>& lines)
+{
+    return ConvertAll(lines,
+                      [](const ReportLine& line) { return morl_line{line.node, line.line}; });
+}
+
+std::vector<morl_macro> ToMacros(const std::vector<ReportMacro>& macros)
+{
+    return ConvertAll(macros, [](const ReportMacro& macro) {
+        return morl_macro{ToText(macro.name), macro.value, macro.isSet ? 1 : 0};
+    });
+}
+
+std::vector<morl_warning> ToWarnings(const std::vector<ReportWarning>& warnings)
+{
+    return ConvertAll(warnings, [](const ReportWarning& warning) {
+        return morl_warning{ToText(warning.check), ToText(warning.node), ToText(warning.text),
+                            warning.line, warning.column};
+    });
+}
+
+/// Points a host to a list.
+template <class Element>
+void Point(const std::vector<Element>& list, const Element*& first, std::size_t& count)
+{
+    first = list.data();
+    count = list.size();
+}
+
 }  // namespace
 
 morl_text ToText(std::string_view text)
@@ -77,36 +106,35 @@ std::vector<morl_fault> ToFaults(const std::vector<NodeTextFault>& faults)
 
 }  // namespace ns_ruke
 
-morl_result::morl_result(ns_ruke::ShaderOutput newOutput, ns_ruke::PassReport newReport)
+morl_result::morl_result(ns_ruke::ShaderOutput newOutput, ns_ruke::PassReport newReport,
+                         std::vector<ns_ruke::ReportWarning> newWarnings)
     : output(std::move(newOutput)),
       report(std::move(newReport)),
+      foundWarnings(std::move(newWarnings)),
       semantics(ns_ruke::ToSemantics(output)),
       uniforms(ns_ruke::ToTexts(output.uniformNames)),
       faults(ns_ruke::ToFaults(report.faults)),
       nodes(ns_ruke::ToTexts(report.nodes)),
-      lines(ns_ruke::ConvertAll(report.lines,
-                                [](const ns_ruke::ReportLine& line) {
-                                    return morl_line{line.node, line.line};
-                                })),
+      lines(ns_ruke::ToLines(report.lines)),
       uniformDeclares(ns_ruke::ToDeclares(report.uniforms)),
       inputs(ns_ruke::ToDeclares(report.inputs)),
       outputs(ns_ruke::ToDeclares(report.outputs)),
-      macros(ns_ruke::ConvertAll(
-          report.macros,
-          [](const ns_ruke::ReportMacro& macro) {
-              return morl_macro{ns_ruke::ToText(macro.name), macro.value, macro.isSet ? 1 : 0};
-          })),
+      macros(ns_ruke::ToMacros(report.macros)),
       unusedMacros(ns_ruke::ToTexts(report.unusedMacros)),
-      view({sizeof(morl_output),    ns_ruke::ToText(output.code),
-            semantics.data(),       semantics.size(),
-            uniforms.data(),        uniforms.size(),
-            faults.data(),          faults.size(),
-            nodes.data(),           nodes.size(),
-            lines.data(),           lines.size(),
-            uniformDeclares.data(), uniformDeclares.size(),
-            inputs.data(),          inputs.size(),
-            outputs.data(),         outputs.size(),
-            macros.data(),          macros.size(),
-            unusedMacros.data(),    unusedMacros.size()})
+      warnings(ns_ruke::ToWarnings(foundWarnings)),
+      view()
 {
+    view.size = sizeof view;
+    view.code = ns_ruke::ToText(output.code);
+    ns_ruke::Point(semantics, view.semantics, view.semantic_count);
+    ns_ruke::Point(uniforms, view.uniforms, view.uniform_count);
+    ns_ruke::Point(faults, view.faults, view.fault_count);
+    ns_ruke::Point(nodes, view.nodes, view.node_count);
+    ns_ruke::Point(lines, view.lines, view.line_count);
+    ns_ruke::Point(uniformDeclares, view.uniform_declares, view.uniform_declare_count);
+    ns_ruke::Point(inputs, view.inputs, view.input_count);
+    ns_ruke::Point(outputs, view.outputs, view.output_count);
+    ns_ruke::Point(macros, view.macros, view.macro_count);
+    ns_ruke::Point(unusedMacros, view.unused_macros, view.unused_macro_count);
+    ns_ruke::Point(warnings, view.warnings, view.warning_count);
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "morl/c/morl.h"
+#include "morl/check/checks.h"
 #include "morl/compiler/node_text.h"
 #include "morl/compiler/pass_report.h"
 #include "morl/compiler/shader_output.h"
@@ -11,13 +12,15 @@
 
 /// What a request has given, and the structures of the C interface that point into it.
 struct morl_result {
-    morl_result(ns_ruke::ShaderOutput newOutput, ns_ruke::PassReport newReport);
+    morl_result(ns_ruke::ShaderOutput newOutput, ns_ruke::PassReport newReport,
+                std::vector<ns_ruke::ReportWarning> newWarnings);
     morl_result(const morl_result&) = delete;
     morl_result& operator=(const morl_result&) = delete;
     ~morl_result() = default;
 
     ns_ruke::ShaderOutput output;
     ns_ruke::PassReport report;
+    std::vector<ns_ruke::ReportWarning> foundWarnings;
     std::vector<morl_semantic> semantics;
     std::vector<morl_text> uniforms;
     std::vector<morl_fault> faults;
@@ -28,6 +31,7 @@ struct morl_result {
     std::vector<morl_declare> outputs;
     std::vector<morl_macro> macros;
     std::vector<morl_text> unusedMacros;
+    std::vector<morl_warning> warnings;
     morl_output view;
 };
 

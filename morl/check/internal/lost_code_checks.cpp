@@ -122,7 +122,9 @@ private:
     void Check(const std::vector<MorlSentence*>& sentences, bool isLoopBody)
     {
         for (const MorlSentence* sentence : sentences) {
-            Check(*sentence, isLoopBody);
+            if (sentence != nullptr) {
+                Check(*sentence, isLoopBody);
+            }
         }
     }
 

@@ -34,7 +34,7 @@ private:
                       ScopeEntry::Kind kind);
     void CheckName(std::string_view name, std::uint32_t offset);
     void Statements(const std::vector<MorlSentence*>& sentences);
-    void Statement(const MorlSentence& sentence);
+    void Statement(const MorlSentence* sentence);  ///< may be null
     void Assignment(const MorlAssignSentence& assignment, ScopeEntry::Kind kind);
     void CheckAssigned(const MorlAssignSentence& assignment, ValueType target, ValueType value);
     void MarkWritten(const MorlExpression* target);

@@ -73,7 +73,7 @@ void PassChecker::Run()
     for (std::size_t origin = 0; origin < input.link.origins.size(); ++origin) {
         node = static_cast<int>(origin);
         for (; i < input.link.origins[origin].sentences; ++i) {
-            Statement(*sentences[i]);
+            Statement(sentences[i]);
         }
     }
     scope.EndBlock();
@@ -241,30 +241,30 @@ void PassChecker::Statements(const std::vector<MorlSentence*>& sentences)
 {
     scope.BeginBlock();
     for (const MorlSentence* sentence : sentences) {
-        Statement(*sentence);
+        Statement(sentence);
     }
     scope.EndBlock();
 }
 
-void PassChecker::Statement(const MorlSentence& sentence)
+void PassChecker::Statement(const MorlSentence* sentence)
 {
-    switch (sentence.unitType) {
+    switch (sentence != nullptr ? sentence->unitType : TOKEN_NONE) {
     case TOKEN_DEFINITION_SENTENCE: {
-        const auto& definition = static_cast<const MorlDefinitionSentence&>(sentence);
+        const auto& definition = static_cast<const MorlDefinitionSentence&>(*sentence);
         Expression(definition.arraySize);
         DeclareLocal(definition.name, definition.varType, definition.arraySize != nullptr,
                      definition.offset, Kind::Local);
         break;
     }
     case TOKEN_ASSIGN:
-        Assignment(static_cast<const MorlAssignSentence&>(sentence), Kind::Local);
+        Assignment(static_cast<const MorlAssignSentence&>(*sentence), Kind::Local);
         break;
     case TOKEN_IF:
     case TOKEN_ELSE:
-        If(static_cast<const MorlIfSentence&>(sentence));
+        If(static_cast<const MorlIfSentence&>(*sentence));
         break;
     case TOKEN_FOR:
-        For(static_cast<const MorlForSentence&>(sentence));
+        For(static_cast<const MorlForSentence&>(*sentence));
         break;
     default:
         break;

@@ -19,8 +19,7 @@ struct TextRecord {
     std::string stage;                  ///< "vertex" or "fragment"
     std::string hash;                   ///< of the text; changes when the text does
     std::vector<std::string> uniforms;  ///< in the order of their declarations
-    /// The registers of the samplers bound to SAUTO, and of other uniforms to which the manifest
-    /// assigns one.
+    /// The registers of the samplers that are bound to SAUTO.
     std::map<std::string, int> samplers;
     std::map<std::string, std::string> semantics;  ///< assigned texture coordinates
     /// The macros that the text's nodes ask for, with their values in its first variant; null: the

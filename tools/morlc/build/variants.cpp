@@ -10,7 +10,6 @@
 #include <atomic>
 #include <exception>
 #include <mutex>
-#include <optional>
 #include <set>
 #include <string_view>
 #include <thread>
@@ -123,17 +122,11 @@ std::string FindBroken(const std::vector<std::string>& names, const Worker& work
     return found != names.end() ? *found : "";
 }
 
-/// The register of a uniform: as written, or as a target that writes registers would write it.
-std::optional<int> RegisterOf(const ManifestShader& shader, const ns_ruke::ReportDeclare& uniform)
+/// The register of a sampler that is bound to SAUTO: what the targets that write registers write.
+int RegisterOf(const ManifestShader& shader, const std::string& name)
 {
-    if (uniform.number >= 0) {
-        return uniform.number;
-    }
-    const auto assigned = shader.samplers.find(uniform.name);
-    if (assigned != shader.samplers.end()) {
-        return assigned->second;
-    }
-    return uniform.semantic == kAutomaticRegister ? std::optional(0) : std::nullopt;
+    const auto assigned = shader.samplers.find(name);
+    return assigned != shader.samplers.end() ? assigned->second : 0;
 }
 
 TextRecord MakeTextRecord(const ManifestShader& shader, const std::string& target,
@@ -146,8 +139,8 @@ TextRecord MakeTextRecord(const ManifestShader& shader, const std::string& targe
     record.uniforms = text.output.uniformNames;
     record.semantics.insert(text.output.semantics.begin(), text.output.semantics.end());
     for (const ns_ruke::ReportDeclare& uniform : text.report.uniforms) {
-        if (const std::optional<int> number = RegisterOf(shader, uniform)) {
-            record.samplers[uniform.name] = *number;
+        if (uniform.semantic == kAutomaticRegister) {
+            record.samplers[uniform.name] = RegisterOf(shader, uniform.name);
         }
     }
     const MacroValues values = shader.Macros(text.first, target);
@@ -171,9 +164,12 @@ void AddTexts(const ManifestShader& shader, const std::string& target, const Sta
     for (PassText& text : texts.texts) {
         const std::string file =
             shader.name + "/" + target + "/" + shader.VariantName(text.first) + stage.extension;
-        built.record.texts[file] = MakeTextRecord(shader, target, stage, text);
         built.macros.insert(text.macros.begin(), text.macros.end());
-        built.uniforms.insert(text.output.uniformNames.begin(), text.output.uniformNames.end());
+        for (const ns_ruke::ReportDeclare& uniform : text.report.uniforms) {
+            (uniform.semantic == kAutomaticRegister ? built.samplers : built.otherUniforms)
+                .insert(uniform.name);
+        }
+        built.record.texts[file] = MakeTextRecord(shader, target, stage, text);
         built.codes[file] = std::move(text.output.code);
         files[&text] = built.record.File(file);
     }
@@ -396,10 +392,18 @@ private:
     void ReportUnused(const ManifestShader& shader, const BuiltShader& built) const
     {
         WarnAboutUnused(shader.macroPlaces, built.macros,
-                        "no node of shader '" + shader.name + "' asks for the macro",
+                        "no text of shader '" + shader.name + "' depends on the macro",
                         work.diagnostics);
-        WarnAboutUnused(shader.samplerPlaces, built.uniforms,
-                        "shader '" + shader.name + "' has no sampler", work.diagnostics);
+        NamePlaces samplers = shader.samplerPlaces;
+        for (const auto& [name, place] : shader.samplerPlaces) {
+            if (built.otherUniforms.count(name) > 0) {
+                work.diagnostics.Report(WarningAt(
+                    place, "'" + name + "' is not bound to SAUTO, so this register has no effect"));
+                samplers.erase(name);
+            }
+        }
+        WarnAboutUnused(samplers, built.samplers, "shader '" + shader.name + "' has no sampler",
+                        work.diagnostics);
     }
 
     const VariantWork& work;

@@ -35,7 +35,8 @@ struct BuiltShader {
     std::map<std::string, std::string> codes;  ///< the texts, by file
     std::size_t passes = 0;                    ///< how many texts there were, duplicates included
     std::set<std::string> macros;              ///< those that its nodes ask for
-    std::set<std::string> uniforms;            ///< those of all its texts
+    std::set<std::string> samplers;            ///< those that are bound to SAUTO
+    std::set<std::string> otherUniforms;       ///< all others
     bool failed = false;                       ///< an error was reported; the rest must not be used
 };
 
