@@ -18,7 +18,8 @@ std::vector<const ReportDeclare*> Varyings(const std::vector<ReportDeclare>& dec
 {
     std::vector<const ReportDeclare*> list;
     for (const ReportDeclare& declare : declares) {
-        if (declare.semantic != kPositionSemantic) {
+        // A declaration without a name is what is left of a lost macro block.
+        if (declare.semantic != kPositionSemantic && !declare.name.empty()) {
             list.push_back(&declare);
         }
     }

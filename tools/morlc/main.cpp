@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "build/build.h"
+#include "check/check.h"
 #include "compile.h"
 #include "graph/node_graph.h"
 #include "graph/node_list.h"
@@ -47,6 +48,9 @@ void Run(const Options& options, Diagnostics& diagnostics)
     case Command::Build:
         Build(options, diagnostics);
         break;
+    case Command::Check:
+        Check(options, diagnostics);
+        break;
     }
 }
 
@@ -62,6 +66,7 @@ int Main(int argc, char** argv)
     const bool asJson = options.common.diagnostics == "json";
     Diagnostics diagnostics(asJson ? DiagnosticFormat::Json : DiagnosticFormat::Text,
                             options.common.verbose);
+    diagnostics.SetShowAll(options.common.showAll);
     try {
         Run(options, diagnostics);
     } catch (const DiagnosticError& error) {
@@ -69,7 +74,8 @@ int Main(int argc, char** argv)
     } catch (const std::exception& error) {
         diagnostics.Error(error.what());
     }
-    return diagnostics.ErrorCount() > 0 ? kErrors : kSuccess;
+    const bool isFound = options.command == Command::Check && diagnostics.WarningCount() > 0;
+    return isFound || diagnostics.ErrorCount() > 0 ? kErrors : kSuccess;
 }
 
 }  // namespace

@@ -15,8 +15,8 @@ namespace morlc {
 namespace {
 
 constexpr unsigned kMaxJobs = 256;
-constexpr const char* kBuildFirst =
-    " (give the options of a build behind 'build', and a node of this name behind '--')";
+constexpr const char* kCommandFirst =
+    " (give the options of a command behind its name, and a node of this name behind '--')";
 constexpr const char* kExitStatus =
     "Exit status: 0 without errors, 1 after any error, 2 for wrong usage.";
 
@@ -84,6 +84,7 @@ void DeclareCommon(CLI::App& app, CommonOptions& options)
                    "How problems are written: text, or json (one object a line)")
         ->type_name("FORMAT")
         ->check(CLI::IsMember(std::vector<std::string>{"text", "json"}));
+    app.add_flag("--all", options.showAll, "Show every message of a line, not only the first");
     app.add_flag("--verbose", options.verbose, "Also report which nodes are parsed");
 }
 
@@ -223,6 +224,97 @@ void DeclareBuild(CLI::App& app, CommonOptions& common, BuildOptions& options)
         kExitStatus);
 }
 
+/// Refuses a name that "-W" does not know.
+std::string CheckWarningName(const std::string& name)
+{
+    std::vector<std::string> names = {"verdict"};
+    for (const ns_ruke::CheckInfo& check : ns_ruke::MorlChecks()) {
+        names.emplace_back(check.name);
+        names.emplace_back(check.group);
+    }
+    const std::string plain = name.compare(0, 3, "no-") == 0 ? name.substr(3) : name;
+    const bool isKnown = std::find(names.begin(), names.end(), plain) != names.end();
+    return isKnown ? "" : "unknown check '" + plain + "'" + Suggestion(names, plain);
+}
+
+void DeclareCheck(CLI::App& app, CommonOptions& common, CheckOptions& options)
+{
+    DeclareCommon(app, common);
+    app.add_option("FILE", options.pass.nodes, "The manifest; with --stage, the nodes of the pass")
+        ->type_name("");
+    TakesMany(app.add_option("-t,--target", options.targets, "Check only these targets")
+                  ->type_name("TARGET,...")
+                  ->delimiter(',')
+                  ->check(CLI::IsMember(ns_ruke::MorlTargets())));
+    CLI::Option* const stage =
+        app.add_option_function<std::string>(
+               "-s,--stage",
+               [&options](const std::string& name) {
+                   options.pass.stage =
+                       name == "vertex" ? ns_ruke::kVertexStage : ns_ruke::kFragmentStage;
+               },
+               "One pass: its stage")
+            ->type_name("STAGE")
+            ->check(CLI::IsMember(std::vector<std::string>{"vertex", "fragment"}));
+    CLI::Option* const vertex =
+        TakesMany(app.add_option("--vertex", options.pass.vertexNodes,
+                                 "Both passes: the nodes of the vertex pass")
+                      ->type_name("NODE,...")
+                      ->delimiter(','));
+    CLI::Option* const fragment =
+        TakesMany(app.add_option("--fragment", options.pass.fragmentNodes,
+                                 "Both passes: the nodes of the fragment pass")
+                      ->type_name("NODE,...")
+                      ->delimiter(','));
+    vertex->needs(fragment)->excludes(stage);
+    fragment->needs(vertex);
+    AddAssignments(app, "-D,--define", options.pass.macros, "Give a macro a value");
+    AddAssignments(app, "--sampler", options.pass.samplers,
+                   "Give a sampler bound to SAUTO a register");
+    TakesMany(app.add_option("--shader", options.shaders, "Check only these shaders")
+                  ->type_name("NAME,...")
+                  ->delimiter(','));
+    TakesMany(
+        app.add_option("-W", options.warnings,
+                       "Look for NAME, a check or a group of checks; or no longer, with no-NAME")
+            ->type_name("NAME")
+            ->check(CheckWarningName));
+    app.add_flag("--werror", options.warningsAsErrors, "Warnings are errors");
+    app.add_flag("--show-generated", options.showGenerated,
+                 "Also show the generated line that a compiler complains about");
+    app.add_option("-j,--jobs", options.jobs, "Use N threads (0, the default: one per processor)")
+        ->type_name("N")
+        ->check(CLI::Range(0U, kMaxJobs));
+    app.add_flag("-q,--quiet", options.quiet, "No progress");
+    app.footer(
+        "Looks for mistakes in all shaders of a manifest, in both passes of a shader, or in one\n"
+        "pass, in all targets, and shows them at their places in the nodes. Writes nothing.\n\n"
+        "Exit status: 0 if nothing was found, 1 after any warning or error, 2 for wrong usage.");
+}
+
+/// Sorts out what the arguments of a check name.
+void ReadCheckSubject(const CLI::App& app, CheckOptions& options)
+{
+    const bool isOnePass = app.count("--stage") > 0;
+    if (isOnePass && options.pass.nodes.empty()) {
+        throw CLI::RequiredError("NODE");
+    }
+    if (isOnePass || (options.pass.BothPasses() && options.pass.nodes.empty())) {
+        return;
+    }
+    if (options.pass.BothPasses() || options.pass.nodes.size() > 1) {
+        throw CLI::ValidationError(
+            "FILE", "name one manifest, or --stage and nodes, or --vertex and --fragment");
+    }
+    if (options.pass.nodes.empty()) {
+        throw CLI::RequiredError("FILE");
+    }
+    if (!options.pass.macros.empty() || !options.pass.samplers.empty()) {
+        throw CLI::ValidationError("FILE", "a manifest has its own macros and samplers");
+    }
+    options.manifest = options.pass.nodes.front();
+}
+
 /// Checks for the options that a pass needs. They are not declared as required, because both passes
 /// together and lists need other ones.
 void CheckPass(const CLI::App& app, const Options& options)
@@ -280,7 +372,8 @@ std::string DescribeExtras(const CLI::App& app)
 
 ExitStatus Refuse(const CLI::App& command, const std::string& reason)
 {
-    const std::string name = command.get_parent() == nullptr ? "morlc" : "morlc build";
+    const std::string name =
+        command.get_parent() == nullptr ? "morlc" : "morlc " + command.get_name();
     std::fprintf(stderr, "morlc: error: %s\nSee '%s --help'.\n", reason.c_str(), name.c_str());
     return kUsage;
 }
@@ -296,30 +389,39 @@ bool ReadOptions(int argc, char** argv, Options& options, ExitStatus& status)
     const std::vector<CLI::Option*> own = DeclareMain(app, options);
     CLI::App* const build = app.add_subcommand("build", "Build the shaders of a manifest");
     DeclareBuild(*build, options.common, options.build);
+    CLI::App* const check = app.add_subcommand("check", "Look for mistakes in shaders");
+    DeclareCheck(*check, options.common, options.check);
     for (CLI::Option* const option : own) {
         build->excludes(option);
+        check->excludes(option);
     }
+    const auto parsed = [&]() -> const CLI::App* {
+        return build->parsed() ? build : check->parsed() ? check : &app;
+    };
     const CLI::App* command = &app;
     try {
         app.parse(argc, argv);
-        command = build->parsed() ? build : &app;
+        command = parsed();
         RefuseEmpty(app);
-        RefuseEmpty(*build);
+        RefuseEmpty(*command);
         if (command == build) {
             options.command = Command::Build;
+        } else if (command == check) {
+            options.command = Command::Check;
+            ReadCheckSubject(*check, options.check);
         } else if (options.command == Command::Pass) {
             CheckPass(app, options);
         }
         return true;
     } catch (const CLI::ExtrasError&) {
-        command = build->parsed() ? build : &app;
+        command = parsed();
         status = Refuse(*command, DescribeExtras(*command));
     } catch (const CLI::ExcludesError& error) {
         const std::string text = error.what();
-        const bool isMixed = text.compare(0, 6, "build ") == 0;
-        status = Refuse(build->parsed() ? *build : app, text + (isMixed ? kBuildFirst : ""));
+        const bool isMixed = text.compare(0, 6, "build ") == 0 || text.compare(0, 6, "check ") == 0;
+        status = Refuse(*parsed(), text + (isMixed ? kCommandFirst : ""));
     } catch (const CLI::ParseError& error) {
-        command = build->parsed() ? build : &app;
+        command = parsed();
         status = error.get_exit_code() == 0 ? kSuccess : Refuse(*command, error.what());
         if (status == kSuccess) {
             app.exit(error);

@@ -17,13 +17,14 @@ enum ExitStatus {
 };
 
 /// What is asked for.
-enum class Command { Pass, List, Graph, Build };
+enum class Command { Pass, List, Graph, Build, Check };
 
 /// What every command understands.
 struct CommonOptions {
     std::string directory = ".";       ///< entered before anything else
     std::string diagnostics = "text";  ///< how problems are written: "text" or "json"
     bool verbose = false;
+    bool showAll = false;  ///< also the further messages of a line
 };
 
 /// One pass, or both passes of a shader.
@@ -55,6 +56,19 @@ struct BuildOptions {
     bool quiet = false;
 };
 
+/// What to look for mistakes in: the shaders of a manifest, or one pass or both of a shader.
+struct CheckOptions {
+    std::string manifest;  ///< empty: the passes
+    PassOptions pass;
+    std::vector<std::string> targets;   ///< empty: all of them
+    std::vector<std::string> shaders;   ///< of the manifest; empty: all of them
+    std::vector<std::string> warnings;  ///< names of checks, with "no-" those that are off
+    bool warningsAsErrors = false;
+    bool showGenerated = false;
+    std::size_t jobs = 0;  ///< threads; 0: one per processor
+    bool quiet = false;
+};
+
 struct Options {
     Command command = Command::Pass;
     std::string program;  ///< the path of this tool
@@ -62,6 +76,7 @@ struct Options {
     std::string output = "-";  ///< a file ("-": standard output); a directory for both passes
     PassOptions pass;
     BuildOptions build;
+    CheckOptions check;
 };
 
 /// Reads the command line into `options`. Returns true to continue. Otherwise the process must end

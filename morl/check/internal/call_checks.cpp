@@ -16,6 +16,35 @@ std::string Quoted(const std::string& name)
     return "'" + name + "'";
 }
 
+/// How many arguments an intrinsic takes; 0: it is not checked here.
+std::size_t ArgumentCountOf(ENUM_TOKEN function)
+{
+    switch (function) {
+    case TOKEN_SATURATE:
+    case TOKEN_LENGTH:
+    case TOKEN_NORMALIZE:
+    case TOKEN_SIN:
+    case TOKEN_COS:
+    case TOKEN_TAN:
+    case TOKEN_COT:
+    case TOKEN_ABS:
+        return 1;
+    case TOKEN_CLAMP:
+    case TOKEN_LERP:
+        return 3;
+    case TOKEN_MAX:
+    case TOKEN_MIN:
+    case TOKEN_REFLECT:
+    case TOKEN_DOT:
+    case TOKEN_CROSS:
+    case TOKEN_MUL:
+    case TOKEN_POW:
+        return 2;
+    default:
+        return 0;
+    }
+}
+
 /// The first argument that may be a number beside vectors, in GLSL; all before it are alike.
 std::size_t FirstFreeArgument(ENUM_TOKEN function)
 {
@@ -40,6 +69,12 @@ ValueType PassChecker::Call(const MorlFunctionCall& call)
     arguments.reserve(call.arguments.size());
     for (const MorlExpression* argument : call.arguments) {
         arguments.push_back(Expression(argument));
+    }
+    const std::size_t expected = ArgumentCountOf(call.functionToken);
+    if (expected > 0 && arguments.size() != expected) {
+        Warn(CheckKind::ArgumentCount, call.offset, call.name,
+             ": " + std::to_string(arguments.size()) + " for " + std::to_string(expected));
+        return {};
     }
     switch (call.functionToken) {
     case TOKEN_FLOAT4X4_TRANPOSE:

@@ -13,6 +13,7 @@ enum class CheckKind : std::uint8_t {
     UnknownReference,
     Redeclared,
     RepeatedName,
+    ArgumentCount,
     UnsetMacro,
     UnusedMacro,
     MacroAsValue,

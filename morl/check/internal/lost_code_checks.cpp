@@ -55,9 +55,7 @@ private:
         case MorlLostKind::Statement:
         case MorlLostKind::Semicolon:
         case MorlLostKind::Word:
-            if (!hasFaults) {
-                Warn(CheckKind::NoEffect, lost.offset);
-            }
+            WarnOfNoEffect(lost.offset);
             break;
         case MorlLostKind::Block:
             if (!hasFaults) {
@@ -72,6 +70,7 @@ private:
             break;
         case MorlLostKind::While:
             Warn(CheckKind::While, lost.offset);
+            lastLine = node.PlaceOf(lost.offset).line;
             break;
         case MorlLostKind::Main:
             Warn(CheckKind::SecondMain, lost.offset, LineOf(lost.cause));
@@ -80,6 +79,16 @@ private:
             Warn(CheckKind::MainInBlock, lost.offset);
             break;
         }
+    }
+
+    /// Once for a line: a statement that yields nothing leaves its ";" behind, and more.
+    void WarnOfNoEffect(std::uint32_t offset)
+    {
+        const int line = node.PlaceOf(offset).line;
+        if (line != lastLine && node.GetFaults().empty()) {
+            Warn(CheckKind::NoEffect, offset);
+        }
+        lastLine = line;
     }
 
     std::string WordAt(std::uint32_t offset) const
@@ -174,6 +183,7 @@ private:
     int index;
     WarningList& warnings;
     const MorlProgram& program;
+    int lastLine = 0;  ///< on which something without effect was found
 };
 
 }  // namespace

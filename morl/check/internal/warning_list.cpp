@@ -22,11 +22,10 @@ bool Concerns(const CheckInfo& info, const std::string& target)
 std::string TextOf(const CheckInfo& info, std::string_view name, std::string_view hint)
 {
     std::string text = StringHelper::ReplaceAll(std::string(info.text), "{}", std::string(name));
-    text += hint;
     if (!info.cure.empty()) {
         text.append(info.group == "targets" ? "; instead: " : "; ").append(info.cure);
     }
-    return text;
+    return text.append(hint);
 }
 
 }  // namespace

@@ -6,9 +6,10 @@
 #include "json_file.h"
 #include "node_files.h"
 #include "output_file.h"
+#include "parallel.h"
+#include "progress.h"
 #include "text.h"
 
-#include <unistd.h>
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -17,7 +18,6 @@
 #include <iomanip>
 #include <optional>
 #include <sstream>
-#include <thread>
 #include <utility>
 
 namespace morlc {
@@ -34,45 +34,6 @@ struct Totals {
     std::size_t passes = 0;
     std::size_t texts = 0;    ///< different ones
     std::size_t written = 0;  ///< those that were new or had changed
-};
-
-/// A line on a terminal that is rewritten in place, and erased at the end. Shown only on a
-/// terminal.
-class Progress {
-public:
-    Progress(std::size_t newTotal, bool quiet)
-        : total(newTotal), isShown(!quiet && ::isatty(STDERR_FILENO) == 1)
-    {
-    }
-    Progress(const Progress&) = delete;
-    Progress& operator=(const Progress&) = delete;
-    ~Progress() { Clear(); }
-
-    void Show(std::size_t done)
-    {
-        constexpr std::chrono::milliseconds kInterval(50);
-        const Clock::time_point now = Clock::now();
-        if (done == total) {
-            Clear();
-        } else if (isShown && now - last >= kInterval) {
-            last = now;
-            std::fprintf(stderr, "\r[%zu/%zu] variants", done, total);
-            std::fflush(stderr);
-        }
-    }
-
-private:
-    void Clear()
-    {
-        if (isShown && last != Clock::time_point()) {
-            std::fputs("\r\x1b[K", stderr);
-            last = Clock::time_point();
-        }
-    }
-
-    std::size_t total;
-    bool isShown;
-    Clock::time_point last;  ///< when it was last shown; unset if it is not visible
 };
 
 std::string Counted(std::size_t count, const char* what)
@@ -180,7 +141,7 @@ public:
         const Clock::time_point start = Clock::now();
         const std::vector<Variant> variants = ListVariants(manifest, options.shaders);
         const Compilers compilers =
-            LoadCompilers(ThreadCount(variants.size()), prefix, diagnostics);
+            LoadCompilers(ThreadCount(options.jobs, variants.size()), prefix, diagnostics);
         if (compilers.empty()) {
             return;
         }
@@ -202,13 +163,6 @@ public:
     }
 
 private:
-    std::size_t ThreadCount(std::size_t variants) const
-    {
-        const std::size_t wanted =
-            options.jobs > 0 ? options.jobs : std::max(std::thread::hardware_concurrency(), 1U);
-        return std::clamp<std::size_t>(variants, 1, wanted);
-    }
-
     /// Done first, because parsing a record takes more memory than anything that follows.
     void ReadOldTexts(const std::vector<Variant>& variants)
     {
@@ -223,9 +177,9 @@ private:
     std::vector<BuiltShader> Compile(const std::vector<Variant>& variants,
                                      const Compilers& compilers)
     {
-        Progress progress(variants.size(), options.quiet);
+        Progress progress(variants.size(), "variants", options.quiet);
         return CompileVariants({manifest, variants, compilers, diagnostics,
-                                [&](std::size_t done) { progress.Show(done); }});
+                                [&](std::size_t count) { progress.Advance(count); }});
     }
 
     void Write(const ManifestShader& shader, const BuiltShader& built)

@@ -2,17 +2,14 @@
 #include "build/variants.h"
 
 #include "build/pass_texts.h"
-#include "nearest.h"
+#include "build/unused_names.h"
+#include "parallel.h"
 #include "text.h"
 
 #include <algorithm>
 #include <array>
-#include <atomic>
-#include <exception>
-#include <mutex>
+#include <deque>
 #include <set>
-#include <string_view>
-#include <thread>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
@@ -26,9 +23,6 @@ using ns_ruke::ShaderOutput;
 
 /// The most variants that a thread takes at a time; neighbours are made from the same nodes.
 constexpr std::size_t kMaxBatch = 8;
-
-/// The semantic of samplers whose registers the host assigns.
-constexpr std::string_view kAutomaticRegister = "SAUTO";
 
 struct Stage {
     int number;  ///< as PassProperty has it
@@ -53,21 +47,6 @@ struct Worker {
     MorlCompiler& compiler;
     std::set<std::string> broken;            ///< nodes with faults
     std::unordered_set<std::string> seen{};  ///< diagnostics, by identity
-};
-
-/// Joins its threads when it is destroyed.
-struct Threads {
-    Threads() = default;
-    Threads(const Threads&) = delete;
-    Threads& operator=(const Threads&) = delete;
-    ~Threads()
-    {
-        for (std::thread& thread : list) {
-            thread.join();
-        }
-    }
-
-    std::vector<std::thread> list;
 };
 
 /// What all variants of one pass have in common.
@@ -164,11 +143,8 @@ void AddTexts(const ManifestShader& shader, const std::string& target, const Sta
     for (PassText& text : texts.texts) {
         const std::string file =
             shader.name + "/" + target + "/" + shader.VariantName(text.first) + stage.extension;
-        built.macros.insert(text.macros.begin(), text.macros.end());
-        for (const ns_ruke::ReportDeclare& uniform : text.report.uniforms) {
-            (uniform.semantic == kAutomaticRegister ? built.samplers : built.otherUniforms)
-                .insert(uniform.name);
-        }
+        built.used.Add(text.report);
+        built.used.macros.insert(text.macros.begin(), text.macros.end());
         built.record.texts[file] = MakeTextRecord(shader, target, stage, text);
         built.codes[file] = std::move(text.output.code);
         files[&text] = built.record.File(file);
@@ -178,23 +154,6 @@ void AddTexts(const ManifestShader& shader, const std::string& target, const Sta
         (stage.number == ns_ruke::kVertexStage ? record.vertex : record.fragment) = files.at(text);
     }
     built.passes += texts.byVariant.size();
-}
-
-/// Warns about names of the manifest that a shader does not have. Suggests only those that the
-/// manifest does not name.
-void WarnAboutUnused(const NamePlaces& named, const std::set<std::string>& known,
-                     const std::string& text, Diagnostics& diagnostics)
-{
-    std::vector<std::string> others;
-    std::copy_if(known.begin(), known.end(), std::back_inserter(others),
-                 [&](const std::string& name) { return named.count(name) == 0; });
-    for (const auto& [name, place] : named) {
-        if (known.count(name) == 0) {
-            std::string warning = text;
-            warning.append(" '").append(name).append("'").append(Suggestion(others, name));
-            diagnostics.Report(WarningAt(place, warning));
-        }
-    }
 }
 
 /// The state that the threads of a build share.
@@ -219,18 +178,21 @@ public:
 
     void Run()
     {
-        const std::size_t share = work.variants.size() / (4 * work.compilers.size());
-        batch = std::clamp<std::size_t>(share, 1, kMaxBatch);
-        {
-            Threads threads;
-            for (std::size_t i = 1; i < work.compilers.size(); ++i) {
-                threads.list.emplace_back([this, i] { Work(*work.compilers[i]); });
+        const std::size_t threads = work.compilers.size();
+        const std::size_t count = work.variants.size();
+        const std::size_t batch = std::clamp<std::size_t>(count / (4 * threads), 1, kMaxBatch);
+        std::deque<Worker> workers;
+        for (const std::unique_ptr<MorlCompiler>& compiler : work.compilers) {
+            workers.push_back({*compiler, {}});
+        }
+        RunParallel(threads, (count + batch - 1) / batch, [&](std::size_t thread, std::size_t i) {
+            const std::size_t begin = i * batch;
+            const std::size_t end = std::min(begin + batch, count);
+            for (std::size_t variant = begin; variant < end; ++variant) {
+                Compile(workers[thread], work.variants[variant], reports[variant]);
             }
-            Work(*work.compilers[0]);
-        }
-        if (failure) {
-            std::rethrow_exception(failure);
-        }
+            work.progress(end - begin);
+        });
     }
 
     std::vector<BuiltShader> Collect()
@@ -250,35 +212,9 @@ public:
 private:
     using StageTexts = std::array<PassTexts, kStages.size()>;
 
-    /// One thread: takes variants until there are none left. Each thread meets them in their order.
-    /// A node's parse errors are therefore always reported by the first variant that uses it, on
-    /// whatever thread, so a thread may discard diagnostics it has already reported.
-    void Work(MorlCompiler& compiler)
-    {
-        Worker worker{compiler, {}};
-        try {
-            for (std::size_t begin = next.fetch_add(batch); begin < work.variants.size();
-                 begin = next.fetch_add(batch)) {
-                const std::size_t end = std::min(begin + batch, work.variants.size());
-                for (std::size_t i = begin; i < end; ++i) {
-                    Compile(worker, work.variants[i], reports[i]);
-                }
-                ShowProgress(end - begin);
-            }
-        } catch (...) {
-            const std::lock_guard<std::mutex> lock(mutex);
-            failure = std::current_exception();
-            next = work.variants.size();
-        }
-    }
-
-    void ShowProgress(std::size_t count)
-    {
-        const std::lock_guard<std::mutex> lock(mutex);
-        done += count;
-        work.progress(done);
-    }
-
+    /// Each thread meets the variants in their order. A node's parse errors are therefore always
+    /// reported by the first variant that uses it, on whatever thread, so a thread may discard
+    /// diagnostics it has already reported.
     void Compile(Worker& worker, const Variant& variant, VariantReport& report)
     {
         LogCollection log(worker.compiler, LogCollection::Mode::Keep);
@@ -384,39 +320,19 @@ private:
                 diagnostic.shader = shader.name;
                 work.diagnostics.Report(diagnostic);
             } else if (shaders[i].passes > 0) {
-                ReportUnused(work.manifest.shaders[i], shaders[i]);
+                const ManifestShader& shader = work.manifest.shaders[i];
+                ReportUnusedNames(shader.macroPlaces, shader.samplerPlaces, shaders[i].used,
+                                  "shader '" + shader.name + "'", work.diagnostics);
             }
         }
-    }
-
-    void ReportUnused(const ManifestShader& shader, const BuiltShader& built) const
-    {
-        WarnAboutUnused(shader.macroPlaces, built.macros,
-                        "no text of shader '" + shader.name + "' depends on the macro",
-                        work.diagnostics);
-        NamePlaces samplers = shader.samplerPlaces;
-        for (const auto& [name, place] : shader.samplerPlaces) {
-            if (built.otherUniforms.count(name) > 0) {
-                work.diagnostics.Report(WarningAt(
-                    place, "'" + name + "' is not bound to SAUTO, so this register has no effect"));
-                samplers.erase(name);
-            }
-        }
-        WarnAboutUnused(samplers, built.samplers, "shader '" + shader.name + "' has no sampler",
-                        work.diagnostics);
     }
 
     const VariantWork& work;
-    std::atomic<std::size_t> next{0};
     std::map<std::pair<std::size_t, std::string>, StageTexts> texts;  ///< by shader and target
     std::vector<VariantReport> reports;                               ///< by variant
     std::vector<StagePlans> plans;                                    ///< by shader
     /// Where the manifest names each node, by shader and name.
     std::vector<std::unordered_map<std::string, const Place*>> places;
-    std::size_t batch = 1;
-    std::mutex mutex;  ///< protects the members below
-    std::size_t done = 0;
-    std::exception_ptr failure;
 };
 
 }  // namespace
@@ -445,7 +361,6 @@ std::vector<BuiltShader> CompileVariants(const VariantWork& work)
 {
     VariantCompilation compilation(work);
     compilation.Run();
-    work.progress(work.variants.size());
     return compilation.Collect();
 }
 

@@ -3,6 +3,7 @@
 
 #include "build/manifest.h"
 #include "build/record.h"
+#include "build/unused_names.h"
 #include "report/diagnostics.h"
 
 #include <morl/morl.h>
@@ -10,7 +11,6 @@
 #include <functional>
 #include <map>
 #include <memory>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -34,10 +34,8 @@ struct BuiltShader {
     ShaderRecord record;
     std::map<std::string, std::string> codes;  ///< the texts, by file
     std::size_t passes = 0;                    ///< how many texts there were, duplicates included
-    std::set<std::string> macros;              ///< those that its nodes ask for
-    std::set<std::string> samplers;            ///< those that are bound to SAUTO
-    std::set<std::string> otherUniforms;       ///< all others
-    bool failed = false;                       ///< an error was reported; the rest must not be used
+    UsedNames used;
+    bool failed = false;  ///< an error was reported; the rest must not be used
 };
 
 /// What CompileVariants works on.
@@ -47,8 +45,8 @@ struct VariantWork {
     /// One per thread, each loaded from the same files.
     const std::vector<std::unique_ptr<ns_ruke::MorlCompiler>>& compilers;
     Diagnostics& diagnostics;
-    /// Called with the number of variants done so far, by one thread at a time. The last call has
-    /// the total, and comes before anything is reported.
+    /// Called with the number of variants that have been done since the last call; by several
+    /// threads at the same time, and before anything is reported.
     std::function<void(std::size_t)> progress;
 };
 

@@ -60,6 +60,18 @@ std::string Context(const Diagnostic& diagnostic)
     return " (shader '" + diagnostic.shader + "', " + diagnostic.variant + ")";
 }
 
+/// The targets and the check, in brackets.
+std::string Origin(const Diagnostic& diagnostic)
+{
+    std::string text;
+    const char* separator = " [";
+    for (const std::string& target : diagnostic.targets) {
+        text.append(std::exchange(separator, ", ")).append(target);
+    }
+    text += diagnostic.targets.empty() ? "" : "]";
+    return text + (diagnostic.check.empty() ? "" : " [-W " + diagnostic.check + "]");
+}
+
 }  // namespace
 
 Diagnostic ErrorAt(Place place, const std::string& text)
@@ -94,12 +106,23 @@ std::string FormatText(const Diagnostic& diagnostic, bool colour)
     const std::string severity =
         Painted(std::string(name.name) + ":", name.colour, colour && name.colour != nullptr);
     std::string text = Painted(Printable(Location(diagnostic)) + ":", kBold, colour) + " " +
-                       severity + " " + Printable(diagnostic.text + Context(diagnostic)) + "\n";
+                       severity + " " +
+                       Printable(diagnostic.text + Origin(diagnostic) + Context(diagnostic)) + "\n";
     const Excerpt& excerpt = diagnostic.place.excerpt;
     if (!excerpt.line.empty()) {
         const std::string indent(excerpt.caret, ' ');
         text += "    " + Printable(excerpt.line) + "\n    " + indent +
                 Painted("^", kGreen, colour) + "\n";
+    }
+    if (!diagnostic.generated.empty()) {
+        text += "    " + Printable(diagnostic.generated) + "\n";
+    }
+    if (!diagnostic.hint.empty()) {
+        text += "    " + Painted("hint:", kBold, colour) + " " + Printable(diagnostic.hint) + "\n";
+    }
+    if (diagnostic.more > 0) {
+        text +=
+            "    " + std::to_string(diagnostic.more) + " more on this line (--all shows them)\n";
     }
     return text;
 }
@@ -109,14 +132,18 @@ std::string FormatJson(const Diagnostic& diagnostic)
     Json::Value object(Json::objectValue);
     object["severity"] = NameOf(diagnostic.severity).name;
     object["message"] = diagnostic.text;
-    const std::pair<const char*, const std::string&> names[] = {{"file", diagnostic.place.file},
-                                                                {"node", diagnostic.node},
-                                                                {"shader", diagnostic.shader},
-                                                                {"variant", diagnostic.variant}};
+    const std::pair<const char*, const std::string&> names[] = {
+        {"file", diagnostic.place.file}, {"node", diagnostic.node},
+        {"shader", diagnostic.shader},   {"variant", diagnostic.variant},
+        {"check", diagnostic.check},     {"generated", diagnostic.generated},
+        {"hint", diagnostic.hint}};
     for (const auto& [member, name] : names) {
         if (!name.empty()) {
             object[member] = name;
         }
+    }
+    for (const std::string& target : diagnostic.targets) {
+        object["targets"].append(target);
     }
     if (diagnostic.place.line > 0) {
         object["line"] = diagnostic.place.line;

@@ -3,8 +3,10 @@
 
 #include "report/source_text.h"
 
+#include <cstddef>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace morlc {
 
@@ -21,8 +23,13 @@ struct Diagnostic {
     std::string shader;   ///< of the manifest; empty if no shader is affected
     std::string variant;  ///< the first affected variant of the shader, with the target; does not
                           ///< make two diagnostics different
-    std::string unknownNode;  ///< the name that `text` reports as unknown, if it does
-    std::string text;         ///< may hold anything; it is made printable when it is shown
+    std::string unknownNode;           ///< the name that `text` reports as unknown, if it does
+    std::string check;                 ///< the name of the check that found it; empty: none
+    std::vector<std::string> targets;  ///< in which it was found; empty: in all, or in none
+    std::string generated;             ///< the line of a text that it is about; empty: none
+    std::string hint;                  ///< what else may help; empty: nothing
+    std::size_t more = 0;              ///< how many others there are on the same line
+    std::string text;                  ///< may hold anything; it is made printable when it is shown
 };
 
 /// An error at a place.
@@ -54,7 +61,8 @@ enum class DiagnosticFormat { Text, Json };
 std::string FormatText(const Diagnostic& diagnostic, bool colour);
 
 /// The same as a JSON object on one line, including the line break. It has "severity", "message",
-/// and whichever of "file", "node", "shader", "variant", "line" and "column" apply.
+/// and whichever of "file", "node", "shader", "variant", "line", "column", "check", "targets",
+/// "generated" and "hint" apply.
 std::string FormatJson(const Diagnostic& diagnostic);
 
 }  // namespace morlc

@@ -2,6 +2,7 @@
 #include "report/diagnostics.h"
 
 #include "nearest.h"
+#include "report/hints.h"
 
 #include <unistd.h>
 #include <algorithm>
@@ -61,6 +62,7 @@ Diagnostics::Diagnostics(DiagnosticFormat newFormat, bool showParseLines)
 Diagnostics::~Diagnostics()
 {
     TamberLogSystem::SetSink(std::move(previous));
+    WritePending();
 }
 
 void Diagnostics::SetNodeFiles(std::unordered_map<std::string, std::string> files)
@@ -78,12 +80,34 @@ void Diagnostics::Report(Diagnostic diagnostic)
     if (!shown.insert(Identity(diagnostic)).second) {
         return;
     }
+    if (warningsAreErrors && diagnostic.severity == Severity::Warning) {
+        diagnostic.severity = Severity::Error;
+    }
     diagnostic.text += Hint(diagnostic.unknownNode);
-    const std::string line =
-        format == DiagnosticFormat::Json ? FormatJson(diagnostic) : FormatText(diagnostic, colour);
     errors += diagnostic.IsError() ? 1 : 0;
     warnings += diagnostic.severity == Severity::Warning ? 1 : 0;
-    std::fwrite(line.data(), 1, line.size(), stderr);
+    if (diagnostic.check.empty() && diagnostic.IsError() && !diagnostic.node.empty()) {
+        diagnostic.hint = HintFor(diagnostic);
+    }
+    const bool isOnSameLine = pending && diagnostic.IsError() && pending->IsError() &&
+                              !diagnostic.node.empty() && pending->node == diagnostic.node &&
+                              pending->place.line == diagnostic.place.line;
+    if (isOnSameLine && !showAll && format == DiagnosticFormat::Text) {
+        ++pending->more;
+        return;
+    }
+    WritePending();
+    pending = std::move(diagnostic);
+}
+
+void Diagnostics::WritePending()
+{
+    if (pending) {
+        const std::string line =
+            format == DiagnosticFormat::Json ? FormatJson(*pending) : FormatText(*pending, colour);
+        std::fwrite(line.data(), 1, line.size(), stderr);
+        pending.reset();
+    }
 }
 
 void Diagnostics::Error(const std::string& text)

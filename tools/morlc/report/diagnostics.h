@@ -26,6 +26,12 @@ public:
     /// Sets which files the nodes are from, by node name.
     void SetNodeFiles(std::unordered_map<std::string, std::string> files);
 
+    /// Makes errors of all warnings that are reported from now on.
+    void SetWarningsAsErrors(bool areErrors) { warningsAreErrors = areErrors; }
+
+    /// Shows all messages of a line; otherwise only the first one, with the number of the others.
+    void SetShowAll(bool showsAll) { showAll = showsAll; }
+
     /// Reports a node file that cannot be read, as the compiler would.
     /// @param shownAs the file as the caller would name it.
     void ReportMissingFile(const std::string& shownAs, const std::string& path);
@@ -42,11 +48,15 @@ public:
 private:
     Diagnostic Describe(const ns_ruke::LogLine& log) const;
     void Deliver(Diagnostic diagnostic);
+    void WritePending();
     std::string Hint(const std::string& unknownNode);
 
     DiagnosticFormat format;
     bool showParses;
     bool colour;
+    bool warningsAreErrors = false;
+    bool showAll = false;
+    std::optional<Diagnostic> pending;  ///< shown when the next one is on another line
     std::size_t errors = 0;
     std::size_t warnings = 0;
     std::unordered_map<std::string, std::string> nodeFiles;

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#include "build/unused_names.h"
+
+#include "nearest.h"
+
+#include <algorithm>
+#include <iterator>
+#include <vector>
+
+namespace morlc {
+namespace {
+
+/// Suggests only names that are not given as well.
+void WarnAboutUnused(const NamePlaces& given, const std::set<std::string>& used,
+                     const std::string& text, Diagnostics& diagnostics)
+{
+    std::vector<std::string> others;
+    std::copy_if(used.begin(), used.end(), std::back_inserter(others),
+                 [&](const std::string& name) { return given.count(name) == 0; });
+    for (const auto& [name, place] : given) {
+        if (used.count(name) == 0) {
+            std::string warning = text;
+            warning.append(" '").append(name).append("'").append(Suggestion(others, name));
+            diagnostics.Report(WarningAt(place, warning));
+        }
+    }
+}
+
+}  // namespace
+
+void UsedNames::Add(const ns_ruke::PassReport& report)
+{
+    for (const ns_ruke::ReportMacro& macro : report.macros) {
+        macros.insert(macro.name);
+    }
+    for (const ns_ruke::ReportDeclare& uniform : report.uniforms) {
+        (uniform.semantic == kAutomaticRegister ? samplers : otherUniforms).insert(uniform.name);
+    }
+}
+
+void ReportUnusedNames(const NamePlaces& macros, const NamePlaces& samplers, const UsedNames& used,
+                       const std::string& where, Diagnostics& diagnostics)
+{
+    WarnAboutUnused(macros, used.macros, "nothing in " + where + " depends on the macro",
+                    diagnostics);
+    NamePlaces unknown = samplers;
+    for (const auto& [name, place] : samplers) {
+        if (used.otherUniforms.count(name) > 0) {
+            diagnostics.Report(WarningAt(
+                place, "'" + name + "' is not bound to SAUTO, so this register has no effect"));
+            unknown.erase(name);
+        }
+    }
+    WarnAboutUnused(unknown, used.samplers, "there is no sampler in " + where + " called",
+                    diagnostics);
+}
+
+}  // namespace morlc

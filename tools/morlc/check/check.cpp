@@ -1,0 +1,483 @@
+// SPDX-License-Identifier: MIT
+#include "check/check.h"
+
+#include "build/manifest.h"
+#include "build/unused_names.h"
+#include "build/variants.h"
+#include "check/author_place.h"
+#include "check/findings.h"
+#include "check/verdict.h"
+#include "node_files.h"
+#include "parallel.h"
+#include "progress.h"
+
+#include <morl/morl.h>
+#include <algorithm>
+#include <map>
+#include <memory>
+#include <optional>
+#include <utility>
+
+namespace morlc {
+namespace {
+
+using ns_ruke::MorlCompiler;
+using ns_ruke::PassProperty;
+using ns_ruke::PassReport;
+using ns_ruke::ReportFault;
+using ns_ruke::ReportWarning;
+using ns_ruke::ShaderOutput;
+
+/// A shader in one target and variant, with the passes that it has.
+struct Unit {
+    FindingContext context;
+    std::size_t shader = 0;  ///< its index in the manifest
+    std::optional<PassProperty> vertex;
+    std::optional<PassProperty> fragment;
+};
+
+/// What one pass of a unit gave.
+struct CheckedPass {
+    bool exists = false;
+    ShaderOutput output;
+    PassReport report;
+    std::vector<ReportWarning> warnings;
+
+    /// Whether a compiler can say more about it than the faults do.
+    bool IsSound() const { return exists && !output.code.empty() && report.faults.empty(); }
+};
+
+struct CheckedUnit {
+    CheckedPass vertex;
+    CheckedPass fragment;
+    std::vector<ReportWarning> stageWarnings;
+    std::size_t texts = 0;  ///< an index into the distinct texts, if both passes are sound
+    bool isJudged = false;
+};
+
+/// Texts that are judged together.
+struct Texts {
+    std::string target;
+    std::string vertex;
+    std::string fragment;
+
+    bool operator<(const Texts& other) const
+    {
+        return std::tie(target, vertex, fragment) <
+               std::tie(other.target, other.vertex, other.fragment);
+    }
+};
+
+CheckedPass CheckOne(MorlCompiler& compiler, std::optional<PassProperty> pass)
+{
+    CheckedPass result;
+    if (pass) {
+        result.exists = true;
+        compiler.Compile(*pass, result.output, result.report, result.warnings);
+    }
+    return result;
+}
+
+/// Stands in for a vertex pass that is not checked: a texture coordinate for each input that needs
+/// one.
+void AssignTexcoords(MorlCompiler& compiler, PassProperty& pass)
+{
+    const CheckedPass first = CheckOne(compiler, pass);
+    for (const ns_ruke::ReportDeclare& input : first.report.inputs) {
+        if (input.semantic == "TEXAUTO") {
+            pass.semantics[input.name] = "TEXCOORD" + std::to_string(pass.semantics.size());
+        }
+    }
+}
+
+CheckedUnit CheckUnit(MorlCompiler& compiler, Unit unit)
+{
+    const LogCollection log(compiler, LogCollection::Mode::Keep);
+    CheckedUnit result;
+    result.vertex = CheckOne(compiler, unit.vertex);
+    if (unit.fragment && unit.vertex) {
+        unit.fragment->semantics = result.vertex.output.semantics;
+    } else if (unit.fragment) {
+        AssignTexcoords(compiler, *unit.fragment);
+    }
+    result.fragment = CheckOne(compiler, unit.fragment);
+    if (result.vertex.IsSound() && result.fragment.IsSound()) {
+        ns_ruke::CheckStages(result.vertex.report, result.fragment.report, unit.context.target,
+                             result.stageWarnings);
+    }
+    return result;
+}
+
+PassProperty MakePass(const PassOptions& options, const std::string& target, int stage,
+                      const std::vector<std::string>& nodes)
+{
+    PassProperty pass;
+    pass.nodeNames = nodes;
+    pass.macros = options.macros;
+    pass.target = target;
+    pass.stage = stage;
+    pass.samplerRegisters = options.samplers;
+    return pass;
+}
+
+std::vector<Unit> UnitsOf(const PassOptions& options, const std::vector<std::string>& targets)
+{
+    std::vector<Unit> units;
+    for (const std::string& target : targets) {
+        Unit& unit = units.emplace_back();
+        unit.context.target = target;
+        if (options.BothPasses()) {
+            unit.vertex = MakePass(options, target, ns_ruke::kVertexStage, options.vertexNodes);
+            unit.fragment =
+                MakePass(options, target, ns_ruke::kFragmentStage, options.fragmentNodes);
+        } else {
+            const bool isVertex = options.stage == ns_ruke::kVertexStage;
+            (isVertex ? unit.vertex : unit.fragment) =
+                MakePass(options, target, options.stage, options.nodes);
+        }
+    }
+    return units;
+}
+
+std::vector<Unit> UnitsOf(const Manifest& manifest, const std::vector<std::string>& shaders,
+                          const std::vector<std::string>& targets)
+{
+    std::vector<Unit> units;
+    for (const Variant& variant : ListVariants(manifest, shaders)) {
+        if (std::find(targets.begin(), targets.end(), variant.target) == targets.end()) {
+            continue;
+        }
+        const ManifestShader& shader = manifest.shaders[variant.shader];
+        const std::string name = shader.VariantName(variant.number);
+        Unit& unit = units.emplace_back();
+        unit.context = {variant.target, shader.name, variant.target + "/" + name};
+        unit.shader = variant.shader;
+        for (const int stage : {ns_ruke::kVertexStage, ns_ruke::kFragmentStage}) {
+            const bool isVertex = stage == ns_ruke::kVertexStage;
+            const std::vector<NodeName>& nodes = isVertex ? shader.vertex : shader.fragment;
+            if (nodes.empty()) {
+                continue;
+            }
+            PassProperty pass;
+            for (const NodeName& node : nodes) {
+                pass.nodeNames.push_back(node.name);
+            }
+            const MacroValues macros = shader.Macros(variant.number, variant.target);
+            pass.macros.insert(macros.begin(), macros.end());
+            pass.samplerRegisters.insert(shader.samplers.begin(), shader.samplers.end());
+            pass.target = variant.target;
+            pass.stage = stage;
+            (isVertex ? unit.vertex : unit.fragment) = std::move(pass);
+        }
+    }
+    return units;
+}
+
+/// One run of "morlc check".
+class CheckRun {
+public:
+    CheckRun(const CheckOptions& newOptions, const std::string& newPrefix,
+             Diagnostics& newDiagnostics)
+        : options(newOptions), prefix(newPrefix), diagnostics(newDiagnostics)
+    {
+    }
+
+    void Run()
+    {
+        if (!HasVerdict() && Tells("verdict")) {
+            throw std::runtime_error(
+                "this morlc was built without a compiler; check with -W no-verdict");
+        }
+        nodes = LoadNodes(prefix, diagnostics);
+        if (!nodes.compiler) {
+            return;
+        }
+        MakeUnits();
+        CheckUnits();
+        JudgeTexts();
+        Collect();
+        CollectUnusedNames();
+        for (Diagnostic& diagnostic : findings.Tell(targets.size())) {
+            Tell(diagnostic);
+        }
+    }
+
+private:
+    bool Tells(const std::string& check) const
+    {
+        bool tells = true;
+        std::string group;
+        for (const ns_ruke::CheckInfo& info : ns_ruke::MorlChecks()) {
+            group = info.name == check ? info.group : group;
+        }
+        for (const std::string& name : options.warnings) {
+            const bool isOff = name.compare(0, 3, "no-") == 0;
+            const std::string subject = isOff ? name.substr(3) : name;
+            if (subject == check || subject == group) {
+                tells = !isOff;
+            }
+        }
+        return tells;
+    }
+
+    void MakeUnits()
+    {
+        targets = options.targets.empty() ? ns_ruke::MorlTargets() : options.targets;
+        if (options.manifest.empty()) {
+            units = UnitsOf(options.pass, targets);
+            return;
+        }
+        manifest.emplace(options.manifest, prefix);
+        manifest->CheckNames(options.shaders);
+        units = UnitsOf(*manifest, options.shaders, targets);
+        for (const ManifestShader& shader : manifest->shaders) {
+            for (const auto& [macro, place] : shader.macroPlaces) {
+                setMacros.insert(macro);
+            }
+        }
+    }
+
+    void CheckUnits()
+    {
+        const std::size_t threads = ThreadCount(options.jobs, units.size());
+        std::vector<std::unique_ptr<MorlCompiler>> copies;
+        for (std::size_t i = 0; i < threads; ++i) {
+            copies.push_back(CopyNodes(*nodes.compiler));
+        }
+        checked.resize(units.size());
+        RunParallel(threads, units.size(), [&](std::size_t thread, std::size_t i) {
+            checked[i] = CheckUnit(*copies[thread], units[i]);
+        });
+        for (std::size_t i = 0; i < units.size(); ++i) {
+            AddTexts(units[i], checked[i]);
+        }
+    }
+
+    void AddTexts(const Unit& unit, CheckedUnit& result)
+    {
+        const bool areSound = (!unit.vertex || result.vertex.IsSound()) &&
+                              (!unit.fragment || result.fragment.IsSound());
+        if (!areSound || !Tells("verdict")) {
+            return;
+        }
+        const auto [known, isNew] = byTexts.try_emplace(
+            {unit.context.target, result.vertex.output.code, result.fragment.output.code},
+            texts.size());
+        if (isNew) {
+            texts.push_back(&known->first);
+        }
+        result.texts = known->second;
+        result.isJudged = true;
+    }
+
+    void JudgeTexts()
+    {
+        verdicts.resize(texts.size());
+        Progress progress(texts.size(), "texts", options.quiet);
+        RunParallel(ThreadCount(options.jobs, texts.size()), texts.size(),
+                    [&](std::size_t /*thread*/, std::size_t i) {
+                        verdicts[i] = Judge(texts[i]->target, texts[i]->vertex, texts[i]->fragment);
+                        progress.Advance(1);
+                    });
+    }
+
+    void Collect()
+    {
+        for (std::size_t i = 0; i < units.size(); ++i) {
+            const CheckedUnit& result = checked[i];
+            for (const CheckedPass* pass : {&result.vertex, &result.fragment}) {
+                Collect(pass->report.faults, units[i]);
+                Collect(pass->warnings, units[i]);
+            }
+            Collect(result.stageWarnings, units[i]);
+            if (result.isJudged) {
+                Collect(verdicts[result.texts], result, units[i]);
+            }
+        }
+    }
+
+    void Collect(const std::vector<ReportFault>& faults, const Unit& unit)
+    {
+        for (const ReportFault& fault : faults) {
+            Finding finding;
+            finding.node = fault.node;
+            finding.line = fault.line;
+            finding.column = fault.column;
+            finding.text = fault.text;
+            findings.Add(finding, unit.context);
+        }
+    }
+
+    void Collect(const std::vector<ReportWarning>& warnings, const Unit& unit)
+    {
+        for (const ReportWarning& warning : warnings) {
+            const std::string check(warning.check);
+            // Whether a macro is used, or set, is a question for all passes together.
+            const bool isElsewhere =
+                check == "unused-macro" || (check == "unset-macro" && IsSetElsewhere(warning));
+            if (isElsewhere || !Tells(check)) {
+                continue;
+            }
+            Finding finding;
+            finding.severity = Severity::Warning;
+            finding.check = check;
+            finding.node = warning.node;
+            finding.line = warning.line;
+            finding.column = warning.column;
+            finding.text = warning.text;
+            findings.Add(finding, unit.context);
+        }
+    }
+
+    /// Whether another shader of the manifest sets the macro, so that this one leaves it out on
+    /// purpose.
+    bool IsSetElsewhere(const ReportWarning& warning) const
+    {
+        const std::size_t start = warning.text.find('\'') + 1;
+        const std::string macro =
+            warning.text.substr(start, warning.text.find('\'', start) - start);
+        return setMacros.count(macro) > 0;
+    }
+
+    void Collect(const std::vector<VerdictMessage>& messages, const CheckedUnit& result,
+                 const Unit& unit)
+    {
+        for (const VerdictMessage& message : messages) {
+            Finding finding;
+            finding.isVerdict = true;
+            finding.text = message.text;
+            const CheckedPass& pass =
+                message.stage == ns_ruke::kVertexStage ? result.vertex : result.fragment;
+            AuthorPlace place;
+            if (message.line > 0) {
+                place = FindAuthorPlace(*nodes.compiler, pass.report, message.line, message.word);
+                finding.generated = GeneratedLine(pass.output.code, unit, message);
+            } else if (pass.exists) {
+                place = FindDeclaration(pass.report, message.text);
+            }
+            finding.node = place.node;
+            finding.line = place.line;
+            finding.column = place.column;
+            findings.Add(finding, unit.context);
+        }
+    }
+
+    static std::string GeneratedLine(const std::string& code, const Unit& unit,
+                                     const VerdictMessage& message)
+    {
+        const ns_ruke::TextLines lines(code);
+        const auto index = static_cast<std::size_t>(message.line) - 1;
+        if (index >= lines.Starts().size()) {
+            return {};
+        }
+        const std::size_t start =
+            std::min(code.find_first_not_of(" \t", lines.Starts()[index]), code.size() - 1);
+        const char* const extension = message.stage == ns_ruke::kVertexStage ? ".vert:" : ".frag:";
+        return unit.context.target + extension + std::to_string(message.line) + ": " +
+               code.substr(start, code.find('\n', start) - start);
+    }
+
+    /// Macros and samplers that are given but that nothing asks for.
+    void CollectUnusedNames()
+    {
+        if (!manifest) {
+            CollectUnusedOptions();
+            return;
+        }
+        std::vector<UsedNames> used(manifest->shaders.size());
+        for (std::size_t i = 0; i < units.size(); ++i) {
+            for (const CheckedPass* pass : {&checked[i].vertex, &checked[i].fragment}) {
+                used[units[i].shader].Add(pass->report);
+            }
+        }
+        for (std::size_t i = 0; i < used.size(); ++i) {
+            const ManifestShader& shader = manifest->shaders[i];
+            const bool isChecked = std::any_of(units.begin(), units.end(),
+                                               [&](const Unit& unit) { return unit.shader == i; });
+            if (isChecked && Tells("unused-macro")) {
+                ReportUnusedNames(shader.macroPlaces, shader.samplerPlaces, used[i],
+                                  "shader '" + shader.name + "'", diagnostics);
+            }
+        }
+    }
+
+    void CollectUnusedOptions()
+    {
+        UsedNames used;
+        for (const CheckedUnit& unit : checked) {
+            used.Add(unit.vertex.report);
+            used.Add(unit.fragment.report);
+        }
+        NamePlaces macros;
+        for (const auto& [name, value] : options.pass.macros) {
+            macros.emplace(name, Place());
+        }
+        NamePlaces samplers;
+        for (const auto& [name, value] : options.pass.samplers) {
+            samplers.emplace(name, Place());
+        }
+        if (Tells("unused-macro")) {
+            ReportUnusedNames(macros, samplers, used, "these nodes", diagnostics);
+        }
+    }
+
+    /// Points at the name of an unknown node in the manifest.
+    void PlaceUnknownNode(Diagnostic& diagnostic) const
+    {
+        const std::string start = ns_ruke::messages::kUnknownNode;
+        if (diagnostic.text.compare(0, start.size(), start) != 0) {
+            return;
+        }
+        diagnostic.unknownNode = diagnostic.text.substr(start.size());
+        const std::vector<ManifestShader> none;
+        for (const ManifestShader& shader : manifest ? manifest->shaders : none) {
+            for (const auto* list : {&shader.vertex, &shader.fragment}) {
+                for (const NodeName& node : *list) {
+                    if (shader.name == diagnostic.shader && node.name == diagnostic.unknownNode) {
+                        diagnostic.place = node.place;
+                    }
+                }
+            }
+        }
+    }
+
+    void Tell(Diagnostic& diagnostic)
+    {
+        PlaceUnknownNode(diagnostic);
+        const auto file = nodes.fileByNode.find(diagnostic.node);
+        if (file != nodes.fileByNode.end()) {
+            const std::string content = nodes.compiler->FindNode(diagnostic.node)->GetContent();
+            diagnostic.place = SourceText(file->second, content)
+                                   .At(diagnostic.place.line, diagnostic.place.column);
+        }
+        if (!options.showGenerated) {
+            diagnostic.generated.clear();
+        }
+        diagnostics.Report(diagnostic);
+    }
+
+    const CheckOptions& options;
+    std::string prefix;
+    Diagnostics& diagnostics;
+    LoadedNodes nodes;
+    std::optional<Manifest> manifest;
+    std::set<std::string> setMacros;  ///< by any shader of the manifest
+    std::vector<std::string> targets;
+    std::vector<Unit> units;
+    std::vector<CheckedUnit> checked;  ///< by unit
+    std::map<Texts, std::size_t> byTexts;
+    std::vector<const Texts*> texts;  ///< the distinct ones
+    std::vector<std::vector<VerdictMessage>> verdicts;
+    Findings findings;
+};
+
+}  // namespace
+
+void Check(const Options& options, Diagnostics& diagnostics)
+{
+    diagnostics.SetWarningsAsErrors(options.check.warningsAsErrors);
+    const std::string prefix = EnterDirectory(options.common.directory);
+    CheckRun(options.check, prefix, diagnostics).Run();
+}
+
+}  // namespace morlc

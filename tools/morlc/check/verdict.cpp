@@ -1,0 +1,180 @@
+// SPDX-License-Identifier: MIT
+// The verdict of glslang, which is linked into the tool.
+#include "check/verdict.h"
+
+#include <glslang/Public/ResourceLimits.h>
+#include <glslang/Public/ShaderLang.h>
+#include <array>
+#include <memory>
+#include <sstream>
+
+namespace morlc {
+namespace {
+
+/// How a target is compiled.
+struct Dialect {
+    const char* target;
+    bool isHlsl;  ///< its stages cannot be linked: both have a block of uniforms of the same name
+    int version;
+    EShMessages messages;
+};
+
+constexpr std::array<Dialect, 4> kDialects = {
+    {{"hlsl", true, 100,
+      static_cast<EShMessages>(EShMsgReadHlsl | EShMsgSpvRules | EShMsgVulkanRules |
+                               EShMsgHlslDX9Compatible)},
+     {"hlsl10", true, 100,
+      static_cast<EShMessages>(EShMsgReadHlsl | EShMsgSpvRules | EShMsgVulkanRules)},
+     {"glsl", false, 150, EShMsgDefault},
+     {"glsles", false, 100, EShMsgDefault}}};
+
+const Dialect* FindDialect(const std::string& target)
+{
+    for (const Dialect& dialect : kDialects) {
+        if (target == dialect.target) {
+            return &dialect;
+        }
+    }
+    return nullptr;
+}
+
+/// Prepares glslang once for the process.
+void Initialize()
+{
+    struct Process {
+        Process() { glslang::InitializeProcess(); }
+        Process(const Process&) = delete;
+        Process& operator=(const Process&) = delete;
+        ~Process() { glslang::FinalizeProcess(); }
+    };
+    static const Process process;
+}
+
+/// Reads "ERROR: 0:LINE: 'WORD' : TEXT"; the line and the word may be missing.
+bool ReadMessage(const std::string& line, int stage, VerdictMessage& message)
+{
+    const std::string start = "ERROR: ";
+    if (line.compare(0, start.size(), start) != 0) {
+        return false;
+    }
+    std::string rest = line.substr(start.size());
+    message.stage = stage;
+    const bool hasPlace = rest.compare(0, 2, "0:") == 0;
+    if (hasPlace) {
+        message.line = std::atoi(rest.c_str() + 2);
+        rest.erase(0, rest.find(": ") + 2);
+    } else if (!rest.empty() && rest[0] >= '0' && rest[0] <= '9') {
+        return false;  // the number of errors
+    }
+    const std::size_t wordEnd = rest.find("' : ");
+    if (!rest.empty() && rest[0] == '\'' && wordEnd != std::string::npos) {
+        message.word = rest.substr(1, wordEnd - 1);
+        const std::size_t text = rest.find_first_not_of(' ', wordEnd + 4);
+        rest = rest.substr(std::min(text, rest.size()));
+        rest.insert(0, message.word.empty() ? "" : "'" + message.word + "': ");
+    }
+    message.text = rest.substr(0, rest.find_last_not_of(" \r") + 1);
+    return true;
+}
+
+void AppendMessages(const char* log, int stage, std::vector<VerdictMessage>& messages)
+{
+    std::istringstream lines(log);
+    for (std::string line; std::getline(lines, line);) {
+        VerdictMessage message;
+        if (ReadMessage(line, stage, message)) {
+            messages.push_back(message);
+        } else if (line.compare(0, 1, " ") == 0 && !messages.empty() && messages.back().line == 0) {
+            messages.back().text += " " + line.substr(line.find_first_not_of(' '));
+        }
+    }
+}
+
+/// One text while it is compiled.
+class Stage {
+public:
+    Stage(const Dialect& newDialect, int newNumber, const std::string& newCode)
+        : dialect(newDialect),
+          number(newNumber),
+          code(newCode),
+          shader(newNumber == 0 ? EShLangVertex : EShLangFragment)
+    {
+    }
+
+    /// Whether the text is valid.
+    bool Parse(std::vector<VerdictMessage>& messages)
+    {
+        const char* const strings[] = {code.c_str()};
+        shader.setStrings(strings, 1);
+        if (dialect.isHlsl) {
+            const EShLanguage language = number == 0 ? EShLangVertex : EShLangFragment;
+            shader.setEnvInput(glslang::EShSourceHlsl, language, glslang::EShClientVulkan, 100);
+            shader.setEnvClient(glslang::EShClientVulkan, glslang::EShTargetVulkan_1_0);
+            shader.setEnvTarget(glslang::EShTargetSpv, glslang::EShTargetSpv_1_0);
+            shader.setEntryPoint("main");
+            shader.setAutoMapBindings(true);
+            shader.setAutoMapLocations(true);
+        }
+        const bool isValid =
+            shader.parse(GetDefaultResources(), dialect.version, false, dialect.messages);
+        AppendMessages(shader.getInfoLog(), number, messages);
+        return isValid;
+    }
+
+    glslang::TShader& Shader() { return shader; }
+
+private:
+    const Dialect& dialect;
+    int number;
+    const std::string& code;
+    glslang::TShader shader;
+};
+
+void Link(const Dialect& dialect, const std::vector<Stage*>& stages,
+          std::vector<VerdictMessage>& messages)
+{
+    glslang::TProgram program;
+    for (Stage* stage : stages) {
+        program.addShader(&stage->Shader());
+    }
+    if (!program.link(dialect.messages)) {
+        AppendMessages(program.getInfoLog(), -1, messages);
+    }
+}
+
+}  // namespace
+
+bool HasVerdict()
+{
+    return true;
+}
+
+std::vector<VerdictMessage> Judge(const std::string& target, const std::string& vertex,
+                                  const std::string& fragment)
+{
+    std::vector<VerdictMessage> messages;
+    const Dialect* const dialect = FindDialect(target);
+    if (dialect == nullptr) {
+        return messages;
+    }
+    Initialize();
+    Stage vertexStage(*dialect, 0, vertex);
+    Stage fragmentStage(*dialect, 1, fragment);
+    const bool isVertexValid = vertex.empty() || vertexStage.Parse(messages);
+    const bool isFragmentValid = fragment.empty() || fragmentStage.Parse(messages);
+    if (!isVertexValid || !isFragmentValid) {
+        return messages;
+    }
+    if (dialect->isHlsl || vertex.empty() || fragment.empty()) {
+        for (Stage* stage : {&vertexStage, &fragmentStage}) {
+            if (!(stage == &vertexStage ? vertex : fragment).empty()) {
+                Link(*dialect, {stage}, messages);
+            }
+        }
+    } else {
+        Link(*dialect, {&vertexStage, &fragmentStage}, messages);
+    }
+    return messages;
+}
+
+}  // namespace morlc
