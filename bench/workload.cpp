@@ -68,8 +68,8 @@ std::size_t Warm(const std::string& target, int times)
     return bytes;
 }
 
-/// The same for "glsl", with reports.
-std::size_t Report(int times)
+/// The same for "glsl", with reports, or with warnings as well.
+std::size_t Reported(int times, bool withWarnings)
 {
     const auto compiler = morl_test::MakeSampleCompiler();
     std::vector<PassProperty> passes = Passes("glsl");
@@ -79,11 +79,23 @@ std::size_t Report(int times)
         for (PassProperty& pass : passes) {
             ShaderOutput output;
             PassReport report;
-            compiler->Compile(pass, output, report);
+            std::vector<ReportWarning> warnings;
+            withWarnings ? compiler->Compile(pass, output, report, warnings)
+                         : compiler->Compile(pass, output, report);
             bytes += output.code.size();
         }
     }
     return bytes;
+}
+
+std::size_t Report(int times)
+{
+    return Reported(times, false);
+}
+
+std::size_t Check(int times)
+{
+    return Reported(times, true);
 }
 
 std::vector<NodeText> SampleTexts()
@@ -150,7 +162,8 @@ int main(int argc, char** argv)
     const int times = argc == 3 ? std::atoi(argv[2]) : 0;
     TamberLogSystem::SetSink([](LogLevel, const std::string&, const std::string&) {});
     const std::map<std::string, std::size_t (*)(int)> works = {
-        {"parse", Parse}, {"empty", Empty}, {"report", Report}, {"load", Load}, {"json", LoadJson}};
+        {"parse", Parse}, {"empty", Empty}, {"report", Report},
+        {"check", Check}, {"load", Load},   {"json", LoadJson}};
     if (const auto found = works.find(work); found != works.end()) {
         std::cout << found->second(times) << "\n";
         return 0;
@@ -161,6 +174,6 @@ int main(int argc, char** argv)
             return 0;
         }
     }
-    std::cerr << "usage: workload parse|empty|report|load|json|TARGET TIMES\n";
+    std::cerr << "usage: workload parse|empty|report|check|load|json|TARGET TIMES\n";
     return 2;
 }

@@ -3,11 +3,14 @@
 
 #include "morl/core/export.h"
 
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace ns_ruke {
+
+class MorlNode;
 
 /// What can be wrong with a pass whose sources are free of faults, and how it is told. The text
 /// says what happens, with "{}" for the name that it is about; the cure says what to do.
@@ -21,6 +24,9 @@ struct CheckInfo {
 
 /// All checks, one row each, in a fixed order.
 MORL_API const std::vector<CheckInfo>& MorlChecks();
+
+/// References that name no node, by the node that has them.
+using UnknownReferences = std::multimap<const MorlNode*, std::string>;
 
 /// Something that is probably a mistake, although the source has no fault.
 struct ReportWarning {

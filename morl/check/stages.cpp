@@ -48,6 +48,19 @@ std::string Suggestion(const std::vector<const ReportDeclare*>& outputs, const s
                            : "; did you mean '" + nearest + "'?";
 }
 
+/// Macros that are set for both passes, but that neither of them asks for.
+void CheckMacros(const PassReport& vertex, const PassReport& fragment,
+                 std::vector<ReportWarning>& warnings)
+{
+    const CheckInfo& info = InfoOf(CheckKind::UnusedMacro);
+    for (const std::string& name : vertex.unusedMacros) {
+        if (std::binary_search(fragment.unusedMacros.begin(), fragment.unusedMacros.end(), name)) {
+            warnings.push_back({info.name, "", 0, 0,
+                                StringHelper::ReplaceAll(std::string(info.text), "{}", name)});
+        }
+    }
+}
+
 }  // namespace
 
 void CheckStages(const PassReport& vertex, const PassReport& fragment, const std::string& target,
@@ -55,6 +68,7 @@ void CheckStages(const PassReport& vertex, const PassReport& fragment, const std
 {
     const std::vector<const ReportDeclare*> outputs = Varyings(vertex.outputs);
     const std::vector<const ReportDeclare*> inputs = Varyings(fragment.inputs);
+    CheckMacros(vertex, fragment, warnings);
     bool hasMoved = false;
     for (std::size_t i = 0; i < inputs.size(); ++i) {
         const ReportDeclare& input = *inputs[i];

@@ -13,7 +13,7 @@ namespace ns_ruke {
 /// Finds what does not fit together in the two passes of a shader.
 /// @param vertex, fragment their reports
 /// @param target the one that both were compiled for
-/// @param warnings are appended to; they concern the fragment pass
+/// @param warnings are appended to; their places are in the fragment pass
 MORL_API void CheckStages(const PassReport& vertex, const PassReport& fragment,
                           const std::string& target, std::vector<ReportWarning>& warnings);
 

@@ -147,7 +147,10 @@ void MorlCompiler::Run(PassProperty& pass, ShaderOutput& output, PassReport* rep
     WriteRequest(*target, pass, linked, &lines, output);
     FillReport(pass, *target, link, lines, output, *report);
     if (warnings != nullptr) {
-        CheckPass({pass, linked, link, nodes}, *warnings);
+        if (!unknownReferences) {
+            unknownReferences = FindUnknownReferences(nodes);
+        }
+        CheckPass({pass, linked, link, nodes, *unknownReferences}, *warnings);
     }
 }
 

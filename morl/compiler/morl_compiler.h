@@ -10,6 +10,7 @@
 #include "morl/core/export.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
@@ -100,6 +101,8 @@ private:
     std::vector<MorlNode*> SelectManyNodes(const PassProperty& pass) const;
 
     std::unordered_map<std::string, MorlNode*> nodes;  ///< owned, by name
+    /// Of these nodes; nothing if they have changed since.
+    std::optional<UnknownReferences> unknownReferences;
 };
 
 }  // namespace ns_ruke

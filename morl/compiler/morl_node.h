@@ -42,6 +42,7 @@ public:
     /// Appends a name to the references; duplicates are kept.
     void AddReference(std::string reference);
     std::vector<std::string> GetReference() const;
+    const std::vector<std::string>& References() const { return references; }
 
     /// Whether the node has no program, or one that was parsed for another target. Target names are
     /// compared exactly.

@@ -68,6 +68,7 @@ bool MorlCompiler::RemoveNode(const std::string& name)
     if (found == nodes.end()) {
         return false;
     }
+    unknownReferences.reset();
     delete found->second;
     nodes.erase(found);
     return true;
@@ -78,6 +79,7 @@ bool MorlCompiler::RemoveNode(const std::string& name)
 void MorlCompiler::StoreNode(MorlNode* node)
 {
     MorlNode*& stored = nodes[node->GetName()];
+    unknownReferences.reset();
     delete stored;
     stored = node;
 }
@@ -92,6 +94,7 @@ void MorlCompiler::StoreNodes(std::vector<std::unique_ptr<MorlNode>>& list)
     }
     nodes.reserve(nodes.size() + added.size());
     nodes.merge(added);
+    unknownReferences.reset();
     // From here on nothing can fail: there is room, and hashing a string does not throw.
     for (std::unique_ptr<MorlNode>& node : list) {
         MorlNode*& stored = nodes.find(node->name)->second;

@@ -65,11 +65,19 @@ std::size_t FirstFreeArgument(ENUM_TOKEN function)
 ValueType PassChecker::Call(const MorlFunctionCall& call)
 {
     const bool isWhole = std::exchange(isInitialiser, false);
-    std::vector<ValueType> arguments;
-    arguments.reserve(call.arguments.size());
+    const std::size_t first = values.size();
     for (const MorlExpression* argument : call.arguments) {
-        arguments.push_back(Expression(argument));
+        const ValueType type = Expression(argument);
+        values.push_back(type);
     }
+    const ValueType result = CallOf(call, {values.data() + first, values.size() - first}, isWhole);
+    values.resize(first);
+    return result;
+}
+
+ValueType PassChecker::CallOf(const MorlFunctionCall& call, const Arguments& arguments,
+                              bool isWhole)
+{
     const std::size_t expected = ArgumentCountOf(call.functionToken);
     if (expected > 0 && arguments.size() != expected) {
         Warn(CheckKind::ArgumentCount, call.offset, call.name,
@@ -101,8 +109,7 @@ ValueType PassChecker::Call(const MorlFunctionCall& call)
                                                      : Intrinsic(call, arguments);
 }
 
-ValueType PassChecker::Constructor(const MorlFunctionCall& call,
-                                   const std::vector<ValueType>& arguments)
+ValueType PassChecker::Constructor(const MorlFunctionCall& call, const Arguments& arguments)
 {
     const ValueType type = TypeOfToken(call.functionToken);
     const bool areKnown = std::all_of(arguments.begin(), arguments.end(), [](ValueType argument) {
@@ -146,8 +153,7 @@ ValueType PassChecker::MatrixHelper(const MorlFunctionCall& call)
     return TypeOfToken(call.functionToken);
 }
 
-ValueType PassChecker::Multiply(const MorlFunctionCall& call,
-                                const std::vector<ValueType>& arguments)
+ValueType PassChecker::Multiply(const MorlFunctionCall& call, const Arguments& arguments)
 {
     if (arguments.size() < 2) {
         return {};
@@ -194,8 +200,7 @@ ValueType PassChecker::Sample(const MorlFunctionCall& call)
     return compares ? ValueType() : ValueType{ValueBase::Float, 4, 1};
 }
 
-ValueType PassChecker::Intrinsic(const MorlFunctionCall& call,
-                                 const std::vector<ValueType>& arguments)
+ValueType PassChecker::Intrinsic(const MorlFunctionCall& call, const Arguments& arguments)
 {
     if (call.functionToken == TOKEN_COT) {
         Warn(CheckKind::Cotangent, call.offset);

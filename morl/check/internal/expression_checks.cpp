@@ -29,8 +29,6 @@ int LevelOf(ENUM_TOKEN token)
     }
 }
 
-constexpr int kPostfixLevel = 4;
-
 const MorlExpression* WithoutParentheses(const MorlExpression* expression)
 {
     while (expression != nullptr && expression->unitType == TOKEN_PARENTHESISE_EXPRESSION) {
@@ -103,29 +101,35 @@ ValueType PassChecker::Expression(const MorlExpression* expression)
     if (expression->unitType != TOKEN_BINARY_OPERATION) {
         return Operand(*expression);
     }
+    // Most operations are a member of a variable, which needs no list of terms.
+    const auto& operation = static_cast<const MorlBinaryOperation&>(*expression);
+    if (operation.operatorToken == TOKEN_MEMBER && operation.left != nullptr &&
+        operation.left->unitType == TOKEN_IDENTIFIER && operation.right != nullptr &&
+        operation.right->unitType == TOKEN_IDENTIFIER) {
+        return Member(Variable(static_cast<const MorlVariable&>(*operation.left)),
+                      *operation.right);
+    }
     const std::size_t outerAt = at;
     const std::size_t outerEnd = end;
     at = terms.size();
     const std::size_t first = at;
     AppendTerms(expression, terms);
     end = terms.size();
-    const ValueType type = at < end ? Level(0) : ValueType();
+    const ValueType type = at < end ? Operations(0) : ValueType();
     terms.resize(first);
     at = outerAt;
     end = outerEnd;
     return type;
 }
 
-ValueType PassChecker::Level(int level)
+// The terms from here on that operators of this level and tighter ones connect.
+ValueType PassChecker::Operations(int level)
 {
-    if (level == kPostfixLevel) {
-        return Postfix();
-    }
     const MorlExpression* const leftOperand = terms[at].operand;
-    ValueType value = Level(level + 1);
-    while (at < end && LevelOf(terms[at].operatorToken) == level) {
+    ValueType value = Postfix();
+    while (at < end && LevelOf(terms[at].operatorToken) >= level) {
         const Term term = terms[at];
-        const ValueType right = Level(level + 1);
+        const ValueType right = Operations(LevelOf(term.operatorToken) + 1);
         value = Combine(term, value, right, *leftOperand);
     }
     return value;
@@ -138,20 +142,23 @@ ValueType PassChecker::Postfix()
     ++at;
     ValueType value = Operand(operand);
     while (at < end && terms[at].operatorToken == TOKEN_MEMBER) {
-        const Term member = terms[at];
+        const MorlExpression& member = *terms[at].operand;
         ++at;
         if (IsMultiplyCall(operand)) {
             Warn(CheckKind::MulMember, operand.offset);
         }
-        if (member.operand->unitType != TOKEN_IDENTIFIER || !value.IsVector()) {
-            value = {};
-            continue;
-        }
-        const std::size_t count = static_cast<const MorlVariable*>(member.operand)->name.size();
-        value =
-            count <= 4 ? ValueType{value.base, static_cast<std::uint8_t>(count), 1} : ValueType();
+        value = Member(value, member);
     }
     return value;
+}
+
+ValueType PassChecker::Member(ValueType value, const MorlExpression& member)
+{
+    if (member.unitType != TOKEN_IDENTIFIER || !value.IsVector()) {
+        return {};
+    }
+    const std::size_t count = static_cast<const MorlVariable&>(member).name.size();
+    return count <= 4 ? ValueType{value.base, static_cast<std::uint8_t>(count), 1} : ValueType();
 }
 
 ValueType PassChecker::Operand(const MorlExpression& operand)
@@ -315,17 +322,16 @@ ValueType PassChecker::CombineNumbers(const Term& term, ValueType left, ValueTyp
     }
     CheckInt(*term.operand, right, left);
     CheckInt(leftOperand, left, right);
-    CheckWidths(term.offset, "", left, right);
+    if (left.IsVector() && right.IsVector() && left.rows != right.rows) {
+        Warn(CheckKind::WidthMismatch, term.offset,
+             "a '" + NameOf(left) + "' meets a '" + NameOf(right) + "'");
+    }
     const ValueBase base = left.base == right.base ? left.base : ValueBase::Float;
     return {base, std::max(left.rows, right.rows), 1};
 }
 
-/// Warns if `operand` is an integer and the other value is a float.
-void PassChecker::CheckInt(const MorlExpression& operand, ValueType own, ValueType other)
+void PassChecker::WarnOfInt(const MorlExpression& operand)
 {
-    if (own.base != ValueBase::Int || other.base != ValueBase::Float) {
-        return;
-    }
     const MorlExpression& inner = *WithoutParentheses(&operand);
     std::string name = "this value";
     if (inner.unitType == TOKEN_NUMBER) {
@@ -334,15 +340,6 @@ void PassChecker::CheckInt(const MorlExpression& operand, ValueType own, ValueTy
         name = static_cast<const MorlVariable&>(inner).name;
     }
     Warn(CheckKind::IntForFloat, inner.offset, name);
-}
-
-/// Warns about two vectors with different numbers of components.
-void PassChecker::CheckWidths(std::uint32_t offset, const char* what, ValueType a, ValueType b)
-{
-    if (a.IsVector() && b.IsVector() && a.rows != b.rows) {
-        Warn(CheckKind::WidthMismatch, offset,
-             what + ("a '" + NameOf(a)) + "' meets a '" + NameOf(b) + "'");
-    }
 }
 
 }  // namespace ns_ruke

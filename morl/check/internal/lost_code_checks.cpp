@@ -131,7 +131,7 @@ private:
     void Check(const std::vector<MorlSentence*>& sentences, bool isLoopBody)
     {
         for (const MorlSentence* sentence : sentences) {
-            if (sentence != nullptr) {
+            if (sentence != nullptr && sentence->mayExpand) {
                 Check(*sentence, isLoopBody);
             }
         }

@@ -19,44 +19,53 @@ std::string Suggest(const std::vector<std::string_view>& names, const std::strin
 
 void CheckReferences(const PassCheckInput& input, WarningList& warnings)
 {
+    if (input.unknownReferences.empty()) {
+        return;
+    }
+    std::vector<std::string_view> names;
+    for (const auto& [name, node] : input.nodes) {
+        names.push_back(name);
+    }
     for (std::size_t i = 0; i < input.link.origins.size(); ++i) {
-        for (const std::string& reference : input.link.origins[i].node->GetReference()) {
-            if (input.nodes.count(reference) > 0) {
-                continue;
-            }
-            std::vector<std::string_view> names;
-            for (const auto& [name, node] : input.nodes) {
-                names.push_back(name);
-            }
-            warnings.Add(CheckKind::UnknownReference, static_cast<int>(i), 0, reference,
-                         Suggest(names, reference));
+        const auto unknown = input.unknownReferences.equal_range(input.link.origins[i].node);
+        for (auto entry = unknown.first; entry != unknown.second; ++entry) {
+            warnings.Add(CheckKind::UnknownReference, static_cast<int>(i), 0, entry->second,
+                         Suggest(names, entry->second));
         }
     }
 }
 
+/// Macros that are set but not used are a question for both passes: see CheckStages.
 void CheckMacros(const PassCheckInput& input, WarningList& warnings)
 {
-    std::vector<std::string_view> unused;
-    for (const auto& [name, value] : input.pass.macros) {
-        if (input.link.usedMacros.count(name) == 0) {
-            unused.push_back(name);
-        }
-    }
-    std::vector<std::string_view> unset;
     for (const auto& [name, place] : input.link.usedMacros) {
-        if (input.pass.macros.count(name) == 0) {
-            unset.push_back(name);
-            warnings.Add(CheckKind::UnsetMacro, place.node, place.offset, name,
-                         Suggest(unused, name));
+        if (input.pass.macros.count(name) > 0) {
+            continue;
         }
-    }
-    std::sort(unused.begin(), unused.end());
-    for (const std::string_view name : unused) {
-        warnings.Add(CheckKind::UnusedMacro, -1, 0, name, Suggest(unset, std::string(name)));
+        std::vector<std::string_view> unused;
+        for (const auto& [other, value] : input.pass.macros) {
+            if (input.link.usedMacros.count(other) == 0) {
+                unused.push_back(other);
+            }
+        }
+        warnings.Add(CheckKind::UnsetMacro, place.node, place.offset, name, Suggest(unused, name));
     }
 }
 
 }  // namespace
+
+UnknownReferences FindUnknownReferences(const std::unordered_map<std::string, MorlNode*>& nodes)
+{
+    UnknownReferences unknown;
+    for (const auto& [name, node] : nodes) {
+        for (const std::string& reference : node->References()) {
+            if (nodes.count(reference) == 0) {
+                unknown.emplace(node, reference);
+            }
+        }
+    }
+    return unknown;
+}
 
 void CheckPass(const PassCheckInput& input, std::vector<ReportWarning>& warnings)
 {

@@ -18,7 +18,11 @@ struct PassCheckInput {
     const MorlProgram& linked;
     const LinkReport& link;
     const std::unordered_map<std::string, MorlNode*>& nodes;  ///< all that there are, by name
+    const UnknownReferences& unknownReferences;               ///< of all nodes
 };
+
+/// Finds the references of all nodes that name no node.
+UnknownReferences FindUnknownReferences(const std::unordered_map<std::string, MorlNode*>& nodes);
 
 /// Finds what is probably a mistake in a linked pass.
 void CheckPass(const PassCheckInput& input, std::vector<ReportWarning>& warnings);

@@ -22,12 +22,26 @@ public:
     void Run();
 
 private:
+    /// The types of the arguments of a call.
+    struct Arguments {
+        const ValueType* begin() const { return types; }
+        const ValueType* end() const { return types + count; }
+        const ValueType& operator[](std::size_t i) const { return types[i]; }
+        std::size_t size() const { return count; }
+        bool empty() const { return count == 0; }
+
+        const ValueType* types;
+        std::size_t count;
+    };
+
     // Declarations and statements: statement_checks.cpp.
     void DeclareGlobals(const std::vector<MorlDeclare*>& list, std::size_t LinkOrigin::*end,
                         ScopeEntry::Kind kind);
     void CheckGlobal(const MorlDeclare& declare, ScopeEntry::Kind kind);
+    void CheckSampler(const MorlDeclare& declare);
     void CheckSemantic(const MorlDeclare& declare, ScopeEntry::Kind kind);
     void CheckCopies();
+    void CheckCopied(std::string_view name, std::uint32_t offset);
     void CheckRepetitions();
     void CheckUnwritten();
     void DeclareLocal(const std::string& name, ENUM_TOKEN token, bool isArray, std::uint32_t offset,
@@ -37,15 +51,16 @@ private:
     void Statement(const MorlSentence* sentence);  ///< may be null
     void Assignment(const MorlAssignSentence& assignment, ScopeEntry::Kind kind);
     void CheckAssigned(const MorlAssignSentence& assignment, ValueType target, ValueType value);
-    void MarkWritten(const MorlExpression* target);
+    ValueType Target(const MorlExpression& target);
     void Condition(const MorlExpression* condition);
     void If(const MorlIfSentence& sentence);
     void For(const MorlForSentence& sentence);
 
     // Expressions: expression_checks.cpp.
     ValueType Expression(const MorlExpression* expression);
-    ValueType Level(int level);
+    ValueType Operations(int level);
     ValueType Postfix();
+    ValueType Member(ValueType value, const MorlExpression& member);
     ValueType Operand(const MorlExpression& operand);
     ValueType Variable(const MorlVariable& variable);
     ValueType Index(const MorlBinaryOperation& operation);
@@ -53,18 +68,25 @@ private:
                       const MorlExpression& leftOperand);
     ValueType CombineNumbers(const Term& term, ValueType left, ValueType right,
                              const MorlExpression& leftOperand);
-    void CheckInt(const MorlExpression& operand, ValueType own, ValueType other);
-    void CheckWidths(std::uint32_t offset, const char* what, ValueType a, ValueType b);
+    /// Warns if `operand` is an integer and the other value is a float.
+    void CheckInt(const MorlExpression& operand, ValueType own, ValueType other)
+    {
+        if (own.base == ValueBase::Int && other.base == ValueBase::Float) {
+            WarnOfInt(operand);
+        }
+    }
+    void WarnOfInt(const MorlExpression& operand);
     bool DependsOnData(const MorlExpression* expression);
     void ReportUnknownName(const MorlVariable& variable);
 
     // Calls: call_checks.cpp.
     ValueType Call(const MorlFunctionCall& call);
-    ValueType Constructor(const MorlFunctionCall& call, const std::vector<ValueType>& arguments);
+    ValueType CallOf(const MorlFunctionCall& call, const Arguments& arguments, bool isWhole);
+    ValueType Constructor(const MorlFunctionCall& call, const Arguments& arguments);
     ValueType MatrixHelper(const MorlFunctionCall& call);
-    ValueType Multiply(const MorlFunctionCall& call, const std::vector<ValueType>& arguments);
+    ValueType Multiply(const MorlFunctionCall& call, const Arguments& arguments);
     ValueType Sample(const MorlFunctionCall& call);
-    ValueType Intrinsic(const MorlFunctionCall& call, const std::vector<ValueType>& arguments);
+    ValueType Intrinsic(const MorlFunctionCall& call, const Arguments& arguments);
 
     void Warn(CheckKind kind, std::uint32_t offset, std::string_view name = {},
               std::string_view hint = {})
@@ -75,11 +97,12 @@ private:
     const PassCheckInput& input;
     WarningList& warnings;
     Scope scope;
-    std::vector<Term> terms;     ///< of the expressions that are being checked, inner ones last
-    std::size_t at = 0;          ///< the next term
-    std::size_t end = 0;         ///< of the terms of the innermost expression
-    int node = -1;               ///< of what is being checked: an index into the link's list
-    bool isInitialiser = false;  ///< the call at hand is all that is assigned
+    std::vector<Term> terms;        ///< of the expressions that are being checked, inner ones last
+    std::vector<ValueType> values;  ///< of the arguments of calls that are being checked
+    std::size_t at = 0;             ///< the next term
+    std::size_t end = 0;            ///< of the terms of the innermost expression
+    int node = -1;                  ///< of what is being checked: an index into the link's list
+    bool isInitialiser = false;     ///< the call at hand is all that is assigned
 };
 
 /// Whether an expression has one of these operators outside of parentheses and calls.

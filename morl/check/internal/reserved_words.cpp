@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <cstdint>
 
 namespace ns_ruke {
 namespace {
@@ -56,21 +58,56 @@ constexpr bool IsSorted(const std::array<std::string_view, Size>& words)
 
 static_assert(IsSorted(kHlsl) && IsSorted(kGlsl) && IsSorted(kGlsl150));
 
+/// The lengths of the words that begin with each small letter, as bits. Most names are no word
+/// because of these already.
+using Lengths = std::array<std::uint32_t, 26>;
+
 template <std::size_t Size>
-bool Contains(const std::array<std::string_view, Size>& words, std::string_view name)
+constexpr Lengths LengthsOf(const std::array<std::string_view, Size>& words)
 {
+    Lengths lengths{};
+    for (const std::string_view word : words) {
+        lengths[static_cast<std::size_t>(word[0] - 'a')] |= 1U << word.size();
+    }
+    return lengths;
+}
+
+template <std::size_t Size>
+bool Contains(const std::array<std::string_view, Size>& words, const Lengths& lengths,
+              std::string_view name)
+{
+    if (name.empty() || name[0] < 'a' || name[0] > 'z' || name.size() > 31 ||
+        (lengths[static_cast<std::size_t>(name[0] - 'a')] & (1U << name.size())) == 0) {
+        return false;
+    }
     return std::binary_search(words.begin(), words.end(), name);
 }
+
+/// Reserved in GLSL.
+bool HasTwoUnderscores(std::string_view name)
+{
+    for (std::size_t i = 1; i < name.size(); i += 2) {
+        if (name[i] == '_' && (name[i - 1] == '_' || (i + 1 < name.size() && name[i + 1] == '_'))) {
+            return true;
+        }
+    }
+    return false;
+}
+
+constexpr Lengths kHlslLengths = LengthsOf(kHlsl);
+constexpr Lengths kGlslLengths = LengthsOf(kGlsl);
+constexpr Lengths kGlsl150Lengths = LengthsOf(kGlsl150);
 
 }  // namespace
 
 bool IsReservedWord(std::string_view name, std::string_view target)
 {
-    if (target == "hlsl" || target == "hlsl10") {
-        return Contains(kHlsl, name);
+    if (target.substr(0, 4) == "hlsl") {
+        return Contains(kHlsl, kHlslLengths, name);
     }
-    return Contains(kGlsl, name) || (target == "glsl" && Contains(kGlsl150, name)) ||
-           name.find("__") != std::string_view::npos || name.substr(0, 3) == "gl_";
+    return Contains(kGlsl, kGlslLengths, name) || HasTwoUnderscores(name) ||
+           name.substr(0, 3) == "gl_" ||
+           (target == "glsl" && Contains(kGlsl150, kGlsl150Lengths, name));
 }
 
 }  // namespace ns_ruke

@@ -6,7 +6,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace ns_ruke {
@@ -17,21 +16,23 @@ struct ScopeEntry {
 
     std::string_view name;
     Kind kind;
-    ENUM_TOKEN token;  ///< the type as declared
-    ValueType type;    ///< of an element, for arrays
+    ValueType type;  ///< of an element, for arrays
     bool isArray;
-    int node;              ///< that declares it
-    std::uint32_t offset;  ///< of the declaration
-    bool isWritten = false;
-    std::size_t depth = 0;      ///< of the block; 0: outside of `main`
-    std::ptrdiff_t hides = -1;  ///< the index of the entry of the same name outside
+    bool isWritten;
+    int node;                 ///< that declares it
+    std::uint32_t offset;     ///< of the declaration
+    std::uint32_t depth = 0;  ///< of the block; 0: outside of `main`
+    std::int32_t next = -1;   ///< the index of the entry before it in its bucket
 };
 
 /// The names that can be used at a place of a shader.
 class Scope {
 public:
-    /// Adds a name to the innermost block. Returns the entry of the same name that was visible.
-    const ScopeEntry* Declare(ScopeEntry entry);
+    Scope() : buckets(kFirstBuckets, -1) { entries.reserve(kFirstBuckets); }
+
+    /// Adds a name to the innermost block. Returns the entry of the same name that was visible,
+    /// until the next call, or null.
+    const ScopeEntry* Declare(const ScopeEntry& entry);
 
     /// The innermost entry with this name, or null.
     ScopeEntry* Find(std::string_view name);
@@ -39,14 +40,20 @@ public:
     void BeginBlock() { blocks.push_back(entries.size()); }
     /// Forgets the names of the innermost block.
     void EndBlock();
-    std::size_t Depth() const { return blocks.size(); }
+    std::uint32_t Depth() const { return static_cast<std::uint32_t>(blocks.size()); }
 
     const std::vector<ScopeEntry>& Entries() const { return entries; }
 
 private:
+    /// A power of 2, as is every later number of buckets.
+    static constexpr std::size_t kFirstBuckets = 64;
+
+    std::int32_t& BucketOf(std::string_view name);
+    void Grow();
+
     std::vector<ScopeEntry> entries;
-    std::vector<std::size_t> blocks;  ///< where each block begins in `entries`
-    std::unordered_map<std::string_view, std::ptrdiff_t> byName;
+    std::vector<std::size_t> blocks;    ///< where each block begins in `entries`
+    std::vector<std::int32_t> buckets;  ///< the last entry of each; -1: none
 };
 
 }  // namespace ns_ruke

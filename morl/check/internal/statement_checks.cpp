@@ -6,6 +6,7 @@
 #include "morl/translator/internal/bindings.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace ns_ruke {
 namespace {
@@ -22,11 +23,6 @@ bool IsComponentName(std::string_view name)
 bool IsTexcoord(ENUM_TOKEN token)
 {
     return token >= TOKEN_TEXCOORD0 && token <= TOKEN_TEXCOORD7;
-}
-
-bool IsSampler(ENUM_TOKEN token)
-{
-    return TypeOfToken(token).base == ValueBase::Sampler;
 }
 
 std::string ArraySizeOf(const MorlDeclare& declare)
@@ -58,6 +54,9 @@ ValueType TypeOf(const MorlDeclare& declare)
 PassChecker::PassChecker(const PassCheckInput& newInput, WarningList& newWarnings)
     : input(newInput), warnings(newWarnings)
 {
+    constexpr std::size_t kUsualTerms = 32;
+    terms.reserve(kUsualTerms);
+    values.reserve(kUsualTerms);
 }
 
 void PassChecker::Run()
@@ -76,7 +75,6 @@ void PassChecker::Run()
             Statement(sentences[i]);
         }
     }
-    scope.EndBlock();
     CheckUnwritten();
 }
 
@@ -90,9 +88,8 @@ void PassChecker::DeclareGlobals(const std::vector<MorlDeclare*>& list,
             const MorlDeclare& declare = *list[i];
             CheckGlobal(declare, kind);
             const bool isArray = declare.arraySize != nullptr && kind == Kind::Uniform;
-            const ScopeEntry* other =
-                scope.Declare({declare.name, kind, declare.varType, TypeOf(declare), isArray, node,
-                               declare.offset});
+            const ScopeEntry* other = scope.Declare(
+                {declare.name, kind, TypeOf(declare), isArray, false, node, declare.offset});
             if (other != nullptr) {
                 Warn(CheckKind::RepeatedName, declare.offset, declare.name);
             }
@@ -103,6 +100,9 @@ void PassChecker::DeclareGlobals(const std::vector<MorlDeclare*>& list,
 void PassChecker::CheckGlobal(const MorlDeclare& declare, Kind kind)
 {
     const std::uint32_t offset = declare.offset;
+    if (declare.name.empty()) {
+        return;  // what is left of a macro block in a `#for`
+    }
     CheckName(declare.name, offset);
     CheckSemantic(declare, kind);
     if (declare.arraySize != nullptr) {
@@ -112,20 +112,22 @@ void PassChecker::CheckGlobal(const MorlDeclare& declare, Kind kind)
         }
     }
     const ValueType type = TypeOfToken(declare.varType);
-    const std::string word(KeywordMap::WordOf(declare.varType));
-    if (type.IsMatrix() && type.rows != type.columns) {
-        Warn(CheckKind::MatrixShape, offset, word);
+    if (type.base == ValueBase::Sampler) {
+        CheckSampler(declare);
+    } else if (type.IsMatrix() && type.rows != type.columns) {
+        Warn(CheckKind::MatrixShape, offset, KeywordMap::WordOf(declare.varType));
+    } else if (type.base == ValueBase::Int && type.IsVector()) {
+        Warn(CheckKind::IntVector, offset, KeywordMap::WordOf(declare.varType));
     }
-    if (type.base == ValueBase::Int && type.IsVector()) {
-        Warn(CheckKind::IntVector, offset, word);
+}
+
+void PassChecker::CheckSampler(const MorlDeclare& declare)
+{
+    if (declare.varType != TOKEN_SAMPLER2D && declare.varType != TOKEN_SAMPLERCUBE) {
+        Warn(CheckKind::SamplerType, declare.offset, KeywordMap::WordOf(declare.varType));
     }
-    if (IsSampler(declare.varType)) {
-        if (declare.varType != TOKEN_SAMPLER2D && declare.varType != TOKEN_SAMPLERCUBE) {
-            Warn(CheckKind::SamplerType, offset, word);
-        }
-        if (BindingToken(&declare) != TOKEN_SAUTO) {
-            Warn(CheckKind::UnboundSampler, offset, declare.name);
-        }
+    if (BindingToken(&declare) != TOKEN_SAUTO) {
+        Warn(CheckKind::UnboundSampler, declare.offset, declare.name);
     }
 }
 
@@ -179,19 +181,34 @@ void PassChecker::CheckRepetitions()
 // Inputs are copied to variables with an "i" in front of their name, outputs to some with "ret".
 void PassChecker::CheckCopies()
 {
-    const std::vector<ScopeEntry> globals = scope.Entries();
-    for (const ScopeEntry& entry : globals) {
-        if (entry.kind == Kind::Uniform) {
+    constexpr std::string_view kWordsWithI[] = {"f", "n", "nt", "nline", "nout", "nput"};
+    constexpr std::size_t kLongestWord = 5;
+    for (const ScopeEntry& entry : scope.Entries()) {
+        node = entry.node;
+        CheckCopied(entry.name, entry.offset);
+        if (entry.kind == Kind::Uniform || entry.name.size() > kLongestWord) {
             continue;
         }
-        const std::string copy =
-            (entry.kind == Kind::Input ? "i" : "ret") + std::string(entry.name);
-        const bool clashes = IsReservedWord(copy, input.pass.target) || copy == "if" ||
-                             copy == "in" || copy == "int" || scope.Find(copy) != nullptr;
-        if (clashes || IsComponentName(entry.name)) {
-            node = entry.node;
+        const bool isWord = entry.kind == Kind::Input
+                                ? std::find(std::begin(kWordsWithI), std::end(kWordsWithI),
+                                            entry.name) != std::end(kWordsWithI)
+                                : entry.name == "urn";
+        if (isWord || IsComponentName(entry.name)) {
             Warn(CheckKind::CopiedName, entry.offset, entry.name);
         }
+    }
+}
+
+/// Warns if a name is that of such a copy.
+void PassChecker::CheckCopied(std::string_view name, std::uint32_t offset)
+{
+    const std::size_t prefix = name[0] == 'i' ? 1 : name.substr(0, 3) == "ret" ? 3 : 0;
+    if (prefix == 0 || name.size() == prefix) {
+        return;
+    }
+    const ScopeEntry* copied = scope.Find(name.substr(prefix));
+    if (copied != nullptr && copied->kind == (prefix == 1 ? Kind::Input : Kind::Output)) {
+        Warn(CheckKind::CopiedName, offset, copied->name);
     }
 }
 
@@ -201,6 +218,9 @@ void PassChecker::CheckUnwritten()
         std::any_of(input.link.origins.begin(), input.link.origins.end(),
                     [](const LinkOrigin& origin) { return !origin.node->GetFaults().empty(); });
     for (const ScopeEntry& entry : scope.Entries()) {
+        if (entry.depth > 0) {
+            break;
+        }
         if (entry.kind == Kind::Output && !entry.isWritten && !mayBeWritten) {
             node = entry.node;
             Warn(CheckKind::UnwrittenOutput, entry.offset, entry.name);
@@ -223,18 +243,14 @@ void PassChecker::DeclareLocal(const std::string& name, ENUM_TOKEN token, bool i
     if (type.base == ValueBase::Int && type.IsVector()) {
         Warn(CheckKind::IntVector, offset, NameOf(type));
     }
-    const ScopeEntry* other = scope.Declare({name, kind, token, type, isArray, node, offset});
+    const ScopeEntry* other = scope.Declare({name, kind, type, isArray, false, node, offset});
     const bool isRepeated =
         other != nullptr && (other->depth == scope.Depth() || other->kind == Kind::Input ||
                              other->kind == Kind::Output);
     if (isRepeated) {
         Warn(CheckKind::RepeatedName, offset, name);
     }
-    const ScopeEntry* copied =
-        name[0] == 'i' ? scope.Find(std::string_view(name).substr(1)) : nullptr;
-    if (copied != nullptr && copied->kind == Kind::Input) {
-        Warn(CheckKind::CopiedName, offset, copied->name);
-    }
+    CheckCopied(name, offset);
 }
 
 void PassChecker::Statements(const std::vector<MorlSentence*>& sentences)
@@ -281,8 +297,7 @@ void PassChecker::Assignment(const MorlAssignSentence& assignment, Kind kind)
         return;
     }
     if (assignment.varType == TOKEN_NONE) {
-        MarkWritten(assignment.target);
-        CheckAssigned(assignment, Expression(assignment.target), value);
+        CheckAssigned(assignment, Target(*assignment.target), value);
     } else if (assignment.target->unitType == TOKEN_IDENTIFIER) {
         CheckAssigned(assignment, TypeOfToken(assignment.varType), value);
         DeclareLocal(static_cast<const MorlVariable*>(assignment.target)->name, assignment.varType,
@@ -305,19 +320,22 @@ void PassChecker::CheckAssigned(const MorlAssignSentence& assignment, ValueType 
          "a '" + NameOf(target) + "' is given a '" + NameOf(value) + "'");
 }
 
-/// The name whose value, element or member is assigned.
-void PassChecker::MarkWritten(const MorlExpression* target)
+/// What is assigned: a variable, or an element or a member of one.
+ValueType PassChecker::Target(const MorlExpression& target)
 {
-    while (target != nullptr && target->unitType == TOKEN_BINARY_OPERATION) {
-        target = static_cast<const MorlBinaryOperation*>(target)->left;
+    const MorlExpression* base = &target;
+    while (base != nullptr && base->unitType == TOKEN_BINARY_OPERATION) {
+        base = static_cast<const MorlBinaryOperation*>(base)->left;
     }
-    if (target == nullptr || target->unitType != TOKEN_IDENTIFIER) {
-        return;
+    if (base == nullptr || base->unitType != TOKEN_IDENTIFIER) {
+        return Expression(&target);
     }
-    ScopeEntry* entry = scope.Find(static_cast<const MorlVariable*>(target)->name);
+    ScopeEntry* entry = scope.Find(static_cast<const MorlVariable*>(base)->name);
     if (entry != nullptr) {
         entry->isWritten = true;
     }
+    const bool isPlain = base == &target && entry != nullptr && !entry->isArray;
+    return isPlain ? entry->type : Expression(&target);
 }
 
 void PassChecker::If(const MorlIfSentence& sentence)

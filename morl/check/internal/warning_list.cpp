@@ -2,26 +2,41 @@
 #include "morl/check/internal/warning_list.h"
 
 #include "morl/core/limits.h"
-#include "morl/core/string_helper.h"
 
-#include <algorithm>
+#include <cstddef>
 
 namespace ns_ruke {
 namespace {
 
-bool Concerns(const CheckInfo& info, const std::string& target)
+bool Concerns(const CheckInfo& info, std::string_view target)
 {
     if (info.targets.empty()) {
         return true;
     }
-    const std::vector<std::string> targets =
-        StringHelper::Split(std::string(info.targets), " ", true);
-    return std::find(targets.begin(), targets.end(), target) != targets.end();
+    for (std::size_t found = info.targets.find(target); found != std::string_view::npos;
+         found = info.targets.find(target, found + 1)) {
+        const std::size_t end = found + target.size();
+        const bool isWhole = (found == 0 || info.targets[found - 1] == ' ') &&
+                             (end == info.targets.size() || info.targets[end] == ' ');
+        if (isWhole) {
+            return true;
+        }
+    }
+    return false;
 }
 
 std::string TextOf(const CheckInfo& info, std::string_view name, std::string_view hint)
 {
-    std::string text = StringHelper::ReplaceAll(std::string(info.text), "{}", std::string(name));
+    constexpr std::string_view kPlace = "{}";
+    std::string text;
+    text.reserve(info.text.size() + 2 * name.size() + info.cure.size() + hint.size());
+    std::string_view rest = info.text;
+    for (std::size_t found = rest.find(kPlace); found != std::string_view::npos;
+         found = rest.find(kPlace)) {
+        text.append(rest.substr(0, found)).append(name);
+        rest.remove_prefix(found + kPlace.size());
+    }
+    text.append(rest);
     if (!info.cure.empty()) {
         text.append(info.group == "targets" ? "; instead: " : "; ").append(info.cure);
     }
@@ -34,7 +49,7 @@ void WarningList::Add(CheckKind kind, int node, std::uint32_t offset, std::strin
                       std::string_view hint)
 {
     const CheckInfo& info = InfoOf(kind);
-    if (warnings.size() >= kMaxWarnings || !Concerns(info, std::string(target)) ||
+    if (warnings.size() >= kMaxWarnings || !Concerns(info, target) ||
         (node >= 0 && !places.emplace(kind, node, offset).second)) {
         return;
     }

@@ -12,7 +12,7 @@ namespace {
 
 /// Suggests only names that are not given as well.
 void WarnAboutUnused(const NamePlaces& given, const std::set<std::string>& used,
-                     const std::string& text, Diagnostics& diagnostics)
+                     const std::string& text, const std::string& check, Diagnostics& diagnostics)
 {
     std::vector<std::string> others;
     std::copy_if(used.begin(), used.end(), std::back_inserter(others),
@@ -21,7 +21,9 @@ void WarnAboutUnused(const NamePlaces& given, const std::set<std::string>& used,
         if (used.count(name) == 0) {
             std::string warning = text;
             warning.append(" '").append(name).append("'").append(Suggestion(others, name));
-            diagnostics.Report(WarningAt(place, warning));
+            Diagnostic diagnostic = WarningAt(place, warning);
+            diagnostic.check = check;
+            diagnostics.Report(diagnostic);
         }
     }
 }
@@ -39,9 +41,9 @@ void UsedNames::Add(const ns_ruke::PassReport& report)
 }
 
 void ReportUnusedNames(const NamePlaces& macros, const NamePlaces& samplers, const UsedNames& used,
-                       const std::string& where, Diagnostics& diagnostics)
+                       const std::string& where, const std::string& check, Diagnostics& diagnostics)
 {
-    WarnAboutUnused(macros, used.macros, "nothing in " + where + " depends on the macro",
+    WarnAboutUnused(macros, used.macros, "nothing in " + where + " depends on the macro", check,
                     diagnostics);
     NamePlaces unknown = samplers;
     for (const auto& [name, place] : samplers) {
@@ -51,7 +53,7 @@ void ReportUnusedNames(const NamePlaces& macros, const NamePlaces& samplers, con
             unknown.erase(name);
         }
     }
-    WarnAboutUnused(unknown, used.samplers, "there is no sampler in " + where + " called",
+    WarnAboutUnused(unknown, used.samplers, "there is no sampler in " + where + " called", "",
                     diagnostics);
 }
 

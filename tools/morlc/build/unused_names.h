@@ -25,7 +25,9 @@ struct UsedNames {
 
 /// Warns about macros and samplers that are given, but that nothing asks for.
 /// @param where "shader 'lit'", say
+/// @param check the name of the check of macros; empty: none
 void ReportUnusedNames(const NamePlaces& macros, const NamePlaces& samplers, const UsedNames& used,
-                       const std::string& where, Diagnostics& diagnostics);
+                       const std::string& where, const std::string& check,
+                       Diagnostics& diagnostics);
 
 }  // namespace morlc

@@ -322,7 +322,7 @@ private:
             } else if (shaders[i].passes > 0) {
                 const ManifestShader& shader = work.manifest.shaders[i];
                 ReportUnusedNames(shader.macroPlaces, shader.samplerPlaces, shaders[i].used,
-                                  "shader '" + shader.name + "'", work.diagnostics);
+                                  "shader '" + shader.name + "'", "", work.diagnostics);
             }
         }
     }

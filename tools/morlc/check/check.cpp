@@ -312,7 +312,7 @@ private:
     {
         for (const ReportWarning& warning : warnings) {
             const std::string check(warning.check);
-            // Whether a macro is used, or set, is a question for all passes together.
+            // Whether a macro is used, or set, is a question for all shaders together.
             const bool isElsewhere =
                 check == "unused-macro" || (check == "unset-macro" && IsSetElsewhere(warning));
             if (isElsewhere || !Tells(check)) {
@@ -396,7 +396,7 @@ private:
                                                [&](const Unit& unit) { return unit.shader == i; });
             if (isChecked && Tells("unused-macro")) {
                 ReportUnusedNames(shader.macroPlaces, shader.samplerPlaces, used[i],
-                                  "shader '" + shader.name + "'", diagnostics);
+                                  "shader '" + shader.name + "'", "unused-macro", diagnostics);
             }
         }
     }
@@ -417,7 +417,7 @@ private:
             samplers.emplace(name, Place());
         }
         if (Tells("unused-macro")) {
-            ReportUnusedNames(macros, samplers, used, "these nodes", diagnostics);
+            ReportUnusedNames(macros, samplers, used, "these nodes", "unused-macro", diagnostics);
         }
     }
 
