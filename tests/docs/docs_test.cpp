@@ -20,12 +20,14 @@ using morl_test::RunShell;
 
 const std::filesystem::path kSource = MORL_SOURCE_DIR;
 
-TEST(Docs, LanguageTablesAreThoseOfTheCompiler)
+TEST(Docs, TablesAreThoseOfTheCompiler)
 {
     const morl_test::LogCapture log;
     const std::string document = ReadText(morl_test::Document("language"));
     EXPECT_EQ(morl_test::WithLanguageTables(document), document)
         << "\"./dev golden\" writes the tables anew";
+    const std::string tool = morl_test::ReadText(morl_test::Document("morlc"));
+    EXPECT_EQ(morl_test::WithCheckTable(tool), tool) << "\"./dev golden\" writes the table";
 }
 
 /// The texts that the library logs, except the marks of a parse and mere parts of texts.
@@ -94,6 +96,7 @@ TEST(Docs, NameEveryOption)
     std::set<std::string> options;
     AddOptions({MORLC, "--help"}, options);
     AddOptions({MORLC, "build", "--help"}, options);
+    AddOptions({MORLC, "check", "--help"}, options);
     EXPECT_GE(options.size(), 20U);
     std::string manual = ReadText(kSource / "man/morlc.1.in");
     manual.erase(std::remove(manual.begin(), manual.end(), '\\'), manual.end());
@@ -125,6 +128,8 @@ TEST(Completion, OffersWhatFits)
         {{"morlc", "-s", ""}, "vertex fragment"},
         {{"morlc", "--sem"}, "--semantics-in --semantics-out"},
         {{"morlc", "bui"}, "build"},
+        {{"morlc", "che"}, "check"},
+        {{"morlc", "check", "-s", "vertex", "-C", examples, "lig"}, "lighting"},
         {{"morlc", "build", "--sh"}, "--shader"},
         {{"morlc", "-C", examples, "lig"}, "lighting"},
         {{"morlc", "-C", examples, "--vertex", "transform,texc"}, "transform,texcoord"},

@@ -166,4 +166,20 @@ std::string WithLanguageTables(const std::string& document)
     return replaced;
 }
 
+std::string WithCheckTable(const std::string& document)
+{
+    std::string table = TableRow({"group", "check", "what it says", "targets"}) +
+                        TableRow({"---", "---", "---", "---"});
+    for (const ns_ruke::CheckInfo& check : ns_ruke::MorlChecks()) {
+        const std::string text =
+            ns_ruke::StringHelper::ReplaceAll(std::string(check.text), "{}", "NAME");
+        const std::string targets(check.targets);
+        table += TableRow({std::string(check.group), "`" + std::string(check.name) + "`", text,
+                           targets.empty() ? "all" : targets});
+    }
+    std::string result = document;
+    ReplaceTable(result, "checks", table);
+    return result;
+}
+
 }  // namespace morl_test

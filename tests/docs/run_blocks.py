@@ -192,7 +192,7 @@ class Document:
         for name in ("vertex_shader", "fragment_shader", "post_effect", "special_output"):
             self.write(f"blocks/morl/{name}.morl", json.dumps(node if name == "fragment_shader" else []))
         for target in self.targets:
-            self.morl[target] = self.shell(f"morlc -C blocks -t {target} -s fragment node "
+            self.morl[target] = self.shell(f"morlc -C blocks --all -t {target} -s fragment node "
                                            + " ".join("-D" + word for word in words if "=" in word))
             expect("errors" in words or self.status == 0, f"does not compile in {target}:\n{self.morl[target]}")
 

@@ -30,6 +30,8 @@ int main()
     std::string targets = morl_test::ReadText(morl_test::Document("targets"));
     morl_test::ReplaceTable(targets, "probes", morl_test::ProbeTable());
     morl_test::WriteText(morl_test::Document("targets"), targets);
+    const std::filesystem::path tool = morl_test::Document("morlc");
+    morl_test::WriteText(tool, morl_test::WithCheckTable(morl_test::ReadText(tool)));
     for (const auto& file : morl_test::CaseFiles()) {
         std::string text;
         for (const morl_test::Case& one : morl_test::RunCases(file)) {

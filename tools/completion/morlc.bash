@@ -19,7 +19,7 @@ _morlc_targets()
 
 _morlc() {
     local word=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
-    local common="--help --version --directory --diagnostics --verbose --output"
+    local common="--help --version --directory --diagnostics --all --verbose --output"
     COMPREPLY=()
     case $previous in
     -C | --directory)
@@ -53,6 +53,11 @@ _morlc() {
         mapfile -t COMPREPLY < <(compgen -P "$before" -W "$(_morlc_nodes)" -- "${word##*,}")
         return
         ;;
+    -W)
+        mapfile -t COMPREPLY < <(compgen -W "names macros lost-code stages targets verdict \
+            no-names no-macros no-lost-code no-stages no-targets no-verdict" -- "$word")
+        return
+        ;;
     -D | --define | --sampler | -j | --jobs | --shader | --launcher)
         return
         ;;
@@ -64,12 +69,22 @@ _morlc() {
         else
             mapfile -t COMPREPLY < <(compgen -f -X '!*.json' -- "$word"; compgen -d -- "$word")
         fi
+    elif [[ ${COMP_WORDS[1]} == check && COMP_CWORD -gt 1 ]]; then
+        if [[ $word == -* ]]; then
+            mapfile -t COMPREPLY < <(compgen -W "$common --target --stage --vertex --fragment --define \
+                --sampler --shader -W --werror --show-generated --jobs --quiet" -- "$word")
+        elif [[ " ${COMP_WORDS[*]} " == *" -s "* || " ${COMP_WORDS[*]} " == *" --stage "* ]]; then
+            mapfile -t COMPREPLY < <(compgen -W "$(_morlc_nodes)" -- "$word")
+        else
+            mapfile -t COMPREPLY < <(compgen -f -X '!*.json' -- "$word"; compgen -d -- "$word")
+        fi
     elif [[ $word == -* ]]; then
         mapfile -t COMPREPLY < <(compgen -W "$common --target --stage --vertex --fragment --define \
             --sampler --semantics-in --semantics-out --list --graph" -- "$word")
     else
         mapfile -t COMPREPLY < <(compgen -W "$(_morlc_nodes)" -- "$word")
         [[ COMP_CWORD -eq 1 && build == "$word"* ]] && COMPREPLY+=(build)
+        [[ COMP_CWORD -eq 1 && check == "$word"* ]] && COMPREPLY+=(check)
     fi
 }
 
