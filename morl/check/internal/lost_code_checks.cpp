@@ -103,7 +103,7 @@ private:
             return;
         }
         const bool isAlmostMain = program.mainFunction == nullptr &&
-                                  NearestName({"main", "Main", "MAIN"}, function.name) != "";
+                                  !NearestName({"main", "Main", "MAIN"}, function.name).empty();
         Warn(CheckKind::UnusedFunction, function.offset, function.name,
              isAlmostMain ? "; did you mean 'main'?" : "");
     }

@@ -165,9 +165,9 @@ std::string HintInWords(std::string_view line)
         }
         const std::string_view word = line.substr(i, end - i);
         const bool isMember = i > 0 && line[i - 1] == '.';
-        const std::string hint = IsDigit(word[0]) ? HintForNumber(word)
-                                 : isMember       ? ""
-                                                  : HintForWord(word);
+        std::string hint = IsDigit(word[0]) ? HintForNumber(word)
+                           : isMember       ? ""
+                                            : HintForWord(word);
         if (!hint.empty()) {
             return hint;
         }
