@@ -3,10 +3,12 @@
 
 #include "morl/check/internal/check_kind.h"
 #include "morl/core/internal/nearest.h"
+#include "morl/core/limits.h"
 #include "morl/core/string_helper.h"
 
 #include <algorithm>
 #include <cstddef>
+#include <unordered_map>
 
 namespace ns_ruke {
 namespace {
@@ -69,21 +71,26 @@ void CheckStages(const PassReport& vertex, const PassReport& fragment, const std
     const std::vector<const ReportDeclare*> outputs = Varyings(vertex.outputs);
     const std::vector<const ReportDeclare*> inputs = Varyings(fragment.inputs);
     CheckMacros(vertex, fragment, warnings);
+    std::unordered_map<std::string_view, std::size_t> places;
+    for (std::size_t i = 0; i < outputs.size(); ++i) {
+        places.emplace(outputs[i]->name, i);
+    }
     bool hasMoved = false;
     for (std::size_t i = 0; i < inputs.size(); ++i) {
         const ReportDeclare& input = *inputs[i];
-        const auto found =
-            std::find_if(outputs.begin(), outputs.end(),
-                         [&](const ReportDeclare* output) { return output->name == input.name; });
-        if (found == outputs.end()) {
+        if (warnings.size() >= kMaxWarnings) {
+            return;
+        }
+        const auto found = places.find(input.name);
+        if (found == places.end()) {
             Add(CheckKind::UnmatchedInput, fragment, input, Suggestion(outputs, input.name),
                 warnings);
             continue;
         }
-        if ((*found)->type != input.type) {
+        const std::size_t place = found->second;
+        if (outputs[place]->type != input.type) {
             Add(CheckKind::VaryingType, fragment, input, "", warnings);
         }
-        const auto place = static_cast<std::size_t>(found - outputs.begin());
         if (target == "hlsl10" && place != i && !hasMoved) {
             hasMoved = true;
             Add(CheckKind::VaryingPlace, fragment, input, "", warnings);

@@ -205,8 +205,19 @@ void PassChecker::ReportUnknownName(const MorlVariable& variable)
     const bool hasFaults =
         std::any_of(input.link.origins.begin(), input.link.origins.end(),
                     [](const LinkOrigin& origin) { return !origin.node->GetFaults().empty(); });
-    if (hasFaults) {
+    if (hasFaults || !warnings.IsNew(CheckKind::UndeclaredName, node, variable.offset)) {
         return;
+    }
+    Warn(CheckKind::UndeclaredName, variable.offset, name, HintForUnknown(name));
+}
+
+/// Where a name that is not declared may be: in another node, or a letter away. Nobody reads
+/// hundreds of hints, and looking for them takes time.
+std::string PassChecker::HintForUnknown(const std::string& name)
+{
+    constexpr int kMaxHints = 20;
+    if (++hints > kMaxHints) {
+        return {};
     }
     std::string declaring;
     for (const auto& [nodeName, other] : input.nodes) {
@@ -218,17 +229,14 @@ void PassChecker::ReportUnknownName(const MorlVariable& variable)
         }
     }
     if (!declaring.empty()) {
-        Warn(CheckKind::UndeclaredName, variable.offset, name,
-             "; add the node '" + declaring + "', which declares it");
-        return;
+        return "; add the node '" + declaring + "', which declares it";
     }
     std::vector<std::string_view> names;
     for (const ScopeEntry& entry : scope.Entries()) {
         names.push_back(entry.name);
     }
     const std::string nearest = NearestName(names, name);
-    Warn(CheckKind::UndeclaredName, variable.offset, name,
-         nearest.empty() ? "" : "; did you mean '" + nearest + "'?");
+    return nearest.empty() ? "" : "; did you mean '" + nearest + "'?";
 }
 
 ValueType PassChecker::Index(const MorlBinaryOperation& operation)

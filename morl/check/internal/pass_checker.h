@@ -78,6 +78,7 @@ private:
     void WarnOfInt(const MorlExpression& operand);
     bool DependsOnData(const MorlExpression* expression);
     void ReportUnknownName(const MorlVariable& variable);
+    std::string HintForUnknown(const std::string& name);
 
     // Calls: call_checks.cpp.
     ValueType Call(const MorlFunctionCall& call);
@@ -102,6 +103,8 @@ private:
     std::size_t at = 0;             ///< the next term
     std::size_t end = 0;            ///< of the terms of the innermost expression
     int node = -1;                  ///< of what is being checked: an index into the link's list
+    int hints = 0;                  ///< how many have been looked for
+    bool hasAutoTexcoords = false;  ///< among the outputs
     bool isInitialiser = false;     ///< the call at hand is all that is assigned
 };
 

@@ -61,6 +61,10 @@ PassChecker::PassChecker(const PassCheckInput& newInput, WarningList& newWarning
 
 void PassChecker::Run()
 {
+    const std::vector<MorlDeclare*>& outputs = input.linked.outputs;
+    hasAutoTexcoords = std::any_of(outputs.begin(), outputs.end(), [](const MorlDeclare* output) {
+        return BindingToken(output) == TOKEN_TEXAUTO;
+    });
     DeclareGlobals(input.linked.inputs, &LinkOrigin::inputs, Kind::Input);
     DeclareGlobals(input.linked.outputs, &LinkOrigin::outputs, Kind::Output);
     DeclareGlobals(input.linked.uniforms, &LinkOrigin::uniforms, Kind::Uniform);
@@ -141,14 +145,8 @@ void PassChecker::CheckSemantic(const MorlDeclare& declare, Kind kind)
     if (kind != Kind::Output) {
         return;
     }
-    if (isVertex && IsTexcoord(binding)) {
-        const auto& outputs = input.linked.outputs;
-        const bool isMixed = std::any_of(
-            outputs.begin(), outputs.end(),
-            [](const MorlDeclare* other) { return BindingToken(other) == TOKEN_TEXAUTO; });
-        if (isMixed) {
-            Warn(CheckKind::MixedTexcoords, declare.offset, declare.name);
-        }
+    if (isVertex && IsTexcoord(binding) && hasAutoTexcoords) {
+        Warn(CheckKind::MixedTexcoords, declare.offset, declare.name);
     }
     if (!isVertex && binding == TOKEN_COLOR) {
         Warn(CheckKind::ColorOutput, declare.offset, declare.name);

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "morl/check/internal/warning_list.h"
 
-#include "morl/core/limits.h"
-
 #include <cstddef>
 
 namespace ns_ruke {

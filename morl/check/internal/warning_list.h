@@ -3,6 +3,7 @@
 
 #include "morl/check/internal/check_kind.h"
 #include "morl/compiler/morl_node.h"
+#include "morl/core/limits.h"
 #include "morl/linker/link_report.h"
 
 #include <cstdint>
@@ -30,6 +31,12 @@ public:
     /// @param hint what follows the text, such as a suggestion
     void Add(CheckKind kind, int node, std::uint32_t offset, std::string_view name = {},
              std::string_view hint = {});
+
+    /// Whether a warning at this place would be new; saves the work for its text.
+    bool IsNew(CheckKind kind, int node, std::uint32_t offset) const
+    {
+        return warnings.size() < kMaxWarnings && places.count({kind, node, offset}) == 0;
+    }
 
 private:
     const LinkReport& link;

@@ -36,12 +36,15 @@ std::size_t EditDistance(std::string_view a, std::string_view b)
 std::string NearestName(const std::vector<std::string_view>& names, std::string_view wanted)
 {
     constexpr std::size_t kLongest = 64;
+    constexpr std::size_t kMostNames = 2000;  // comparing takes time
     std::string_view nearest;
     std::size_t best = wanted.size() / 3 + 1;
     if (wanted.size() > kLongest) {
         return {};
     }
-    for (const std::string_view name : names) {
+    const std::size_t count = std::min(names.size(), kMostNames);
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::string_view name = names[i];
         const std::size_t longer = std::max(name.size(), wanted.size());
         const std::size_t shorter = std::min(name.size(), wanted.size());
         const std::size_t distance =

@@ -13,9 +13,13 @@
 
 #include <morl/morl.h>
 #include <algorithm>
+#include <iterator>
 #include <map>
 #include <memory>
+#include <mutex>
 #include <optional>
+#include <set>
+#include <unordered_map>
 #include <utility>
 
 namespace morlc {
@@ -47,26 +51,25 @@ struct CheckedPass {
     bool IsSound() const { return exists && !output.code.empty() && report.faults.empty(); }
 };
 
+/// A distinct text of one pass, with the report of the first unit that has it.
+struct CheckedText {
+    std::size_t unit;  ///< the number of that unit
+    std::string code;
+    PassReport report;
+};
+
+/// What is kept of a checked unit; a manifest may have a hundred thousand.
 struct CheckedUnit {
-    CheckedPass vertex;
-    CheckedPass fragment;
-    std::vector<ReportWarning> stageWarnings;
-    std::size_t texts = 0;  ///< an index into the distinct texts, if both passes are sound
+    std::vector<ReportFault> faults;
+    std::vector<ReportWarning> warnings;
+    const CheckedText* vertex = nullptr;    ///< null: no such pass, or not sound
+    const CheckedText* fragment = nullptr;  ///< likewise
     bool isJudged = false;
+    std::size_t verdict = 0;  ///< an index into the verdicts
 };
 
 /// Texts that are judged together.
-struct Texts {
-    std::string target;
-    std::string vertex;
-    std::string fragment;
-
-    bool operator<(const Texts& other) const
-    {
-        return std::tie(target, vertex, fragment) <
-               std::tie(other.target, other.vertex, other.fragment);
-    }
-};
+using TextPair = std::pair<const CheckedText*, const CheckedText*>;
 
 CheckedPass CheckOne(MorlCompiler& compiler, std::optional<PassProperty> pass)
 {
@@ -90,10 +93,17 @@ void AssignTexcoords(MorlCompiler& compiler, PassProperty& pass)
     }
 }
 
-CheckedUnit CheckUnit(MorlCompiler& compiler, Unit unit)
+/// Both passes of a unit, and what does not fit between them.
+struct CheckedPasses {
+    CheckedPass vertex;
+    CheckedPass fragment;
+    std::vector<ReportWarning> stageWarnings;
+};
+
+CheckedPasses CheckPasses(MorlCompiler& compiler, Unit unit)
 {
     const LogCollection log(compiler, LogCollection::Mode::Keep);
-    CheckedUnit result;
+    CheckedPasses result;
     result.vertex = CheckOne(compiler, unit.vertex);
     if (unit.fragment && unit.vertex) {
         unit.fragment->semantics = result.vertex.output.semantics;
@@ -106,6 +116,12 @@ CheckedUnit CheckUnit(MorlCompiler& compiler, Unit unit)
                              result.stageWarnings);
     }
     return result;
+}
+
+template <class Element>
+void AppendTo(std::vector<Element>& list, std::vector<Element>&& more)
+{
+    std::move(more.begin(), more.end(), std::back_inserter(list));
 }
 
 PassProperty MakePass(const PassOptions& options, const std::string& target, int stage,
@@ -246,37 +262,76 @@ private:
         }
         checked.resize(units.size());
         RunParallel(threads, units.size(), [&](std::size_t thread, std::size_t i) {
-            checked[i] = CheckUnit(*copies[thread], units[i]);
+            Keep(i, CheckPasses(*copies[thread], units[i]));
         });
         for (std::size_t i = 0; i < units.size(); ++i) {
-            AddTexts(units[i], checked[i]);
+            PlanVerdict(units[i], checked[i]);
         }
     }
 
-    void AddTexts(const Unit& unit, CheckedUnit& result)
+    /// Keeps what is needed of the passes of a unit.
+    void Keep(std::size_t number, CheckedPasses passes)
     {
-        const bool areSound = (!unit.vertex || result.vertex.IsSound()) &&
-                              (!unit.fragment || result.fragment.IsSound());
+        const Unit& unit = units[number];
+        CheckedUnit& result = checked[number];
+        for (CheckedPass* pass : {&passes.vertex, &passes.fragment}) {
+            AppendTo(result.faults, std::move(pass->report.faults));
+            AppendTo(result.warnings, std::move(pass->warnings));
+            pass->report.faults.clear();
+        }
+        AppendTo(result.warnings, std::move(passes.stageWarnings));
+        const bool isSound = result.faults.empty();
+        const std::lock_guard<std::mutex> lock(mutex);
+        for (CheckedPass* pass : {&passes.vertex, &passes.fragment}) {
+            used[unit.shader].Add(pass->report);
+            if (isSound && pass->exists) {
+                const bool isVertex = pass == &passes.vertex;
+                (isVertex ? result.vertex : result.fragment) =
+                    KeepText(number, unit.context.target + (isVertex ? "v" : "f"), *pass);
+            }
+        }
+    }
+
+    const CheckedText* KeepText(std::size_t number, const std::string& kind, CheckedPass& pass)
+    {
+        std::unique_ptr<CheckedText>& text = texts[kind + pass.output.code];
+        if (!text || number < text->unit) {
+            if (!text) {
+                text = std::make_unique<CheckedText>();
+            }
+            text->unit = number;
+            text->code = std::move(pass.output.code);
+            text->report = std::move(pass.report);
+        }
+        return text.get();
+    }
+
+    void PlanVerdict(const Unit& unit, CheckedUnit& result)
+    {
+        const bool areSound = result.vertex != nullptr || result.fragment != nullptr;
         if (!areSound || !Tells("verdict")) {
             return;
         }
-        const auto [known, isNew] = byTexts.try_emplace(
-            {unit.context.target, result.vertex.output.code, result.fragment.output.code},
-            texts.size());
+        const TextPair pair = {result.vertex, result.fragment};
+        const auto [known, isNew] = byPair.try_emplace(pair, pairs.size());
         if (isNew) {
-            texts.push_back(&known->first);
+            pairs.emplace_back(unit.context.target, pair);
         }
-        result.texts = known->second;
+        result.verdict = known->second;
         result.isJudged = true;
     }
 
     void JudgeTexts()
     {
-        verdicts.resize(texts.size());
-        Progress progress(texts.size(), "texts", options.quiet);
-        RunParallel(ThreadCount(options.jobs, texts.size()), texts.size(),
+        const auto codeOf = [](const CheckedText* text) {
+            return text != nullptr ? text->code : std::string();
+        };
+        verdicts.resize(pairs.size());
+        Progress progress(pairs.size(), "texts", options.quiet);
+        RunParallel(ThreadCount(options.jobs, pairs.size()), pairs.size(),
                     [&](std::size_t /*thread*/, std::size_t i) {
-                        verdicts[i] = Judge(texts[i]->target, texts[i]->vertex, texts[i]->fragment);
+                        const auto& [target, pair] = pairs[i];
+                        verdicts[i] = Judge(target, codeOf(pair.first), codeOf(pair.second));
                         progress.Advance(1);
                     });
     }
@@ -285,13 +340,10 @@ private:
     {
         for (std::size_t i = 0; i < units.size(); ++i) {
             const CheckedUnit& result = checked[i];
-            for (const CheckedPass* pass : {&result.vertex, &result.fragment}) {
-                Collect(pass->report.faults, units[i]);
-                Collect(pass->warnings, units[i]);
-            }
-            Collect(result.stageWarnings, units[i]);
+            Collect(result.faults, units[i]);
+            Collect(result.warnings, units[i]);
             if (result.isJudged) {
-                Collect(verdicts[result.texts], result, units[i]);
+                Collect(verdicts[result.verdict], result, units[i]);
             }
         }
     }
@@ -346,14 +398,15 @@ private:
             Finding finding;
             finding.isVerdict = true;
             finding.text = message.text;
-            const CheckedPass& pass =
-                message.stage == ns_ruke::kVertexStage ? result.vertex : result.fragment;
+            const bool isVertex =
+                message.stage == ns_ruke::kVertexStage || result.fragment == nullptr;
+            const CheckedText& text = isVertex ? *result.vertex : *result.fragment;
             AuthorPlace place;
             if (message.line > 0) {
-                place = FindAuthorPlace(*nodes.compiler, pass.report, message.line, message.word);
-                finding.generated = GeneratedLine(pass.output.code, unit, message);
-            } else if (pass.exists) {
-                place = FindDeclaration(pass.report, message.text);
+                place = FindAuthorPlace(*nodes.compiler, text.report, message.line, message.word);
+                finding.generated = GeneratedLine(text.code, unit, message);
+            } else {
+                place = FindDeclaration(text.report, message.text);
             }
             finding.node = place.node;
             finding.line = place.line;
@@ -384,18 +437,10 @@ private:
             CollectUnusedOptions();
             return;
         }
-        std::vector<UsedNames> used(manifest->shaders.size());
-        for (std::size_t i = 0; i < units.size(); ++i) {
-            for (const CheckedPass* pass : {&checked[i].vertex, &checked[i].fragment}) {
-                used[units[i].shader].Add(pass->report);
-            }
-        }
-        for (std::size_t i = 0; i < used.size(); ++i) {
-            const ManifestShader& shader = manifest->shaders[i];
-            const bool isChecked = std::any_of(units.begin(), units.end(),
-                                               [&](const Unit& unit) { return unit.shader == i; });
-            if (isChecked && Tells("unused-macro")) {
-                ReportUnusedNames(shader.macroPlaces, shader.samplerPlaces, used[i],
+        for (const auto& [number, names] : used) {
+            const ManifestShader& shader = manifest->shaders[number];
+            if (Tells("unused-macro")) {
+                ReportUnusedNames(shader.macroPlaces, shader.samplerPlaces, names,
                                   "shader '" + shader.name + "'", "unused-macro", diagnostics);
             }
         }
@@ -403,11 +448,6 @@ private:
 
     void CollectUnusedOptions()
     {
-        UsedNames used;
-        for (const CheckedUnit& unit : checked) {
-            used.Add(unit.vertex.report);
-            used.Add(unit.fragment.report);
-        }
         NamePlaces macros;
         for (const auto& [name, value] : options.pass.macros) {
             macros.emplace(name, Place());
@@ -417,7 +457,8 @@ private:
             samplers.emplace(name, Place());
         }
         if (Tells("unused-macro")) {
-            ReportUnusedNames(macros, samplers, used, "these nodes", "unused-macro", diagnostics);
+            ReportUnusedNames(macros, samplers, used[0], "these nodes", "unused-macro",
+                              diagnostics);
         }
     }
 
@@ -465,9 +506,12 @@ private:
     std::vector<std::string> targets;
     std::vector<Unit> units;
     std::vector<CheckedUnit> checked;  ///< by unit
-    std::map<Texts, std::size_t> byTexts;
-    std::vector<const Texts*> texts;  ///< the distinct ones
-    std::vector<std::vector<VerdictMessage>> verdicts;
+    std::mutex mutex;                  ///< protects the next two members
+    std::unordered_map<std::string, std::unique_ptr<CheckedText>> texts;  ///< by target and code
+    std::map<std::size_t, UsedNames> used;                                ///< by shader
+    std::vector<std::pair<std::string, TextPair>> pairs;                  ///< with their targets
+    std::map<TextPair, std::size_t> byPair;
+    std::vector<std::vector<VerdictMessage>> verdicts;  ///< by pair
     Findings findings;
 };
 

@@ -79,8 +79,9 @@ bool ReadMessage(const std::string& line, int stage, VerdictMessage& message)
 
 void AppendMessages(const char* log, int stage, std::vector<VerdictMessage>& messages)
 {
+    constexpr std::size_t kMaxMessages = 100;  // nobody reads more
     std::istringstream lines(log);
-    for (std::string line; std::getline(lines, line);) {
+    for (std::string line; messages.size() < kMaxMessages && std::getline(lines, line);) {
         VerdictMessage message;
         if (ReadMessage(line, stage, message)) {
             messages.push_back(message);
