@@ -72,14 +72,26 @@ constexpr Lengths LengthsOf(const std::array<std::string_view, Size>& words)
     return lengths;
 }
 
-template <std::size_t Size>
-bool Contains(const std::array<std::string_view, Size>& words, const Lengths& lengths,
-              std::string_view name)
+/// The lengths of the words of two lists.
+constexpr Lengths Merge(Lengths a, const Lengths& b)
 {
-    if (name.empty() || name[0] < 'a' || name[0] > 'z' || name.size() > 31 ||
-        (lengths[static_cast<std::size_t>(name[0] - 'a')] & (1U << name.size())) == 0) {
-        return false;
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        a[i] |= b[i];
     }
+    return a;
+}
+
+/// Whether the name begins like one of the words, and is as long.
+bool MayBeWord(const Lengths& lengths, std::string_view name)
+{
+    constexpr std::size_t kLongestWord = 31;
+    return !name.empty() && name[0] >= 'a' && name[0] <= 'z' && name.size() <= kLongestWord &&
+           (lengths[static_cast<std::size_t>(name[0] - 'a')] & (1U << name.size())) != 0;
+}
+
+template <std::size_t Size>
+bool Contains(const std::array<std::string_view, Size>& words, std::string_view name)
+{
     return std::binary_search(words.begin(), words.end(), name);
 }
 
@@ -95,19 +107,20 @@ bool HasTwoUnderscores(std::string_view name)
 }
 
 constexpr Lengths kHlslLengths = LengthsOf(kHlsl);
-constexpr Lengths kGlslLengths = LengthsOf(kGlsl);
-constexpr Lengths kGlsl150Lengths = LengthsOf(kGlsl150);
+constexpr Lengths kGlslLengths = Merge(LengthsOf(kGlsl), LengthsOf(kGlsl150));
 
 }  // namespace
 
 bool IsReservedWord(std::string_view name, std::string_view target)
 {
     if (target.substr(0, 4) == "hlsl") {
-        return Contains(kHlsl, kHlslLengths, name);
+        return MayBeWord(kHlslLengths, name) && Contains(kHlsl, name);
     }
-    return Contains(kGlsl, kGlslLengths, name) || HasTwoUnderscores(name) ||
-           name.substr(0, 3) == "gl_" ||
-           (target == "glsl" && Contains(kGlsl150, kGlsl150Lengths, name));
+    if (MayBeWord(kGlslLengths, name) &&
+        (Contains(kGlsl, name) || (target == "glsl" && Contains(kGlsl150, name)))) {
+        return true;
+    }
+    return HasTwoUnderscores(name) || name.substr(0, 3) == "gl_";
 }
 
 }  // namespace ns_ruke

@@ -5,22 +5,26 @@
 
 namespace ns_ruke {
 
-// Names are short, and differ at their ends: this costs less than a hash of all bytes.
+// Eight bytes at a time, the last ones again if the name is no multiple of eight.
 std::int32_t& Scope::BucketOf(std::string_view name)
 {
+    constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15U;
     std::uint64_t hash = name.size();
-    if (name.size() >= sizeof hash) {
-        std::uint64_t first = 0;
-        std::uint64_t last = 0;
-        std::memcpy(&first, name.data(), sizeof first);
-        std::memcpy(&last, name.data() + name.size() - sizeof last, sizeof last);
-        hash += first * 31 + last;
-    } else {
+    std::uint64_t part = 0;
+    if (name.size() < sizeof part) {
         for (const char c : name) {
             hash = hash * 31 + static_cast<unsigned char>(c);
         }
+    } else {
+        for (std::size_t i = 0; i + sizeof part < name.size(); i += sizeof part) {
+            std::memcpy(&part, name.data() + i, sizeof part);
+            hash = (hash ^ part) * kFactor;
+            hash ^= hash >> 29U;
+        }
+        std::memcpy(&part, name.data() + name.size() - sizeof part, sizeof part);
+        hash ^= part;
     }
-    hash *= 0x9E3779B97F4A7C15U;
+    hash *= kFactor;
     return buckets[(hash >> 32U) & (buckets.size() - 1)];
 }
 
@@ -43,7 +47,7 @@ const ScopeEntry* Scope::Declare(const ScopeEntry& entry)
     const std::int32_t next = bucket;
     bucket = static_cast<std::int32_t>(entries.size());
     entries.push_back(entry);
-    entries.back().depth = Depth();
+    entries.back().depth = depth;
     entries.back().next = next;
     for (std::int32_t i = next; i >= 0; i = entries[static_cast<std::size_t>(i)].next) {
         const ScopeEntry& other = entries[static_cast<std::size_t>(i)];
@@ -67,11 +71,11 @@ ScopeEntry* Scope::Find(std::string_view name)
 
 void Scope::EndBlock()
 {
-    while (entries.size() > blocks.back()) {
+    while (!entries.empty() && entries.back().depth == depth) {
         BucketOf(entries.back().name) = entries.back().next;
         entries.pop_back();
     }
-    blocks.pop_back();
+    --depth;
 }
 
 }  // namespace ns_ruke

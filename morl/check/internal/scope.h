@@ -37,10 +37,10 @@ public:
     /// The innermost entry with this name, or null.
     ScopeEntry* Find(std::string_view name);
 
-    void BeginBlock() { blocks.push_back(entries.size()); }
+    void BeginBlock() { ++depth; }
     /// Forgets the names of the innermost block.
     void EndBlock();
-    std::uint32_t Depth() const { return static_cast<std::uint32_t>(blocks.size()); }
+    std::uint32_t Depth() const { return depth; }
 
     const std::vector<ScopeEntry>& Entries() const { return entries; }
 
@@ -52,7 +52,7 @@ private:
     void Grow();
 
     std::vector<ScopeEntry> entries;
-    std::vector<std::size_t> blocks;    ///< where each block begins in `entries`
+    std::uint32_t depth = 0;            ///< how many blocks the innermost one is in
     std::vector<std::int32_t> buckets;  ///< the last entry of each; -1: none
 };
 

@@ -248,7 +248,9 @@ void PassChecker::DeclareLocal(const std::string& name, ENUM_TOKEN token, bool i
     if (isRepeated) {
         Warn(CheckKind::RepeatedName, offset, name);
     }
-    CheckCopied(name, offset);
+    if (name[0] == 'i' || name[0] == 'r') {
+        CheckCopied(name, offset);
+    }
 }
 
 void PassChecker::Statements(const std::vector<MorlSentence*>& sentences)

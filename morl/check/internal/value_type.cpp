@@ -1,36 +1,43 @@
 // SPDX-License-Identifier: MIT
 #include "morl/check/internal/value_type.h"
 
+#include <array>
+#include <cstddef>
+
 namespace ns_ruke {
+namespace {
+
+using Types = std::array<ValueType, static_cast<std::size_t>(kTokenCount)>;
+
+constexpr Types MakeTypes()
+{
+    Types types{};
+    for (std::uint8_t i = 0; i < 4; ++i) {
+        const auto rows = static_cast<std::uint8_t>(i + 1);
+        types[static_cast<std::size_t>(TOKEN_FLOAT) + i] = {ValueBase::Float, rows, 1};
+        types[static_cast<std::size_t>(TOKEN_INT) + i] = {ValueBase::Int, rows, 1};
+    }
+    types[TOKEN_FLOAT2X4] = {ValueBase::Float, 2, 4};
+    types[TOKEN_FLOAT3X3] = {ValueBase::Float, 3, 3};
+    types[TOKEN_FLOAT3X4] = {ValueBase::Float, 3, 4};
+    types[TOKEN_FLOAT4X3] = {ValueBase::Float, 4, 3};
+    types[TOKEN_FLOAT4X4] = {ValueBase::Float, 4, 4};
+    types[TOKEN_FLOAT3X3_CONSTRUCT] = types[TOKEN_FLOAT3X3];
+    types[TOKEN_FLOAT4X4_CONSTRUCT] = types[TOKEN_FLOAT4X4];
+    types[TOKEN_FLOAT4X4_TRANPOSE] = types[TOKEN_FLOAT4X4];
+    for (auto i = static_cast<std::size_t>(TOKEN_SAMPLER1D); i <= TOKEN_SAMPLERCUBE; ++i) {
+        types[i] = {ValueBase::Sampler, 1, 1};
+    }
+    return types;
+}
+
+constexpr Types kTypes = MakeTypes();
+
+}  // namespace
 
 ValueType TypeOfToken(ENUM_TOKEN token)
 {
-    if (token >= TOKEN_FLOAT && token <= TOKEN_FLOAT4) {
-        return {ValueBase::Float, static_cast<std::uint8_t>(token - TOKEN_FLOAT + 1), 1};
-    }
-    if (token >= TOKEN_INT && token <= TOKEN_INT4) {
-        return {ValueBase::Int, static_cast<std::uint8_t>(token - TOKEN_INT + 1), 1};
-    }
-    if (token >= TOKEN_SAMPLER1D && token <= TOKEN_SAMPLERCUBE) {
-        return {ValueBase::Sampler, 1, 1};
-    }
-    switch (token) {
-    case TOKEN_FLOAT2X4:
-        return {ValueBase::Float, 2, 4};
-    case TOKEN_FLOAT3X3:
-    case TOKEN_FLOAT3X3_CONSTRUCT:
-        return {ValueBase::Float, 3, 3};
-    case TOKEN_FLOAT3X4:
-        return {ValueBase::Float, 3, 4};
-    case TOKEN_FLOAT4X3:
-        return {ValueBase::Float, 4, 3};
-    case TOKEN_FLOAT4X4:
-    case TOKEN_FLOAT4X4_CONSTRUCT:
-    case TOKEN_FLOAT4X4_TRANPOSE:
-        return {ValueBase::Float, 4, 4};
-    default:
-        return {};
-    }
+    return kTypes[static_cast<std::size_t>(token)];
 }
 
 std::string NameOf(ValueType type)
