@@ -113,8 +113,8 @@ typedef struct morl_request {
     size_t semantic_count;
     const morl_value* samplers; /**< registers of the samplers that are bound to SAUTO */
     size_t sampler_count;
-    morl_text target;     /**< "hlsl", "hlsl10", "glsl" or "glsles" */
-    int32_t stage;        /**< MORL_VERTEX or MORL_FRAGMENT */
+    morl_text target;       /**< "hlsl", "hlsl10", "glsl" or "glsles" */
+    int32_t stage;          /**< MORL_VERTEX or MORL_FRAGMENT */
     int32_t wants_report;   /**< not 0: also fills the report of morl_output */
     int32_t wants_warnings; /**< not 0: also fills its warnings; needs a report */
 } morl_request;
@@ -261,8 +261,8 @@ MORL_API void morl_result_destroy(morl_result* result);
 
 /** A message of the log, and its parts. */
 typedef struct morl_log_line {
-    size_t size; /**< sizeof(morl_log_line) of the library */
-    int32_t level; /**< MORL_INFO or MORL_ERROR */
+    size_t size;    /**< sizeof(morl_log_line) of the library */
+    int32_t level;  /**< MORL_INFO or MORL_ERROR */
     int32_t line;   /**< 1-based, in the node's content; 0: no place */
     int32_t column; /**< 1-based, in bytes; 0: no place */
     morl_text category;

@@ -12,9 +12,9 @@ namespace morl_test {
 /// A line of a node that may not carry over to every target, and one that means the same
 /// everywhere. The list is tests/pictures/probes.json.
 struct Probe {
-    std::string row;      ///< its name in docs/targets.md
-    std::string check;    ///< the name of the check that finds it
-    std::string rule;     ///< the rule of docs/language.md that it illustrates, or empty
+    std::string row;    ///< its name in docs/targets.md
+    std::string check;  ///< the name of the check that finds it
+    std::string rule;   ///< the rule of docs/language.md that it illustrates, or empty
     bool isInVertexPass = false;
     std::string wrong;  ///< statements that assign `result`
     std::string right;  ///< likewise; empty: the question is only whether `wrong` is accepted
@@ -37,7 +37,8 @@ std::vector<ns_ruke::ReportWarning> CheckProbe(const Probe& probe, const std::st
 /// What each target made of each wrong line: "yes" if it draws the same as the right line, "other
 /// picture", "refused", or, without a right line, "accepted".
 /// @throws std::runtime_error if a target refuses a right line or draws it differently, or if the
-///         checks do not find a wrong line, find fault with a right one, or have no line of their own
+///         checks do not find a wrong line, find fault with a right one, or have no line of their
+///         own
 std::string ProbeTable();
 
 /// The rules for portable nodes, each with a right and a wrong line.

@@ -48,8 +48,9 @@ std::vector<morl_declare> ToDeclares(const std::vector<ReportDeclare>& declares)
 
 std::vector<morl_line> ToLines(const std::vector<ReportLine>& lines)
 {
-    return ConvertAll(lines,
-                      [](const ReportLine& line) { return morl_line{line.node, line.line}; });
+    return ConvertAll(lines, [](const ReportLine& line) {
+        return morl_line{line.node, line.line};
+    });
 }
 
 std::vector<morl_macro> ToMacros(const std::vector<ReportMacro>& macros)
