@@ -20,6 +20,7 @@ struct CheckInfo {
     std::string_view text;     ///< "'{}' is not declared in this pass"
     std::string_view cure;     ///< may be empty
     std::string_view targets;  ///< those that it concerns, separated by blanks; empty: all
+    bool isRefused = false;    ///< whether compilers refuse the text because of it
 };
 
 /// All checks, one row each, in a fixed order.
@@ -34,6 +35,7 @@ struct ReportWarning {
     std::string node;        ///< empty: the request as a whole
     int line = 0;            ///< 1-based, in the node's content; 0: no place
     int column = 0;          ///< 1-based, in bytes; 0: no place
+    std::string name;        ///< what the text is about, such as a variable; may be empty
     std::string text;        ///< what happens, and what to do
 };
 

@@ -35,7 +35,7 @@ void Add(CheckKind kind, const PassReport& report, const ReportDeclare& declare,
     std::string text = StringHelper::ReplaceAll(std::string(info.text), "{}", declare.name) + hint;
     text += info.cure.empty() ? "" : "; " + std::string(info.cure);
     warnings.push_back({info.name, report.nodes[static_cast<std::size_t>(declare.node)],
-                        declare.line, declare.column, text});
+                        declare.line, declare.column, declare.name, text});
 }
 
 std::string Suggestion(const std::vector<const ReportDeclare*>& outputs, const std::string& name)
@@ -57,7 +57,7 @@ void CheckMacros(const PassReport& vertex, const PassReport& fragment,
     const CheckInfo& info = InfoOf(CheckKind::UnusedMacro);
     for (const std::string& name : vertex.unusedMacros) {
         if (std::binary_search(fragment.unusedMacros.begin(), fragment.unusedMacros.end(), name)) {
-            warnings.push_back({info.name, "", 0, 0,
+            warnings.push_back({info.name, "", 0, 0, name,
                                 StringHelper::ReplaceAll(std::string(info.text), "{}", name)});
         }
     }
@@ -88,6 +88,11 @@ void CheckStages(const PassReport& vertex, const PassReport& fragment, const std
             continue;
         }
         const std::size_t place = found->second;
+        const bool hasOtherSemantic = outputs[place]->semantic != input.semantic &&
+                                      !input.semantic.empty() && !outputs[place]->semantic.empty();
+        if (hasOtherSemantic && target.compare(0, 4, "hlsl") == 0) {
+            Add(CheckKind::VaryingSemantic, fragment, input, "", warnings);
+        }
         if (outputs[place]->type != input.type) {
             Add(CheckKind::VaryingType, fragment, input, "", warnings);
         }

@@ -38,6 +38,7 @@ public:
     /// Replaces the source. A program that was parsed before stays in use until the target changes.
     void SetContent(std::string newContent);
     std::string GetContent() const;
+    const std::string& Content() const { return content; }
 
     /// Appends a name to the references; duplicates are kept.
     void AddReference(std::string reference);

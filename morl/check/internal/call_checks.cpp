@@ -153,14 +153,32 @@ ValueType PassChecker::MatrixHelper(const MorlFunctionCall& call)
     return TypeOfToken(call.functionToken);
 }
 
+/// Whether a product is one variable and plain numbers, whose order does not matter.
+bool PassChecker::IsScaled(const MorlExpression* product)
+{
+    std::vector<Term> factors;
+    AppendTerms(product, factors);
+    std::size_t others = 0;
+    for (std::size_t i = 0; i < factors.size(); ++i) {
+        const bool hasMember =
+            i + 1 < factors.size() && factors[i + 1].operatorToken == TOKEN_MEMBER;
+        if (factors[i].operatorToken == TOKEN_MEMBER) {
+            continue;
+        }
+        others += hasMember || !Expression(factors[i].operand).IsNumber() ? 1 : 0;
+    }
+    return others <= 1;
+}
+
 ValueType PassChecker::Multiply(const MorlFunctionCall& call, const Arguments& arguments)
 {
     if (arguments.size() < 2) {
         return {};
     }
-    const bool isTorn =
-        HasOperator(call.arguments[0], {TOKEN_PLUS, TOKEN_MINUS}) ||
-        HasOperator(call.arguments[1], {TOKEN_PLUS, TOKEN_MINUS, TOKEN_MULTIPLY, TOKEN_DIVIDE});
+    const bool isTorn = HasOperator(call.arguments[0], {TOKEN_PLUS, TOKEN_MINUS}) ||
+                        HasOperator(call.arguments[1], {TOKEN_PLUS, TOKEN_MINUS}) ||
+                        (HasOperator(call.arguments[1], {TOKEN_MULTIPLY, TOKEN_DIVIDE}) &&
+                         !IsScaled(call.arguments[1]));
     if (isTorn) {
         Warn(CheckKind::MulOperand, call.offset);
     }

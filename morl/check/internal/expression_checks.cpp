@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <initializer_list>
+#include <iterator>
 
 namespace ns_ruke {
 namespace {
@@ -49,7 +50,12 @@ bool ContinuesWord(char c)
            c == '$';
 }
 
-/// Whether a source declares a name: the word follows a type.
+bool IsType(ENUM_TOKEN token)
+{
+    return token == TOKEN_AUTO || TypeOfToken(token).IsKnown();
+}
+
+/// Whether a source declares a name: the word follows a type, and not in a comment.
 bool DeclaresName(const std::string& source, const std::string& name)
 {
     const KeywordMap keywords = KeywordMap::Language();
@@ -64,15 +70,28 @@ bool DeclaresName(const std::string& source, const std::string& name)
         while (start > 0 && ContinuesWord(source[start - 1])) {
             --start;
         }
-        const ENUM_TOKEN before =
-            keywords.Find(std::string_view(source).substr(start, end - start));
-        const bool isType = (before >= TOKEN_FLOAT && before <= TOKEN_FLOAT4X4) ||
-                            (before >= TOKEN_SAMPLER1D && before <= TOKEN_AUTO);
-        if (isType && end < found && (after == source.size() || !ContinuesWord(source[after]))) {
+        const std::size_t line = source.rfind('\n', found) + 1;
+        const bool isComment = source.find("//", line) < found || source.find("/*", line) < found;
+        const bool isWhole = after == source.size() || !ContinuesWord(source[after]);
+        if (!isComment && isWhole && end < found &&
+            IsType(keywords.Find(std::string_view(source).substr(start, end - start)))) {
             return true;
         }
     }
     return false;
+}
+
+/// Whether a node is for the other stage, to judge by the semantics in its source.
+bool IsOfOtherStage(const std::string& source, int stage)
+{
+    static const char* const vertexWords[] = {"SV_Position", "POSITION",     "NORMAL",
+                                              "TANGENT",     "BLENDINDICES", "BLENDWEIGHT"};
+    if (stage == kVertexStage) {
+        return source.find("tex2D") != std::string::npos ||
+               source.find("discard") != std::string::npos;
+    }
+    return std::any_of(std::begin(vertexWords), std::end(vertexWords),
+                       [&](const char* word) { return source.find(word) != std::string::npos; });
 }
 
 }  // namespace
@@ -139,6 +158,9 @@ ValueType PassChecker::Operations(int level)
 ValueType PassChecker::Postfix()
 {
     const MorlExpression& operand = *terms[at].operand;
+    if (terms[at].minusSigns + (terms[at].operatorToken == TOKEN_MINUS ? 1 : 0) > 1) {
+        Warn(CheckKind::DoubleMinus, operand.offset);
+    }
     ++at;
     ValueType value = Operand(operand);
     while (at < end && terms[at].operatorToken == TOKEN_MEMBER) {
@@ -154,10 +176,19 @@ ValueType PassChecker::Postfix()
 
 ValueType PassChecker::Member(ValueType value, const MorlExpression& member)
 {
-    if (member.unitType != TOKEN_IDENTIFIER || !value.IsVector()) {
+    if (member.unitType != TOKEN_IDENTIFIER) {
         return {};
     }
-    const std::size_t count = static_cast<const MorlVariable&>(member).name.size();
+    const std::string& name = static_cast<const MorlVariable&>(member).name;
+    for (const ScopeEntry& entry : componentNames) {
+        if (entry.name == name) {
+            warnings.Add(CheckKind::CopiedName, entry.node, entry.offset, entry.name);
+        }
+    }
+    if (!value.IsVector()) {
+        return {};
+    }
+    const std::size_t count = name.size();
     return count <= 4 ? ValueType{value.base, static_cast<std::uint8_t>(count), 1} : ValueType();
 }
 
@@ -202,41 +233,45 @@ void PassChecker::ReportUnknownName(const MorlVariable& variable)
         Warn(CheckKind::MacroAsValue, variable.offset, name);
         return;
     }
-    const bool hasFaults =
-        std::any_of(input.link.origins.begin(), input.link.origins.end(),
-                    [](const LinkOrigin& origin) { return !origin.node->GetFaults().empty(); });
     if (hasFaults || !warnings.IsNew(CheckKind::UndeclaredName, node, variable.offset)) {
         return;
     }
     Warn(CheckKind::UndeclaredName, variable.offset, name, HintForUnknown(name));
 }
 
-/// Where a name that is not declared may be: in another node, or a letter away. Nobody reads
-/// hundreds of hints, and looking for them takes time.
+/// Where a name that is not declared may be: a letter away, or in another node.
 std::string PassChecker::HintForUnknown(const std::string& name)
 {
-    constexpr int kMaxHints = 20;
-    if (++hints > kMaxHints) {
+    if (!warnings.WantsHint()) {
         return {};
-    }
-    std::string declaring;
-    for (const auto& [nodeName, other] : input.nodes) {
-        const bool isHere = std::find(input.pass.nodeNames.begin(), input.pass.nodeNames.end(),
-                                      nodeName) != input.pass.nodeNames.end();
-        if (!isHere && DeclaresName(other->GetContent(), name) &&
-            (declaring.empty() || nodeName < declaring)) {
-            declaring = nodeName;
-        }
-    }
-    if (!declaring.empty()) {
-        return "; add the node '" + declaring + "', which declares it";
     }
     std::vector<std::string_view> names;
     for (const ScopeEntry& entry : scope.Entries()) {
         names.push_back(entry.name);
     }
     const std::string nearest = NearestName(names, name);
-    return nearest.empty() ? "" : "; did you mean '" + nearest + "'?";
+    const std::string meant = nearest.empty() ? "" : "; did you mean '" + nearest + "'?";
+    // One letter more or less is a slip.
+    if (!nearest.empty() && nearest.size() + 1 >= name.size() &&
+        nearest.size() <= name.size() + 1) {
+        return meant;
+    }
+    std::string declaring;
+    for (const auto& [nodeName, other] : input.nodes) {
+        const bool isHere = std::find(input.pass.nodeNames.begin(), input.pass.nodeNames.end(),
+                                      nodeName) != input.pass.nodeNames.end();
+        if (!isHere && (declaring.empty() || nodeName < declaring) &&
+            !IsOfOtherStage(other->Content(), input.pass.stage) &&
+            DeclaresName(other->Content(), name)) {
+            declaring = nodeName;
+        }
+    }
+    if (!declaring.empty()) {
+        return "; add the node '" + declaring + "', which declares it";
+    }
+    return name.compare(0, 3, "gl_") == 0
+               ? "; declare an output, such as 'out float4 oColor : COLOR0;'"
+               : meant;
 }
 
 ValueType PassChecker::Index(const MorlBinaryOperation& operation)
@@ -313,7 +348,8 @@ ValueType PassChecker::CombineNumbers(const Term& term, ValueType left, ValueTyp
                                       const MorlExpression& leftOperand)
 {
     const ENUM_TOKEN token = term.operatorToken;
-    if ((token == TOKEN_MULTIPLY || token == TOKEN_DIVIDE) && IsMultiplyCall(*term.operand)) {
+    const bool isTorn = token == TOKEN_DIVIDE || (token == TOKEN_MULTIPLY && !left.IsNumber());
+    if (isTorn && IsMultiplyCall(*term.operand)) {
         Warn(CheckKind::MulOperand, term.operand->offset);
     }
     if (token == TOKEN_MODULO) {

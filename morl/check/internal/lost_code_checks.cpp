@@ -50,7 +50,10 @@ private:
     /// After an error, what follows on its line is lost as well; the error says enough.
     void CheckNoted(const MorlLostCode& lost)
     {
-        const bool hasFaults = !node.GetFaults().empty();
+        if (!node.GetFaults().empty() && lost.kind != MorlLostKind::While &&
+            lost.kind != MorlLostKind::Main && lost.kind != MorlLostKind::MainInBlock) {
+            return;
+        }
         switch (lost.kind) {
         case MorlLostKind::Statement:
         case MorlLostKind::Semicolon:
@@ -58,9 +61,7 @@ private:
             WarnOfNoEffect(lost.offset);
             break;
         case MorlLostKind::Block:
-            if (!hasFaults) {
-                Warn(CheckKind::BrokenBlock, lost.offset, LineOf(lost.cause));
-            }
+            Warn(CheckKind::BrokenBlock, lost.offset, LineOf(lost.cause));
             break;
         case MorlLostKind::OpenBlock:
             Warn(CheckKind::OpenBlock, lost.offset, LineOf(lost.cause));
@@ -85,7 +86,7 @@ private:
     void WarnOfNoEffect(std::uint32_t offset)
     {
         const int line = node.PlaceOf(offset).line;
-        if (line != lastLine && node.GetFaults().empty()) {
+        if (line != lastLine) {
             Warn(CheckKind::NoEffect, offset);
         }
         lastLine = line;
@@ -93,13 +94,13 @@ private:
 
     std::string WordAt(std::uint32_t offset) const
     {
-        const std::string content = node.GetContent();
+        const std::string& content = node.Content();
         return content.substr(offset, content.find_first_of(" \t\r\n/;}", offset) - offset);
     }
 
     void CheckFunction(const MorlFunction& function)
     {
-        if (function.unitType != TOKEN_FUNCTION) {
+        if (function.unitType != TOKEN_FUNCTION || !node.GetFaults().empty()) {
             return;
         }
         const bool isAlmostMain = program.mainFunction == nullptr &&

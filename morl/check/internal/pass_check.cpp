@@ -5,6 +5,7 @@
 #include "morl/check/internal/pass_checker.h"
 #include "morl/core/internal/nearest.h"
 
+#include <algorithm>
 #include <map>
 
 namespace ns_ruke {
@@ -26,11 +27,13 @@ void CheckReferences(const PassCheckInput& input, WarningList& warnings)
     for (const auto& [name, node] : input.nodes) {
         names.push_back(name);
     }
+    std::sort(names.begin(), names.end());
     for (std::size_t i = 0; i < input.link.origins.size(); ++i) {
         const auto unknown = input.unknownReferences.equal_range(input.link.origins[i].node);
         for (auto entry = unknown.first; entry != unknown.second; ++entry) {
-            warnings.Add(CheckKind::UnknownReference, static_cast<int>(i), 0, entry->second,
-                         Suggest(names, entry->second));
+            warnings.Add(CheckKind::UnknownReference, static_cast<int>(i), WarningList::kNoOffset,
+                         entry->second,
+                         warnings.WantsHint() ? Suggest(names, entry->second) : std::string());
         }
     }
 }
@@ -48,7 +51,9 @@ void CheckMacros(const PassCheckInput& input, WarningList& warnings)
                 unused.push_back(other);
             }
         }
-        warnings.Add(CheckKind::UnsetMacro, place.node, place.offset, name, Suggest(unused, name));
+        std::sort(unused.begin(), unused.end());
+        warnings.Add(CheckKind::UnsetMacro, place.node, place.offset, name,
+                     warnings.WantsHint() ? Suggest(unused, name) : std::string());
     }
 }
 

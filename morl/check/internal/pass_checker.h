@@ -43,7 +43,7 @@ private:
     void CheckCopies();
     void CheckCopied(std::string_view name, std::uint32_t offset);
     void CheckRepetitions();
-    void CheckUnwritten();
+    void CheckOutputs();
     void DeclareLocal(const std::string& name, ENUM_TOKEN token, bool isArray, std::uint32_t offset,
                       ScopeEntry::Kind kind);
     void CheckName(std::string_view name, std::uint32_t offset);
@@ -52,7 +52,6 @@ private:
     void Assignment(const MorlAssignSentence& assignment, ScopeEntry::Kind kind);
     void CheckAssigned(const MorlAssignSentence& assignment, ValueType target, ValueType value);
     ValueType Target(const MorlExpression& target);
-    void Condition(const MorlExpression* condition);
     void If(const MorlIfSentence& sentence);
     void For(const MorlForSentence& sentence);
 
@@ -86,6 +85,7 @@ private:
     ValueType Constructor(const MorlFunctionCall& call, const Arguments& arguments);
     ValueType MatrixHelper(const MorlFunctionCall& call);
     ValueType Multiply(const MorlFunctionCall& call, const Arguments& arguments);
+    bool IsScaled(const MorlExpression* product);
     ValueType Sample(const MorlFunctionCall& call);
     ValueType Intrinsic(const MorlFunctionCall& call, const Arguments& arguments);
 
@@ -103,9 +103,10 @@ private:
     std::size_t at = 0;             ///< the next term
     std::size_t end = 0;            ///< of the terms of the innermost expression
     int node = -1;                  ///< of what is being checked: an index into the link's list
-    int hints = 0;                  ///< how many have been looked for
-    bool hasAutoTexcoords = false;  ///< among the outputs
-    bool isInitialiser = false;     ///< the call at hand is all that is assigned
+    bool hasFaults = false;         ///< whether a node has some, so that names may be missing
+    std::vector<ScopeEntry> componentNames;  ///< inputs and outputs that are called like members
+    bool hasAutoTexcoords = false;           ///< among the outputs
+    bool isInitialiser = false;              ///< the call at hand is all that is assigned
 };
 
 /// Whether an expression has one of these operators outside of parentheses and calls.

@@ -61,6 +61,9 @@ PassChecker::PassChecker(const PassCheckInput& newInput, WarningList& newWarning
 
 void PassChecker::Run()
 {
+    hasFaults =
+        std::any_of(input.link.origins.begin(), input.link.origins.end(),
+                    [](const LinkOrigin& origin) { return !origin.node->GetFaults().empty(); });
     const std::vector<MorlDeclare*>& outputs = input.linked.outputs;
     hasAutoTexcoords = std::any_of(outputs.begin(), outputs.end(), [](const MorlDeclare* output) {
         return BindingToken(output) == TOKEN_TEXAUTO;
@@ -79,7 +82,7 @@ void PassChecker::Run()
             Statement(sentences[i]);
         }
     }
-    CheckUnwritten();
+    CheckOutputs();
 }
 
 void PassChecker::DeclareGlobals(const std::vector<MorlDeclare*>& list,
@@ -90,6 +93,9 @@ void PassChecker::DeclareGlobals(const std::vector<MorlDeclare*>& list,
         node = static_cast<int>(origin);
         for (; i < input.link.origins[origin].*listEnd; ++i) {
             const MorlDeclare& declare = *list[i];
+            if (declare.name.empty()) {
+                continue;  // what is left of a macro block in a `#for`
+            }
             CheckGlobal(declare, kind);
             const bool isArray = declare.arraySize != nullptr && kind == Kind::Uniform;
             const ScopeEntry* other = scope.Declare(
@@ -104,9 +110,6 @@ void PassChecker::DeclareGlobals(const std::vector<MorlDeclare*>& list,
 void PassChecker::CheckGlobal(const MorlDeclare& declare, Kind kind)
 {
     const std::uint32_t offset = declare.offset;
-    if (declare.name.empty()) {
-        return;  // what is left of a macro block in a `#for`
-    }
     CheckName(declare.name, offset);
     CheckSemantic(declare, kind);
     if (declare.arraySize != nullptr) {
@@ -139,6 +142,9 @@ void PassChecker::CheckSemantic(const MorlDeclare& declare, Kind kind)
 {
     const ENUM_TOKEN binding = BindingToken(&declare);
     const bool isVertex = input.pass.stage == kVertexStage;
+    if (kind != Kind::Uniform && declare.registerBinding == nullptr) {
+        Warn(CheckKind::MissingSemantic, declare.offset, declare.name);
+    }
     if (kind == Kind::Input && isVertex && binding == TOKEN_COLOR0) {
         Warn(CheckKind::ColorInput, declare.offset, declare.name);
     }
@@ -170,7 +176,8 @@ void PassChecker::CheckRepetitions()
                 first != list->end() && (*first)->bufferType == declare.bufferType;
             if (isSameList && !AreAlike(**first, declare)) {
                 node = repetition.node;
-                Warn(CheckKind::Redeclared, declare.offset, declare.name);
+                Warn(CheckKind::Redeclared, declare.offset, declare.name,
+                     "; it is a '" + std::string(KeywordMap::WordOf((*first)->varType)) + "'");
             }
         }
     }
@@ -191,8 +198,10 @@ void PassChecker::CheckCopies()
                                 ? std::find(std::begin(kWordsWithI), std::end(kWordsWithI),
                                             entry.name) != std::end(kWordsWithI)
                                 : entry.name == "urn";
-        if (isWord || IsComponentName(entry.name)) {
+        if (isWord) {
             Warn(CheckKind::CopiedName, entry.offset, entry.name);
+        } else if (IsComponentName(entry.name)) {
+            componentNames.push_back(entry);
         }
     }
 }
@@ -210,16 +219,27 @@ void PassChecker::CheckCopied(std::string_view name, std::uint32_t offset)
     }
 }
 
-void PassChecker::CheckUnwritten()
+// A node with faults may have lost what declares or assigns an output.
+void PassChecker::CheckOutputs()
 {
-    const bool mayBeWritten =
-        std::any_of(input.link.origins.begin(), input.link.origins.end(),
-                    [](const LinkOrigin& origin) { return !origin.node->GetFaults().empty(); });
+    if (hasFaults) {
+        return;
+    }
+    const std::vector<MorlDeclare*>& outputs = input.linked.outputs;
+    const bool hasPosition = std::any_of(
+        outputs.begin(), outputs.end(),
+        [](const MorlDeclare* output) { return BindingToken(output) == TOKEN_SV_POSITION; });
+    if (input.pass.stage == kVertexStage && !hasPosition) {
+        warnings.Add(CheckKind::NoPosition, -1, 0);
+    }
+    if (input.pass.stage == kFragmentStage && outputs.empty()) {
+        warnings.Add(CheckKind::NoColor, -1, 0);
+    }
     for (const ScopeEntry& entry : scope.Entries()) {
         if (entry.depth > 0) {
             break;
         }
-        if (entry.kind == Kind::Output && !entry.isWritten && !mayBeWritten) {
+        if (entry.kind == Kind::Output && !entry.isWritten) {
             node = entry.node;
             Warn(CheckKind::UnwrittenOutput, entry.offset, entry.name);
         }

@@ -15,14 +15,14 @@ void Append(const MorlExpression* expression, Term& next, std::vector<Term>& ter
     if (operation == nullptr || operation->operatorToken == TOKEN_INDEX) {
         next.operand = expression;
         terms.push_back(next);
-        next = {TOKEN_NONE, false, 0, nullptr};
+        next = {TOKEN_NONE, 0, 0, nullptr};
         return;
     }
     if (operation->left == nullptr) {
-        next.isNegative = true;
+        ++next.minusSigns;
     } else {
         Append(operation->left, next, terms);
-        next = {operation->operatorToken, false, operation->offset, nullptr};
+        next = {operation->operatorToken, 0, operation->offset, nullptr};
     }
     Append(operation->right, next, terms);
 }
@@ -31,7 +31,7 @@ void Append(const MorlExpression* expression, Term& next, std::vector<Term>& ter
 
 void AppendTerms(const MorlExpression* expression, std::vector<Term>& terms)
 {
-    Term next = {TOKEN_NONE, false, 0, nullptr};
+    Term next = {TOKEN_NONE, 0, 0, nullptr};
     Append(expression, next, terms);
 }
 

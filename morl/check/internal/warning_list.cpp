@@ -47,17 +47,20 @@ void WarningList::Add(CheckKind kind, int node, std::uint32_t offset, std::strin
                       std::string_view hint)
 {
     const CheckInfo& info = InfoOf(kind);
+    const bool hasPlace = node >= 0 && offset != kNoOffset;
     if (warnings.size() >= kMaxWarnings || !Concerns(info, target) ||
-        (node >= 0 && !places.emplace(kind, node, offset).second)) {
+        (hasPlace && !places.emplace(kind, node, offset).second)) {
         return;
     }
     ReportWarning& warning = warnings.emplace_back();
     warning.check = info.name;
+    warning.name = name;
     warning.text = TextOf(info, name, hint);
     if (node >= 0) {
-        const MorlNode& source = *link.origins[static_cast<std::size_t>(node)].node;
-        const TextPlace place = source.PlaceOf(offset);
-        warning.node = source.GetName();
+        warning.node = link.origins[static_cast<std::size_t>(node)].node->GetName();
+    }
+    if (hasPlace) {
+        const TextPlace place = link.origins[static_cast<std::size_t>(node)].node->PlaceOf(offset);
         warning.line = place.line;
         warning.column = place.column;
     }

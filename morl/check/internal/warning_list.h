@@ -18,6 +18,9 @@ namespace ns_ruke {
 /// repeats its content), and kMaxWarnings at most.
 class WarningList {
 public:
+    /// Stands for a place that is not in the source of the node.
+    static constexpr std::uint32_t kNoOffset = UINT32_MAX;
+
     /// The arguments must outlive this object.
     WarningList(const LinkReport& newLink, std::string_view newTarget,
                 std::vector<ReportWarning>& newWarnings)
@@ -38,11 +41,19 @@ public:
         return warnings.size() < kMaxWarnings && places.count({kind, node, offset}) == 0;
     }
 
+    /// Whether a suggestion should be looked for. Nobody reads hundreds, and looking takes time.
+    bool WantsHint()
+    {
+        constexpr int kMaxHints = 20;
+        return ++hints <= kMaxHints;
+    }
+
 private:
     const LinkReport& link;
     std::string_view target;
     std::vector<ReportWarning>& warnings;
     std::set<std::tuple<CheckKind, int, std::uint32_t>> places;
+    int hints = 0;
 };
 
 }  // namespace ns_ruke

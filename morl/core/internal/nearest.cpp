@@ -31,6 +31,23 @@ std::size_t EditDistance(std::string_view a, std::string_view b)
     return last.back();
 }
 
+/// The only name that begins with `wanted`, an abbreviation; empty if there are none or several.
+std::string_view OnlyCompletion(const std::vector<std::string_view>& names, std::string_view wanted)
+{
+    constexpr std::size_t kShortest = 4;
+    std::string_view completion;
+    for (const std::string_view name : names) {
+        if (wanted.size() < kShortest || name.substr(0, wanted.size()) != wanted) {
+            continue;
+        }
+        if (!completion.empty() && completion != name) {
+            return {};
+        }
+        completion = name;
+    }
+    return completion;
+}
+
 }  // namespace
 
 std::string NearestName(const std::vector<std::string_view>& names, std::string_view wanted)
@@ -54,7 +71,7 @@ std::string NearestName(const std::vector<std::string_view>& names, std::string_
             nearest = name;
         }
     }
-    return std::string(nearest);
+    return std::string(nearest.empty() ? OnlyCompletion(names, wanted) : nearest);
 }
 
 }  // namespace ns_ruke

@@ -13,6 +13,17 @@ bool ContinuesName(char c)
            c == '$';
 }
 
+std::string AsText(const std::unordered_map<std::string, std::string>& semantics)
+{
+    std::string text;
+    for (const auto& [name, semantic] : std::map(semantics.begin(), semantics.end())) {
+        text.append(name).append("=").append(semantic).append("\n");
+    }
+    return text;
+}
+
+}  // namespace
+
 bool Mentions(const std::string& source, const std::string& name)
 {
     for (std::size_t start = source.find(name); start != std::string::npos;
@@ -26,17 +37,6 @@ bool Mentions(const std::string& source, const std::string& name)
     }
     return false;
 }
-
-std::string AsText(const std::unordered_map<std::string, std::string>& semantics)
-{
-    std::string text;
-    for (const auto& [name, semantic] : std::map(semantics.begin(), semantics.end())) {
-        text.append(name).append("=").append(semantic).append("\n");
-    }
-    return text;
-}
-
-}  // namespace
 
 const PassText* PassTexts::Reuse(std::size_t variant, const std::string& key)
 {
@@ -90,7 +90,7 @@ std::vector<std::string> MentionedMacros(const ns_ruke::MorlCompiler& compiler,
         const bool isMentioned =
             std::any_of(nodes.begin(), nodes.end(), [&](const std::string& name) {
                 const ns_ruke::MorlNode* node = compiler.FindNode(name);
-                return node != nullptr && Mentions(node->GetContent(), macro.name);
+                return node != nullptr && Mentions(node->Content(), macro.name);
             });
         if (isMentioned) {
             mentioned.push_back(macro.name);

@@ -53,6 +53,9 @@ private:
     std::unordered_map<std::string, PassText*> byKey;
 };
 
+/// Whether a source has a name as a whole word.
+bool Mentions(const std::string& source, const std::string& name);
+
 /// The macros that the sources of these nodes mention, in ascending order; no others can change
 /// what is made from them.
 std::vector<std::string> MentionedMacros(const ns_ruke::MorlCompiler& compiler,

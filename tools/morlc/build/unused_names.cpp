@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "build/unused_names.h"
 
+#include "build/pass_texts.h"
 #include "nearest.h"
 
 #include <algorithm>
@@ -40,21 +41,36 @@ void UsedNames::Add(const ns_ruke::PassReport& report)
     }
 }
 
-void ReportUnusedNames(const NamePlaces& macros, const NamePlaces& samplers, const UsedNames& used,
-                       const std::string& where, const std::string& check, Diagnostics& diagnostics)
+void UsedNames::AddMentioned(const ns_ruke::MorlCompiler& compiler,
+                             const std::vector<std::string>& nodes, const NamePlaces& given)
 {
-    WarnAboutUnused(macros, used.macros, "nothing in " + where + " depends on the macro", check,
-                    diagnostics);
+    for (const std::string& name : nodes) {
+        const ns_ruke::MorlNode* node = compiler.FindNode(name);
+        for (const auto& [macro, place] : given) {
+            if (node != nullptr && Mentions(node->Content(), macro)) {
+                macros.insert(macro);
+            }
+        }
+    }
+}
+
+void ReportUnusedNames(const NamePlaces& macros, const NamePlaces& samplers, const UsedNames& used,
+                       const std::string& where, bool namesChecks, Diagnostics& diagnostics)
+{
+    WarnAboutUnused(macros, used.macros, "no node of " + where + " has the macro",
+                    namesChecks ? "unused-macro" : "", diagnostics);
     NamePlaces unknown = samplers;
     for (const auto& [name, place] : samplers) {
         if (used.otherUniforms.count(name) > 0) {
-            diagnostics.Report(WarningAt(
-                place, "'" + name + "' is not bound to SAUTO, so this register has no effect"));
+            Diagnostic diagnostic = WarningAt(
+                place, "'" + name + "' is not bound to SAUTO, so this register has no effect");
+            diagnostic.check = namesChecks ? "unused-sampler" : "";
+            diagnostics.Report(diagnostic);
             unknown.erase(name);
         }
     }
-    WarnAboutUnused(unknown, used.samplers, "there is no sampler in " + where + " called", "",
-                    diagnostics);
+    WarnAboutUnused(unknown, used.samplers, "there is no sampler in " + where + " called",
+                    namesChecks ? "unused-sampler" : "", diagnostics);
 }
 
 }  // namespace morlc

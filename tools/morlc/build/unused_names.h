@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <set>
 #include <string>
+#include <vector>
 
 namespace morlc {
 
@@ -21,13 +22,17 @@ struct UsedNames {
     std::set<std::string> otherUniforms;  ///< all others
 
     void Add(const ns_ruke::PassReport& report);
+
+    /// Adds what the sources of some nodes mention, of these macros: what they do not ask for now
+    /// they may ask for with other values.
+    void AddMentioned(const ns_ruke::MorlCompiler& compiler, const std::vector<std::string>& nodes,
+                      const NamePlaces& given);
 };
 
-/// Warns about macros and samplers that are given, but that nothing asks for.
+/// Warns about macros and samplers that are given, but that no node has.
 /// @param where "shader 'lit'", say
-/// @param check the name of the check of macros; empty: none
+/// @param namesChecks whether to name the checks that find them
 void ReportUnusedNames(const NamePlaces& macros, const NamePlaces& samplers, const UsedNames& used,
-                       const std::string& where, const std::string& check,
-                       Diagnostics& diagnostics);
+                       const std::string& where, bool namesChecks, Diagnostics& diagnostics);
 
 }  // namespace morlc

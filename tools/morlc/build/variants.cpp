@@ -321,8 +321,12 @@ private:
                 work.diagnostics.Report(diagnostic);
             } else if (shaders[i].passes > 0) {
                 const ManifestShader& shader = work.manifest.shaders[i];
+                for (const PassPlan& plan : plans[i]) {
+                    shaders[i].used.AddMentioned(*work.compilers.front(), plan.nodes,
+                                                 shader.macroPlaces);
+                }
                 ReportUnusedNames(shader.macroPlaces, shader.samplerPlaces, shaders[i].used,
-                                  "shader '" + shader.name + "'", "", work.diagnostics);
+                                  "shader '" + shader.name + "'", false, work.diagnostics);
             }
         }
     }

@@ -106,7 +106,7 @@ AuthorPlace FindAuthorPlace(const ns_ruke::MorlCompiler& compiler,
     }
     const ns_ruke::ReportLine from = report.lines[index];
     const std::string& node = report.nodes[static_cast<std::size_t>(from.node)];
-    const std::string source = compiler.FindNode(node)->GetContent();
+    const std::string& source = compiler.FindNode(node)->Content();
     const ns_ruke::TextLines lines(source);
     const std::size_t start = lines.Starts()[static_cast<std::size_t>(from.line) - 1];
     const std::size_t found = FindWord(StatementAt(source, start), word, report.macros);

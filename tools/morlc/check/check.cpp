@@ -212,10 +212,10 @@ public:
         CheckUnits();
         JudgeTexts();
         Collect();
-        CollectUnusedNames();
         for (Diagnostic& diagnostic : findings.Tell(targets.size())) {
             Tell(diagnostic);
         }
+        TellUnusedNames();
     }
 
 private:
@@ -282,6 +282,9 @@ private:
         AppendTo(result.warnings, std::move(passes.stageWarnings));
         const bool isSound = result.faults.empty();
         const std::lock_guard<std::mutex> lock(mutex);
+        if (!isSound) {
+            broken.insert(unit.shader);
+        }
         for (CheckedPass* pass : {&passes.vertex, &passes.fragment}) {
             used[unit.shader].Add(pass->report);
             if (isSound && pass->exists) {
@@ -364,9 +367,10 @@ private:
     {
         for (const ReportWarning& warning : warnings) {
             const std::string check(warning.check);
-            // Whether a macro is used, or set, is a question for all shaders together.
-            const bool isElsewhere =
-                check == "unused-macro" || (check == "unset-macro" && IsSetElsewhere(warning));
+            // Whether a macro is used, or set, is a question for all shaders together: one that
+            // another shader sets is left out on purpose.
+            const bool isElsewhere = check == "unused-macro" ||
+                                     (check == "unset-macro" && setMacros.count(warning.name) > 0);
             if (isElsewhere || !Tells(check)) {
                 continue;
             }
@@ -379,16 +383,6 @@ private:
             finding.text = warning.text;
             findings.Add(finding, unit.context);
         }
-    }
-
-    /// Whether another shader of the manifest sets the macro, so that this one leaves it out on
-    /// purpose.
-    bool IsSetElsewhere(const ReportWarning& warning) const
-    {
-        const std::size_t start = warning.text.find('\'') + 1;
-        const std::string macro =
-            warning.text.substr(start, warning.text.find('\'', start) - start);
-        return setMacros.count(macro) > 0;
     }
 
     void Collect(const std::vector<VerdictMessage>& messages, const CheckedUnit& result,
@@ -430,36 +424,53 @@ private:
                code.substr(start, code.find('\n', start) - start);
     }
 
-    /// Macros and samplers that are given but that nothing asks for.
-    void CollectUnusedNames()
+    /// Macros and samplers that are given, but that no node has.
+    void TellUnusedNames()
     {
-        if (!manifest) {
-            CollectUnusedOptions();
+        if (!Tells("unused-macro")) {
             return;
         }
-        for (const auto& [number, names] : used) {
-            const ManifestShader& shader = manifest->shaders[number];
-            if (Tells("unused-macro")) {
-                ReportUnusedNames(shader.macroPlaces, shader.samplerPlaces, names,
-                                  "shader '" + shader.name + "'", "unused-macro", diagnostics);
+        if (!manifest) {
+            NamePlaces macros;
+            for (const auto& [name, value] : options.pass.macros) {
+                macros.emplace(name, Place());
             }
+            NamePlaces samplers;
+            for (const auto& [name, value] : options.pass.samplers) {
+                samplers.emplace(name, Place());
+            }
+            TellUnusedNames(0, "this request", macros, samplers);
+            return;
+        }
+        std::set<std::size_t> numbers;
+        for (const Unit& unit : units) {
+            numbers.insert(unit.shader);
+        }
+        for (const std::size_t number : numbers) {
+            const ManifestShader& shader = manifest->shaders[number];
+            TellUnusedNames(number, "shader '" + shader.name + "'", shader.macroPlaces,
+                            shader.samplerPlaces);
         }
     }
 
-    void CollectUnusedOptions()
+    void TellUnusedNames(std::size_t shader, const std::string& where, const NamePlaces& macros,
+                         const NamePlaces& samplers)
     {
-        NamePlaces macros;
-        for (const auto& [name, value] : options.pass.macros) {
-            macros.emplace(name, Place());
+        for (const Unit& unit : units) {
+            if (unit.shader != shader) {
+                continue;
+            }
+            for (const auto* pass : {&unit.vertex, &unit.fragment}) {
+                if (*pass) {
+                    used[shader].AddMentioned(*nodes.compiler, (*pass)->nodeNames, macros);
+                }
+            }
+            break;
         }
-        NamePlaces samplers;
-        for (const auto& [name, value] : options.pass.samplers) {
-            samplers.emplace(name, Place());
-        }
-        if (Tells("unused-macro")) {
-            ReportUnusedNames(macros, samplers, used[0], "these nodes", "unused-macro",
-                              diagnostics);
-        }
+        // A pass that is refused has no uniforms.
+        const bool isComplete = broken.count(shader) == 0;
+        ReportUnusedNames(macros, isComplete ? samplers : NamePlaces(), used[shader], where, true,
+                          diagnostics);
     }
 
     /// Points at the name of an unknown node in the manifest.
@@ -487,9 +498,12 @@ private:
         PlaceUnknownNode(diagnostic);
         const auto file = nodes.fileByNode.find(diagnostic.node);
         if (file != nodes.fileByNode.end()) {
-            const std::string content = nodes.compiler->FindNode(diagnostic.node)->GetContent();
-            diagnostic.place = SourceText(file->second, content)
-                                   .At(diagnostic.place.line, diagnostic.place.column);
+            if (diagnostic.node != lastNode) {
+                lastNode = diagnostic.node;
+                lastSource =
+                    SourceText(file->second, nodes.compiler->FindNode(lastNode)->Content());
+            }
+            diagnostic.place = lastSource.At(diagnostic.place.line, diagnostic.place.column);
         }
         if (!options.showGenerated) {
             diagnostic.generated.clear();
@@ -506,13 +520,17 @@ private:
     std::vector<std::string> targets;
     std::vector<Unit> units;
     std::vector<CheckedUnit> checked;  ///< by unit
-    std::mutex mutex;                  ///< protects the next two members
+    std::mutex mutex;                  ///< protects the next three members
     std::unordered_map<std::string, std::unique_ptr<CheckedText>> texts;  ///< by target and code
+    std::set<std::size_t> broken;                                         ///< shaders with faults
     std::map<std::size_t, UsedNames> used;                                ///< by shader
     std::vector<std::pair<std::string, TextPair>> pairs;                  ///< with their targets
     std::map<TextPair, std::size_t> byPair;
     std::vector<std::vector<VerdictMessage>> verdicts;  ///< by pair
     Findings findings;
+    // The source of the node that was told about last: most findings of a node follow each other.
+    std::string lastNode;
+    SourceText lastSource;
 };
 
 }  // namespace

@@ -50,8 +50,12 @@ private:
     using Key = std::tuple<std::string, std::string, int, int, std::string>;
     using Line = std::pair<std::string, int>;
 
+    static bool IsRefused(const std::string& check);
+    bool ConfirmsAWarning(const Entry& verdict) const;
+
     std::vector<Entry> entries;
     std::map<Key, std::size_t> byKey;
+    std::set<Line> refused;  ///< the lines of warnings of what compilers refuse
 };
 
 }  // namespace morlc

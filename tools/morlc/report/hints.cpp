@@ -111,17 +111,19 @@ bool IsDigit(char c)
     return c >= '0' && c <= '9';
 }
 
-/// The hint for one word of a line.
-std::string HintForWord(std::string_view word)
+/// The hint for one word of a line. A variable may have the name of a function.
+std::string HintForWord(std::string_view word, bool isCalled)
 {
     const auto* const known =
         std::find_if(std::begin(kWordHints), std::end(kWordHints),
                      [&](const WordHint& entry) { return entry.word == word; });
     if (known != std::end(kWordHints)) {
-        return std::string(known->hint);
+        const bool isFunction = known->hint.find("is not an intrinsic") != std::string_view::npos;
+        return isFunction && !isCalled ? "" : std::string(known->hint);
     }
-    const bool isFunction = std::find(std::begin(kOtherFunctions), std::end(kOtherFunctions),
-                                      word) != std::end(kOtherFunctions);
+    const bool isFunction =
+        isCalled && std::find(std::begin(kOtherFunctions), std::end(kOtherFunctions), word) !=
+                        std::end(kOtherFunctions);
     return isFunction ? "'" + std::string(word) + "' is not an intrinsic; they are " +
                             std::string(kIntrinsics)
                       : "";
@@ -153,6 +155,11 @@ std::string HintInWords(std::string_view line)
         if (line.substr(i, 2) == "//") {
             break;
         }
+        if (line.substr(i, 2) == "/*") {
+            const std::size_t close = line.find("*/", i + 2);
+            i = close == std::string_view::npos ? line.size() : close + 2;
+            continue;
+        }
         const bool isDirective = line[i] == '#';
         if (!IsWordCharacter(line[i]) && !isDirective) {
             ++i;
@@ -165,9 +172,11 @@ std::string HintInWords(std::string_view line)
         }
         const std::string_view word = line.substr(i, end - i);
         const bool isMember = i > 0 && line[i - 1] == '.';
+        const std::size_t next = line.find_first_not_of(' ', end);
+        const bool isCalled = next != std::string_view::npos && line[next] == '(';
         std::string hint = IsDigit(word[0]) ? HintForNumber(word)
                            : isMember       ? ""
-                                            : HintForWord(word);
+                                            : HintForWord(word, isCalled);
         if (!hint.empty()) {
             return hint;
         }
@@ -214,8 +223,12 @@ std::string HintInPlace(const Diagnostic& diagnostic)
         excerpt.line.find_first_not_of(' ') >= std::min(excerpt.caret, excerpt.line.size());
     const std::string_view rest =
         std::string_view(excerpt.line).substr(std::min(excerpt.caret, excerpt.line.size()));
-    if (StartsWith(diagnostic.text, "miss ';'") && isAtStart) {
+    const bool isClosed = std::string_view(";{}").find(excerpt.before) != std::string_view::npos;
+    if (StartsWith(diagnostic.text, "miss ';'") && isAtStart && !isClosed) {
         return "a ';' is missing at the end of the statement above this line";
+    }
+    if (rest.substr(0, 1) == "(" && excerpt.line.find("discard") != std::string::npos) {
+        return "'discard;' has no parentheses";
     }
     if (StartsWith(diagnostic.text, "miss ';'") && rest.substr(0, 1) == "(") {
         return "only types and intrinsics can be called; they are " + std::string(kIntrinsics);
@@ -226,7 +239,8 @@ std::string HintInPlace(const Diagnostic& diagnostic)
     if (StartsWith(diagnostic.text, "need if")) {
         return "an 'else' stands right behind the '}' of its 'if'";
     }
-    if (StartsWith(diagnostic.text, "expression error") &&
+    if ((StartsWith(diagnostic.text, "expression error") ||
+         StartsWith(diagnostic.text, "miss ';'")) &&
         excerpt.line.find("/*") != std::string::npos) {
         return "a comment cannot stand inside a statement";
     }
@@ -241,6 +255,21 @@ std::string HintInPlace(const Diagnostic& diagnostic)
     if (StartsWith(diagnostic.text, "invalid end of line") &&
         excerpt.line.find('=') != std::string::npos) {
         return "what is declared outside of 'main' has no initial value: assign it in 'main'";
+    }
+    if (StartsWith(diagnostic.text, "need a register symbol")) {
+        return "the semantics are POSITION, NORMAL, TANGENT, BINORMAL, BLENDINDICES, BLENDWEIGHT, "
+               "TEXCOORD0 to TEXCOORD7, TEXAUTO, SV_Position, COLOR, COLOR0 to COLOR3 and SAUTO";
+    }
+    if (StartsWith(diagnostic.text, "invalid var type") &&
+        excerpt.line.find("main(") != std::string::npos) {
+        return "nothing stands between the parentheses of 'main()', not even a blank";
+    }
+    if (StartsWith(diagnostic.text, "miss '('")) {
+        return "outside of 'main' there are only 'uniform', 'in' and 'out': write 'uniform' in "
+               "front, or move it into 'main'";
+    }
+    if (excerpt.line.find("] =") != std::string::npos) {
+        return "arrays have no initial value: assign each element";
     }
     if (StartsWith(diagnostic.text, "need assign operator")) {
         if (excerpt.line.find("++") != std::string::npos ||
@@ -258,7 +287,9 @@ std::string HintFor(const Diagnostic& diagnostic)
 {
     const std::string& line = diagnostic.place.excerpt.line;
     if (line.empty()) {
-        return {};
+        return diagnostic.text == "invalid var declare:"
+                   ? "the content of a node must not end in a line break or in blanks"
+                   : "";
     }
     std::string hint = HintInWords(line);
     if (hint.empty()) {

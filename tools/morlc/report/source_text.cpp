@@ -34,6 +34,8 @@ Excerpt SourceText::ExcerptAt(int line, int column) const
         shown.remove_suffix(1);
     }
     std::size_t place = std::min(static_cast<std::size_t>(column) - 1, shown.size());
+    const std::size_t before =
+        std::string_view(text).substr(0, starts[index] + place).find_last_not_of(" \t\r\n");
     if (shown.size() > kWidth) {
         std::size_t skipped = place - std::min(place, kWidth / 2);
         while (skipped < place && IsContinuation(shown[skipped])) {
@@ -42,10 +44,11 @@ Excerpt SourceText::ExcerptAt(int line, int column) const
         shown = shown.substr(skipped, kWidth);
         place -= skipped;
     }
-    if (shown.find_first_not_of(" \t\r") == std::string_view::npos) {
-        return {};
-    }
     Excerpt excerpt;
+    excerpt.before = before != std::string_view::npos ? text[before] : '\0';
+    if (shown.find_first_not_of(" \t\r") == std::string_view::npos) {
+        return excerpt;
+    }
     excerpt.line = shown;
     // Tabs become spaces, so that the caret is in the right place on any terminal.
     std::replace(excerpt.line.begin(), excerpt.line.end(), '\t', ' ');

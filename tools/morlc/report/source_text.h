@@ -11,6 +11,7 @@ namespace morlc {
 struct Excerpt {
     std::string line;       ///< the line, or the part of a long line around the place; empty: none
     std::size_t caret = 0;  ///< how many characters stand to the left of the caret
+    char before = '\0';     ///< the last character before the place that is no blank; NUL: none
 };
 
 /// Where in a file, or in the source of a node, something is.
