@@ -67,6 +67,7 @@ struct MORL_API MorlProgram : MorlUnit {
     int stage;                             ///< 0 vertex, 1 fragment; left unset by the constructor
     MorlProgramOwnership ownership;
     std::vector<MorlLostCode> lostCode;  ///< in the order of the source
+    bool hasMacros = true;               ///< false: the source has no macro block or assignment
 
     MorlProgram() { unitType = TOKEN_PROGRAM; }
     MorlProgram(const MorlProgram&) = default;

@@ -70,12 +70,14 @@ void MorlParser::Parse(const std::string& source, MorlProgram& program)
     lineStart = 0;
     nesting = 0;
     lost = &program.lostCode;
+    const unsigned before = marcoSentences;
     PushLoction();
     if (source.size() > kMaxSourceSize) {
         LogError(messages::kSourceTooLong);
     } else {
         ParseProgram(program);
     }
+    program.hasMacros = marcoSentences != before;
     LogGraphicsInfo(end);
 }
 

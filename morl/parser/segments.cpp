@@ -209,6 +209,7 @@ void MorlParser::ParseMarcoIfProgramSegment(MorlProgram* program)
     if (level.ReportTooDeep()) {
         return;
     }
+    ++marcoSentences;
     std::unique_ptr<MorlExpression> condition(ParseExpression(nullptr));
     const auto branches = std::make_unique<Branches>();
     MorlProgram* branch = &branches->thenPart;
@@ -236,6 +237,7 @@ void MorlParser::ParseMarcoForProgramSegment(MorlProgram* program)
     if (level.ReportTooDeep()) {
         return;
     }
+    ++marcoSentences;
     const std::uint32_t offset = tokenStart;
     std::string name;
     int start = 0;

@@ -191,7 +191,9 @@ private:
 
 void CheckLostCode(const MorlNode& node, int index, WarningList& warnings)
 {
-    if (node.GetProgram() != nullptr) {
+    const MorlProgram* program = node.GetProgram();
+    if (program != nullptr &&
+        (program->hasMacros || !program->lostCode.empty() || !program->functions.empty())) {
         LostCodeChecker(node, index, warnings).Run();
     }
 }

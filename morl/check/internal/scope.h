@@ -28,7 +28,7 @@ struct ScopeEntry {
 /// The names that can be used at a place of a shader.
 class Scope {
 public:
-    Scope() : buckets(kFirstBuckets, -1) { entries.reserve(kFirstBuckets); }
+    Scope() : buckets(kFirstBuckets, -1) { entries.reserve(kUsualEntries); }
 
     /// Adds a name to the innermost block. Returns the entry of the same name that was visible,
     /// until the next call, or null.
@@ -45,6 +45,7 @@ public:
     const std::vector<ScopeEntry>& Entries() const { return entries; }
 
 private:
+    static constexpr std::size_t kUsualEntries = 24;
     /// A power of 2, as is every later number of buckets.
     static constexpr std::size_t kFirstBuckets = 64;
 

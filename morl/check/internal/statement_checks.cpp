@@ -65,9 +65,11 @@ void PassChecker::Run()
         std::any_of(input.link.origins.begin(), input.link.origins.end(),
                     [](const LinkOrigin& origin) { return !origin.node->GetFaults().empty(); });
     const std::vector<MorlDeclare*>& outputs = input.linked.outputs;
-    hasAutoTexcoords = std::any_of(outputs.begin(), outputs.end(), [](const MorlDeclare* output) {
+    const auto isAutomatic = [](const MorlDeclare* output) {
         return BindingToken(output) == TOKEN_TEXAUTO;
-    });
+    };
+    hasAutoTexcoords = input.pass.stage == kVertexStage &&
+                       std::any_of(outputs.begin(), outputs.end(), isAutomatic);
     DeclareGlobals(input.linked.inputs, &LinkOrigin::inputs, Kind::Input);
     DeclareGlobals(input.linked.outputs, &LinkOrigin::outputs, Kind::Output);
     DeclareGlobals(input.linked.uniforms, &LinkOrigin::uniforms, Kind::Uniform);
@@ -111,7 +113,9 @@ void PassChecker::CheckGlobal(const MorlDeclare& declare, Kind kind)
 {
     const std::uint32_t offset = declare.offset;
     CheckName(declare.name, offset);
-    CheckSemantic(declare, kind);
+    if (kind != Kind::Uniform) {
+        CheckSemantic(declare, kind);
+    }
     if (declare.arraySize != nullptr) {
         Expression(declare.arraySize);
         if (kind != Kind::Uniform) {
@@ -142,7 +146,7 @@ void PassChecker::CheckSemantic(const MorlDeclare& declare, Kind kind)
 {
     const ENUM_TOKEN binding = BindingToken(&declare);
     const bool isVertex = input.pass.stage == kVertexStage;
-    if (kind != Kind::Uniform && declare.registerBinding == nullptr) {
+    if (declare.registerBinding == nullptr) {
         Warn(CheckKind::MissingSemantic, declare.offset, declare.name);
     }
     if (kind == Kind::Input && isVertex && binding == TOKEN_COLOR0) {
@@ -226,10 +230,11 @@ void PassChecker::CheckOutputs()
         return;
     }
     const std::vector<MorlDeclare*>& outputs = input.linked.outputs;
-    const bool hasPosition = std::any_of(
-        outputs.begin(), outputs.end(),
-        [](const MorlDeclare* output) { return BindingToken(output) == TOKEN_SV_POSITION; });
-    if (input.pass.stage == kVertexStage && !hasPosition) {
+    const auto isPosition = [](const MorlDeclare* output) {
+        return BindingToken(output) == TOKEN_SV_POSITION;
+    };
+    if (input.pass.stage == kVertexStage &&
+        std::none_of(outputs.begin(), outputs.end(), isPosition)) {
         warnings.Add(CheckKind::NoPosition, -1, 0);
     }
     if (input.pass.stage == kFragmentStage && outputs.empty()) {
