@@ -45,7 +45,7 @@ public:
     const std::vector<ScopeEntry>& Entries() const { return entries; }
 
 private:
-    static constexpr std::size_t kUsualEntries = 24;
+    static constexpr std::size_t kUsualEntries = 25;
     /// A power of 2, as is every later number of buckets.
     static constexpr std::size_t kFirstBuckets = 64;
 
