@@ -427,9 +427,6 @@ private:
     /// Macros and samplers that are given, but that no node has.
     void TellUnusedNames()
     {
-        if (!Tells("unused-macro")) {
-            return;
-        }
         if (!manifest) {
             NamePlaces macros;
             for (const auto& [name, value] : options.pass.macros) {
@@ -467,9 +464,10 @@ private:
             }
             break;
         }
-        // A pass that is refused has no uniforms.
-        const bool isComplete = broken.count(shader) == 0;
-        ReportUnusedNames(macros, isComplete ? samplers : NamePlaces(), used[shader], where, true,
+        // What has faults may have lost its uniforms.
+        const bool tellsSamplers = Tells("unused-sampler") && broken.count(shader) == 0;
+        ReportUnusedNames(Tells("unused-macro") ? macros : NamePlaces(),
+                          tellsSamplers ? samplers : NamePlaces(), used[shader], where, true,
                           diagnostics);
     }
 

@@ -264,7 +264,13 @@ std::string HintInPlace(const Diagnostic& diagnostic)
         excerpt.line.find("main(") != std::string::npos) {
         return "nothing stands between the parentheses of 'main()', not even a blank";
     }
-    if (StartsWith(diagnostic.text, "miss '('")) {
+    if (StartsWith(diagnostic.text, "invalid var declare")) {
+        return "only declarations and 'void main()' stand here: there may be a '}' too many above";
+    }
+    if (StartsWith(diagnostic.text, "miss ','")) {
+        return "a ',' or a ')' is missing";
+    }
+    if (StartsWith(diagnostic.text, "miss '('") && rest.find_first_of(";=[,") == 0) {
         return "outside of 'main' there are only 'uniform', 'in' and 'out': write 'uniform' in "
                "front, or move it into 'main'";
     }
