@@ -250,7 +250,7 @@ std::string PassChecker::HintForUnknown(const std::string& name)
         names.push_back(entry.name);
     }
     const std::string nearest = NearestName(names, name);
-    const std::string meant = nearest.empty() ? "" : "; did you mean '" + nearest + "'?";
+    std::string meant = nearest.empty() ? "" : "; did you mean '" + nearest + "'?";
     // One letter more or less is a slip.
     if (!nearest.empty() && nearest.size() + 1 >= name.size() &&
         nearest.size() <= name.size() + 1) {
