@@ -153,19 +153,29 @@ ValueType PassChecker::MatrixHelper(const MorlFunctionCall& call)
     return TypeOfToken(call.functionToken);
 }
 
-/// Whether a product is one variable and plain numbers, whose order does not matter.
+/// Whether an operand is a number, as far as that can be seen without checking it.
+bool PassChecker::IsPlainNumber(const MorlExpression& operand)
+{
+    if (operand.unitType != TOKEN_IDENTIFIER) {
+        return operand.unitType == TOKEN_NUMBER;
+    }
+    const ScopeEntry* entry = scope.Find(static_cast<const MorlVariable&>(operand).name);
+    return entry != nullptr && !entry->isArray && entry->type.IsKnown() && entry->type.IsNumber();
+}
+
+/// Whether a product is one operand and plain numbers, whose order does not matter.
 bool PassChecker::IsScaled(const MorlExpression* product)
 {
     std::vector<Term> factors;
     AppendTerms(product, factors);
     std::size_t others = 0;
     for (std::size_t i = 0; i < factors.size(); ++i) {
-        const bool hasMember =
-            i + 1 < factors.size() && factors[i + 1].operatorToken == TOKEN_MEMBER;
-        if (factors[i].operatorToken == TOKEN_MEMBER) {
-            continue;
-        }
-        others += hasMember || !Expression(factors[i].operand).IsNumber() ? 1 : 0;
+        const bool isComponent =
+            i + 1 < factors.size() && factors[i + 1].operatorToken == TOKEN_MEMBER &&
+            factors[i + 1].operand->unitType == TOKEN_IDENTIFIER &&
+            static_cast<const MorlVariable*>(factors[i + 1].operand)->name.size() == 1;
+        const bool isNumber = isComponent || IsPlainNumber(*factors[i].operand);
+        others += factors[i].operatorToken != TOKEN_MEMBER && !isNumber ? 1 : 0;
     }
     return others <= 1;
 }

@@ -85,6 +85,7 @@ private:
     ValueType Constructor(const MorlFunctionCall& call, const Arguments& arguments);
     ValueType MatrixHelper(const MorlFunctionCall& call);
     ValueType Multiply(const MorlFunctionCall& call, const Arguments& arguments);
+    bool IsPlainNumber(const MorlExpression& operand);
     bool IsScaled(const MorlExpression* product);
     ValueType Sample(const MorlFunctionCall& call);
     ValueType Intrinsic(const MorlFunctionCall& call, const Arguments& arguments);
