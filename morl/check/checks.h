@@ -17,7 +17,7 @@ class MorlNode;
 struct CheckInfo {
     std::string_view name;     ///< "mul-operand"; for the options of tools
     std::string_view group;    ///< "names", "macros", "lost-code", "stages" or "targets"
-    std::string_view text;     ///< "'{}' is not declared in this pass"
+    std::string_view text;     ///< "'{}' is not declared here"
     std::string_view cure;     ///< may be empty
     std::string_view targets;  ///< those that it concerns, separated by blanks; empty: all
     bool isRefused = false;    ///< whether compilers refuse the text because of it

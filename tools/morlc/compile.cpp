@@ -3,6 +3,7 @@
 
 #include "node_files.h"
 #include "output_file.h"
+#include "passes.h"
 #include "semantics_file.h"
 
 #include <morl/morl.h>
@@ -14,18 +15,6 @@ namespace {
 using ns_ruke::MorlCompiler;
 using ns_ruke::PassProperty;
 using ns_ruke::ShaderOutput;
-
-PassProperty MakePass(const PassOptions& options, const std::string& target, int stage,
-                      const std::vector<std::string>& nodes)
-{
-    PassProperty pass;
-    pass.nodeNames = nodes;
-    pass.macros = options.macros;
-    pass.target = target;
-    pass.stage = stage;
-    pass.samplerRegisters = options.samplers;
-    return pass;
-}
 
 /// A request that is refused leaves the code empty; then nothing is written.
 bool IsRefused(const ShaderOutput& output)

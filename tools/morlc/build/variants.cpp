@@ -4,6 +4,7 @@
 #include "build/pass_texts.h"
 #include "build/unused_names.h"
 #include "parallel.h"
+#include "passes.h"
 #include "text.h"
 
 #include <algorithm>
@@ -61,24 +62,10 @@ StagePlans PlanStages(const ManifestShader& shader, const MorlCompiler& compiler
 {
     StagePlans plans;
     for (std::size_t i = 0; i < kStages.size(); ++i) {
-        for (const NodeName& node : shader.*kStages[i].nodes) {
-            plans[i].nodes.push_back(node.name);
-        }
+        plans[i].nodes = NamesOf(shader.*kStages[i].nodes);
         plans[i].mentioned = MentionedMacros(compiler, plans[i].nodes, shader.macros);
     }
     return plans;
-}
-
-PassProperty MakePass(const ManifestShader& shader, const std::string& target, int stage,
-                      const PassPlan& plan, const MacroValues& macros)
-{
-    PassProperty pass;
-    pass.nodeNames = plan.nodes;
-    pass.target = target;
-    pass.stage = stage;
-    pass.macros.insert(macros.begin(), macros.end());
-    pass.samplerRegisters.insert(shader.samplers.begin(), shader.samplers.end());
-    return pass;
 }
 
 /// Notes the nodes with faults. A compiler reports faults when it parses a node, but not again for
@@ -245,7 +232,7 @@ private:
             const PassText* text = stages[i].Reuse(variant.number, key);
             if (text == nullptr) {
                 PassProperty pass =
-                    MakePass(shader, variant.target, kStages[i].number, plan, macros);
+                    MakePass(shader, variant.target, kStages[i].number, plan.nodes, macros);
                 if (vertex != nullptr) {
                     pass.semantics = vertex->output.semantics;
                 }

@@ -9,6 +9,7 @@
 #include "check/verdict.h"
 #include "node_files.h"
 #include "parallel.h"
+#include "passes.h"
 #include "progress.h"
 
 #include <morl/morl.h>
@@ -124,18 +125,6 @@ void AppendTo(std::vector<Element>& list, std::vector<Element>&& more)
     std::move(more.begin(), more.end(), std::back_inserter(list));
 }
 
-PassProperty MakePass(const PassOptions& options, const std::string& target, int stage,
-                      const std::vector<std::string>& nodes)
-{
-    PassProperty pass;
-    pass.nodeNames = nodes;
-    pass.macros = options.macros;
-    pass.target = target;
-    pass.stage = stage;
-    pass.samplerRegisters = options.samplers;
-    return pass;
-}
-
 std::vector<Unit> UnitsOf(const PassOptions& options, const std::vector<std::string>& targets)
 {
     std::vector<Unit> units;
@@ -168,22 +157,14 @@ std::vector<Unit> UnitsOf(const Manifest& manifest, const std::vector<std::strin
         Unit& unit = units.emplace_back();
         unit.context = {variant.target, shader.name, variant.target + "/" + name};
         unit.shader = variant.shader;
-        for (const int stage : {ns_ruke::kVertexStage, ns_ruke::kFragmentStage}) {
-            const bool isVertex = stage == ns_ruke::kVertexStage;
-            const std::vector<NodeName>& nodes = isVertex ? shader.vertex : shader.fragment;
-            if (nodes.empty()) {
-                continue;
-            }
-            PassProperty pass;
-            for (const NodeName& node : nodes) {
-                pass.nodeNames.push_back(node.name);
-            }
-            const MacroValues macros = shader.Macros(variant.number, variant.target);
-            pass.macros.insert(macros.begin(), macros.end());
-            pass.samplerRegisters.insert(shader.samplers.begin(), shader.samplers.end());
-            pass.target = variant.target;
-            pass.stage = stage;
-            (isVertex ? unit.vertex : unit.fragment) = std::move(pass);
+        const MacroValues macros = shader.Macros(variant.number, variant.target);
+        if (!shader.vertex.empty()) {
+            unit.vertex = MakePass(shader, variant.target, ns_ruke::kVertexStage,
+                                   NamesOf(shader.vertex), macros);
+        }
+        if (!shader.fragment.empty()) {
+            unit.fragment = MakePass(shader, variant.target, ns_ruke::kFragmentStage,
+                                     NamesOf(shader.fragment), macros);
         }
     }
     return units;
