@@ -9,7 +9,8 @@
 #define MORL_PLAIN_UNITS
 #endif
 #endif
-#if defined(__SANITIZE_ADDRESS__)
+// MinGW's runtime frees a thread's own data before the destructors of that data have run.
+#if defined(__SANITIZE_ADDRESS__) || defined(__MINGW32__)
 #define MORL_PLAIN_UNITS
 #endif
 
@@ -47,7 +48,7 @@ struct UnitMemory {
     bool closed = false;    ///< the guard is gone
 };
 
-thread_local UnitMemory memory __attribute__((tls_model("initial-exec")));
+thread_local UnitMemory memory;
 
 /// Frees what a thread keeps when the thread ends.
 struct MemoryGuard {

@@ -26,8 +26,6 @@ bool Contains(std::string_view set, char c)
 }
 
 // The pattern is built here from checked parts and suits the value's type.
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wformat-nonliteral"
 template <class Value>
 std::string Print(const Conversion& conversion, const std::string& size, char letter, Value value)
 {
@@ -47,7 +45,6 @@ std::string Print(const Conversion& conversion, const std::string& size, char le
     text.pop_back();
     return text;
 }
-#pragma GCC diagnostic pop
 
 /// Writes an argument with the given conversion if that suits its type, and otherwise with the
 /// default conversion of its type.

@@ -61,7 +61,12 @@ TEST(Log, NeverMisreadsAnArgument)
     EXPECT_EQ(capture.errors[1], "1|%d|%s|%");
     EXPECT_EQ(capture.errors[2], "(null)");
     EXPECT_EQ(capture.errors[3].size(), 1024U);
-    EXPECT_EQ(capture.errors[4].substr(0, 6), "(nil)3");
+#ifdef _WIN32
+    const std::string null = "0";
+#else
+    const std::string null = "(nil)";
+#endif
+    EXPECT_EQ(capture.errors[4].find(null + "3"), 0U);
     EXPECT_EQ(capture.errors[4].substr(capture.errors[4].size() - 2), "ab");
     EXPECT_EQ(capture.errors[5], "  ab1 1 1.500000 1099511627776 no number|");
 }

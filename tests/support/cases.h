@@ -36,11 +36,16 @@ struct Case {
     std::string title;
     std::string written;   ///< as the file has it
     std::string rendered;  ///< the same inputs with the actual outcomes
+    bool isSkipped = false;
 };
+
+/// The system that the library and the tool are for. Cases with "(POSIX)" at the end of their title
+/// are skipped on Windows.
+enum class System { Posix, Windows };
 
 /// Carries out the cases of a file. The first element is the remark above the first case.
 /// @throws std::runtime_error for an unknown section
-std::vector<Case> RunCases(const std::filesystem::path& file);
+std::vector<Case> RunCases(const std::filesystem::path& file, System system = System::Posix);
 
 /// All case files, sorted.
 std::vector<std::filesystem::path> CaseFiles();

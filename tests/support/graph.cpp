@@ -4,6 +4,7 @@
 #include <json/json.h>
 #include <cstdlib>
 #include <fstream>
+#include <random>
 #include <sstream>
 #include <stdexcept>
 
@@ -13,11 +14,10 @@ namespace fs = std::filesystem;
 
 TemporaryDirectory::TemporaryDirectory()
 {
-    std::string pattern = (fs::temp_directory_path() / "morl-test-XXXXXX").string();
-    if (::mkdtemp(pattern.data()) == nullptr) {
-        throw std::runtime_error("cannot make a temporary directory");
-    }
-    path = pattern;
+    std::random_device random;
+    do {
+        path = fs::temp_directory_path() / ("morl-test-" + std::to_string(random()));
+    } while (!fs::create_directory(path));
 }
 
 TemporaryDirectory::~TemporaryDirectory()

@@ -6,6 +6,10 @@
 
 namespace morl_test {
 
+/// The tool to test: the one of this build, or the one that the variable MORLC of the environment
+/// names.
+std::string ToolPath();
+
 /// The result of a finished program.
 struct ProcessResult {
     int status = -1;  ///< exit status; 128 plus the signal when one ended it; 127: not found

@@ -18,9 +18,9 @@ using morl_test::ReadText;
 TEST(Build, WritesWhatTheLibraryGives)
 {
     const morl_test::TemporaryDirectory directory;
-    const morl_test::ProcessResult result =
-        morl_test::RunProcess({MORLC, "build", "-C", std::string(MORL_SOURCE_DIR) + "/examples",
-                               "shaders.json", "-o", directory.path.string()});
+    const morl_test::ProcessResult result = morl_test::RunProcess(
+        {morl_test::ToolPath(), "build", "-C", std::string(MORL_SOURCE_DIR) + "/examples",
+         "shaders.json", "-o", directory.path.string()});
     EXPECT_EQ(result.status, 0) << result.err;
     Json::Value root;
     std::istringstream(ReadText(directory.path / "index.json")) >> root;

@@ -51,8 +51,8 @@ public:
         const morl_test::TemporaryDirectory directory;
         morl_test::WriteNodeFiles(directory.path, nodes.toStyledString());
         morl_test::WriteText(directory.path / "m.json", manifest.toStyledString());
-        options.insert(options.begin(),
-                       {MORLC, "check", "-C", directory.path.string(), "m.json", "-q"});
+        options.insert(options.begin(), {morl_test::ToolPath(), "check", "-C",
+                                         directory.path.string(), "m.json", "-q"});
         return morl_test::RunProcess(options);
     }
 

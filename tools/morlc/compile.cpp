@@ -4,6 +4,7 @@
 #include "node_files.h"
 #include "output_file.h"
 #include "passes.h"
+#include "path.h"
 #include "semantics_file.h"
 
 #include <morl/morl.h>
@@ -42,7 +43,7 @@ void CompileOne(const PassOptions& options, const std::string& file, MorlCompile
 void CompileBoth(const PassOptions& options, const std::filesystem::path& directory,
                  MorlCompiler& compiler)
 {
-    MakeDirectories(directory.string());
+    MakeDirectories(PathText(directory));
     for (const std::string& target : ns_ruke::MorlTargets()) {
         if (options.target != "all" && options.target != target) {
             continue;
@@ -58,8 +59,8 @@ void CompileBoth(const PassOptions& options, const std::filesystem::path& direct
         if (IsRefused(vertexOutput) || IsRefused(fragmentOutput)) {
             return;
         }
-        WriteWhole(directory / (target + ".vert"), vertexOutput.code);
-        WriteWhole(directory / (target + ".frag"), fragmentOutput.code);
+        WriteWhole(PathText(directory / (target + ".vert")), vertexOutput.code);
+        WriteWhole(PathText(directory / (target + ".frag")), fragmentOutput.code);
     }
 }
 
@@ -74,7 +75,7 @@ void Compile(const Options& options, Diagnostics& diagnostics)
     }
     const LogCollection log(*compiler, LogCollection::Mode::Show);
     if (options.pass.BothPasses()) {
-        CompileBoth(options.pass, options.output, *compiler);
+        CompileBoth(options.pass, ToPath(options.output), *compiler);
     } else {
         CompileOne(options.pass, options.output, *compiler);
     }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "json_file.h"
 
+#include "path.h"
+
 #include <morl/compiler/internal/json_text.h>
 #include <morl/core/messages.h>
 #include <cerrno>
@@ -48,6 +50,12 @@ Json::StreamWriterBuilder WriterBuilder()
     return builder;
 }
 
+DiagnosticError Unreadable(const std::string& file, int error)
+{
+    return DiagnosticError(
+        ErrorAt({}, "cannot read " + file + ": " + std::generic_category().message(error)));
+}
+
 /// Turns what the reader says about an invalid document into an error with its first message.
 Diagnostic JsonError(const SourceText& source, const std::string& errors)
 {
@@ -60,22 +68,24 @@ Diagnostic JsonError(const SourceText& source, const std::string& errors)
 
 std::string AsGiven(const std::string& prefix, const std::filesystem::path& path)
 {
-    return path.is_absolute() ? path.string() : prefix + path.string();
+    return path.has_root_directory() ? PathText(path) : prefix + PathText(path);
 }
 
 SourceText ReadSource(const std::string& path, const std::string& prefix)
 {
-    const std::string shown = AsGiven(prefix, path);
+    const std::filesystem::path location = ToPath(path);
+    const std::string shown = AsGiven(prefix, location);
+    if (std::error_code ignored; std::filesystem::is_directory(location, ignored)) {
+        throw Unreadable(shown, EISDIR);
+    }
     errno = 0;
-    std::ifstream file(path, std::ios::binary);
-    // Opening a directory succeeds; only reading it fails.
+    std::ifstream file(location, std::ios::binary);
     std::string text;
     if (file && file.peek() != std::ifstream::traits_type::eof()) {
         text.assign(std::istreambuf_iterator<char>(file), {});
     }
     if (errno != 0 && text.empty()) {
-        throw DiagnosticError(
-            ErrorAt({}, "cannot read " + shown + ": " + std::generic_category().message(errno)));
+        throw Unreadable(shown, errno);
     }
     const std::string mark = "\xEF\xBB\xBF";
     if (text.compare(0, mark.size(), mark) == 0) {

@@ -7,9 +7,9 @@
 #include "node_files.h"
 #include "options.h"
 #include "output_file.h"
+#include "platform.h"
 #include "report/diagnostics.h"
 
-#include <csignal>
 #include <exception>
 
 namespace morlc {
@@ -56,11 +56,9 @@ void Run(const Options& options, Diagnostics& diagnostics)
 
 int Main(int argc, char** argv)
 {
-    // Report a closed pipe like any other failed write.
-    std::signal(SIGPIPE, SIG_IGN);
     Options options;
     ExitStatus status = kSuccess;
-    if (!ReadOptions(argc, argv, options, status)) {
+    if (!ReadOptions(StartProcess(argc, argv), options, status)) {
         return status;
     }
     const bool asJson = options.common.diagnostics == "json";

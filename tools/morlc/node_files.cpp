@@ -3,6 +3,7 @@
 
 #include "json_file.h"
 #include "output_file.h"
+#include "path.h"
 
 #include <filesystem>
 #include <stdexcept>
@@ -19,7 +20,7 @@ bool LoadNodeFile(const std::string& path, const std::string& prefix, LoadedNode
     try {
         source = ReadSource(path, prefix);
     } catch (const DiagnosticError&) {
-        diagnostics.ReportMissingFile(AsGiven(prefix, path), path);
+        diagnostics.ReportMissingFile(AsGiven(prefix, ToPath(path)), path);
         return true;
     }
     const ns_ruke::NodeText text = {source.File(), source.Text()};
@@ -70,14 +71,15 @@ std::unique_ptr<ns_ruke::MorlCompiler> CopyNodes(const ns_ruke::MorlCompiler& or
 std::string EnterDirectory(const std::string& directory)
 {
     std::error_code error;
-    std::filesystem::current_path(directory, error);
+    std::filesystem::current_path(ToPath(directory), error);
     if (error) {
-        throw std::runtime_error("cannot enter " + directory + ": " + error.message());
+        throw std::runtime_error("cannot enter " + directory + ": " +
+                                 error.default_error_condition().message());
     }
     if (directory == ".") {
         return {};
     }
-    return directory.back() == '/' ? directory : directory + "/";
+    return PathText(ToPath(directory) / "");
 }
 
 }  // namespace morlc

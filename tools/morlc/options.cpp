@@ -2,14 +2,15 @@
 #include "options.h"
 
 #include "nearest.h"
+#include "platform.h"
 
 #include <morl/morl.h>
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <charconv>
 #include <cstdio>
-#include <filesystem>
 #include <memory>
+#include <utility>
 
 namespace morlc {
 namespace {
@@ -380,10 +381,9 @@ ExitStatus Refuse(const CLI::App& command, const std::string& reason)
 
 }  // namespace
 
-bool ReadOptions(int argc, char** argv, Options& options, ExitStatus& status)
+bool ReadOptions(std::vector<std::string> arguments, Options& options, ExitStatus& status)
 {
-    std::error_code ignored;
-    options.program = std::filesystem::read_symlink("/proc/self/exe", ignored).string();
+    options.program = ProgramPath();
     CLI::App app("Compiles shader graphs to HLSL and GLSL.", "morlc");
     app.formatter(std::make_shared<HelpFormatter>());
     const std::vector<CLI::Option*> own = DeclareMain(app, options);
@@ -400,7 +400,9 @@ bool ReadOptions(int argc, char** argv, Options& options, ExitStatus& status)
     };
     const CLI::App* command = &app;
     try {
-        app.parse(argc, argv);
+        // The parser takes them from the end.
+        std::reverse(arguments.begin(), arguments.end());
+        app.parse(std::move(arguments));
         command = parsed();
         RefuseEmpty(app);
         RefuseEmpty(*command);

@@ -79,8 +79,8 @@ struct Options {
     CheckOptions check;
 };
 
-/// Reads the command line into `options`. Returns true to continue. Otherwise the process must end
-/// with `status`; the help or the error has been printed.
-bool ReadOptions(int argc, char** argv, Options& options, ExitStatus& status);
+/// Reads the command line, without the program's name, into `options`. Returns true to continue.
+/// Otherwise the process must end with `status`; the help or the error has been printed.
+bool ReadOptions(std::vector<std::string> arguments, Options& options, ExitStatus& status);
 
 }  // namespace morlc

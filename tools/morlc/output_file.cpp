@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "output_file.h"
 
-#include <sys/stat.h>
-#include <unistd.h>
+#include "path.h"
+#include "platform.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <numeric>
@@ -34,7 +34,7 @@ void RefuseInput(const std::string& path)
 {
     for (const std::filesystem::path& input : Inputs()) {
         std::error_code ignored;
-        if (std::filesystem::equivalent(path, input, ignored)) {
+        if (std::filesystem::equivalent(ToPath(path), input, ignored)) {
             throw std::runtime_error("cannot write " + path +
                                      ": this command reads it; choose another output");
         }
@@ -57,7 +57,7 @@ bool Put(std::FILE* stream, const Parts& parts)
 /// Devices and pipes cannot be replaced, only written to.
 void WriteInPlace(const std::string& path, const Parts& parts)
 {
-    std::FILE* const file = std::fopen(path.c_str(), "wb");
+    std::FILE* const file = OpenToWrite(path);
     if (file == nullptr) {
         Fail(path, errno);
     }
@@ -69,65 +69,40 @@ void WriteInPlace(const std::string& path, const Parts& parts)
     }
 }
 
-/// The permissions of any new file. (mkstemp makes its file private.)
-mode_t NewFileMode()
-{
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    return 0666 & ~mask;
-}
-
-mode_t ModeOf(const std::string& path)
-{
-    struct stat status = {};
-    return ::stat(path.c_str(), &status) == 0 ? status.st_mode & 07777 : NewFileMode();
-}
-
 /// A new file next to the one to be replaced. It is deleted with this object unless it was renamed.
 class TemporaryFile {
 public:
-    /// @param mode the permissions that the file gets.
-    TemporaryFile(const std::string& target, mode_t mode) : path(target + ".XXXXXX")
-    {
-        const int descriptor = ::mkstemp(path.data());
-        if (descriptor < 0) {
-            Fail(target, errno);
-        }
-        ::fchmod(descriptor, mode);
-        file = ::fdopen(descriptor, "wb");
-        if (file == nullptr) {
-            ::close(descriptor);
-        }
-    }
+    explicit TemporaryFile(const std::filesystem::path& target) : file(MakeFileBeside(target)) {}
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
     ~TemporaryFile()
     {
-        if (file != nullptr) {
-            std::fclose(file);
+        if (file.stream != nullptr) {
+            std::fclose(file.stream);
         }
-        if (!renamed) {
-            ::unlink(path.c_str());
+        if (isMade && !isRenamed) {
+            std::error_code ignored;
+            std::filesystem::remove(file.path, ignored);
         }
     }
 
     /// Writes the text and renames the file to its target. Returns whether this succeeded; if not,
     /// `errno` says why.
-    bool Commit(const Parts& parts, const std::string& target)
+    bool Commit(const Parts& parts, const std::filesystem::path& target)
     {
-        if (file == nullptr || !Put(file, parts)) {
+        if (!isMade || !Put(file.stream, parts)) {
             return false;
         }
-        const bool closed = std::fclose(file) == 0;
-        file = nullptr;
-        renamed = closed && std::rename(path.c_str(), target.c_str()) == 0;
-        return renamed;
+        const bool isClosed = std::fclose(file.stream) == 0;
+        file.stream = nullptr;
+        isRenamed = isClosed && RenameOver(file.path, target);
+        return isRenamed;
     }
 
 private:
-    std::string path;
-    std::FILE* file = nullptr;
-    bool renamed = false;
+    NewFile file;
+    const bool isMade = file.stream != nullptr;
+    bool isRenamed = false;
 };
 
 /// Whether a regular file has exactly this text.
@@ -137,11 +112,11 @@ bool Holds(const std::string& path, const Parts& parts)
     const std::size_t size =
         std::accumulate(parts.begin(), parts.end(), std::size_t{0},
                         [](std::size_t sum, const std::string& part) { return sum + part.size(); });
-    if (!std::filesystem::is_regular_file(path, ignored) ||
-        std::filesystem::file_size(path, ignored) != size) {
+    if (!std::filesystem::is_regular_file(ToPath(path), ignored) ||
+        std::filesystem::file_size(ToPath(path), ignored) != size) {
         return false;
     }
-    std::ifstream file(path, std::ios::binary);
+    std::ifstream file(ToPath(path), std::ios::binary);
     std::string old;
     return std::all_of(parts.begin(), parts.end(), [&](const std::string& part) {
         old.resize(part.size());
@@ -159,7 +134,7 @@ void WriteParts(const std::string& path, const Parts& parts)
     }
     RefuseInput(path);
     std::error_code ignored;
-    const auto status = std::filesystem::status(path, ignored);
+    const auto status = std::filesystem::status(ToPath(path), ignored);
     if (std::filesystem::is_directory(status)) {
         Fail(path, EISDIR);
     }
@@ -168,10 +143,9 @@ void WriteParts(const std::string& path, const Parts& parts)
         return;
     }
     // A link stays a link: what it points to is replaced.
-    const std::filesystem::path real = std::filesystem::weakly_canonical(path, ignored);
-    const std::string target = ignored ? path : real.string();
-    TemporaryFile temporary(target,
-                            std::filesystem::exists(status) ? ModeOf(target) : NewFileMode());
+    const std::filesystem::path real = std::filesystem::weakly_canonical(ToPath(path), ignored);
+    const std::filesystem::path target = ignored ? ToPath(path) : real;
+    TemporaryFile temporary(target);
     if (!temporary.Commit(parts, target)) {
         Fail(path, errno);
     }
@@ -181,15 +155,16 @@ void WriteParts(const std::string& path, const Parts& parts)
 
 void ProtectInput(const std::string& path)
 {
-    Inputs().emplace_back(path);
+    Inputs().push_back(ToPath(path));
 }
 
 void MakeDirectories(const std::string& path)
 {
     std::error_code error;
-    std::filesystem::create_directories(path, error);
+    std::filesystem::create_directories(ToPath(path), error);
     if (error) {
-        throw std::runtime_error("cannot make the directory " + path + ": " + error.message());
+        throw std::runtime_error("cannot make the directory " + path + ": " +
+                                 error.default_error_condition().message());
     }
 }
 
@@ -208,9 +183,9 @@ bool WriteIfChanged(const std::string& path, const Parts& parts)
     if (Holds(path, parts)) {
         return false;
     }
-    const std::filesystem::path parent = std::filesystem::path(path).parent_path();
+    const std::filesystem::path parent = ToPath(path).parent_path();
     if (!parent.empty()) {
-        MakeDirectories(parent.string());
+        MakeDirectories(PathText(parent));
     }
     WriteParts(path, parts);
     return true;

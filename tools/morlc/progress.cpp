@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "progress.h"
 
-#include <unistd.h>
+#include "platform.h"
+
 #include <cstdio>
 #include <utility>
 
@@ -10,7 +11,7 @@ namespace morlc {
 using Clock = std::chrono::steady_clock;
 
 Progress::Progress(std::size_t newTotal, std::string newUnit, bool quiet)
-    : total(newTotal), unit(std::move(newUnit)), isShown(!quiet && ::isatty(STDERR_FILENO) == 1)
+    : total(newTotal), unit(std::move(newUnit)), isShown(!quiet && HasTerminal())
 {
 }
 

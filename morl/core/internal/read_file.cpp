@@ -4,6 +4,9 @@
 #include <array>
 #include <cstdio>
 #include <memory>
+#ifdef _WIN32
+#include <filesystem>
+#endif
 
 namespace ns_ruke {
 namespace {
@@ -12,11 +15,22 @@ struct CloseFile {
     void operator()(std::FILE* file) const { std::fclose(file); }
 };
 
+using File = std::unique_ptr<std::FILE, CloseFile>;
+
+File Open(const std::string& path)
+{
+#ifdef _WIN32
+    return File(::_wfopen(std::filesystem::u8path(path).c_str(), L"r"));
+#else
+    return File(std::fopen(path.c_str(), "r"));
+#endif
+}
+
 }  // namespace
 
 std::optional<std::string> ReadFile(const std::string& path)
 {
-    const std::unique_ptr<std::FILE, CloseFile> file(std::fopen(path.c_str(), "r"));
+    const File file = Open(path);
     if (!file) {
         return std::nullopt;
     }

@@ -7,6 +7,7 @@
 #include "node_files.h"
 #include "output_file.h"
 #include "parallel.h"
+#include "path.h"
 #include "progress.h"
 #include "text.h"
 
@@ -104,7 +105,7 @@ std::vector<std::string> OldTexts(const fs::path& directory, const std::string& 
 void WriteRecord(const fs::path& directory, const ManifestShader& shader,
                  const ShaderRecord& record, const std::vector<std::string>& oldTexts)
 {
-    WriteIfChanged(RecordPath(directory, shader.name).string(),
+    WriteIfChanged(PathText(RecordPath(directory, shader.name)),
                    FormatLongJsonFile(record.ToJson(shader)));
     for (const std::string& file : oldTexts) {
         const bool isOurs = file.compare(0, shader.name.size() + 1, shader.name + "/") == 0;
@@ -119,7 +120,7 @@ using Records = std::map<std::string, const ShaderRecord*>;
 
 void WriteIndex(const fs::path& directory, const Records& records)
 {
-    WriteIfChanged(IndexPath(directory).string(), FormatLongJsonFile(MakeIndex(records)));
+    WriteIfChanged(PathText(IndexPath(directory)), FormatLongJsonFile(MakeIndex(records)));
 }
 
 /// One run of "morlc build" that compiles.
@@ -131,7 +132,7 @@ public:
           prefix(newPrefix),
           diagnostics(newDiagnostics),
           manifest(newOptions.manifest, newPrefix),
-          directory(newOptions.output)
+          directory(ToPath(newOptions.output))
     {
         manifest.CheckNames(options.shaders);
     }
@@ -194,7 +195,7 @@ private:
             return;
         }
         for (const auto& [file, code] : built.codes) {
-            totals.written += WriteIfChanged((directory / file).string(), code) ? 1 : 0;
+            totals.written += WriteIfChanged(PathText(directory / file), code) ? 1 : 0;
         }
         WriteRecord(directory, shader, built.record, oldTexts[shader.name]);
     }
@@ -229,7 +230,7 @@ private:
                 outputs.push_back(AsGiven(prefix, RecordPath(directory, manifest.shaders[i].name)));
             }
         }
-        std::vector<std::string> inputs = {AsGiven(prefix, options.manifest)};
+        std::vector<std::string> inputs = {AsGiven(prefix, ToPath(options.manifest))};
         for (const char* path : ns_ruke::kNodeFiles) {
             inputs.push_back(AsGiven(prefix, path));
         }
@@ -251,10 +252,10 @@ void WriteIndexOnly(const BuildOptions& options, const std::string& prefix)
     Records records;
     std::deque<ShaderRecord> read;
     for (const ManifestShader& shader : manifest.shaders) {
-        read.push_back(ShaderRecord::Read(RecordPath(options.output, shader.name)));
+        read.push_back(ShaderRecord::Read(RecordPath(ToPath(options.output), shader.name)));
         records[shader.name] = &read.back();
     }
-    WriteIndex(options.output, records);
+    WriteIndex(ToPath(options.output), records);
 }
 
 }  // namespace

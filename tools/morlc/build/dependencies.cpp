@@ -4,6 +4,8 @@
 #include "build/record.h"
 #include "json_file.h"
 #include "output_file.h"
+#include "path.h"
+#include "platform.h"
 
 #include <filesystem>
 #include <map>
@@ -62,7 +64,7 @@ std::string Value(const std::string& text)
 
 std::string Absolute(const fs::path& path)
 {
-    std::string absolute = fs::absolute(path).lexically_normal().string();
+    std::string absolute = PathText(fs::absolute(path).lexically_normal());
     CheckPath(absolute);
     return absolute;
 }
@@ -73,14 +75,10 @@ std::string Path(const fs::path& path)
     return EscapeForNinja(Absolute(path), "$ :");
 }
 
-/// A quoted word for the shell, in a value.
+/// A quoted word of a command, in a value.
 std::string Word(const std::string& text)
 {
-    std::string quoted = "'";
-    for (const char c : text) {
-        quoted += c == '\'' ? "'\\''" : std::string(1, c);
-    }
-    return Value(quoted + "'");
+    return Value(QuoteWord(text));
 }
 
 std::string PathWord(const fs::path& path)
@@ -173,34 +171,43 @@ std::string FormatDepfile(const std::vector<std::string>& outputs,
 void WriteNinjaFile(const std::string& program, const BuildOptions& options,
                     const Manifest& manifest)
 {
-    const fs::path output = options.output;
+    const fs::path output = ToPath(options.output);
+    const fs::path ninjaFile = ToPath(options.ninjaFile);
+    const fs::path manifestFile = ToPath(options.manifest);
     const std::string& launcher = options.launcher;
+    if (!launcher.empty() && !HasShell()) {
+        throw std::runtime_error(
+            "a launcher needs a POSIX shell, and Ninja has none on this system");
+    }
     std::string parts;
     std::string edges;
     std::string records;
     for (const ManifestShader& shader : manifest.shaders) {
-        const fs::path partPath = output / (shader.name + ".manifest.json");
-        WriteIfChanged(partPath.string(), ShaderManifest(shader));
+        const fs::path partPath = output / ToPath(shader.name + ".manifest.json");
+        WriteIfChanged(PathText(partPath), ShaderManifest(shader));
         const std::string part = " " + Path(partPath);
         const std::string record = " " + Path(RecordPath(output, shader.name));
         parts += part;
         records += record;
         edges.append("build").append(record).append(": shader").append(part).append(" | ");
-        edges.append(Path(program)).append("\n  shader = ").append(shader.name).append("\n");
+        edges.append(Path(ToPath(program)))
+            .append("\n  shader = ")
+            .append(shader.name)
+            .append("\n");
     }
     const std::map<std::string, std::string> values = {
         {"OUTPUT", Value(Absolute(output))},
         // The process has entered the directory of the node files.
-        {"MORLC", PathWord(program) + " build -q -C " + PathWord(".")},
+        {"MORLC", PathWord(ToPath(program)) + " build -q -C " + PathWord(".")},
         {"LAUNCHER", launcher.empty() ? "" : kBeforeLauncher + Value(launcher) + " "},
         {"CHECK",
          launcher.empty() ? "" : ") && { ls " + PathWord(output) + " >/dev/null" + kBehindLauncher},
         {"LAUNCHER_WORD", launcher.empty() ? "" : " --launcher " + Word(launcher)},
         {"INTO", "-o " + PathWord(output)},
-        {"MANIFEST_WORD", PathWord(options.manifest)},
-        {"NINJA_WORD", PathWord(options.ninjaFile)},
-        {"NINJA", Path(options.ninjaFile)},
-        {"MANIFEST", Path(options.manifest)},
+        {"MANIFEST_WORD", PathWord(manifestFile)},
+        {"NINJA_WORD", PathWord(ninjaFile)},
+        {"NINJA", Path(ninjaFile)},
+        {"MANIFEST", Path(manifestFile)},
         {"INDEX", Path(IndexPath(output))},
         {"PARTS", parts},
         {"RECORDS", records},

@@ -4,6 +4,7 @@
 #include "json_file.h"
 #include "nearest.h"
 #include "output_file.h"
+#include "path.h"
 #include "text.h"
 
 #include <morl/morl.h>
@@ -293,7 +294,7 @@ MacroValues ManifestShader::Macros(std::size_t variant, const std::string& targe
 }
 
 Manifest::Manifest(const std::string& newPath, const std::string& prefix)
-    : path(AsGiven(prefix, newPath)), shaders(ManifestReader(newPath, prefix).Read())
+    : path(AsGiven(prefix, ToPath(newPath))), shaders(ManifestReader(newPath, prefix).Read())
 {
     ProtectInput(newPath);
 }

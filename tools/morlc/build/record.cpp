@@ -2,6 +2,7 @@
 #include "build/record.h"
 
 #include "json_file.h"
+#include "path.h"
 
 namespace morlc {
 namespace {
@@ -118,7 +119,8 @@ Json::Value Macros(const ManifestShader& shader)
 std::string ReadFileName(const Json::Value& value)
 {
     std::string name = value.asString();
-    if (name.find("..") != std::string::npos || name.compare(0, 1, "/") == 0) {
+    if (name.find("..") != std::string::npos || name.find_first_of("\\:") != std::string::npos ||
+        name.compare(0, 1, "/") == 0) {
         Json::throwRuntimeError("not the name of a file of this directory");
     }
     return name;
@@ -151,7 +153,7 @@ ShaderRecord ReadRecord(const Json::Value& root)
 template <class Read>
 auto ReadPart(const std::filesystem::path& path, const Read& read)
 {
-    const JsonFile file(path.string());
+    const JsonFile file(PathText(path));
     try {
         return read(file.Root());
     } catch (const Json::Exception&) {

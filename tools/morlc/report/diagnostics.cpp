@@ -2,9 +2,9 @@
 #include "report/diagnostics.h"
 
 #include "nearest.h"
+#include "platform.h"
 #include "report/hints.h"
 
-#include <unistd.h>
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -28,14 +28,12 @@ bool StartsWith(std::string_view text, std::string_view start)
     return text.substr(0, start.size()) == start;
 }
 
-// Terminals without colour, and users who do not want it, say so in the environment.
+// Users who do not want colour say so in the environment.
 bool WantsColour()
 {
     const char* const noColour = std::getenv("NO_COLOR");
-    const char* const terminal = std::getenv("TERM");
     const bool refused = noColour != nullptr && *noColour != '\0';
-    const bool dumb = terminal == nullptr || std::string_view(terminal) == "dumb";
-    return ::isatty(STDERR_FILENO) == 1 && !refused && !dumb;
+    return !refused && HasColourTerminal();
 }
 
 /// The name that a message reports as an unknown node; empty for other messages.

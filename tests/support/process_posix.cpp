@@ -6,6 +6,7 @@
 #include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <cstdlib>
 #include <stdexcept>
 
 namespace morl_test {
@@ -22,6 +23,12 @@ namespace {
 }
 
 }  // namespace
+
+std::string ToolPath()
+{
+    const char* const named = std::getenv("MORLC");
+    return named != nullptr ? named : MORLC;
+}
 
 ProcessResult RunProcess(const std::vector<std::string>& command)
 {

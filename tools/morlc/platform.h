@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+// What the operating systems do in different ways. Each has a source file of its own.
+#pragma once
+
+#include <cstdio>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace morlc {
+
+/// Prepares the process: a closed pipe is a failed write, and standard streams pass bytes
+/// unchanged.
+/// @return the arguments without the program's name, in UTF-8.
+std::vector<std::string> StartProcess(int argc, char** argv);
+
+/// The path of this program; empty if it cannot be found out.
+std::string ProgramPath();
+
+/// A text as one word of a command that a build tool starts.
+std::string QuoteWord(const std::string& text);
+
+/// Whether build tools start commands with a POSIX shell.
+bool HasShell();
+
+/// Whether standard error is a terminal that understands escape sequences for colours.
+bool HasColourTerminal();
+
+/// Whether standard error is a terminal.
+bool HasTerminal();
+
+/// Opens an existing or new file for writing bytes; null: `errno` says why.
+std::FILE* OpenToWrite(const std::string& path);
+
+/// An open file; the stream is null when it could not be made, and `errno` says why.
+struct NewFile {
+    std::FILE* stream = nullptr;
+    std::filesystem::path path;
+};
+
+/// Makes a new file next to the one that it is to replace, of a name that nobody has. It gets the
+/// permissions of that file, or those of any new file if there is none.
+NewFile MakeFileBeside(const std::filesystem::path& target);
+
+/// Renames a file; one of the new name is replaced, without a moment in which there is none.
+/// @return whether it was done; if not, `errno` says why.
+bool RenameOver(const std::filesystem::path& from, const std::filesystem::path& target);
+
+}  // namespace morlc

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: MIT
+#include "platform.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+#include <csignal>
+#include <cstdlib>
+#include <string_view>
+#include <system_error>
+
+namespace morlc {
+namespace {
+
+/// The permissions of any new file. (mkstemp makes its file private.)
+mode_t NewFileMode()
+{
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    return 0666 & ~mask;
+}
+
+mode_t ModeOf(const std::filesystem::path& path)
+{
+    struct stat status = {};
+    return ::stat(path.c_str(), &status) == 0 ? status.st_mode & 07777 : NewFileMode();
+}
+
+}  // namespace
+
+std::vector<std::string> StartProcess(int argc, char** argv)
+{
+    std::signal(SIGPIPE, SIG_IGN);
+    return argc > 1 ? std::vector<std::string>(argv + 1, argv + argc) : std::vector<std::string>();
+}
+
+std::string ProgramPath()
+{
+    std::error_code ignored;
+    return std::filesystem::read_symlink("/proc/self/exe", ignored).string();
+}
+
+std::string QuoteWord(const std::string& text)
+{
+    std::string quoted = "'";
+    for (const char c : text) {
+        quoted += c == '\'' ? "'\\''" : std::string(1, c);
+    }
+    return quoted + "'";
+}
+
+bool HasShell()
+{
+    return true;
+}
+
+bool HasTerminal()
+{
+    return ::isatty(STDERR_FILENO) == 1;
+}
+
+bool HasColourTerminal()
+{
+    const char* const terminal = std::getenv("TERM");
+    return HasTerminal() && terminal != nullptr && std::string_view(terminal) != "dumb";
+}
+
+std::FILE* OpenToWrite(const std::string& path)
+{
+    return std::fopen(path.c_str(), "wb");
+}
+
+NewFile MakeFileBeside(const std::filesystem::path& target)
+{
+    std::string path = target.string() + ".XXXXXX";
+    const int descriptor = ::mkstemp(path.data());
+    if (descriptor < 0) {
+        return {};
+    }
+    ::fchmod(descriptor, ModeOf(target));
+    std::FILE* const stream = ::fdopen(descriptor, "wb");
+    if (stream == nullptr) {
+        ::close(descriptor);
+        ::unlink(path.c_str());
+    }
+    return {stream, path};
+}
+
+bool RenameOver(const std::filesystem::path& from, const std::filesystem::path& target)
+{
+    return std::rename(from.c_str(), target.c_str()) == 0;
+}
+
+}  // namespace morlc

@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: MIT
+#include "platform.h"
+
+#include "path.h"
+
+#include <fcntl.h>
+#include <io.h>
+#include <sys/stat.h>
+#include <windows.h>
+
+#include <shellapi.h>
+#include <cerrno>
+#include <cstdlib>
+#include <memory>
+#include <string_view>
+
+namespace morlc {
+namespace {
+
+std::string ToUtf8(std::wstring_view text)
+{
+    return std::filesystem::path(text).u8string();
+}
+
+/// The terminal's code page before this program, which stays when the program has ended.
+UINT previousCodePage = 0;
+
+void RestoreCodePage()
+{
+    SetConsoleOutputCP(previousCodePage);
+}
+
+/// Texts are UTF-8.
+void PrepareTerminal()
+{
+    previousCodePage = GetConsoleOutputCP();
+    if (HasTerminal() && previousCodePage != CP_UTF8 && SetConsoleOutputCP(CP_UTF8) != 0) {
+        std::atexit(RestoreCodePage);
+    }
+}
+
+/// Makes and opens a file that must be new.
+std::FILE* OpenNew(const std::filesystem::path& path)
+{
+    const int descriptor =
+        ::_wopen(path.c_str(), _O_CREAT | _O_EXCL | _O_WRONLY | _O_BINARY, _S_IREAD | _S_IWRITE);
+    std::FILE* const stream = descriptor < 0 ? nullptr : ::_fdopen(descriptor, "wb");
+    if (descriptor >= 0 && stream == nullptr) {
+        ::_close(descriptor);
+    }
+    return stream;
+}
+
+int ErrnoOf(DWORD error)
+{
+    return std::error_code(static_cast<int>(error), std::system_category())
+        .default_error_condition()
+        .value();
+}
+
+}  // namespace
+
+std::vector<std::string> StartProcess(int /*argc*/, char** /*argv*/)
+{
+    ::_setmode(::_fileno(stdout), _O_BINARY);
+    ::_setmode(::_fileno(stderr), _O_BINARY);
+    std::setvbuf(stderr, nullptr, _IONBF, 0);  // in order with standard output
+    PrepareTerminal();
+    int count = 0;
+    const std::unique_ptr<wchar_t*, decltype(&LocalFree)> words(
+        CommandLineToArgvW(GetCommandLineW(), &count), &LocalFree);
+    std::vector<std::string> arguments;
+    for (int i = 1; i < count; ++i) {
+        arguments.push_back(ToUtf8(words.get()[i]));
+    }
+    return arguments;
+}
+
+std::string ProgramPath()
+{
+    std::wstring path(MAX_PATH, L'\0');
+    DWORD size = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+    while (size == path.size()) {  // it did not fit
+        path.resize(2 * path.size());
+        size = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+    }
+    path.resize(size);
+    return PathText(path);
+}
+
+std::string QuoteWord(const std::string& text)
+{
+    std::string quoted = "\"";
+    std::size_t backslashes = 0;  // before this character; doubled before a quotation mark
+    for (const char c : text) {
+        if (c == '"') {
+            quoted.append(backslashes + 1, '\\');
+        }
+        backslashes = c == '\\' ? backslashes + 1 : 0;
+        quoted += c;
+    }
+    return quoted.append(backslashes, '\\') + "\"";
+}
+
+bool HasShell()
+{
+    return false;
+}
+
+bool HasTerminal()
+{
+    return ::_isatty(::_fileno(stderr)) != 0;
+}
+
+bool HasColourTerminal()
+{
+    HANDLE terminal = GetStdHandle(STD_ERROR_HANDLE);
+    DWORD mode = 0;
+    return GetConsoleMode(terminal, &mode) != 0 &&
+           SetConsoleMode(terminal, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
+}
+
+std::FILE* OpenToWrite(const std::string& path)
+{
+    return ::_wfopen(ToPath(path).c_str(), L"wb");
+}
+
+NewFile MakeFileBeside(const std::filesystem::path& target)
+{
+    constexpr int kAttempts = 100;
+    for (unsigned i = 0; i < kAttempts; ++i) {
+        const unsigned long long number = GetTickCount64() * kAttempts + i;
+        std::filesystem::path path = target;
+        path += "." + std::to_string(GetCurrentThreadId()) + "-" + std::to_string(number);
+        std::FILE* const stream = OpenNew(path);
+        if (stream != nullptr || errno != EEXIST) {
+            return {stream, path};
+        }
+    }
+    return {};
+}
+
+bool RenameOver(const std::filesystem::path& from, const std::filesystem::path& target)
+{
+    if (MoveFileExW(from.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING) != 0) {
+        return true;
+    }
+    errno = ErrnoOf(GetLastError());
+    return false;
+}
+
+}  // namespace morlc
