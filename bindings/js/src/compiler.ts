@@ -1,0 +1,325 @@
+// SPDX-License-Identifier: MIT
+import { loadModule } from "#load_module";
+import { kindOfStatus, MorlError } from "./error.js";
+import { type Arena, Native, NoMemory, Reader } from "./native.js";
+import { type ColumnReader, columnReader } from "./places.js";
+import type { Declare, Fault, MorlNode, Request, Result, Warning } from "./types.js";
+
+/** The module, compiled once for all compilers. */
+let sharedModule: Promise<WebAssembly.Module> | undefined;
+
+/** How to make a compiler. */
+export interface CreateOptions {
+  /**
+   * The module `morl.wasm`, if the host has loaded it in its own way. By default it is taken from
+   * beside the package's files, once for all compilers.
+   */
+  module?: WebAssembly.Module;
+}
+
+/**
+ * A compiler with its nodes. Each has memory of its own, which {@link dispose} gives back. Methods
+ * are synchronous; use a worker to keep a page free of them.
+ *
+ * ```ts
+ * const compiler = await Compiler.create();
+ * compiler.loadNodes("nodes.json", text);
+ * const { code, faults } = compiler.compile({ target: "glsles", stage: "vertex", nodes: ["surface"] });
+ * ```
+ */
+export class Compiler {
+  private native: Native | undefined;
+  private readonly handle: number;
+
+  private constructor(module: WebAssembly.Module) {
+    this.native = new Native(module);
+    this.handle = this.native.calls.morl_compiler_create();
+    if (this.handle === 0) {
+      throw new MorlError("out-of-memory", "there is no memory for a compiler");
+    }
+  }
+
+  /** Makes a compiler without nodes. Rejects if the module cannot be loaded. */
+  static async create(options: CreateOptions = {}): Promise<Compiler> {
+    if (options.module) {
+      return new Compiler(options.module);
+    }
+    sharedModule ??= loadModule();
+    try {
+      return new Compiler(await sharedModule);
+    } catch (error) {
+      sharedModule = undefined;
+      throw error;
+    }
+  }
+
+  /** The version of the compiler, such as "1.1.0". */
+  get version(): string {
+    return this.call((native) => native.terminatedText(native.calls.morl_version()));
+  }
+
+  /** The size of this compiler's memory, in bytes. It never shrinks. */
+  get memorySize(): number {
+    return this.call((native) => native.memorySize);
+  }
+
+  /**
+   * Loads all nodes of a text in the format of the node files, or none if it has faults. Nodes of
+   * the same names are replaced.
+   * @param name what faults call the text, such as a path
+   * @returns the names of the nodes, in their order
+   * @throws {@link MorlError} `nodes-refused`
+   */
+  loadNodes(name: string, text: string): string[] {
+    return this.call((native) =>
+      native.with((arena) => {
+        const status = native.calls.morl_load_nodes(
+          this.handle,
+          arena.put(arena.text(name)),
+          arena.put(arena.text(text)),
+        );
+        this.check(native, arena, status, () => text);
+        const list = arena.words(2);
+        this.check(native, arena, native.calls.morl_get_loaded_nodes(this.handle, list, list + 4));
+        return new Reader(native, list).list((element) => element.text());
+      }),
+    );
+  }
+
+  /** Adds a node, or replaces the one of the same name. The next request parses it if it changed. */
+  setNode(node: Pick<MorlNode, "name" | "content"> & Partial<MorlNode>): void {
+    this.call((native) =>
+      native.with((arena) => {
+        const references = node.references ?? [];
+        const address = arena.put([
+          9 * 4,
+          ...arena.text(node.name),
+          ...arena.text(node.content),
+          arena.put(references.flatMap((name) => arena.text(name))),
+          references.length,
+          0,
+          0,
+        ]);
+        native.data().setFloat32(address + 28, node.x ?? 0, true);
+        native.data().setFloat32(address + 32, node.y ?? 0, true);
+        this.check(native, arena, native.calls.morl_set_node(this.handle, address));
+      }),
+    );
+  }
+
+  /** Removes a node. Returns whether there was one of this name. */
+  removeNode(name: string): boolean {
+    return this.call((native) =>
+      native.with((arena) => {
+        const status = native.calls.morl_remove_node(this.handle, arena.put(arena.text(name)));
+        if (kindOfStatus(status) === "not-found") {
+          return false;
+        }
+        this.check(native, arena, status);
+        return true;
+      }),
+    );
+  }
+
+  /** The node of a name, if there is one. */
+  getNode(name: string): MorlNode | undefined {
+    return this.call((native) =>
+      native.with((arena) => {
+        const address = arena.words(9);
+        native.data().setInt32(address, 9 * 4, true);
+        const status = native.calls.morl_get_node(this.handle, arena.put(arena.text(name)), address);
+        if (kindOfStatus(status) === "not-found") {
+          return undefined;
+        }
+        this.check(native, arena, status);
+        const reader = new Reader(native, address + 4);
+        return {
+          name: reader.text(),
+          content: reader.text(),
+          references: reader.list((element) => element.text()),
+          x: reader.float(),
+          y: reader.float(),
+        };
+      }),
+    );
+  }
+
+  /** The names of all nodes, in ascending order of their bytes. */
+  getNodeNames(): string[] {
+    return this.call((native) =>
+      native.with((arena) => {
+        const list = arena.words(2);
+        this.check(native, arena, native.calls.morl_get_node_names(this.handle, list, list + 4));
+        return new Reader(native, list).list((element) => element.text());
+      }),
+    );
+  }
+
+  /**
+   * Runs a request. Faults in the nodes do not stop it: the result lists them, and the code is
+   * written from what remains.
+   * @throws {@link MorlError} `request-refused` for an unknown node or target
+   */
+  compile(request: Request): Result {
+    return this.call((native) =>
+      native.with((arena) => {
+        const result = arena.words(1);
+        const address = putRequest(arena, request);
+        this.check(native, arena, native.calls.morl_compile(this.handle, address, result));
+        const handle = native.word(result);
+        try {
+          const output = arena.words(25);
+          native.data().setInt32(output, 25 * 4, true);
+          this.check(native, arena, native.calls.morl_get_output(handle, output));
+          const columns = columnReader((node) => this.content(native, node));
+          return readOutput(new Reader(native, output + 4), columns);
+        } finally {
+          native.calls.morl_result_destroy(handle);
+        }
+      }),
+    );
+  }
+
+  /** Gives the memory back. Every other method throws `disposed` from here on. */
+  dispose(): void {
+    // The instance and its memory go with the last reference.
+    this.native = undefined;
+  }
+
+  private content(native: Native, node: string): string {
+    return native.with((arena) => {
+      const address = arena.words(9);
+      native.data().setInt32(address, 9 * 4, true);
+      const status = native.calls.morl_get_node(this.handle, arena.put(arena.text(node)), address);
+      return status === 0 ? new Reader(native, address + 12).text() : "";
+    });
+  }
+
+  /** Runs a call. What ends the module (a trap) also ends this compiler. */
+  private call<Value>(run: (native: Native) => Value): Value {
+    if (!this.native) {
+      throw new MorlError("disposed", "this compiler was disposed of");
+    }
+    try {
+      return run(this.native);
+    } catch (error) {
+      if (error instanceof MorlError) {
+        throw error;
+      }
+      if (error instanceof NoMemory) {
+        throw new MorlError("out-of-memory", "there is no memory for this text");
+      }
+      this.dispose();
+      throw new MorlError("failed", `the compiler has failed and was disposed of: ${String(error)}`);
+    }
+  }
+
+  /** @param text the text that faults without a node have their places in */
+  private check(native: Native, arena: Arena, status: number, text = (): string => ""): void {
+    if (status === 0) {
+      return;
+    }
+    const kind = kindOfStatus(status);
+    const message = arena.words(2);
+    native.calls.morl_message(message, this.handle);
+    const count = arena.words(1);
+    const list = arena.put([native.calls.morl_faults(this.handle, count), native.word(count)]);
+    const columns = columnReader(text);
+    const faults = new Reader(native, list).list((element) => readFault(element, columns));
+    const words = new Reader(native, message).text();
+    throw new MorlError(
+      kind,
+      words || native.terminatedText(native.calls.morl_status_text(status)),
+      faults,
+    );
+  }
+}
+
+function putValues(arena: Arena, values: Readonly<Record<string, number>> = {}): [number, number] {
+  const entries = Object.entries(values);
+  for (const [name, value] of entries) {
+    if (!Number.isInteger(value) || value !== (value | 0)) {
+      throw new MorlError("invalid-argument", `'${name}' is not a 32-bit integer: ${value}`);
+    }
+  }
+  const words = entries.flatMap(([name, value]) => [...arena.text(name), value]);
+  return [arena.put(words), entries.length];
+}
+
+function putRequest(arena: Arena, request: Request): number {
+  const semantics = Object.entries(request.semantics ?? {});
+  return arena.put([
+    14 * 4,
+    arena.put(request.nodes.flatMap((name) => arena.text(name))),
+    request.nodes.length,
+    ...putValues(arena, request.macros),
+    arena.put(semantics.flatMap(([name, semantic]) => [...arena.text(name), ...arena.text(semantic)])),
+    semantics.length,
+    ...putValues(arena, request.samplers),
+    ...arena.text(request.target),
+    request.stage === "vertex" ? 0 : 1,
+    1,
+    request.warnings ? 1 : 0,
+  ]);
+}
+
+function readFault(reader: Reader, columns: ColumnReader): Fault {
+  const level = reader.word() === 1 ? "error" : "info";
+  const line = reader.word();
+  const column = reader.word();
+  const file = reader.text();
+  const node = reader.text();
+  const text = reader.text();
+  return { level, file, node, text, line, column: columns(node, line, column) };
+}
+
+function readWarning(reader: Reader, columns: ColumnReader): Warning {
+  const check = reader.text();
+  const node = reader.text();
+  const text = reader.text();
+  const line = reader.word();
+  const column = reader.word();
+  return { check, node, text, line, column: columns(node, line, column) };
+}
+
+function readDeclare(reader: Reader): Omit<Declare, "node"> & { node: number } {
+  return {
+    name: reader.text(),
+    type: reader.text(),
+    writtenType: reader.text(),
+    arraySize: reader.text(),
+    semantic: reader.text(),
+    elements: reader.word(),
+    number: reader.word(),
+    node: reader.word(),
+    line: reader.word(),
+  };
+}
+
+function readOutput(reader: Reader, columns: ColumnReader): Result {
+  const code = reader.text();
+  const semantics = reader.list((element): [string, string] => [element.text(), element.text()]);
+  reader.list((element) => element.text()); // the names of the uniforms, which come below
+  const faults = reader.list((element) => readFault(element, columns));
+  const nodes = reader.list((element) => element.text());
+  const nodeAt = (index: number): string => nodes[index] ?? "";
+  const declares = (): Declare[] =>
+    reader.list(readDeclare).map((declare) => ({ ...declare, node: nodeAt(declare.node) }));
+  return {
+    code,
+    semantics: Object.fromEntries(semantics),
+    faults,
+    nodes,
+    lines: reader.list((element) => ({ node: nodeAt(element.word()), line: element.word() })),
+    uniforms: declares(),
+    inputs: declares(),
+    outputs: declares(),
+    macros: reader.list((element) => ({
+      name: element.text(),
+      value: element.word(),
+      isSet: element.word() !== 0,
+    })),
+    unusedMacros: reader.list((element) => element.text()),
+    warnings: reader.list((element) => readWarning(element, columns)),
+  };
+}

@@ -1,0 +1,6 @@
+// SPDX-License-Identifier: MIT
+import { compileShader } from "./shader";
+
+void compileShader().then((text) => {
+  postMessage(text);
+});
