@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+import { Compiler } from 'morl';
+import { compileShader, failedAnswer } from './compile_shader';
+import type { Job } from './protocol';
+
+let compiler: Promise<Compiler> | undefined;
+
+async function answer(job: Job): Promise<void> {
+  try {
+    compiler ??= Compiler.create();
+    postMessage(compileShader(await compiler, job));
+  } catch (error) {
+    postMessage(
+      failedAnswer(job.id, `the compiler does not work: ${String(error)}; reload the page`),
+    );
+  }
+}
+
+onmessage = (event: MessageEvent<Job>) => void answer(event.data);

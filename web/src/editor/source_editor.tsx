@@ -1,0 +1,189 @@
+// SPDX-License-Identifier: MIT
+import { autocompletion, completionKeymap } from '@codemirror/autocomplete';
+import { defaultKeymap, indentWithTab } from '@codemirror/commands';
+import { bracketMatching, indentUnit } from '@codemirror/language';
+import { type Diagnostic, lintGutter, setDiagnostics } from '@codemirror/lint';
+import { highlightSelectionMatches, searchKeymap } from '@codemirror/search';
+import { Annotation, EditorState, type Text } from '@codemirror/state';
+import {
+  drawSelection,
+  EditorView,
+  highlightActiveLine,
+  keymap,
+  lineNumbers,
+} from '@codemirror/view';
+import { useEffect, useRef } from 'react';
+import type { Message } from '../compiler/protocol';
+import { nodeById, setContent } from '../model/project';
+import { edited, messagesOf, projectOf, type Store } from '../model/store';
+import { usePageStore } from '../model/use_store';
+import { completeWord } from './completion';
+import { appearance, linkedLines, onHoveredLine, setLinkedLines } from './setup';
+import { morlLanguage } from './text_mate';
+import { findDeclaration, languageWords } from './words';
+
+/** Marks transactions that bring the store's text into the editor. */
+const fromStore = Annotation.define<boolean>();
+
+/** What a message underlines: the word at its place, or the whole line. */
+export function rangeOf(doc: Text, message: Message): { from: number; to: number } {
+  const line = doc.line(Math.min(Math.max(message.line, 1), doc.lines));
+  if (message.column === 0) {
+    const indent = /^\s*/.exec(line.text)?.[0].length ?? 0;
+    return { from: line.from + indent, to: line.to };
+  }
+  const at = Math.min(line.from + message.column - 1, line.to);
+  const word = /^[\w$]+|^./.exec(line.text.slice(at - line.from))?.[0] ?? '';
+  // A fault is often found right behind the word that is wrong.
+  return word.trim() === ''
+    ? { from: Math.max(line.from, at - 1), to: at }
+    : { from: at, to: at + word.length };
+}
+
+function diagnosticsOf(doc: Text, messages: readonly Message[]): Diagnostic[] {
+  return messages.map((message) => ({
+    ...rangeOf(doc, message),
+    severity: message.severity,
+    source: message.check || undefined,
+    message: message.text,
+  }));
+}
+
+function selectedNode(store: Store) {
+  const state = store.getState();
+  return state.selected === null ? undefined : nodeById(projectOf(state), state.selected);
+}
+
+/** Goes to where the word at the caret is declared, in this node or in another one. */
+export function goToDeclaration(store: Store, view: EditorView): boolean {
+  const state = store.getState();
+  const node = selectedNode(store);
+  const range = view.state.wordAt(view.state.selection.main.head);
+  const name = range ? view.state.sliceDoc(range.from, range.to) : '';
+  const found = node && name ? findDeclaration(projectOf(state), node, name) : undefined;
+  if (!found) {
+    const isWord = languageWords.some((word) => word.label === name);
+    const text = isWord ? `'${name}' is a word of the language` : `no node declares '${name}'`;
+    store.setState({ notice: { kind: 'info', text } });
+    return true;
+  }
+  const target = projectOf(state).nodes.findLast((one) => one.name === found.node);
+  store.setState({
+    selected: target?.id ?? state.selected,
+    goTo: { node: found.node, line: found.line, column: 1 },
+  });
+  return true;
+}
+
+function makeState(store: Store, content: string): EditorState {
+  return EditorState.create({
+    doc: content,
+    extensions: [
+      lineNumbers(),
+      lintGutter(),
+      drawSelection(),
+      highlightActiveLine(),
+      highlightSelectionMatches(),
+      bracketMatching(),
+      indentUnit.of('    '),
+      morlLanguage,
+      appearance,
+      linkedLines,
+      autocompletion({
+        override: [
+          completeWord(() => {
+            const node = selectedNode(store);
+            return node ? { project: projectOf(store.getState()), node } : null;
+          }),
+        ],
+      }),
+      keymap.of([
+        { key: 'F12', run: (view) => goToDeclaration(store, view) },
+        ...completionKeymap,
+        ...searchKeymap,
+        ...defaultKeymap,
+        indentWithTab,
+      ]),
+      EditorView.contentAttributes.of({ 'aria-label': 'Source of the node' }),
+      EditorView.domEventHandlers({
+        click(event, view) {
+          const isWanted = event.ctrlKey || event.metaKey;
+          return isWanted && goToDeclaration(store, view);
+        },
+      }),
+      onHoveredLine((line) => {
+        const node = selectedNode(store);
+        store.setState({ hovered: node && line > 0 ? { node: node.name, line } : null });
+      }),
+      EditorView.updateListener.of((update) => {
+        const isOwn = update.transactions.some((one) => one.annotation(fromStore));
+        const id = store.getState().selected;
+        if (update.docChanged && !isOwn && id !== null) {
+          const content = update.state.doc.toString();
+          store.setState((state) =>
+            edited(state, (project) => setContent(project, id, content), `content ${id}`),
+          );
+        }
+      }),
+    ],
+  });
+}
+
+/** Brings what others have changed into the editor. */
+function follow(store: Store, view: EditorView, shown: { id: string | null }): void {
+  const state = store.getState();
+  const node = selectedNode(store);
+  const content = node?.content ?? '';
+  if (shown.id !== state.selected) {
+    shown.id = state.selected;
+    view.setState(makeState(store, content));
+  } else if (content !== view.state.doc.toString()) {
+    const changes = { from: 0, to: view.state.doc.length, insert: content };
+    view.dispatch({ changes, annotations: fromStore.of(true) });
+  }
+  const { doc } = view.state;
+  const messages = messagesOf(state).filter(
+    (message) => node && message.node === node.name && message.line > 0,
+  );
+  view.dispatch(setDiagnostics(view.state, diagnosticsOf(doc, messages)));
+  const linked = state.hovered?.node === node?.name ? (state.hovered?.line ?? 0) : 0;
+  view.dispatch({ effects: setLinkedLines.of(linked > 0 ? [linked] : []) });
+  if (state.goTo && state.goTo.node === node?.name) {
+    const line = doc.line(Math.min(Math.max(state.goTo.line, 1), doc.lines));
+    const head = Math.min(line.from + Math.max(state.goTo.column, 1) - 1, line.to);
+    view.dispatch({ selection: { anchor: head }, scrollIntoView: true });
+    view.focus();
+    store.setState({ goTo: null });
+  }
+}
+
+/** The source of the selected node. */
+export function SourceEditor() {
+  const store = usePageStore();
+  const parent = useRef<HTMLDivElement>(null);
+  useEffect(() => {
+    const shown: { id: string | null } = { id: null };
+    const view = new EditorView({
+      state: makeState(store, ''),
+      parent: parent.current ?? undefined,
+    });
+    follow(store, view, shown);
+    const stop = store.subscribe((state, before) => {
+      const isSame =
+        state.history === before.history &&
+        state.selected === before.selected &&
+        state.answer === before.answer &&
+        state.driverMessages === before.driverMessages &&
+        state.hovered === before.hovered &&
+        state.goTo === before.goTo;
+      if (!isSame) {
+        follow(store, view, shown);
+      }
+    });
+    return () => {
+      stop();
+      view.destroy();
+    };
+  }, [store]);
+  return <div className="code" ref={parent} />;
+}

@@ -1,0 +1,177 @@
+// SPDX-License-Identifier: MIT
+import { useRef, useState } from 'react';
+import { addShader, type Project } from '../model/project';
+import { edited, projectOf, redone, type Theme, undone } from '../model/store';
+import { usePage, usePageStore } from '../model/use_store';
+import { download } from './download';
+import {
+  afterSave,
+  canOpenFolders,
+  openProject,
+  readChosen,
+  readFolder,
+  saveProject,
+  writeFolder,
+} from './folder';
+import { toLink } from './permalink';
+import { sampleProject } from './samples';
+
+function messageOf(error: unknown): string {
+  return error instanceof Error ? error.message : String(error);
+}
+
+function isCancelled(error: unknown): boolean {
+  return error instanceof DOMException && error.name === 'AbortError';
+}
+
+/** Opening, saving, sharing, and what goes over everything. */
+export function FilesBar() {
+  const store = usePageStore();
+  const chooser = useRef<HTMLInputElement>(null);
+  const [folder, setFolder] = useState<FileSystemDirectoryHandle | null>(null);
+  const shader = usePage((state) => state.shader);
+  const shaders = usePage((state) => projectOf(state).shaders);
+  const canUndo = usePage((state) => state.history.past.length > 0);
+  const canRedo = usePage((state) => state.history.future.length > 0);
+  const theme = usePage((state) => state.theme);
+
+  const inform = (kind: 'info' | 'error', text: string): void => {
+    store.setState({ notice: { kind, text } });
+  };
+  /** Runs what may fail; nothing has changed then. */
+  const attempt = async (run: () => Promise<void>): Promise<void> => {
+    try {
+      await run();
+    } catch (error) {
+      if (!isCancelled(error)) {
+        inform('error', messageOf(error));
+      }
+    }
+  };
+  const show = (project: Project): void => {
+    // An opened project can be undone like an edit.
+    store.setState((state) => ({ ...edited(state, () => project), mesh: null }));
+  };
+  const open = (): void => {
+    if (!canOpenFolders()) {
+      chooser.current?.click();
+      return;
+    }
+    void attempt(async () => {
+      const root = await window.showDirectoryPicker({ mode: 'readwrite' });
+      show(openProject(await readFolder(root)));
+      setFolder(root);
+      inform('info', `opened '${root.name}'`);
+    });
+  };
+  const save = (): void => {
+    void attempt(async () => {
+      const project = projectOf(store.getState());
+      const texts = saveProject(project);
+      if (folder) {
+        await writeFolder(folder, texts);
+        store.setState((state) => edited(state, (current) => afterSave(current, texts)));
+        inform('info', `saved to '${folder.name}'`);
+        return;
+      }
+      const isEdited = ([path, text]: [string, string]): boolean =>
+        project.files.find((file) => file.path === path)?.text !== text;
+      const edits = Object.entries(texts).filter(isEdited);
+      edits.forEach(([path, text]) => {
+        download(path.split('/').at(-1) ?? path, text);
+      });
+      inform(
+        'info',
+        edits.length > 0 ? `downloaded ${edits.length} edited files` : 'no file was edited',
+      );
+    });
+  };
+  const share = (): void => {
+    const link = toLink(projectOf(store.getState()));
+    history.replaceState(null, '', link);
+    void navigator.clipboard.writeText(location.href).then(
+      () => {
+        inform('info', `the link is copied (${link.length} bytes); it holds the whole graph`);
+      },
+      () => {
+        inform('info', 'the address of this page is the link now; it holds the whole graph');
+      },
+    );
+  };
+  const newShader = (): void => {
+    store.setState((state) => {
+      const added = addShader(projectOf(state), 'shader');
+      return { ...edited(state, () => added.project), shader: added.name };
+    });
+  };
+
+  return (
+    <header className="top">
+      <h1>morl</h1>
+      <label>
+        Shader{' '}
+        <select
+          value={shader}
+          onChange={(event) => {
+            store.setState({ shader: event.target.value, mesh: null });
+          }}
+        >
+          {shaders.map(({ name }) => (
+            <option key={name}>{name}</option>
+          ))}
+        </select>
+      </label>
+      <button onClick={newShader}>New shader</button>
+      <span className="space" />
+      <button
+        disabled={!canUndo}
+        onClick={() => {
+          store.setState(undone);
+        }}
+      >
+        Undo
+      </button>
+      <button
+        disabled={!canRedo}
+        onClick={() => {
+          store.setState(redone);
+        }}
+      >
+        Redo
+      </button>
+      <button onClick={open}>Open…</button>
+      <button onClick={save}>Save</button>
+      <button onClick={share}>Link</button>
+      <button
+        onClick={() => {
+          show(sampleProject());
+        }}
+      >
+        Samples
+      </button>
+      <button
+        aria-label="Switch between light and dark"
+        onClick={() => {
+          const next: Theme = theme === 'dark' ? 'light' : 'dark';
+          store.setState({ theme: next });
+        }}
+      >
+        {theme === 'dark' ? 'Light' : 'Dark'}
+      </button>
+      <input
+        ref={chooser}
+        type="file"
+        multiple
+        hidden
+        accept=".morl,.json"
+        onChange={(event) => {
+          const chosen = [...(event.target.files ?? [])];
+          event.target.value = '';
+          void attempt(async () => {
+            show(openProject(await readChosen(chosen)));
+          });
+        }}
+      />
+    </header>
+  );
+}

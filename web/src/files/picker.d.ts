@@ -1,0 +1,5 @@
+// SPDX-License-Identifier: MIT
+// Not every browser has it, so TypeScript's library does not, either.
+interface Window {
+  showDirectoryPicker(options: { mode: 'readwrite' }): Promise<FileSystemDirectoryHandle>;
+}

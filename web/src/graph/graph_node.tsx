@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+import { Handle, type Node, type NodeProps, Position } from '@xyflow/react';
+import { type StageName, toggleInPass } from '../model/project';
+import { usePage, useEdit } from '../model/use_store';
+
+/** What a node of the graph shows. */
+export interface NodeData extends Record<string, unknown> {
+  readonly name: string;
+  readonly file: string;
+  readonly errors: number;
+  readonly warnings: number;
+  readonly isInVertex: boolean;
+  readonly isInFragment: boolean;
+  readonly isFound: boolean;
+}
+
+export type ShownNode = Node<NodeData, 'morl'>;
+
+function PassButton({ stage, data }: { stage: StageName; data: NodeData }) {
+  const shader = usePage((state) => state.shader);
+  const edit = useEdit();
+  const isIn = stage === 'vertex' ? data.isInVertex : data.isInFragment;
+  const title = `${isIn ? 'Take' : 'Put'} '${data.name}' ${isIn ? 'out of' : 'into'} the ${stage} pass of '${shader}'`;
+  return (
+    <button
+      className={`pass nodrag ${stage}`}
+      aria-pressed={isIn}
+      aria-label={title}
+      title={title}
+      onClick={(event) => {
+        event.stopPropagation();
+        edit((project) => toggleInPass(project, shader, stage, data.name));
+      }}
+    >
+      {stage === 'vertex' ? 'V' : 'F'}
+    </button>
+  );
+}
+
+function count(number: number, word: string): string {
+  return `${number} ${word}${number === 1 ? '' : 's'}`;
+}
+
+/** A node of the graph: its name, the passes that it is in, and how much is wrong with it. */
+export function MorlGraphNode({ data, selected }: NodeProps<ShownNode>) {
+  const isUsed = data.isInVertex || data.isInFragment;
+  const classes = [
+    'morl-node',
+    isUsed ? 'used' : '',
+    selected ? 'chosen' : '',
+    data.isFound ? 'found' : '',
+  ];
+  return (
+    <div className={classes.filter(Boolean).join(' ')}>
+      <Handle type="target" position={Position.Left} aria-label={`'${data.name}' builds on`} />
+      <span className="name">{data.name}</span>
+      {data.errors > 0 && (
+        <span className="badge error" role="img" aria-label={count(data.errors, 'error')}>
+          {data.errors}
+        </span>
+      )}
+      {data.warnings > 0 && (
+        <span className="badge warning" role="img" aria-label={count(data.warnings, 'warning')}>
+          {data.warnings}
+        </span>
+      )}
+      <span className="passes">
+        <PassButton stage="vertex" data={data} />
+        <PassButton stage="fragment" data={data} />
+      </span>
+      <Handle type="source" position={Position.Right} aria-label={`builds on '${data.name}'`} />
+    </div>
+  );
+}

@@ -1,0 +1,280 @@
+// SPDX-License-Identifier: MIT
+import {
+  Background,
+  Controls,
+  type Edge,
+  MiniMap,
+  type NodeChange,
+  ReactFlow,
+  ReactFlowProvider,
+  useNodesInitialized,
+  useReactFlow,
+} from '@xyflow/react';
+import { useEffect, useMemo, useState } from 'react';
+import {
+  addNode,
+  addReference,
+  duplicateNode,
+  moveNodes,
+  nodeById,
+  removeNodes,
+  removeReference,
+} from '../model/project';
+import { edited, messagesOf, projectOf, type State } from '../model/store';
+import { usePage, usePageStore } from '../model/use_store';
+import { MorlGraphNode, type ShownNode } from './graph_node';
+import { fileOffsets, nodeSize, type Point, referencesOf, toCanvas, toScreen } from './layout';
+
+const minimapSize = { width: 130, height: 90 };
+const nodeTypes = { morl: MorlGraphNode };
+
+/** Places of nodes while they are dragged, by id; the project gets them when the drag ends. */
+type Drags = Readonly<Record<string, Point>>;
+
+function shownNodes(state: State, drags: Drags, search: string): ShownNode[] {
+  const project = projectOf(state);
+  const offsets = fileOffsets(project);
+  const shader = project.shaders.find((one) => one.name === state.shader);
+  const messages = messagesOf(state);
+  return project.nodes.map((node) => {
+    const own = messages.filter((message) => message.node === node.name);
+    const errors = own.filter((message) => message.severity === 'error').length;
+    return {
+      id: node.id,
+      type: 'morl',
+      position: drags[node.id] ?? toScreen(offsets, node.file, node),
+      selected: node.id === state.selected,
+      ...nodeSize,
+      measured: nodeSize,
+      ariaLabel: `node ${node.name}`,
+      data: {
+        name: node.name,
+        file: node.file,
+        errors,
+        warnings: own.length - errors,
+        isInVertex: shader?.vertex.includes(node.name) ?? false,
+        isInFragment: shader?.fragment.includes(node.name) ?? false,
+        isFound: search !== '' && node.name.toLowerCase().includes(search.toLowerCase()),
+      },
+    };
+  });
+}
+
+function shownEdges(state: State, chosen: string | null): Edge[] {
+  const project = projectOf(state);
+  const shader = project.shaders.find((one) => one.name === state.shader);
+  const used = new Set([...(shader?.vertex ?? []), ...(shader?.fragment ?? [])]);
+  return referencesOf(project).map(({ from, to }) => {
+    const id = `${from.id}>${to.id}`;
+    return {
+      id,
+      source: from.id,
+      target: to.id,
+      selected: id === chosen,
+      className: used.has(from.name) && used.has(to.name) ? 'used' : '',
+      ariaLabel: `'${to.name}' builds on '${from.name}'`,
+    };
+  });
+}
+
+function Graph() {
+  const store = usePageStore();
+  const state = usePage((whole) => whole);
+  const flow = useReactFlow();
+  const [drags, setDrags] = useState<Drags>({});
+  const [edge, setEdge] = useState<string | null>(null);
+  const [search, setSearch] = useState('');
+  const { history, shader, selected, answer, driverMessages } = state;
+  const nodes = useMemo(
+    () => shownNodes(state, drags, search),
+    // The rest of the state does not show here.
+    // eslint-disable-next-line react-hooks/exhaustive-deps
+    [history, shader, selected, answer, driverMessages, drags, search],
+  );
+  // eslint-disable-next-line react-hooks/exhaustive-deps
+  const edges = useMemo(() => shownEdges(state, edge), [history, shader, edge]);
+
+  const fitShader = (): void => {
+    const used = nodes.filter((node) => node.data.isInVertex || node.data.isInFragment);
+    void flow.fitView({ nodes: used.length > 0 ? used : nodes, padding: 0.15, duration: 200 });
+  };
+  const isReady = useNodesInitialized();
+  useEffect(() => {
+    if (isReady) {
+      fitShader();
+    }
+    // Only when another shader is shown, not with every edit.
+    // eslint-disable-next-line react-hooks/exhaustive-deps
+  }, [shader, isReady]);
+
+  const change = (edit: (whole: State) => State): void => {
+    store.setState(edit);
+  };
+  const commit = (moved: Drags): void => {
+    change((whole) =>
+      edited(whole, (project) => {
+        const offsets = fileOffsets(project);
+        const moves = Object.entries(moved).map(([id, point]) => {
+          const file = nodeById(project, id)?.file ?? '';
+          return { id, ...toCanvas(offsets, file, point) };
+        });
+        return moveNodes(project, moves);
+      }),
+    );
+    setDrags({});
+  };
+  const onNodesChange = (changes: NodeChange<ShownNode>[]): void => {
+    const moved: Record<string, Point> = {};
+    let isOver = false;
+    for (const one of changes) {
+      if (one.type === 'position' && one.position) {
+        moved[one.id] = one.position;
+        isOver ||= one.dragging !== true;
+      } else if (one.type === 'select' && one.selected) {
+        setEdge(null);
+        store.setState({ selected: one.id });
+      }
+    }
+    if (Object.keys(moved).length === 0) {
+      return;
+    }
+    if (isOver) {
+      commit({ ...drags, ...moved });
+    } else {
+      setDrags({ ...drags, ...moved });
+    }
+  };
+  const disconnect = (ids: readonly string[]): void => {
+    change((whole) =>
+      edited(whole, (project) =>
+        ids.reduce((next, id) => {
+          const [from = '', to = ''] = id.split('>');
+          return removeReference(next, to, nodeById(next, from)?.name ?? '');
+        }, project),
+      ),
+    );
+  };
+  const add = (): void => {
+    change((whole) => {
+      const offsets = fileOffsets(projectOf(whole));
+      const chosen =
+        whole.selected === null ? undefined : nodeById(projectOf(whole), whole.selected);
+      const file = chosen?.file ?? projectOf(whole).files[0]?.path ?? '';
+      const center = flow.screenToFlowPosition({
+        x: window.innerWidth / 4,
+        y: window.innerHeight / 4,
+      });
+      const { x, y } = chosen
+        ? { x: chosen.x + 40, y: chosen.y + 90 }
+        : toCanvas(offsets, file, center);
+      const at = { x: Math.round(x), y: Math.round(y), file };
+      const added = addNode(projectOf(whole), at);
+      return { ...edited(whole, () => added.project), selected: added.id };
+    });
+  };
+  const duplicate = (): void => {
+    change((whole) => {
+      if (whole.selected === null) {
+        return whole;
+      }
+      const copied = duplicateNode(projectOf(whole), whole.selected);
+      return { ...edited(whole, () => copied.project), selected: copied.id };
+    });
+  };
+  const remove = (): void => {
+    if (edge !== null) {
+      disconnect([edge]);
+      setEdge(null);
+    } else if (selected !== null) {
+      change((whole) => edited(whole, (project) => removeNodes(project, [selected])));
+    }
+  };
+  const find = (): void => {
+    const [found] = nodes.filter((node) => node.data.isFound);
+    if (found) {
+      store.setState({ selected: found.id });
+      void flow.fitView({ nodes: [found], maxZoom: 1.2, duration: 200 });
+    } else {
+      store.setState({
+        notice: { kind: 'info', text: `no node is called like '${search}'` },
+      });
+    }
+  };
+
+  return (
+    <section className="panel graph" aria-label="Graph">
+      <div className="bar">
+        <button onClick={add}>Add node</button>
+        <button onClick={duplicate} disabled={selected === null}>
+          Duplicate
+        </button>
+        <button onClick={remove} disabled={selected === null && edge === null}>
+          Delete
+        </button>
+        <button onClick={fitShader}>Show shader</button>
+        <span className="space" />
+        <form
+          role="search"
+          onSubmit={(event) => {
+            event.preventDefault();
+            find();
+          }}
+        >
+          <input
+            type="search"
+            aria-label="Find a node by its name"
+            placeholder="Find a node"
+            value={search}
+            onChange={(event) => {
+              setSearch(event.target.value);
+            }}
+          />
+        </form>
+      </div>
+      <div className="canvas">
+        <ReactFlow<ShownNode>
+          nodes={nodes}
+          edges={edges}
+          nodeTypes={nodeTypes}
+          colorMode={state.theme}
+          minZoom={0.1}
+          deleteKeyCode={['Delete']}
+          onNodesChange={onNodesChange}
+          onEdgeClick={(_, clicked) => {
+            setEdge(clicked.id);
+          }}
+          onPaneClick={() => {
+            setEdge(null);
+          }}
+          onConnect={({ source, target }) => {
+            change((whole) =>
+              edited(whole, (project) =>
+                addReference(project, target, nodeById(project, source)?.name ?? ''),
+              ),
+            );
+          }}
+          onEdgesDelete={(deleted) => {
+            disconnect(deleted.map((one) => one.id));
+          }}
+          onNodesDelete={(deleted) => {
+            const ids = deleted.map((one) => one.id);
+            change((whole) => edited(whole, (project) => removeNodes(project, ids)));
+          }}
+        >
+          <Background />
+          <MiniMap pannable zoomable ariaLabel="Map of the graph" style={minimapSize} />
+          <Controls showInteractive={false} />
+        </ReactFlow>
+      </div>
+    </section>
+  );
+}
+
+/** The nodes and their references. */
+export function GraphView() {
+  return (
+    <ReactFlowProvider>
+      <Graph />
+    </ReactFlowProvider>
+  );
+}

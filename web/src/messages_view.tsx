@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+import { targets, type Message } from './compiler/protocol';
+import { findNode } from './model/project';
+import { projectOf } from './model/store';
+import { usePage, usePageStore } from './model/use_store';
+
+function about(message: Message): string {
+  const isAll = message.targets.length === targets.length || message.targets.length === 0;
+  return isAll ? '' : message.targets.join(', ');
+}
+
+function MessageLine({ message }: { message: Message }) {
+  const store = usePageStore();
+  const place =
+    message.node === '' ? '' : `${message.node}${message.line > 0 ? `:${message.line}` : ''}`;
+  const go = (): void => {
+    store.setState((state) => {
+      const node = findNode(projectOf(state), message.node);
+      const { line, column } = message;
+      return node ? { selected: node.id, goTo: { node: node.name, line, column } } : {};
+    });
+  };
+  return (
+    <li className={message.severity}>
+      <button onClick={go} disabled={place === ''}>
+        <span className="severity">{message.severity}</span>
+        {place !== '' && <span className="place">{place}</span>}
+        <span className="text">{message.text}</span>
+        {message.check !== '' && <span className="muted">[{message.check}]</span>}
+        <span className="muted">{about(message)}</span>
+      </button>
+    </li>
+  );
+}
+
+/** Everything that is wrong; a line leads to its place. */
+export function MessagesView() {
+  const answer = usePage((state) => state.answer);
+  const driverMessages = usePage((state) => state.driverMessages);
+  const messages = [...(answer?.messages ?? []), ...driverMessages];
+  const failure = answer?.failure ?? '';
+  return (
+    <section className="panel messages" aria-label="Messages">
+      <div className="bar" role="status">
+        {failure !== '' ? <strong className="error">{failure}</strong> : headline(messages)}
+      </div>
+      <ul tabIndex={messages.length > 0 ? 0 : -1} aria-label="List of messages">
+        {messages.map((message, i) => (
+          <MessageLine key={i} message={message} />
+        ))}
+      </ul>
+    </section>
+  );
+}
+
+function headline(messages: readonly Message[]): string {
+  const errors = messages.filter((message) => message.severity === 'error').length;
+  const warnings = messages.length - errors;
+  const count = (number: number, word: string): string =>
+    `${number} ${word}${number === 1 ? '' : 's'}`;
+  return messages.length === 0
+    ? 'No faults, no warnings'
+    : `${count(errors, 'error')}, ${count(warnings, 'warning')}`;
+}

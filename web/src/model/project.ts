@@ -1,0 +1,272 @@
+// SPDX-License-Identifier: MIT
+// What is edited, and every edit as a plain function from a project to the next one.
+
+/** A node of the graph. */
+export interface GraphNode {
+  /** Stays the same when the node is renamed. */
+  readonly id: string;
+  readonly name: string;
+  readonly content: string;
+  /** Names of the nodes that this one builds on. */
+  readonly references: readonly string[];
+  readonly x: number;
+  readonly y: number;
+  /** The path of the file that the node belongs to. */
+  readonly file: string;
+  /** The place of the node in that file's list when it was opened; null: a new node. */
+  readonly index: number | null;
+}
+
+/** A node file as it was opened, which is what saving it starts from. */
+export interface NodeFile {
+  readonly path: string;
+  readonly text: string;
+}
+
+/** A shader: the nodes of both passes, and the values of its macros. */
+export interface Shader {
+  readonly name: string;
+  readonly vertex: readonly string[];
+  readonly fragment: readonly string[];
+  readonly macros: Readonly<Record<string, number>>;
+  /** Values that count in one target only, by its name. */
+  readonly targetMacros: Readonly<Record<string, Readonly<Record<string, number>>>>;
+  readonly samplers: Readonly<Record<string, number>>;
+}
+
+/** Everything that undo and redo go over. */
+export interface Project {
+  readonly files: readonly NodeFile[];
+  readonly nodes: readonly GraphNode[];
+  readonly shaders: readonly Shader[];
+  /** Uniforms that were set by hand, by name. */
+  readonly values: Readonly<Record<string, readonly number[]>>;
+}
+
+export type StageName = 'vertex' | 'fragment';
+
+/** An edit that is refused; the message is for the author. */
+export class EditError extends Error {}
+
+export function findNode(project: Project, name: string): GraphNode | undefined {
+  // If two nodes have the same name, the later one counts.
+  return project.nodes.findLast((node) => node.name === name);
+}
+
+export function nodeById(project: Project, id: string): GraphNode | undefined {
+  return project.nodes.find((node) => node.id === id);
+}
+
+function changeNode(project: Project, id: string, change: Partial<GraphNode>): Project {
+  const nodes = project.nodes.map((node) => (node.id === id ? { ...node, ...change } : node));
+  return { ...project, nodes };
+}
+
+function changeShader(project: Project, name: string, change: Partial<Shader>): Project {
+  const shaders = project.shaders.map((shader) =>
+    shader.name === name ? { ...shader, ...change } : shader,
+  );
+  return { ...project, shaders };
+}
+
+export function setContent(project: Project, id: string, content: string): Project {
+  return changeNode(project, id, { content });
+}
+
+export function moveNodes(
+  project: Project,
+  moves: readonly { id: string; x: number; y: number }[],
+): Project {
+  return moves.reduce(
+    (moved, { id, x, y }) => changeNode(moved, id, { x: Math.round(x), y: Math.round(y) }),
+    project,
+  );
+}
+
+/** The nodes that a node builds on, directly or not, in the order in which they are met. */
+export function upstream(project: Project, name: string): GraphNode[] {
+  const found = new Map<string, GraphNode>();
+  const visit = (current: string): void => {
+    for (const reference of findNode(project, current)?.references ?? []) {
+      const node = findNode(project, reference);
+      if (node && !found.has(reference)) {
+        found.set(reference, node);
+        visit(reference);
+      }
+    }
+  };
+  visit(name);
+  return [...found.values()];
+}
+
+/** Makes a node build on another one. */
+export function addReference(project: Project, id: string, reference: string): Project {
+  const node = nodeById(project, id);
+  if (!node || node.references.includes(reference)) {
+    return project;
+  }
+  const isCycle =
+    reference === node.name ||
+    upstream(project, reference).some((other) => other.name === node.name);
+  if (isCycle) {
+    throw new EditError(
+      `'${node.name}' cannot build on '${reference}': '${reference}' builds on '${node.name}' already, so this would be a cycle`,
+    );
+  }
+  return changeNode(project, id, { references: [...node.references, reference] });
+}
+
+export function removeReference(project: Project, id: string, reference: string): Project {
+  const node = nodeById(project, id);
+  const references = node?.references.filter((name) => name !== reference) ?? [];
+  return changeNode(project, id, { references });
+}
+
+/** A name that no node has. */
+function freeName(project: Project, wanted: string): string {
+  let name = wanted;
+  for (let i = 2; findNode(project, name); ++i) {
+    name = `${wanted}_${i}`;
+  }
+  return name;
+}
+
+let lastId = 0;
+
+/** An identifier that no node of this page has. */
+export function newId(): string {
+  lastId += 1;
+  return `n${lastId}`;
+}
+
+const newContent = '// What this node does.\nvoid main() {\n}';
+
+export function addNode(
+  project: Project,
+  at: { x: number; y: number; file: string },
+): { project: Project; id: string } {
+  const id = newId();
+  const node: GraphNode = {
+    id,
+    name: freeName(project, 'node'),
+    content: newContent,
+    references: [],
+    ...at,
+    index: null,
+  };
+  return { project: { ...project, nodes: [...project.nodes, node] }, id };
+}
+
+export function duplicateNode(project: Project, id: string): { project: Project; id: string } {
+  const node = nodeById(project, id);
+  if (!node) {
+    return { project, id };
+  }
+  const copy: GraphNode = {
+    ...node,
+    id: newId(),
+    name: freeName(project, node.name),
+    x: node.x + 40,
+    y: node.y + 40,
+    index: null,
+  };
+  return { project: { ...project, nodes: [...project.nodes, copy] }, id: copy.id };
+}
+
+/** Removes nodes. References to them stay out of the other nodes and shaders, too. */
+export function removeNodes(project: Project, ids: readonly string[]): Project {
+  const nodes = project.nodes.filter((node) => !ids.includes(node.id));
+  const gone = new Set(
+    project.nodes
+      .filter((node) => ids.includes(node.id) && !nodes.some((other) => other.name === node.name))
+      .map((node) => node.name),
+  );
+  const keep = (names: readonly string[]): readonly string[] =>
+    names.some((name) => gone.has(name)) ? names.filter((name) => !gone.has(name)) : names;
+  return {
+    ...project,
+    nodes: nodes.map((node) => ({ ...node, references: keep(node.references) })),
+    shaders: project.shaders.map((shader) => ({
+      ...shader,
+      vertex: keep(shader.vertex),
+      fragment: keep(shader.fragment),
+    })),
+  };
+}
+
+/** Renames a node where it is referred to, too. */
+export function renameNode(project: Project, id: string, newName: string): Project {
+  const node = nodeById(project, id);
+  const name = newName.trim();
+  if (!node || name === node.name) {
+    return project;
+  }
+  if (name === '') {
+    throw new EditError('a node needs a name');
+  }
+  if (findNode(project, name)) {
+    throw new EditError(`there is a node '${name}' already`);
+  }
+  const swap = (names: readonly string[]): readonly string[] =>
+    names.map((other) => (other === node.name ? name : other));
+  return {
+    ...project,
+    nodes: project.nodes.map((other) => ({
+      ...other,
+      name: other.id === id ? name : other.name,
+      references: swap(other.references),
+    })),
+    shaders: project.shaders.map((shader) => ({
+      ...shader,
+      vertex: swap(shader.vertex),
+      fragment: swap(shader.fragment),
+    })),
+  };
+}
+
+/** Adds a node to a pass of a shader, or takes it out. */
+export function toggleInPass(
+  project: Project,
+  shaderName: string,
+  stage: StageName,
+  name: string,
+): Project {
+  const shader = project.shaders.find((one) => one.name === shaderName);
+  if (!shader) {
+    return project;
+  }
+  const names = shader[stage].includes(name)
+    ? shader[stage].filter((other) => other !== name)
+    : [...shader[stage], name];
+  return changeShader(project, shaderName, { [stage]: names });
+}
+
+export function setMacro(
+  project: Project,
+  shaderName: string,
+  macro: string,
+  value: number,
+): Project {
+  const shader = project.shaders.find((one) => one.name === shaderName);
+  return changeShader(project, shaderName, { macros: { ...shader?.macros, [macro]: value } });
+}
+
+export function setUniform(project: Project, name: string, value: readonly number[]): Project {
+  return { ...project, values: { ...project.values, [name]: value } };
+}
+
+export function addShader(project: Project, wanted: string): { project: Project; name: string } {
+  let name = wanted;
+  for (let i = 2; project.shaders.some((shader) => shader.name === name); ++i) {
+    name = `${wanted}_${i}`;
+  }
+  const shader: Shader = {
+    name,
+    vertex: [],
+    fragment: [],
+    macros: {},
+    targetMacros: {},
+    samplers: {},
+  };
+  return { project: { ...project, shaders: [...project.shaders, shader] }, name };
+}
