@@ -53,7 +53,8 @@ export class CompilerClient {
     changed.forEach((node) => this.sent.set(node.name, node));
     removed.forEach((name) => this.sent.delete(name));
     this.lastId += 1;
-    const { name: _, ...passes } = shader;
+    const { vertex, fragment, macros, targetMacros, samplers } = shader;
+    const passes = { vertex, fragment, macros, targetMacros, samplers };
     const optionalMacros = project.shaders.flatMap((one) => Object.keys(one.macros));
     const id = this.lastId;
     const job: Job = { id, changed, removed, ...passes, optionalMacros };

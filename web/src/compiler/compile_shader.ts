@@ -68,7 +68,9 @@ function compilePass(
 /** Brings a compiler up to date and compiles a shader for all targets. */
 export function compileShader(compiler: Compiler, job: Job): Answer {
   job.removed.forEach((name) => compiler.removeNode(name));
-  job.changed.forEach((node) => compiler.setNode({ ...node, references: [...node.references] }));
+  job.changed.forEach((node) => {
+    compiler.setNode({ ...node, references: [...node.references] });
+  });
   const messages = new Messages();
   const start = performance.now();
   const texts = Object.fromEntries(

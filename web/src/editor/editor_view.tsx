@@ -1,6 +1,13 @@
 // SPDX-License-Identifier: MIT
 import { useState } from 'react';
-import { addReference, nodeById, removeReference, renameNode } from '../model/project';
+import { stages } from '../compiler/protocol';
+import {
+  addReference,
+  nodeById,
+  removeReference,
+  renameNode,
+  toggleInPass,
+} from '../model/project';
 import { projectOf } from '../model/store';
 import { useEdit, usePage } from '../model/use_store';
 import { SourceEditor } from './source_editor';
@@ -29,6 +36,31 @@ function NameField({ id, name }: { id: string; name: string }) {
         onBlur={commit}
       />
     </form>
+  );
+}
+
+/** Whether the node is in the passes of the chosen shader. */
+function Passes({ name }: { name: string }) {
+  const edit = useEdit();
+  const shaderName = usePage((state) => state.shader);
+  const shader = usePage((state) =>
+    projectOf(state).shaders.find((one) => one.name === state.shader),
+  );
+  return (
+    <div className="choice small" role="group" aria-label={`Passes of '${shaderName}'`}>
+      {stages.map((stage) => (
+        <button
+          key={stage}
+          aria-pressed={shader?.[stage].includes(name) ?? false}
+          title={`In the ${stage} pass of '${shaderName}'`}
+          onClick={() => {
+            edit((project) => toggleInPass(project, shaderName, stage, name));
+          }}
+        >
+          {stage}
+        </button>
+      ))}
+    </div>
   );
 }
 
@@ -88,6 +120,7 @@ export function EditorView() {
           <>
             <NameField key={`${node.id} ${node.name}`} id={node.id} name={node.name} />
             <span className="muted file">{node.file}</span>
+            <Passes name={node.name} />
             <References id={node.id} />
           </>
         ) : (

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 import { autocompletion, completionKeymap } from '@codemirror/autocomplete';
-import { defaultKeymap, indentWithTab } from '@codemirror/commands';
+import { defaultKeymap } from '@codemirror/commands';
 import { bracketMatching, indentUnit } from '@codemirror/language';
 import { type Diagnostic, lintGutter, setDiagnostics } from '@codemirror/lint';
 import { highlightSelectionMatches, searchKeymap } from '@codemirror/search';
@@ -97,12 +97,12 @@ function makeState(store: Store, content: string): EditorState {
           }),
         ],
       }),
+      // Tab leaves the editor, as everywhere on the page; Ctrl-] indents.
       keymap.of([
         { key: 'F12', run: (view) => goToDeclaration(store, view) },
         ...completionKeymap,
         ...searchKeymap,
         ...defaultKeymap,
-        indentWithTab,
       ]),
       EditorView.contentAttributes.of({ 'aria-label': 'Source of the node' }),
       EditorView.domEventHandlers({

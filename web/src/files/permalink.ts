@@ -23,21 +23,20 @@ function fromBase64Url(text: string): Uint8Array {
 
 function inflate(bytes: Uint8Array): Uint8Array {
   const parts: Uint8Array[] = [];
-  let size = 0;
-  let isComplete = false;
+  const state = { size: 0, isComplete: false };
   const stream = new Inflate((part, isLast) => {
-    size += part.length;
-    if (size > maxBytes) {
+    state.size += part.length;
+    if (state.size > maxBytes) {
       throw new LinkError('it is too large');
     }
     parts.push(part);
-    isComplete ||= isLast;
+    state.isComplete ||= isLast;
   });
   stream.push(bytes, true);
-  if (!isComplete) {
+  if (!state.isComplete) {
     throw new LinkError('it is cut off');
   }
-  const whole = new Uint8Array(size);
+  const whole = new Uint8Array(state.size);
   parts.reduce((at, part) => (whole.set(part, at), at + part.length), 0);
   return whole;
 }

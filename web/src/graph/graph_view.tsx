@@ -10,7 +10,7 @@ import {
   useNodesInitialized,
   useReactFlow,
 } from '@xyflow/react';
-import { useEffect, useMemo, useState } from 'react';
+import { useEffect, useMemo, useRef, useState } from 'react';
 import {
   addNode,
   addReference,
@@ -27,6 +27,15 @@ import { fileOffsets, nodeSize, type Point, referencesOf, toCanvas, toScreen } f
 
 const minimapSize = { width: 130, height: 90 };
 const nodeTypes = { morl: MorlGraphNode };
+
+/** Takes the elements of the last list that are equal, so that only nodes that differ are drawn again. */
+function reuse(last: readonly ShownNode[], next: readonly ShownNode[]): ShownNode[] {
+  const byId = new Map(last.map((node) => [node.id, node]));
+  return next.map((node) => {
+    const old = byId.get(node.id);
+    return old && JSON.stringify(old) === JSON.stringify(node) ? old : node;
+  });
+}
 
 /** Places of nodes while they are dragged, by id; the project gets them when the drag ends. */
 type Drags = Readonly<Record<string, Point>>;
@@ -85,8 +94,9 @@ function Graph() {
   const [edge, setEdge] = useState<string | null>(null);
   const [search, setSearch] = useState('');
   const { history, shader, selected, answer, driverMessages } = state;
+  const lastNodes = useRef<ShownNode[]>([]);
   const nodes = useMemo(
-    () => shownNodes(state, drags, search),
+    () => (lastNodes.current = reuse(lastNodes.current, shownNodes(state, drags, search))),
     // The rest of the state does not show here.
     // eslint-disable-next-line react-hooks/exhaustive-deps
     [history, shader, selected, answer, driverMessages, drags, search],
@@ -238,6 +248,7 @@ function Graph() {
           nodeTypes={nodeTypes}
           colorMode={state.theme}
           minZoom={0.1}
+          edgesFocusable={false}
           deleteKeyCode={['Delete']}
           onNodesChange={onNodesChange}
           onEdgeClick={(_, clicked) => {

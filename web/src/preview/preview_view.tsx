@@ -33,7 +33,7 @@ const marks: Readonly<Record<Mark, string>> = {
   lost: 'The browser has taken the graphics away. The picture comes back by itself.',
 };
 
-async function useOwnTexture(
+async function putOwnTexture(
   store: Store,
   renderer: PreviewRenderer | null,
   sampler: string,
@@ -79,6 +79,8 @@ function showAnswer(store: Store, renderer: PreviewRenderer): Mark {
       ]
     : [];
   store.setState({ driverMessages });
+  // For measuring: the picture of this answer is drawn.
+  performance.mark('morl-picture');
   return logs ? 'driver' : 'fresh';
 }
 
@@ -137,7 +139,7 @@ export function PreviewView() {
         renderer.setTexture(sampler, texture);
       },
       chooseFile: (sampler) => {
-        chooseFile((file) => void useOwnTexture(store, renderer, sampler, file));
+        chooseFile((file) => void putOwnTexture(store, renderer, sampler, file));
       },
     });
     const background = (): void => {
@@ -175,7 +177,7 @@ export function PreviewView() {
       const sampler = passes && uniformsOf(passes).find((one) => one.type === 'sampler2D');
       const [file] = event.dataTransfer?.files ?? [];
       if (file && sampler) {
-        void useOwnTexture(store, renderer, sampler.name, file);
+        void putOwnTexture(store, renderer, sampler.name, file);
       } else {
         const text = 'this shader has no texture to replace';
         store.setState({ notice: { kind: 'info', text } });

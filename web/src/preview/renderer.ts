@@ -115,6 +115,8 @@ export class PreviewRenderer {
   private readonly cube = builtInCube();
   private accepted: Accepted | null = null;
   private logs: DriverLogs | null = null;
+  private background = '#000000';
+  private shape = '';
   private isDrawing = false;
   private isAnimated = false;
   private values: Readonly<Record<string, readonly number[]>> = {};
@@ -150,6 +152,7 @@ export class PreviewRenderer {
     });
     canvas.addEventListener('webglcontextrestored', () => {
       keepTextsAsTheyStand(this.renderer.getContext());
+      this.renderer.setClearColor(this.background);
       onContext(false);
       this.draw();
     });
@@ -177,12 +180,13 @@ export class PreviewRenderer {
     this.logs = null;
     this.setMesh(meshName);
     this.drawNow();
-    if (this.logs) {
+    const logs = this.takeLogs();
+    if (logs) {
       material.dispose();
       this.accepted = accepted;
       this.setMesh(meshName);
       this.drawNow();
-      return this.logs;
+      return logs;
     }
     accepted?.material.dispose();
     this.isAnimated = uniforms.some((declare) => automaticFor(declare.name) === 'time');
@@ -190,10 +194,16 @@ export class PreviewRenderer {
   }
 
   setMesh(name: MeshName): void {
-    if (this.accepted) {
+    if (!this.accepted) {
+      return;
+    }
+    const { inputs, material } = this.accepted;
+    this.mesh.material = material;
+    const shape = [name, ...inputs.map((input) => `${input.name} ${input.semantic}`)].join('\n');
+    if (shape !== this.shape) {
+      this.shape = shape;
       this.mesh.geometry.dispose();
-      this.mesh.geometry = makeMesh(name, this.accepted.inputs);
-      this.mesh.material = this.accepted.material;
+      this.mesh.geometry = makeMesh(name, inputs);
     }
   }
 
@@ -233,6 +243,7 @@ export class PreviewRenderer {
   }
 
   setBackground(colour: string): void {
+    this.background = colour;
     this.renderer.setClearColor(colour);
     this.draw();
   }
@@ -256,6 +267,13 @@ export class PreviewRenderer {
     this.controls.dispose();
     this.accepted?.material.dispose();
     this.renderer.dispose();
+  }
+
+  /** What the driver has said since the last call. */
+  private takeLogs(): DriverLogs | null {
+    const { logs } = this;
+    this.logs = null;
+    return logs;
   }
 
   private drawNow(): void {

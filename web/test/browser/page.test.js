@@ -1,0 +1,478 @@
+// SPDX-License-Identifier: MIT
+// page.test.js [PICTURES]: drives the built page in Debian's Chromium. With a directory, keeps screenshots there.
+import assert from 'node:assert/strict';
+import { mkdirSync, readFileSync } from 'node:fs';
+import { chromium } from 'playwright-core';
+import { preview } from 'vite';
+
+const pictures = process.argv[2];
+if (pictures) {
+  mkdirSync(pictures, { recursive: true });
+}
+const axe = readFileSync(
+  new URL('../../node_modules/axe-core/axe.min.js', import.meta.url),
+  'utf8',
+);
+
+const server = await preview({ preview: { host: '127.0.0.1', port: 0 } });
+const address = server.resolvedUrls.local[0];
+const browser = await chromium.launch({
+  executablePath: '/usr/bin/chromium',
+  args: [
+    '--headless=new',
+    '--no-sandbox',
+    '--use-angle=swiftshader',
+    '--enable-unsafe-swiftshader',
+    '--disable-background-networking',
+  ],
+});
+
+/** Opens the page in a profile of its own. Everything that goes wrong in it fails the test. */
+async function open(options = {}, path = '') {
+  const context = await browser.newContext({ viewport: { width: 1440, height: 900 }, ...options });
+  context.setDefaultTimeout(5000);
+  const page = await context.newPage();
+  page.faults = [];
+  page.on('console', (message) => {
+    if (message.type() === 'error') page.faults.push(message.text());
+  });
+  page.on('pageerror', (error) => page.faults.push(String(error)));
+  page.on('request', (request) => {
+    const isOwn = request.url().startsWith(address) || /^(data|blob):/.test(request.url());
+    if (!isOwn) page.faults.push(`a request to ${request.url()}`);
+  });
+  await page.goto(address + path);
+  await page.getByText(/\d+ bytes, \d+ texts/).waitFor();
+  return page;
+}
+
+async function close(page) {
+  assert.deepEqual(page.faults, []);
+  await page.context().close();
+}
+
+const shoot = async (page, name) => {
+  if (pictures) await page.screenshot({ path: `${pictures}/${name}.png` });
+};
+const frames = (page) =>
+  page.evaluate(
+    () => new Promise((done) => requestAnimationFrame(() => requestAnimationFrame(done))),
+  );
+
+/** The colours of the picture, as one text. */
+async function pixels(page) {
+  await frames(page);
+  return page.evaluate(() => document.querySelector('.picture canvas').toDataURL());
+}
+
+/** How many different colours a picture has, at some of its points. */
+async function colours(page) {
+  await frames(page);
+  return page.evaluate(() => {
+    const canvas = document.querySelector('.picture canvas');
+    const copy = document.createElement('canvas');
+    copy.width = copy.height = 64;
+    const context = copy.getContext('2d');
+    context.drawImage(canvas, 0, 0, 64, 64);
+    const { data } = context.getImageData(0, 0, 64, 64);
+    const seen = new Set();
+    for (let i = 0; i < data.length; i += 4) seen.add(data.slice(i, i + 3).join());
+    return seen.size;
+  });
+}
+
+const nodeOf = (page, name) => page.locator(`.react-flow__node[aria-label="node ${name}"]`);
+const select = async (page, name) => {
+  await page.getByLabel('Find a node by its name').fill(name);
+  await page.keyboard.press('Enter');
+  await page.waitForFunction(
+    (wanted) => document.querySelector('.node-name')?.value === wanted,
+    name,
+  );
+  await page.getByLabel('Find a node by its name').fill('');
+};
+const source = (page) => page.getByLabel('Source of the node');
+const sourceText = (page) =>
+  page.evaluate(() =>
+    [...document.querySelectorAll('.editor .cm-line')].map((l) => l.textContent).join('\n'),
+  );
+const status = (page) => page.locator('.messages .bar');
+const type = async (page, line, text) => {
+  await source(page).click();
+  await page.keyboard.press('Control+Home');
+  for (let i = 1; i < line; ++i) await page.keyboard.press('ArrowDown');
+  await page.keyboard.press('End');
+  await page.keyboard.insertText(text);
+};
+
+const tests = {
+  async 'a fault is shown at its place, and mended'() {
+    const page = await open();
+    const good = await pixels(page);
+    await select(page, 'fog');
+    await type(page, 6, '\n    lit = = lit;');
+    await status(page).getByText('1 error').waitFor();
+    const message = page.locator('.messages li.error').first();
+    assert.match(await message.textContent(), /fog:7.*expression error/);
+    assert.equal(await nodeOf(page, 'fog').locator('.badge.error').textContent(), '1');
+    await page.locator('.editor .cm-lintRange-error').waitFor();
+    assert.match(await page.locator('.mark').textContent(), /last good picture/);
+    assert.ok((await pixels(page)) === good, 'the picture has changed');
+    await page.locator('.editor .cm-lintRange-error').hover();
+    await page
+      .locator('.cm-tooltip-lint')
+      .getByText(/expression error/)
+      .waitFor();
+    await shoot(page, 'fault');
+    await page.mouse.move(5, 5);
+    await source(page).press('Control+z');
+    await status(page).getByText('No faults').waitFor();
+    assert.equal(await page.locator('.mark').count(), 0);
+    await type(page, 6, '\n    lit = lit * 0.1;');
+    await page.waitForFunction(
+      () => document.querySelector('.output .cm-content').textContent !== '',
+    );
+    await page.waitForTimeout(300);
+    assert.ok((await pixels(page)) !== good, 'the picture is the same');
+    await close(page);
+  },
+
+  async 'sliders, switches and meshes change the picture, and undo brings it back'() {
+    const page = await open();
+    const before = await pixels(page);
+    const slider = page
+      .locator('.controls .lil-controller', { hasText: 'LIGHTS' })
+      .locator('input');
+    await slider.fill('0');
+    await slider.press('Enter');
+    await page.waitForTimeout(300);
+    const dark = await pixels(page);
+    assert.ok(dark !== before, 'the picture is the same');
+    await page.getByRole('button', { name: 'Undo' }).click();
+    await page.waitForTimeout(300);
+    assert.ok((await pixels(page)) === before, 'the picture is another one');
+    const ambient = page.locator('.controls .lil-controller', { hasText: 'ambientColor' });
+    await ambient.locator('input[type=text]').fill('#ff0000');
+    await ambient.locator('input[type=text]').press('Enter');
+    assert.ok((await pixels(page)) !== before, 'the picture is the same');
+    await page.getByRole('button', { name: 'torus knot' }).click();
+    assert.ok((await colours(page)) > 50);
+    await shoot(page, 'controls');
+    const texture = page
+      .locator('.controls .lil-controller', { hasText: 'albedoMap' })
+      .locator('select');
+    const knot = await pixels(page);
+    await texture.selectOption('gradient');
+    assert.ok((await pixels(page)) !== knot, 'the picture is the same');
+    await page.locator('.picture canvas').focus();
+    const still = await pixels(page);
+    await page.mouse.move(1000, 250);
+    await page.mouse.down();
+    await page.mouse.move(1060, 270, { steps: 4 });
+    await page.mouse.up();
+    assert.ok((await pixels(page)) !== still, 'the picture is the same');
+    await close(page);
+  },
+
+  async 'nodes are connected, added, moved and deleted'() {
+    const page = await open();
+    await select(page, 'unlit');
+    await page.getByLabel('Build on another node').selectOption('fog');
+    await page.locator('.notice.error', { hasText: 'cycle' }).waitFor();
+    await shoot(page, 'cycle');
+    await page.getByLabel('Build on another node').selectOption('normal_vertex');
+    await page.getByRole('button', { name: "Do not build on 'normal_vertex'" }).waitFor();
+    await page.getByRole('button', { name: 'Undo' }).click();
+    assert.equal(
+      await page.getByRole('button', { name: "Do not build on 'normal_vertex'" }).count(),
+      0,
+    );
+
+    // With the mouse: from the right side of one node to the left side of another.
+    await page.getByRole('button', { name: 'Show shader' }).click();
+    await page.waitForTimeout(400);
+    const count = () => page.locator('.react-flow__edge').count();
+    const edges = await count();
+    const from = await nodeOf(page, 'vertex_static')
+      .locator('.react-flow__handle.source')
+      .boundingBox();
+    const to = await nodeOf(page, 'screen_quad')
+      .locator('.react-flow__handle.target')
+      .boundingBox();
+    await page.mouse.move(from.x + from.width / 2, from.y + from.height / 2);
+    await page.mouse.down();
+    await page.mouse.move(to.x, to.y, { steps: 8 });
+    await page.mouse.move(to.x + to.width / 2, to.y + to.height / 2);
+    await page.mouse.up();
+    await page.waitForTimeout(100);
+    assert.equal(await count(), edges + 1);
+
+    const box = await nodeOf(page, 'screen_quad').boundingBox();
+    await page.mouse.move(box.x + 30, box.y + 8);
+    await page.mouse.down();
+    await page.mouse.move(box.x + 80, box.y + 30, { steps: 5 });
+    await page.mouse.up();
+    const moved = await nodeOf(page, 'screen_quad').boundingBox();
+    assert.ok(moved.x - box.x > 30, `${moved.x} ${box.x}`);
+
+    const nodes = () => page.locator('.react-flow__node').count();
+    const before = await nodes();
+    await page.getByRole('button', { name: 'Add node' }).click();
+    await page.getByLabel('Name of the node').fill('tint');
+    await page.keyboard.press('Enter');
+    await nodeOf(page, 'tint').waitFor();
+    await page.getByRole('button', { name: 'Duplicate' }).click();
+    await nodeOf(page, 'tint_2').waitFor();
+    await page.getByRole('button', { name: 'Delete', exact: true }).click();
+    assert.equal(await nodes(), before + 1);
+    for (let i = 0; i < 6; ++i) await page.keyboard.press('Control+z');
+    assert.equal(await nodes(), before);
+    assert.equal(await count(), edges);
+    await close(page);
+  },
+
+  async 'a line of the text leads to the line of its source, and back'() {
+    const page = await open();
+    await select(page, 'surface_out');
+    const line = page.locator('.output .cm-line', { hasText: 'retoColor = vec4(lit' });
+    await page.locator('.output .cm-scroller').evaluate((element) => {
+      element.scrollTop = element.scrollHeight;
+    });
+    await line.hover();
+    const linked = page.locator('.editor .cm-linked');
+    await linked.waitFor();
+    assert.match(await linked.textContent(), /oColor = float4\(lit/);
+    await shoot(page, 'linked');
+    await page.locator('.editor .cm-line', { hasText: 'oColor = float4' }).hover();
+    await page.locator('.output .cm-linked').first().waitFor();
+    await page.getByRole('button', { name: 'hlsl10' }).click();
+    await page.locator('.output .cm-scroller').evaluate((element) => {
+      element.scrollTop = 0;
+    });
+    await page.locator('.output', { hasText: 'Texture2D' }).waitFor();
+    await page
+      .getByRole('group', { name: 'Stage' })
+      .getByRole('button', { name: 'vertex' })
+      .click();
+    await page.locator('.output', { hasText: 'worldViewProj' }).waitFor();
+    await close(page);
+  },
+
+  async 'words are completed, and declarations are found across nodes'() {
+    const page = await open();
+    await select(page, 'fog');
+    await type(page, 6, '\n    lit = sat');
+    await page.locator('.cm-tooltip-autocomplete', { hasText: 'saturate' }).waitFor();
+    await page.locator('.cm-completionInfo', { hasText: 'clamp(a,0.0,1.0)' }).waitFor();
+    await shoot(page, 'completion');
+    await page.keyboard.press('Enter');
+    assert.match(await sourceText(page), /lit = saturate\(/);
+    await page.keyboard.insertText('eyeDist');
+    await page.locator('.cm-tooltip-autocomplete', { hasText: 'eyeDistance' }).waitFor();
+    await page.waitForTimeout(150);
+    await page.keyboard.press('Enter');
+    await page.keyboard.press('F12');
+    await page.waitForFunction(() => document.querySelector('.node-name')?.value === 'view_vector');
+    assert.match(
+      await page.locator('.editor .cm-activeLine').textContent(),
+      /eyeDistance = length/,
+    );
+    await close(page);
+  },
+
+  async "a driver's message is shown at the author's line"() {
+    const page = await open();
+    const good = await pixels(page);
+    await select(page, 'surface_texture');
+    // The compiler takes it: only a driver knows the types of operands.
+    await type(page, 5, '\n    albedo.x = albedo * oUV.y;');
+    await page.locator('.messages li', { hasText: "the browser's driver" }).first().waitFor();
+    const texts = await page
+      .locator('.messages li', { hasText: "the browser's driver" })
+      .allTextContents();
+    assert.ok(
+      texts.some((text) => text.includes('surface_texture:6')),
+      texts.join('\n'),
+    );
+    assert.match(await page.locator('.mark').textContent(), /driver refuses/);
+    assert.ok((await pixels(page)) === good, 'the picture has changed');
+    await shoot(page, 'driver');
+    page.faults = page.faults.filter((fault) => !fault.includes('THREE.WebGLProgram'));
+    await close(page);
+  },
+
+  async 'all samples draw'() {
+    const page = await open();
+    const chooser = page.locator('header select');
+    const names = await chooser.locator('option').allTextContents();
+    assert.equal(names.length, 16);
+    for (const name of names) {
+      await chooser.selectOption(name);
+      await page.waitForTimeout(250);
+      await status(page).getByText('No faults, no warnings').waitFor();
+      assert.equal(await page.locator('.mark').count(), 0, name);
+      const number = await colours(page);
+      assert.ok(number >= (name === 'picking' ? 2 : 8), `${name}: ${number} colours`);
+      await shoot(page, `sample_${name}`);
+    }
+    await close(page);
+  },
+
+  async 'edits outlive a reload, links hold them, and damaged ones change nothing'() {
+    const page = await open();
+    await select(page, 'unlit');
+    await type(page, 1, '// MINE');
+    await page.waitForTimeout(500);
+    await page.reload();
+    await page.getByText(/\d+ bytes/).waitFor();
+    await select(page, 'unlit');
+    assert.match(await sourceText(page), /MINE/);
+    await page.getByRole('button', { name: 'Link' }).click();
+    await page.locator('.notice.info', { hasText: 'link' }).waitFor();
+    const hash = new URL(page.url()).hash;
+    assert.ok(hash.length <= 8192, `${hash.length} bytes`);
+    const other = await open({}, hash);
+    await select(other, 'unlit');
+    assert.match(await sourceText(other), /MINE/);
+    await close(other);
+    await page.evaluate((broken) => (location.hash = broken), `${hash.slice(0, 200)}`);
+    await page.locator('.notice.error', { hasText: 'cannot be opened' }).waitFor();
+    assert.match(await sourceText(page), /MINE/);
+    await close(page);
+  },
+
+  async 'files are opened, edited and saved'() {
+    const page = await open();
+    // Without the folder dialogue, as in browsers that have none.
+    await page.evaluate(() => delete Window.prototype.showDirectoryPicker);
+    await page.evaluate(() => delete window.showDirectoryPicker);
+    const chooser = page.waitForEvent('filechooser');
+    await page.getByRole('button', { name: 'Open…' }).click();
+    const text =
+      '[\n  // ours\n  {"name": "mine", "content": "out float4 c : COLOR;\\nvoid main() {\\nc = 1.0;\\n}", "own": 1}\n]\n';
+    const file = { name: 'post_effect.morl', mimeType: 'text/plain', buffer: Buffer.from(text) };
+    await (await chooser).setFiles([file]);
+    await nodeOf(page, 'mine').waitFor();
+    await select(page, 'mine');
+    await type(page, 3, ' // edited');
+    const download = page.waitForEvent('download');
+    await page.getByRole('button', { name: 'Save' }).click();
+    const saved = readFileSync(await (await download).path(), 'utf8');
+    assert.equal(saved, text.replace('c = 1.0;', 'c = 1.0; // edited'));
+    const again = page.waitForEvent('filechooser');
+    await page.getByRole('button', { name: 'Open…' }).click();
+    await (await again).setFiles([{ ...file, buffer: Buffer.from('[{') }]);
+    await page.locator('.notice.error', { hasText: 'not valid JSON' }).waitFor();
+    assert.match(await sourceText(page), /edited/);
+    await close(page);
+  },
+
+  async 'a lost context comes back'() {
+    const page = await open();
+    const before = await pixels(page);
+    await page.evaluate(() => {
+      const gl = document.querySelector('.picture canvas').getContext('webgl2');
+      window.lose = gl.getExtension('WEBGL_lose_context');
+      window.lose.loseContext();
+    });
+    await page.locator('.mark', { hasText: 'taken the graphics away' }).waitFor();
+    await page.evaluate(() => window.lose.restoreContext());
+    await page.waitForFunction(() => document.querySelector('.mark') === null);
+    await page.waitForTimeout(300);
+    await shoot(page, 'restored');
+    assert.ok((await pixels(page)) === before, 'the picture is another one');
+    page.faults = page.faults.filter((fault) => !/context/i.test(fault));
+    await close(page);
+  },
+
+  async 'it is quick'() {
+    const start = performance.now();
+    const page = await open();
+    await page.waitForFunction(() => performance.getEntriesByName('morl-picture').length > 0);
+    const first = performance.now() - start;
+    await select(page, 'fog');
+    await type(page, 6, '\n    //');
+    const times = [];
+    for (const letter of 'abcdefghijklmnopqrst') {
+      await page.evaluate(() => {
+        window.morlPicture = new Promise((done) => {
+          let stroke;
+          const onKey = () => (stroke = performance.now());
+          window.addEventListener('keydown', onKey, { once: true, capture: true });
+          const observer = new PerformanceObserver((list) => {
+            if (stroke === undefined) return;
+            observer.disconnect();
+            done(list.getEntries().at(-1).startTime - stroke);
+          });
+          observer.observe({ entryTypes: ['mark'] });
+        });
+      });
+      await page.keyboard.press(letter);
+      times.push(await page.evaluate(() => window.morlPicture));
+      await page.waitForTimeout(60);
+    }
+    times.sort((a, b) => a - b);
+    const middle = times[Math.floor(times.length / 2)];
+    console.log(
+      `  first picture after ${first.toFixed(0)} ms; from key stroke to picture ${middle.toFixed(0)} ms (median), ` +
+        `${times.at(-1).toFixed(0)} ms (longest)`,
+    );
+    assert.ok(first <= 2000 && middle <= 100);
+    await close(page);
+  },
+
+  async 'it is usable by keyboard, in light and dark, small and large'() {
+    for (const [name, options] of [
+      ['light', { colorScheme: 'light' }],
+      ['dark', { colorScheme: 'dark' }],
+      ['small', { viewport: { width: 1280, height: 720 } }],
+      ['large_text', { viewport: { width: 720, height: 450 }, deviceScaleFactor: 2 }],
+    ]) {
+      const page = await open(options);
+      await page.evaluate(axe);
+      const { violations } = await page.evaluate(() => window.axe.run());
+      const serious = violations.filter(
+        ({ impact }) => impact === 'serious' || impact === 'critical',
+      );
+      const found = serious.map(({ id, nodes }) => `${id}: ${nodes.map((n) => n.html).join(' ')}`);
+      assert.deepEqual(found, [], name);
+      await shoot(page, name);
+      await close(page);
+    }
+    const page = await open();
+    const reached = new Set();
+    for (let i = 0; i < 180; ++i) {
+      await page.keyboard.press('Tab');
+      reached.add(
+        await page.evaluate(
+          () => document.activeElement?.closest('section, header')?.ariaLabel ?? 'header',
+        ),
+      );
+    }
+    assert.deepEqual(
+      [...reached].sort(),
+      ['Generated texts', 'Graph', 'Preview', 'Source', 'header'].sort(),
+    );
+    await close(page);
+  },
+};
+
+let failed = 0;
+const only = process.argv[3];
+try {
+  for (const [name, run] of Object.entries(tests)) {
+    if (only && !name.includes(only)) continue;
+    const start = performance.now();
+    try {
+      await run();
+      console.log(`ok: ${name} (${((performance.now() - start) / 1000).toFixed(1)} s)`);
+    } catch (error) {
+      failed += 1;
+      console.error(`FAILED: ${name}\n${error.stack}`);
+    }
+  }
+} finally {
+  await browser.close();
+  await server.close();
+}
+process.exitCode = failed > 0 ? 1 : 0;
