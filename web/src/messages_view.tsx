@@ -26,6 +26,7 @@ function MessageLine({ message }: { message: Message }) {
         <span className="severity">{message.severity}</span>
         {place !== '' && <span className="place">{place}</span>}
         <span className="text">{message.text}</span>
+        {message.hint !== '' && <span className="hint">{message.hint}</span>}
         {message.check !== '' && <span className="muted">[{message.check}]</span>}
         <span className="muted">{about(message)}</span>
       </button>

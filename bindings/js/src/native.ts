@@ -11,6 +11,7 @@ interface Exports {
   free(address: Address): void;
   _initialize(): void;
   morl_js_start(): void;
+  morl_js_hint(content: Address, line: number, column: number, text: Address): Address;
   morl_version(): Address;
   morl_status_text(status: number): Address;
   morl_compiler_create(): Address;

@@ -42,6 +42,8 @@ export interface Fault {
   node: string;
   /** What is wrong. */
   text: string;
+  /** What may be behind it, such as a word of another language; empty: nothing is known. */
+  hint: string;
   /** 1-based, in the node's content or in the text of nodes; 0: no place. */
   line: number;
   /** 1-based, in UTF-16 code units, as editors count; 0: no place. */

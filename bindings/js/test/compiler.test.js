@@ -82,6 +82,9 @@ test("faults have places as editors count, and refused calls change nothing", as
   const { faults, code } = compiler.compile({ target: "glsl", stage: "vertex", nodes: ["ж"] });
   assert.equal(faults[0].node, "ж");
   assert.equal(faults[0].line, 2);
+  compiler.setNode({ name: "vec", content: "void main() {\nvec3 ж = 1.0;\n}" });
+  const foreign = compiler.compile({ target: "glsl", stage: "vertex", nodes: ["vec"] }).faults[0];
+  assert.match(foreign.hint, /there is no type 'vec3': did you mean 'float3'/);
   const bytes = Buffer.byteLength("/*💡ж*/") - "/*💡ж*/".length;
   compiler.setNode({ name: "a", content: "void main() {\n/*abcж*/ a = = 1;\n}".replace("ж", "d") });
   const plain = compiler.compile({ target: "glsl", stage: "vertex", nodes: ["a"] }).faults[0].column;

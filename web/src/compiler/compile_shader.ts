@@ -51,7 +51,7 @@ function compilePass(
       messages.add(request.target, { ...fault, severity: 'error', check: '' });
     }
     for (const warning of result.warnings.filter((one) => isWanted(one, optionalMacros))) {
-      messages.add(request.target, { ...warning, severity: 'warning' });
+      messages.add(request.target, { ...warning, severity: 'warning', hint: '' });
     }
     return result;
   } catch (error) {

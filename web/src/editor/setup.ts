@@ -46,6 +46,7 @@ const pageTheme = EditorView.theme({
     color: 'var(--on-accent)',
   },
   '.cm-completionInfo': { whiteSpace: 'pre', fontFamily: 'var(--mono)', maxWidth: '560px' },
+  '.cm-tooltip-lint': { whiteSpace: 'pre-line' },
   '.cm-linked': { backgroundColor: 'var(--linked)' },
 });
 

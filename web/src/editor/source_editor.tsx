@@ -45,7 +45,7 @@ function diagnosticsOf(doc: Text, messages: readonly Message[]): Diagnostic[] {
     ...rangeOf(doc, message),
     severity: message.severity,
     source: message.check || undefined,
-    message: message.text,
+    message: message.hint === '' ? message.text : `${message.text}\nhint: ${message.hint}`,
   }));
 }
 

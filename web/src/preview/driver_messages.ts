@@ -68,6 +68,7 @@ export function mapDriverLog(
         line,
         column: line > 0 ? columnOf(contentOf(node), line, parsed.text) : 0,
         text: `the browser's driver: ${parsed.text}${place}`,
+        hint: '',
         targets: ['glsles'],
         check: '',
       } satisfies Message,

@@ -110,6 +110,10 @@ const tests = {
     const page = await open();
     const good = await pixels(page);
     await select(page, 'fog');
+    await type(page, 6, '\n    vec3 k = lit;');
+    await page.locator('.messages li.error', { hasText: "did you mean 'float3'?" }).waitFor();
+    await page.keyboard.press('Control+z');
+    await page.waitForTimeout(1100);
     await type(page, 6, '\n    lit = = lit;');
     await status(page).getByText('1 error').waitFor();
     const message = page.locator('.messages li.error').first();
