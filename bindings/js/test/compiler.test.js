@@ -85,6 +85,7 @@ test("faults have places as editors count, and refused calls change nothing", as
   compiler.setNode({ name: "vec", content: "void main() {\nvec3 ж = 1.0;\n}" });
   const foreign = compiler.compile({ target: "glsl", stage: "vertex", nodes: ["vec"] }).faults[0];
   assert.match(foreign.hint, /there is no type 'vec3': did you mean 'float3'/);
+  compiler.removeNode("vec");
   const bytes = Buffer.byteLength("/*💡ж*/") - "/*💡ж*/".length;
   compiler.setNode({ name: "a", content: "void main() {\n/*abcж*/ a = = 1;\n}".replace("ж", "d") });
   const plain = compiler.compile({ target: "glsl", stage: "vertex", nodes: ["a"] }).faults[0].column;

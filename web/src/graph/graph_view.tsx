@@ -273,7 +273,13 @@ function Graph() {
           }}
         >
           <Background />
-          <MiniMap pannable zoomable ariaLabel="Map of the graph" style={minimapSize} />
+          <MiniMap
+            position="top-right"
+            pannable
+            zoomable
+            ariaLabel="Map of the graph"
+            style={minimapSize}
+          />
           <Controls showInteractive={false} />
         </ReactFlow>
       </div>
