@@ -30,6 +30,14 @@ function numbers(value: unknown, where: string): Record<string, number> {
   return result;
 }
 
+/** The product of the numbers of values that the macros can have. */
+function countVariants(macros: unknown): number {
+  return Object.values(isRecord(macros) ? macros : {}).reduce<number>(
+    (product, values) => product * (Array.isArray(values) ? values.length : 1),
+    1,
+  );
+}
+
 export function readManifest(path: string, text: string): Shader[] {
   let root: unknown;
   try {
@@ -56,6 +64,7 @@ export function readManifest(path: string, text: string): Shader[] {
         ),
       ),
       samplers: numbers(entry.samplers, where),
+      variants: countVariants(entry.macros),
     };
   });
 }

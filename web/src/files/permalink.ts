@@ -45,7 +45,7 @@ type Words = readonly string[];
 /** name, x, y, references, content, number of the file */
 type PackedNode = readonly [string, number, number, Words, string, number];
 type Numbers = Readonly<Record<string, number>>;
-/** name, nodes of both passes, macros, samplers, macros of targets */
+/** name, nodes of both passes, macros, samplers, macros of targets, variants */
 type PackedShader = readonly [
   string,
   Words,
@@ -53,6 +53,7 @@ type PackedShader = readonly [
   Numbers,
   Numbers,
   Readonly<Record<string, Numbers>>,
+  number,
 ];
 interface Packed {
   readonly f: Words;
@@ -80,6 +81,7 @@ function pack(project: Project): Packed {
       one.macros,
       one.samplers,
       one.targetMacros,
+      one.variants,
     ]),
     v: project.values,
   };
@@ -109,7 +111,8 @@ function isPacked(value: unknown): value is Packed {
     isWords(one[2]) &&
     isTable(one[3], Number.isInteger) &&
     isTable(one[4], Number.isInteger) &&
-    isTable(one[5], (macros) => isTable(macros, Number.isInteger));
+    isTable(one[5], (macros) => isTable(macros, Number.isInteger)) &&
+    Number.isInteger(one[6]);
   return (
     Array.isArray(n) &&
     n.every(isNode) &&
@@ -134,13 +137,14 @@ function unpack(packed: Packed): Project {
       file: packed.f[file] ?? '',
       index: null,
     })),
-    shaders: packed.s.map(([name, vertex, fragment, macros, samplers, targetMacros]) => ({
+    shaders: packed.s.map(([name, vertex, fragment, macros, samplers, targetMacros, variants]) => ({
       name,
       vertex,
       fragment,
       macros,
       samplers,
       targetMacros,
+      variants,
     })),
     values: packed.v,
   };

@@ -32,6 +32,8 @@ export interface Shader {
   /** Values that count in one target only, by its name. */
   readonly targetMacros: Readonly<Record<string, Readonly<Record<string, number>>>>;
   readonly samplers: Readonly<Record<string, number>>;
+  /** How many variants the manifest builds of it, by the values that it lists for macros. */
+  readonly variants: number;
 }
 
 /** Everything that undo and redo go over. */
@@ -267,6 +269,7 @@ export function addShader(project: Project, wanted: string): { project: Project;
     macros: {},
     targetMacros: {},
     samplers: {},
+    variants: 1,
   };
   return { project: { ...project, shaders: [...project.shaders, shader] }, name };
 }

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 import { targets } from '../compiler/protocol';
-import type { State } from '../model/store';
+import { projectOf, type State } from '../model/store';
 
 const encoder = new TextEncoder();
 
-/** The line below a text: its size, the time of all texts, and how many of them differ. */
+/** The line below a text: its size, the time of all texts, how many of them differ, and how many variants the shader has. */
 export function summary(state: State): string {
   const { answer } = state;
   if (!answer) {
@@ -16,8 +16,8 @@ export function summary(state: State): string {
   }
   const texts = targets.flatMap((target) => Object.values(answer.texts[target])).filter(Boolean);
   const distinct = new Set(texts.map((text) => text?.code)).size;
-  const asked = new Set(texts.flatMap((text) => text?.macros.map((macro) => macro.name) ?? []));
   const bytes = encoder.encode(result.code).length;
-  const macros = asked.size === 1 ? '1 macro' : `${asked.size} macros`;
-  return `${bytes} bytes, ${texts.length} texts (${distinct} distinct) in ${answer.microseconds} µs, ${macros}`;
+  const variants = projectOf(state).shaders.find((one) => one.name === state.shader)?.variants ?? 1;
+  const number = variants === 1 ? '1 variant' : `1 of ${variants} variants`;
+  return `${bytes} bytes, ${texts.length} texts (${distinct} distinct) in ${answer.microseconds} µs, ${number}`;
 }
