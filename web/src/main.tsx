@@ -6,7 +6,7 @@ import { StrictMode } from 'react';
 import { createRoot } from 'react-dom/client';
 import { App } from './app';
 import { CompilerClient } from './compiler/client';
-import { fromLink, isLink, keep, kept } from './files/permalink';
+import { fromLink, isLink, keep, kept, store as storeText, stored } from './files/permalink';
 import { sampleProject } from './files/samples';
 import type { Project } from './model/project';
 import {
@@ -23,7 +23,7 @@ import { StoreContext } from './model/use_store';
 const themeKey = 'morl.theme';
 
 function startTheme(): Theme {
-  const chosen = localStorage.getItem(themeKey);
+  const chosen = stored(themeKey);
   const prefersDark = window.matchMedia('(prefers-color-scheme: dark)').matches;
   return chosen === 'light' || chosen === 'dark' ? chosen : prefersDark ? 'dark' : 'light';
 }
@@ -54,8 +54,10 @@ function openLink(store: Store): void {
 }
 
 function keepEverything(store: Store): void {
-  let timer = 0;
+  let timer = 0; // 0: everything is kept
   const save = (): void => {
+    clearTimeout(timer);
+    timer = 0;
     if (!keep(projectOf(store.getState()))) {
       const text = 'the browser has no room to keep your edits; save them before you leave';
       store.setState({ notice: { kind: 'error', text } });
@@ -65,12 +67,21 @@ function keepEverything(store: Store): void {
     if (state.history.present !== before.history.present) {
       clearTimeout(timer);
       timer = window.setTimeout(save, 300);
+      if (isLink(location.hash)) {
+        // The address no longer holds this graph; a reload shall find the edits.
+        window.history.replaceState(null, '', location.pathname + location.search);
+      }
     }
     if (state.theme !== before.theme) {
-      localStorage.setItem(themeKey, state.theme);
+      storeText(themeKey, state.theme);
     }
   });
-  window.addEventListener('pagehide', save);
+  // Another tab may have kept newer edits than a project that was not edited here.
+  window.addEventListener('pagehide', () => {
+    if (timer !== 0) {
+      save();
+    }
+  });
 }
 
 function start(): void {

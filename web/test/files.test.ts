@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 import { readFileSync } from 'node:fs';
 import { expect, test } from 'vitest';
-import { afterSave, openProject, saveProject } from '../src/files/folder';
+import { afterSave, editedTexts, openProject, saveProject } from '../src/files/folder';
 import { FileError, nodeFilePaths } from '../src/files/node_file';
 import { fromLink, isLink, LinkError, toLink } from '../src/files/permalink';
 import { sampleProject } from '../src/files/samples';
 import {
   addNode,
+  addShader,
   findNode,
   moveNodes,
   type Project,
@@ -51,9 +52,54 @@ test('saving changes what was edited and nothing else', () => {
   expect(again.nodes.map((node) => node.name)).toEqual(['b', 'd', 'node']);
   expect(again.nodes.at(-1)).toMatchObject({ x: 1, y: 2 });
   // What was saved is what the next save starts from.
-  const after = afterSave(added.project, saved);
+  const after = afterSave(added.project, added.project, saved);
   expect(saveProject(after)).toEqual(saved);
   expect(changedLines(text, saved[path] ?? '').some((line) => line.includes('"own"'))).toBe(false);
+});
+
+test('nodes are removed and added in lists of any layout', () => {
+  const path = 'morl/post_effect.morl';
+  const node = (name: string): string => `{"name": "${name}", "content": ""}`;
+  for (const text of [
+    `[${node('a')}, ${node('b')}]`,
+    `[\r\n ${node('a')},\r\n ${node('b')} // last\r\n]\r\n`,
+    `\uFEFF[\n\t${node('a')},\n\t${node('b')}]`,
+  ]) {
+    const project = openProject({ [path]: text });
+    const without = removeNodes(project, [idOf(project, 'b')]);
+    const saved = saveProject(without);
+    expect(openProject(saved).nodes.map((one) => one.name)).toEqual(['a']);
+    expect(saved[path]).toBe(text.replace(/,\s*\{"name": "b"[^}]*\}/, ''));
+    const empty = removeNodes(project, [idOf(project, 'a'), idOf(project, 'b')]);
+    const { project: one } = addNode(empty, { x: 0, y: 0, file: path });
+    expect(openProject(saveProject(one)).nodes.map(({ name }) => name)).toEqual(['node']);
+  }
+  const { project } = addNode(openProject({ [path]: '[ // none yet\n]\n' }), {
+    x: 0,
+    y: 0,
+    file: path,
+  });
+  expect(saveProject(project)[path]).toContain('[ // none yet\n  {');
+});
+
+test('a save counts for what was saved, and shaders are saved too', () => {
+  const path = 'morl/post_effect.morl';
+  const manifest =
+    '{\n  "shaders": [\n    {"name": "s", "vertex": ["a"], "macros": {"M": [1, 2]}}\n  ]\n}\n';
+  const text = '[{"name": "a", "content": ""}, {"name": "b", "content": ""}]';
+  const project = openProject({ [path]: text, 'shaders.json': manifest }, 'folder');
+  const saved = addNode(renameNode(project, idOf(project, 'a'), 'c'), { x: 0, y: 0, file: path });
+  const texts = saveProject(saved.project);
+  expect(texts['shaders.json']).toBe(manifest.replace('["a"]', '["c"]'));
+  expect(Object.keys(editedTexts(saved.project, texts))).toEqual([path, 'shaders.json']);
+  // While it was saved, a node went and another one came.
+  const gone = removeNodes(saved.project, [idOf(saved.project, 'c')]);
+  const late = addNode(gone, { x: 0, y: 0, file: path });
+  const after = afterSave(late.project, saved.project, texts);
+  const names = openProject(saveProject(after)).nodes.map((node) => node.name);
+  expect(names).toEqual(['b', 'node', 'node_2']);
+  const { project: more } = addShader(after, 'extra');
+  expect(openProject(saveProject(more)).shaders.map((one) => one.name)).toEqual(['s', 'extra']);
 });
 
 test('damaged files are refused, with the place', () => {
@@ -83,7 +129,7 @@ test('a link holds the whole graph', () => {
   const plain = (one: Project) =>
     one.nodes.map((node) => [node.name, node.content, node.references, node.x, node.y, node.file]);
   expect(plain(opened)).toEqual(plain(project));
-  expect(opened.shaders).toEqual(project.shaders);
+  expect(opened.shaders).toEqual(project.shaders.map((shader) => ({ ...shader, index: null })));
   expect(toLink(opened)).toBe(link);
   for (const broken of [
     link.slice(0, -20),

@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
 import { useRef, useState } from 'react';
-import { addShader, type Project } from '../model/project';
+import { addShader, newId, type Project } from '../model/project';
 import { edited, projectOf, redone, type Theme, undone } from '../model/store';
 import { usePage, usePageStore } from '../model/use_store';
+import { copyText } from './clipboard';
 import { download } from './download';
 import {
   afterSave,
   canOpenFolders,
+  editedTexts,
+  openedTexts,
   openProject,
   readChosen,
   readFolder,
@@ -24,11 +27,17 @@ function isCancelled(error: unknown): boolean {
   return error instanceof DOMException && error.name === 'AbortError';
 }
 
+/** A folder that was opened, and the name that projects know it by. */
+interface OpenedFolder {
+  readonly id: string;
+  readonly root: FileSystemDirectoryHandle;
+}
+
 /** Opening, saving, sharing, and what goes over everything. */
 export function FilesBar() {
   const store = usePageStore();
   const chooser = useRef<HTMLInputElement>(null);
-  const [folder, setFolder] = useState<FileSystemDirectoryHandle | null>(null);
+  const [folder, setFolder] = useState<OpenedFolder | null>(null);
   const shader = usePage((state) => state.shader);
   const shaders = usePage((state) => projectOf(state).shaders);
   const canUndo = usePage((state) => state.history.past.length > 0);
@@ -59,8 +68,9 @@ export function FilesBar() {
     }
     void attempt(async () => {
       const root = await window.showDirectoryPicker({ mode: 'readwrite' });
-      show(openProject(await readFolder(root)));
-      setFolder(root);
+      const opened = { id: newId(), root };
+      show(openProject(await readFolder(root), opened.id));
+      setFolder(opened);
       inform('info', `opened '${root.name}'`);
     });
   };
@@ -68,35 +78,32 @@ export function FilesBar() {
     void attempt(async () => {
       const project = projectOf(store.getState());
       const texts = saveProject(project);
-      if (folder) {
-        await writeFolder(folder, texts);
-        store.setState((state) => edited(state, (current) => afterSave(current, texts)));
-        inform('info', `saved to '${folder.name}'`);
-        return;
+      const edits = editedTexts(project, texts);
+      const number = Object.keys(edits).length;
+      if (number === 0) {
+        inform('info', 'no file was edited');
+      } else if (folder && project.origin === folder.id) {
+        await writeFolder(folder.root, edits, openedTexts(project));
+        // Not an edit: undo does not bring the old files back.
+        store.setState(({ history: all }) => ({
+          history: { ...all, present: afterSave(all.present, project, texts) },
+        }));
+        inform('info', `saved ${number} edited files to '${folder.root.name}'`);
+      } else {
+        Object.entries(edits).forEach(([path, text]) => {
+          download(path.split('/').at(-1) ?? path, text);
+        });
+        inform('info', `downloaded ${number} edited files`);
       }
-      const isEdited = ([path, text]: [string, string]): boolean =>
-        project.files.find((file) => file.path === path)?.text !== text;
-      const edits = Object.entries(texts).filter(isEdited);
-      edits.forEach(([path, text]) => {
-        download(path.split('/').at(-1) ?? path, text);
-      });
-      inform(
-        'info',
-        edits.length > 0 ? `downloaded ${edits.length} edited files` : 'no file was edited',
-      );
     });
   };
   const share = (): void => {
     const link = toLink(projectOf(store.getState()));
     history.replaceState(null, '', link);
-    void navigator.clipboard.writeText(location.href).then(
-      () => {
-        inform('info', `the link is copied (${link.length} bytes); it holds the whole graph`);
-      },
-      () => {
-        inform('info', 'the address of this page is the link now; it holds the whole graph');
-      },
-    );
+    void copyText(location.href).then((isCopied) => {
+      const where = isCopied ? 'the link is copied' : 'the address of this page is the link now';
+      inform('info', `${where} (${link.length} bytes); it holds the whole graph`);
+    });
   };
   const newShader = (): void => {
     store.setState((state) => {

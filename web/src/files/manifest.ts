@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The shaders of a manifest (shaders.json).
-import type { Shader } from '../model/project';
+import type { NodeFile, Shader } from '../model/project';
+import { appendElement, setValue, withoutMark } from './json_edit';
 import { FileError } from './node_file';
 
 function isRecord(value: unknown): value is Record<string, unknown> {
@@ -22,10 +23,10 @@ function numbers(value: unknown, where: string): Record<string, number> {
   const result: Record<string, number> = {};
   for (const [name, one] of Object.entries(isRecord(value) ? value : {})) {
     const number: unknown = Array.isArray(one) ? Math.max(...(one as number[])) : one;
-    if (!Number.isInteger(number)) {
-      throw new FileError(`${where}: the value of ${name} is not an integer`);
+    if (typeof number !== 'number' || number !== (number | 0)) {
+      throw new FileError(`${where}: the value of ${name} is not a 32-bit integer`);
     }
-    result[name] = number as number;
+    result[name] = number;
   }
   return result;
 }
@@ -41,7 +42,7 @@ function countVariants(macros: unknown): number {
 export function readManifest(path: string, text: string): Shader[] {
   let root: unknown;
   try {
-    root = JSON.parse(text);
+    root = JSON.parse(withoutMark(text));
   } catch (error) {
     throw new FileError(`${path}: not valid JSON: ${(error as Error).message}`);
   }
@@ -65,6 +66,28 @@ export function readManifest(path: string, text: string): Shader[] {
       ),
       samplers: numbers(entry.samplers, where),
       variants: countVariants(entry.macros),
+      index: i,
     };
   });
+}
+
+/** The text of a manifest with the nodes of the shaders as they are now. Values of macros stay: they are ranges there. */
+export function writeManifest(file: NodeFile, shaders: readonly Shader[]): string {
+  const old = readManifest(file.path, file.text);
+  let { text } = file;
+  for (const shader of shaders) {
+    const before = shader.index === null ? undefined : old[shader.index];
+    const { name, vertex, fragment, macros } = shader;
+    if (!before || shader.index === null) {
+      text = appendElement(text, ['shaders'], { name, vertex, fragment, macros });
+      continue;
+    }
+    for (const [stage, nodes] of Object.entries({ vertex, fragment })) {
+      if (JSON.stringify(nodes) !== JSON.stringify(before[stage as 'vertex' | 'fragment'])) {
+        text = setValue(text, ['shaders', shader.index, stage], nodes);
+      }
+    }
+  }
+  readManifest(file.path, text);
+  return text;
 }

@@ -2,6 +2,7 @@
 // A whole project as a short text, for the address and for the browser's own store.
 import { deflateSync, Inflate, strFromU8, strToU8 } from 'fflate';
 import { newId, type Project } from '../model/project';
+import { nodeFilePaths } from './node_file';
 
 /** A link or a stored text that cannot be read; the message is for the author. */
 export class LinkError extends Error {}
@@ -92,6 +93,7 @@ const isWords = (value: unknown): value is Words =>
 const isTable = (value: unknown, isValue: (one: unknown) => boolean): boolean =>
   typeof value === 'object' && value !== null && Object.values(value).every(isValue);
 const isNumber = (value: unknown): boolean => typeof value === 'number' && Number.isFinite(value);
+const isInt = (value: unknown): boolean => typeof value === 'number' && value === (value | 0);
 const isNumbers = (value: unknown): boolean => Array.isArray(value) && value.every(isNumber);
 
 function isPacked(value: unknown): value is Packed {
@@ -109,11 +111,14 @@ function isPacked(value: unknown): value is Packed {
     typeof one[0] === 'string' &&
     isWords(one[1]) &&
     isWords(one[2]) &&
-    isTable(one[3], Number.isInteger) &&
-    isTable(one[4], Number.isInteger) &&
-    isTable(one[5], (macros) => isTable(macros, Number.isInteger)) &&
+    isTable(one[3], isInt) &&
+    isTable(one[4], isInt) &&
+    isTable(one[5], (macros) => isTable(macros, isInt)) &&
     Number.isInteger(one[6]);
   return (
+    isWords(f) &&
+    new Set(f).size === f.length &&
+    f.every((path) => (nodeFilePaths as Words).includes(path)) &&
     Array.isArray(n) &&
     n.every(isNode) &&
     Array.isArray(s) &&
@@ -126,6 +131,8 @@ function isPacked(value: unknown): value is Packed {
 function unpack(packed: Packed): Project {
   return {
     // A link has the nodes, not the files' own layout.
+    origin: null,
+    manifest: null,
     files: packed.f.map((path) => ({ path, text: '[]\n' })),
     nodes: packed.n.map(([name, x, y, references, content, file]) => ({
       id: newId(),
@@ -145,6 +152,7 @@ function unpack(packed: Packed): Project {
       samplers,
       targetMacros,
       variants,
+      index: null,
     })),
     values: packed.v,
   };
@@ -179,21 +187,35 @@ export function fromLink(fragment: string): Project {
   }
 }
 
-const storeKey = 'morl.project';
-
-/** Keeps a project for the next visit. Returns whether there was room for it. */
-export function keep(project: Project): boolean {
+/** What the browser keeps under a name; null: nothing, or it lets pages keep nothing. */
+export function stored(key: string): string | null {
   try {
-    localStorage.setItem(storeKey, JSON.stringify(project));
+    return localStorage.getItem(key);
+  } catch {
+    return null;
+  }
+}
+
+/** Keeps a text. Returns whether there was room for it. */
+export function store(key: string, text: string): boolean {
+  try {
+    localStorage.setItem(key, text);
     return true;
   } catch {
     return false;
   }
 }
 
+const storeKey = 'morl.project';
+
+/** Keeps a project for the next visit. Returns whether there was room for it. */
+export function keep(project: Project): boolean {
+  return store(storeKey, JSON.stringify(project));
+}
+
 /** The project of the last visit, if there is one. @throws LinkError */
 export function kept(): Project | undefined {
-  const text = localStorage.getItem(storeKey);
+  const text = stored(storeKey);
   if (text === null) {
     return undefined;
   }
@@ -202,9 +224,14 @@ export function kept(): Project | undefined {
     if (!isPacked(JSON.parse(JSON.stringify(pack(project))))) {
       throw new LinkError('damaged');
     }
-    return { ...project, nodes: project.nodes.map((node) => ({ ...node, id: newId() })) };
+    // The folder has to be opened again.
+    return {
+      ...project,
+      origin: null,
+      nodes: project.nodes.map((node) => ({ ...node, id: newId() })),
+    };
   } catch {
-    localStorage.setItem(`${storeKey}.damaged`, text);
+    store(`${storeKey}.damaged`, text);
     throw new LinkError('what the last visit has left cannot be read; it was put aside');
   }
 }

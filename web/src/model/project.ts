@@ -34,11 +34,17 @@ export interface Shader {
   readonly samplers: Readonly<Record<string, number>>;
   /** How many variants the manifest builds of it, by the values that it lists for macros. */
   readonly variants: number;
+  /** Its place in the manifest when that was opened; null: a new shader. */
+  readonly index: number | null;
 }
 
 /** Everything that undo and redo go over. */
 export interface Project {
+  /** Which opened folder it belongs to; null: none, such as the samples or a link. */
+  readonly origin: string | null;
   readonly files: readonly NodeFile[];
+  /** The list of shaders as it was opened; null: there was none. */
+  readonly manifest: NodeFile | null;
   readonly nodes: readonly GraphNode[];
   readonly shaders: readonly Shader[];
   /** Uniforms that were set by hand, by name. */
@@ -270,6 +276,7 @@ export function addShader(project: Project, wanted: string): { project: Project;
     targetMacros: {},
     samplers: {},
     variants: 1,
+    index: null,
   };
   return { project: { ...project, shaders: [...project.shaders, shader] }, name };
 }

@@ -7,6 +7,7 @@ import { stages, targets } from '../compiler/protocol';
 import { appearance, linkedLines, onHoveredLine, setLinkedLines } from '../editor/setup';
 import type { State } from '../model/store';
 import { usePage, usePageStore } from '../model/use_store';
+import { copyText } from '../files/clipboard';
 import { download } from '../files/download';
 import { linesFrom } from './lines';
 import { shaderLanguage } from './shader_language';
@@ -80,16 +81,13 @@ export function OutputView() {
   const result = usePage(resultOf);
   const line = usePage(summary);
   const copy = (): void => {
-    void navigator.clipboard.writeText(result?.code ?? '').then(
-      () => {
-        store.setState({ notice: { kind: 'info', text: 'copied' } });
-      },
-      () => {
-        store.setState({
-          notice: { kind: 'error', text: 'the browser does not let this page copy' },
-        });
-      },
-    );
+    void copyText(result?.code ?? '').then((isCopied) => {
+      store.setState({
+        notice: isCopied
+          ? { kind: 'info', text: 'copied' }
+          : { kind: 'error', text: 'the browser does not let this page copy' },
+      });
+    });
   };
   return (
     <section className="panel output" aria-label="Generated texts">
