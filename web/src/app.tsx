@@ -33,7 +33,7 @@ function Notice() {
 
 /** Whether a field has an undo of its own for what is typed into it. */
 function isField(target: EventTarget | null): boolean {
-  return target instanceof HTMLInputElement && target.type !== 'range';
+  return target instanceof HTMLInputElement && ['text', 'search', 'number'].includes(target.type);
 }
 
 /** The page. */

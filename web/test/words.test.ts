@@ -73,13 +73,21 @@ test('words and declared names are known', () => {
 });
 
 test('uniforms are filled by their names', () => {
-  expect(
-    ['worldViewProj', 'g_View', 'projectionMatrix', 'eyePosition', 'time', 'bones'].map(
-      automaticFor,
-    ),
-  ).toEqual(['worldViewProjection', 'view', 'projection', 'eye', 'time', 'bones']);
-  expect(automaticFor('viewVector')).toBeUndefined();
-  expect(automaticFor('timeScale')).toBeUndefined();
+  for (const [name, type, automatic] of [
+    ['worldViewProj', 'float4x4', 'worldViewProjection'],
+    ['g_View', 'float4x4', 'view'],
+    ['projectionMatrix', 'float4x4', 'projection'],
+    ['eyePosition', 'float3', 'eye'],
+    ['time', 'float', 'time'],
+    ['bones', 'float4x4', 'bones'],
+    // Names or types that do not fit.
+    ['viewVector', 'float3', undefined],
+    ['timeScale', 'float', undefined],
+    ['world', 'float3', undefined],
+    ['view', 'sampler2D', undefined],
+  ] as const) {
+    expect(automaticFor({ name, type }), name).toBe(automatic);
+  }
   expect(isColour({ name: 'fogColor', type: 'float3' })).toBe(true);
   expect(isColour({ name: 'colorScale', type: 'float' })).toBe(false);
   expect(startValue({ name: 'light_1', type: 'float4' })).toEqual([-1.6, 0.4, 1.2, 0.3]);

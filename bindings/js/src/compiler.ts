@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 import { loadModule } from "#load_module";
 import { kindOfStatus, MorlError } from "./error.js";
-import { type Arena, Native, NoMemory, Reader } from "./native.js";
+import { type Arena, Native, NoMemory, Reader, Trap } from "./native.js";
 import { type ColumnReader, columnInBytes, columnReader } from "./places.js";
 import type { Declare, Fault, MorlNode, Request, Result, Warning } from "./types.js";
 
@@ -216,8 +216,12 @@ export class Compiler {
       if (error instanceof NoMemory) {
         throw new MorlError("out-of-memory", "there is no memory for this text");
       }
-      this.dispose();
-      throw new MorlError("failed", `the compiler has failed and was disposed of: ${String(error)}`);
+      const isTrap = error instanceof WebAssembly.RuntimeError || error instanceof RangeError;
+      if (isTrap || error instanceof Trap) {
+        this.dispose();
+        throw new MorlError("failed", `the compiler has failed and was disposed of: ${String(error)}`);
+      }
+      throw new MorlError("invalid-argument", `not a valid argument: ${String(error)}`);
     }
   }
 
@@ -229,11 +233,11 @@ export class Compiler {
     const kind = kindOfStatus(status);
     const message = arena.words(2);
     native.calls.morl_message(message, this.handle);
+    const words = new Reader(native, message).text();
     const count = arena.words(1);
     const list = arena.put([native.calls.morl_faults(this.handle, count), native.word(count)]);
     const columns = columnReader(text);
     const faults = new Reader(native, list).list((element) => readFault(element, columns));
-    const words = new Reader(native, message).text();
     throw new MorlError(
       kind,
       words || native.terminatedText(native.calls.morl_status_text(status)),
@@ -254,6 +258,9 @@ function putValues(arena: Arena, values: Readonly<Record<string, number>> = {}):
 }
 
 function putRequest(arena: Arena, request: Request): number {
+  if (request.stage !== "vertex" && request.stage !== "fragment") {
+    throw new MorlError("invalid-argument", `there is no stage '${String(request.stage)}'`);
+  }
   const semantics = Object.entries(request.semantics ?? {});
   return arena.put([
     14 * 4,

@@ -15,7 +15,6 @@ interface Exports {
   morl_version(): Address;
   morl_status_text(status: number): Address;
   morl_compiler_create(): Address;
-  morl_compiler_destroy(compiler: Address): void;
   morl_message(result: Address, compiler: Address): void;
   morl_faults(compiler: Address, count: Address): Address;
   morl_load_nodes(compiler: Address, name: Address, text: Address): number;
@@ -29,7 +28,7 @@ interface Exports {
   morl_result_destroy(result: Address): void;
 }
 
-const decoder = new TextDecoder("utf-8");
+const decoder = new TextDecoder("utf-8", { ignoreBOM: true });
 const encoder = new TextEncoder();
 
 /** Words of four bytes: what all structures of the C interface consist of here. */
@@ -46,7 +45,7 @@ export class Native {
       env: { emscripten_notify_memory_growth: () => undefined },
       wasi_snapshot_preview1: {
         proc_exit: (status: number) => {
-          throw new Error(`the compiler has ended with status ${status}`);
+          throw new Trap(`the compiler has ended with status ${status}`);
         },
         fd_write: refuse,
         fd_close: refuse,
@@ -108,6 +107,9 @@ export class Native {
     return this.view;
   }
 }
+
+/** Thrown when the module has ended itself. */
+export class Trap extends Error {}
 
 /** Thrown when the module has no memory for what a host passes. */
 export class NoMemory extends Error {}

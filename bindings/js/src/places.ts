@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
 const encoder = new TextEncoder();
-const decoder = new TextDecoder("utf-8");
+const decoder = new TextDecoder("utf-8", { ignoreBOM: true });
 
 /** Turns a column in bytes into one in UTF-16 code units; both are 1-based, and 0 stays 0. */
 export type ColumnReader = (name: string, line: number, column: number) => number;

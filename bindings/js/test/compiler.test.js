@@ -108,6 +108,12 @@ test("faults have places as editors count, and refused calls change nothing", as
   const request = { target: "glsl", stage: "vertex", nodes: ["nope"] };
   assert.throws(() => compiler.compile(request), isError("request-refused"));
   assert.throws(() => compiler.compile({ ...request, target: "spirv" }), isError("request-refused"));
+  assert.throws(() => compiler.compile({ ...request, stage: "pixel" }), isError("invalid-argument"));
+  assert.throws(() => compiler.compile({ target: "glsl", stage: "vertex" }), isError("invalid-argument"));
+  assert.throws(() => compiler.setNode(undefined), isError("invalid-argument"));
+  compiler.setNode({ name: "\ufeffa", content: "" });
+  assert.equal(compiler.getNode("\ufeffa").name, "\ufeffa");
+  compiler.removeNode("\ufeffa");
   const macros = { A: 1.5 };
   assert.throws(() => compiler.compile({ ...request, macros }), isError("invalid-argument"));
   const { faults: none } = compiler.compile({ target: "glsl", stage: "vertex", nodes: ["a"] });

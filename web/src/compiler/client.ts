@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 import { findNode, type Project } from '../model/project';
-import type { Answer, Job, SourceNode } from './protocol';
+import { type Answer, failedAnswer, type Job, type SourceNode } from './protocol';
 
 /** What has to be sent so that the compiler has the nodes of a project. */
 export function changesSince(
@@ -32,10 +32,13 @@ export class CompilerClient {
   constructor(onAnswer: (answer: Answer) => void) {
     this.worker.onmessage = (event: MessageEvent<Answer>) => {
       this.isBusy = false;
-      onAnswer(event.data);
       if (this.waiting) {
         this.compile(this.waiting.project, this.waiting.shader);
       }
+      onAnswer(event.data);
+    };
+    this.worker.onerror = () => {
+      onAnswer(failedAnswer(this.lastId, 'the compiler cannot be loaded; reload the page'));
     };
   }
 

@@ -7,7 +7,7 @@ import {
   type Target,
   type Warning,
 } from 'morl';
-import { type Answer, type Job, type Message, stages, targets, type Texts } from './protocol';
+import { type Answer, type Job, type Message, targets, type Texts } from './protocol';
 
 type Shared = Omit<Request, 'stage' | 'nodes'>;
 
@@ -88,12 +88,4 @@ export function compileShader(compiler: Compiler, job: Job): Answer {
   ) as unknown as Texts;
   const microseconds = Math.round((performance.now() - start) * 1000);
   return { id: job.id, texts, messages: messages.list(), microseconds, failure: '' };
-}
-
-/** What is shown when the compiler does not work at all. */
-export function failedAnswer(id: number, failure: string): Answer {
-  const texts = Object.fromEntries(
-    targets.map((target) => [target, Object.fromEntries(stages.map((stage) => [stage, null]))]),
-  ) as unknown as Texts;
-  return { id, texts, messages: [], microseconds: 0, failure };
 }

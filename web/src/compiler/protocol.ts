@@ -57,3 +57,11 @@ export interface Answer {
   /** What kept the compiler from working at all; otherwise empty. */
   readonly failure: string;
 }
+
+/** What is shown when the compiler does not work at all. */
+export function failedAnswer(id: number, failure: string): Answer {
+  const texts = Object.fromEntries(
+    targets.map((target) => [target, Object.fromEntries(stages.map((stage) => [stage, null]))]),
+  ) as unknown as Texts;
+  return { id, texts, messages: [], microseconds: 0, failure };
+}

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 import { Compiler } from 'morl';
-import { compileShader, failedAnswer } from './compile_shader';
-import type { Job } from './protocol';
+import { compileShader } from './compile_shader';
+import { failedAnswer, type Job } from './protocol';
 
 let compiler: Promise<Compiler> | undefined;
 

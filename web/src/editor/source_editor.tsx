@@ -4,7 +4,7 @@ import { defaultKeymap } from '@codemirror/commands';
 import { bracketMatching, indentUnit } from '@codemirror/language';
 import { type Diagnostic, lintGutter, setDiagnostics } from '@codemirror/lint';
 import { highlightSelectionMatches, searchKeymap } from '@codemirror/search';
-import { Annotation, EditorState, type Text } from '@codemirror/state';
+import { Annotation, type ChangeSpec, EditorState, type Text } from '@codemirror/state';
 import {
   drawSelection,
   EditorView,
@@ -75,10 +75,27 @@ export function goToDeclaration(store: Store, view: EditorView): boolean {
   return true;
 }
 
+/** The line break of a text; texts with several kinds keep their carriage returns as characters. */
+function lineBreakOf(content: string): string {
+  const all = content.split('\n').length - 1;
+  return all > 0 && content.split('\r\n').length - 1 === all ? '\r\n' : '\n';
+}
+
+/** What turns one text into another: the part between what both begin and end with. */
+export function differenceOf(before: string, after: string): ChangeSpec {
+  const shorter = Math.min(before.length, after.length);
+  let start = 0;
+  while (start < shorter && before[start] === after[start]) start += 1;
+  let same = 0;
+  while (same < shorter - start && before.at(-1 - same) === after.at(-1 - same)) same += 1;
+  return { from: start, to: before.length - same, insert: after.slice(start, after.length - same) };
+}
+
 function makeState(store: Store, content: string): EditorState {
   return EditorState.create({
     doc: content,
     extensions: [
+      EditorState.lineSeparator.of(lineBreakOf(content)),
       lineNumbers(),
       lintGutter(),
       drawSelection(),
@@ -119,7 +136,7 @@ function makeState(store: Store, content: string): EditorState {
         const isOwn = update.transactions.some((one) => one.annotation(fromStore));
         const id = store.getState().selected;
         if (update.docChanged && !isOwn && id !== null) {
-          const content = update.state.doc.toString();
+          const content = update.state.sliceDoc();
           store.setState((state) =>
             edited(state, (project) => setContent(project, id, content), `content ${id}`),
           );
@@ -134,11 +151,14 @@ function follow(store: Store, view: EditorView, shown: { id: string | null }): v
   const state = store.getState();
   const node = selectedNode(store);
   const content = node?.content ?? '';
-  if (shown.id !== state.selected) {
+  const hasSameBreaks = view.state.lineBreak === lineBreakOf(content) || view.state.doc.lines === 1;
+  if (shown.id !== state.selected || !hasSameBreaks) {
     shown.id = state.selected;
     view.setState(makeState(store, content));
-  } else if (content !== view.state.doc.toString()) {
-    const changes = { from: 0, to: view.state.doc.length, insert: content };
+  } else if (content !== view.state.sliceDoc()) {
+    // In the editor, a line break is one character.
+    const next = view.state.toText(content).toString();
+    const changes = differenceOf(view.state.doc.toString(), next);
     view.dispatch({ changes, annotations: fromStore.of(true) });
   }
   const { doc } = view.state;

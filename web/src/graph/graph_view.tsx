@@ -40,7 +40,12 @@ function reuse(last: readonly ShownNode[], next: readonly ShownNode[]): ShownNod
 /** Places of nodes while they are dragged, by id; the project gets them when the drag ends. */
 type Drags = Readonly<Record<string, Point>>;
 
-function shownNodes(state: State, drags: Drags, search: string): ShownNode[] {
+function shownNodes(
+  state: State,
+  selected: string | null,
+  drags: Drags,
+  search: string,
+): ShownNode[] {
   const project = projectOf(state);
   const offsets = fileOffsets(project);
   const shader = project.shaders.find((one) => one.name === state.shader);
@@ -52,7 +57,7 @@ function shownNodes(state: State, drags: Drags, search: string): ShownNode[] {
       id: node.id,
       type: 'morl',
       position: drags[node.id] ?? toScreen(offsets, node.file, node),
-      selected: node.id === state.selected,
+      selected: node.id === selected,
       ...nodeSize,
       measured: nodeSize,
       ariaLabel: `node ${node.name}`,
@@ -96,10 +101,14 @@ function Graph() {
   const { history, shader, selected, answer, driverMessages } = state;
   const lastNodes = useRef<ShownNode[]>([]);
   const nodes = useMemo(
-    () => (lastNodes.current = reuse(lastNodes.current, shownNodes(state, drags, search))),
+    () =>
+      (lastNodes.current = reuse(
+        lastNodes.current,
+        shownNodes(state, edge === null ? selected : null, drags, search),
+      )),
     // The rest of the state does not show here.
     // eslint-disable-next-line react-hooks/exhaustive-deps
-    [history, shader, selected, answer, driverMessages, drags, search],
+    [history, shader, selected, edge, answer, driverMessages, drags, search],
   );
   // eslint-disable-next-line react-hooks/exhaustive-deps
   const edges = useMemo(() => shownEdges(state, edge), [history, shader, edge]);
@@ -241,7 +250,15 @@ function Graph() {
           />
         </form>
       </div>
-      <div className="canvas">
+      <div
+        className="canvas"
+        tabIndex={-1}
+        onKeyDown={(event) => {
+          if (event.key === 'Delete') {
+            remove();
+          }
+        }}
+      >
         <ReactFlow<ShownNode>
           nodes={nodes}
           edges={edges}
@@ -249,10 +266,12 @@ function Graph() {
           colorMode={state.theme}
           minZoom={0.1}
           edgesFocusable={false}
-          deleteKeyCode={['Delete']}
+          deleteKeyCode={null}
           onNodesChange={onNodesChange}
-          onEdgeClick={(_, clicked) => {
+          onEdgeClick={(event, clicked) => {
             setEdge(clicked.id);
+            // So that the Delete key is about it.
+            (event.target as Element).closest<HTMLElement>('.canvas')?.focus();
           }}
           onPaneClick={() => {
             setEdge(null);
@@ -263,13 +282,6 @@ function Graph() {
                 addReference(project, target, nodeById(project, source)?.name ?? ''),
               ),
             );
-          }}
-          onEdgesDelete={(deleted) => {
-            disconnect(deleted.map((one) => one.id));
-          }}
-          onNodesDelete={(deleted) => {
-            const ids = deleted.map((one) => one.id);
-            change((whole) => edited(whole, (project) => removeNodes(project, ids)));
           }}
         >
           <Background />

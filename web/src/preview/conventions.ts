@@ -30,9 +30,18 @@ const automatics: readonly (readonly [RegExp, Automatic])[] = [
   [/^(g_?|u_?|m_?)?(resolution|screensize|viewportsize)$/i, 'resolution'],
 ];
 
-/** What the preview computes for a uniform of this name, if anything. */
-export function automaticFor(name: string): Automatic | undefined {
-  return automatics.find(([pattern]) => pattern.test(name))?.[1];
+/** The types that computed values have; others are matrices. */
+const automaticTypes: Partial<Record<Automatic, string>> = {
+  eye: 'float3',
+  time: 'float',
+  resolution: 'float2',
+};
+
+/** What the preview computes for a uniform of this name and type, if anything. */
+export function automaticFor(declare: Pick<Declare, 'name' | 'type'>): Automatic | undefined {
+  const automatic = automatics.find(([pattern]) => pattern.test(declare.name))?.[1];
+  const type = automatic && (automaticTypes[automatic] ?? 'float4x4');
+  return type === declare.type ? automatic : undefined;
 }
 
 /** Values to begin with, by name; those of the sample nodes are as in the pictures of the tests. */

@@ -8,7 +8,6 @@ import {
   isColour,
   rangeFor,
   sizeOf,
-  startTexture,
   startValue,
   textureNames,
   type TextureName,
@@ -19,6 +18,8 @@ export interface PanelActions {
   setUniform(name: string, value: readonly number[]): void;
   setMacro(name: string, value: number): void;
   setTexture(sampler: string, texture: TextureName): void;
+  /** The name of a sampler's texture; null: one of a person's own. */
+  textureName(sampler: string): TextureName | null;
   chooseFile(sampler: string): void;
 }
 
@@ -48,6 +49,9 @@ export function panelShape(content: PanelContent): string {
   const uniforms = content.uniforms.map((one) => `${one.name} ${one.type}`);
   return [...uniforms, ...content.macros.map((one) => one.name)].join('\n');
 }
+
+/** What the control shows for a picture of a person's own. */
+const ownTexture = 'own picture';
 
 const axes = ['x', 'y', 'z', 'w'] as const;
 
@@ -102,7 +106,7 @@ export class Panel {
         this.addMacro(folder, macro, isSwitch(project, macro.name));
       });
     }
-    const free = content.uniforms.filter((declare) => automaticFor(declare.name) === undefined);
+    const free = content.uniforms.filter((declare) => automaticFor(declare) === undefined);
     const samplers = free.filter((declare) => declare.type.startsWith('sampler'));
     if (samplers.length > 0) {
       const folder = this.gui.addFolder('Textures');
@@ -135,17 +139,25 @@ export class Panel {
       folder.add({ value: 'sky' }, 'value', ['sky']).name(declare.name);
       return;
     }
-    const state = { value: startTexture(declare.name) };
-    folder
-      .add(state, 'value', [...textureNames, 'file…'])
+    const state: { value: string } = { value: '' };
+    const controller = folder
+      .add(state, 'value', [...textureNames, ownTexture, 'file…'])
       .name(declare.name)
-      .onChange((value: TextureName | 'file…') => {
-        if (value === 'file…') {
+      .onChange((value: string) => {
+        const name = textureNames.find((one) => one === value);
+        if (name) {
+          this.actions.setTexture(declare.name, name);
+        } else if (value !== ownTexture) {
           this.actions.chooseFile(declare.name);
-        } else {
-          this.actions.setTexture(declare.name, value);
         }
+        show();
       });
+    // The choice may be cancelled, so the control shows what is in use.
+    const show = (): void => {
+      state.value = this.actions.textureName(declare.name) ?? ownTexture;
+      controller.updateDisplay();
+    };
+    this.refreshers.push(show);
   }
 
   private addUniform(folder: GUI, declare: Declare): void {

@@ -5,7 +5,7 @@ import { edited, type MeshName, projectOf, type State, type Store } from '../mod
 import { usePage, usePageStore } from '../model/use_store';
 import { mapDriverLog } from './driver_messages';
 import { askedMacros, Panel } from './panel';
-import { type Passes, PreviewRenderer, startMesh, uniformsOf } from './renderer';
+import { type DriverLogs, type Passes, PreviewRenderer, startMesh, uniformsOf } from './renderer';
 import { textureFromFile } from './textures';
 
 const meshNames: readonly MeshName[] = ['sphere', 'plane', 'torus knot', 'quad'];
@@ -68,8 +68,13 @@ function showAnswer(store: Store, renderer: PreviewRenderer): Mark {
     store.setState({ driverMessages: [] });
     return passes ? 'faults' : 'none';
   }
-  const logs = renderer.show(passes, state.mesh ?? startMesh(passes));
-  renderer.setValues(projectOf(state).values);
+  let logs: DriverLogs | null;
+  try {
+    logs = renderer.show(passes, state.mesh ?? startMesh(passes));
+    renderer.setValues(projectOf(state).values);
+  } catch (error) {
+    logs = { vertex: '', fragment: '', link: `the picture cannot be drawn: ${String(error)}` };
+  }
   const contentOf = (node: string): string => findNode(projectOf(state), node)?.content ?? '';
   const driverMessages = logs
     ? [
@@ -116,7 +121,7 @@ export function PreviewView() {
     let renderer: PreviewRenderer;
     try {
       renderer = new PreviewRenderer(canvas.current, (isLost) => {
-        setMark(isLost ? 'lost' : 'fresh');
+        setMark(isLost ? 'lost' : showAnswer(store, renderer));
       });
     } catch {
       const text = 'this browser has no WebGL 2, so there is no picture; everything else works';
@@ -124,6 +129,10 @@ export function PreviewView() {
       return undefined;
     }
     const edit = store.setState;
+    const ownTexture = async (sampler: string, file: Blob): Promise<void> => {
+      await putOwnTexture(store, renderer, sampler, file);
+      showPanel(store, panel);
+    };
     const panel = new Panel(controls.current, {
       setUniform: (name, value) => {
         edit((state) =>
@@ -138,8 +147,9 @@ export function PreviewView() {
       setTexture: (sampler, texture) => {
         renderer.setTexture(sampler, texture);
       },
+      textureName: (sampler) => renderer.textureName(sampler),
       chooseFile: (sampler) => {
-        chooseFile((file) => void putOwnTexture(store, renderer, sampler, file));
+        chooseFile((file) => void ownTexture(sampler, file));
       },
     });
     const background = (): void => {
@@ -177,7 +187,7 @@ export function PreviewView() {
       const sampler = passes && uniformsOf(passes).find((one) => one.type === 'sampler2D');
       const [file] = event.dataTransfer?.files ?? [];
       if (file && sampler) {
-        void putOwnTexture(store, renderer, sampler.name, file);
+        void ownTexture(sampler.name, file);
       } else {
         const text = 'this shader has no texture to replace';
         store.setState({ notice: { kind: 'info', text } });

@@ -5,6 +5,7 @@ import {
   DoubleSide,
   FrontSide,
   type IUniform,
+  Matrix3,
   Matrix4,
   Mesh,
   NoColorSpace,
@@ -95,12 +96,17 @@ function boneMatrices(count: number): Matrix4[] {
   });
 }
 
+/** A value, or as many as an array has. */
+function severalOf(declare: Declare, one: unknown): unknown {
+  return declare.elements > 0 ? Array.from({ length: declare.elements }, () => one) : one;
+}
+
 function valueOf(declare: Declare, value: readonly number[]): unknown {
   const [x = 0, y = 0, z = 0, w = 0] = value;
   const one = [x, new Vector2(x, y), new Vector3(x, y, z), new Vector4(x, y, z, w)][
     sizeOf(declare.type) - 1
   ];
-  return declare.elements > 0 ? Array.from({ length: declare.elements }, () => one) : one;
+  return severalOf(declare, one);
 }
 
 export class PreviewRenderer {
@@ -167,7 +173,6 @@ export class PreviewRenderer {
       uniforms: Object.fromEntries(
         uniforms.map((declare) => [declare.name, this.makeUniform(declare)]),
       ),
-      side: meshName === 'plane' ? DoubleSide : FrontSide,
       // The picture stays opaque, whatever alpha the shader writes.
       blending: CustomBlending,
       blendSrc: OneFactor,
@@ -178,18 +183,26 @@ export class PreviewRenderer {
     const { accepted } = this;
     this.accepted = { material, uniforms, inputs: passes.vertex.inputs };
     this.logs = null;
-    this.setMesh(meshName);
-    this.drawNow();
-    const logs = this.takeLogs();
-    if (logs) {
+    const goBack = (): void => {
       material.dispose();
       this.accepted = accepted;
       this.setMesh(meshName);
       this.drawNow();
+    };
+    try {
+      this.setMesh(meshName);
+      this.drawNow();
+    } catch (error) {
+      goBack();
+      throw error;
+    }
+    const logs = this.takeLogs();
+    if (logs) {
+      goBack();
       return logs;
     }
     accepted?.material.dispose();
-    this.isAnimated = uniforms.some((declare) => automaticFor(declare.name) === 'time');
+    this.isAnimated = uniforms.some((declare) => automaticFor(declare) === 'time');
     return null;
   }
 
@@ -198,6 +211,7 @@ export class PreviewRenderer {
       return;
     }
     const { inputs, material } = this.accepted;
+    material.side = name === 'plane' ? DoubleSide : FrontSide;
     this.mesh.material = material;
     const shape = [name, ...inputs.map((input) => `${input.name} ${input.semantic}`)].join('\n');
     if (shape !== this.shape) {
@@ -220,6 +234,7 @@ export class PreviewRenderer {
 
   /** The texture of a sampler: a built-in one, or one of a person's own. */
   setTexture(sampler: string, texture: TextureName | Texture): void {
+    this.own.get(sampler)?.dispose();
     if (typeof texture === 'string') {
       this.chosen.set(sampler, texture);
       this.own.delete(sampler);
@@ -231,6 +246,11 @@ export class PreviewRenderer {
       uniform.value = this.textureOf(sampler);
     }
     this.draw();
+  }
+
+  /** The name of a sampler's texture; null: one of a person's own. */
+  textureName(sampler: string): TextureName | null {
+    return this.own.has(sampler) ? null : (this.chosen.get(sampler) ?? startTexture(sampler));
   }
 
   /** @param width in CSS pixels, like `height` */
@@ -282,7 +302,7 @@ export class PreviewRenderer {
     }
     this.camera.updateMatrixWorld();
     for (const declare of this.accepted.uniforms) {
-      const automatic = automaticFor(declare.name);
+      const automatic = automaticFor(declare);
       const uniform = this.accepted.material.uniforms[declare.name];
       if (automatic && uniform) {
         uniform.value = this.automaticValue(automatic, declare);
@@ -313,7 +333,15 @@ export class PreviewRenderer {
     if (sizeOf(declare.type) > 0) {
       return { value: valueOf(declare, this.values[declare.name] ?? startValue(declare)) };
     }
-    return { value: declare.elements > 0 ? boneMatrices(declare.elements) : new Matrix4() };
+    if (declare.type === 'float3x3') {
+      return { value: severalOf(declare, new Matrix3()) };
+    }
+    const isBones = automaticFor(declare) === 'bones';
+    return {
+      value: isBones
+        ? boneMatrices(Math.max(declare.elements, 1))
+        : severalOf(declare, new Matrix4()),
+    };
   }
 
   private automaticValue(automatic: Automatic, declare: Declare): unknown {

@@ -211,6 +211,24 @@ const tests = {
     await page.waitForTimeout(100);
     assert.equal(await count(), edges + 1);
 
+    // Delete takes the chosen edge, and not the node in the editor.
+    const line = page.locator('.react-flow__edge').last().locator('.react-flow__edge-interaction');
+    await line.dispatchEvent('click');
+    await page.keyboard.press('Delete');
+    await page.waitForTimeout(100);
+    assert.equal(await count(), edges);
+    assert.equal(await page.locator('.react-flow__node').count(), 33);
+    await page.keyboard.press('Control+z');
+    assert.equal(await count(), edges + 1);
+    // A node goes with its edges, and comes back with them.
+    await nodeOf(page, 'transform').focus();
+    await page.keyboard.press('Enter');
+    await page.keyboard.press('Delete');
+    await page.waitForTimeout(100);
+    assert.equal(await page.locator('.react-flow__node').count(), 32);
+    await page.keyboard.press('Control+z');
+    assert.equal(await count(), edges + 1);
+
     const box = await nodeOf(page, 'screen_quad').boundingBox();
     await page.mouse.move(box.x + 30, box.y + 8);
     await page.mouse.down();
