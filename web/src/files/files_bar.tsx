@@ -80,6 +80,7 @@ export function FilesBar() {
       const texts = saveProject(project);
       const edits = editedTexts(project, texts);
       const number = Object.keys(edits).length;
+      const what = number === 1 ? '1 edited file' : `${number} edited files`;
       if (number === 0) {
         inform('info', 'no file was edited');
       } else if (folder && project.origin === folder.id) {
@@ -88,12 +89,12 @@ export function FilesBar() {
         store.setState(({ history: all }) => ({
           history: { ...all, present: afterSave(all.present, project, texts) },
         }));
-        inform('info', `saved ${number} edited files to '${folder.root.name}'`);
+        inform('info', `saved ${what} to '${folder.root.name}'`);
       } else {
         Object.entries(edits).forEach(([path, text]) => {
           download(path.split('/').at(-1) ?? path, text);
         });
-        inform('info', `downloaded ${number} edited files`);
+        inform('info', `downloaded ${what}`);
       }
     });
   };

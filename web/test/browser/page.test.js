@@ -389,6 +389,59 @@ const tests = {
     await close(page);
   },
 
+  async 'a folder is opened and saved, and what others have written stays'() {
+    const page = await open();
+    // A folder of the browser's own stands for one that a person chooses.
+    const write = (path, text) =>
+      page.evaluate(
+        async ([folder, name, content]) => {
+          const root = await navigator.storage.getDirectory();
+          const parent = await root.getDirectoryHandle(folder, { create: true });
+          const stream = await (
+            await parent.getFileHandle(name, { create: true })
+          ).createWritable();
+          await stream.write(content);
+          await stream.close();
+        },
+        [...path.split('/'), text],
+      );
+    const read = (path) =>
+      page.evaluate(async ([folder, name]) => {
+        const root = await navigator.storage.getDirectory();
+        const file = await (await root.getDirectoryHandle(folder)).getFileHandle(name);
+        return (await file.getFile()).text();
+      }, path.split('/'));
+    const path = 'morl/post_effect.morl';
+    const text =
+      '[ {"name": "a", "content": "void main() {\\n}"}, // first\n  {"name": "b", "content": ""}]\n';
+    await write(path, text);
+    await page.evaluate(() => {
+      window.showDirectoryPicker = () => navigator.storage.getDirectory();
+    });
+    await page.getByRole('button', { name: 'Open…' }).click();
+    await nodeOf(page, 'b').waitFor();
+    assert.equal(await page.locator('.react-flow__node').count(), 2);
+    await select(page, 'a');
+    await type(page, 1, ' // mine');
+    const save = () => page.getByRole('button', { name: 'Save' }).click();
+    await save();
+    await page.locator('.notice.info', { hasText: 'saved 1 edited file to' }).waitFor();
+    assert.equal(await read(path), text.replace('main() {', 'main() { // mine'));
+    await save();
+    await page.locator('.notice.info', { hasText: 'no file was edited' }).waitFor();
+    await write(path, '[]');
+    await type(page, 1, ' again');
+    await save();
+    await page.locator('.notice.error', { hasText: 'changed by another program' }).waitFor();
+    assert.equal(await read(path), '[]');
+    // Other nodes do not go into the folder.
+    await page.getByRole('button', { name: 'Samples' }).click();
+    await save();
+    await page.locator('.notice.info', { hasText: 'no file was edited' }).waitFor();
+    assert.equal(await read(path), '[]');
+    await close(page);
+  },
+
   async 'a lost context comes back'() {
     const page = await open();
     const before = await pixels(page);
