@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 import { targets, type Message } from './compiler/protocol';
 import { findNode } from './model/project';
-import { projectOf } from './model/store';
+import { messagesOf, projectOf } from './model/store';
 import { usePage, usePageStore } from './model/use_store';
 
 function about(message: Message): string {
@@ -38,7 +38,7 @@ function MessageLine({ message }: { message: Message }) {
 export function MessagesView() {
   const answer = usePage((state) => state.answer);
   const driverMessages = usePage((state) => state.driverMessages);
-  const messages = [...(answer?.messages ?? []), ...driverMessages];
+  const messages = messagesOf({ answer, driverMessages });
   const failure = answer?.failure ?? '';
   return (
     <section className="panel messages" aria-label="Messages">

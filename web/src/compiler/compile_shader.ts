@@ -23,8 +23,7 @@ class Messages {
   }
 
   list(): Message[] {
-    const rank = (message: Message): number => (message.severity === 'error' ? 0 : 1);
-    return [...this.byText.values()].sort((a, b) => rank(a) - rank(b));
+    return [...this.byText.values()];
   }
 }
 

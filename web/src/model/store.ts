@@ -101,9 +101,13 @@ export function redone(state: State): State {
   return settle({ ...state, history: redo(state.history) });
 }
 
-/** Everything that is wrong: what the compiler and the browser say. */
-export function messagesOf(state: State): readonly Message[] {
-  return [...(state.answer?.messages ?? []), ...state.driverMessages];
+/** Everything that is wrong: what the compiler and the browser say, errors first. */
+export function messagesOf(state: Pick<State, 'answer' | 'driverMessages'>): readonly Message[] {
+  const all = [...(state.answer?.messages ?? []), ...state.driverMessages];
+  return [
+    ...all.filter((message) => message.severity === 'error'),
+    ...all.filter((message) => message.severity === 'warning'),
+  ];
 }
 
 export type Store = ReturnType<typeof makeStore>;
