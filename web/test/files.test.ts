@@ -8,15 +8,14 @@ import { sampleProject } from '../src/files/samples';
 import {
   addNode,
   addShader,
-  findNode,
   moveNodes,
   type Project,
   removeNodes,
   renameNode,
   setContent,
 } from '../src/model/project';
+import { idOf } from './support';
 
-const idOf = (project: Project, name: string): string => findNode(project, name)?.id ?? '';
 const changedLines = (before: string, after: string): string[] =>
   after.split('\n').filter((line) => !before.split('\n').includes(line));
 
@@ -98,6 +97,11 @@ test('a save counts for what was saved, and shaders are saved too', () => {
   const after = afterSave(late.project, saved.project, texts);
   const names = openProject(saveProject(after)).nodes.map((node) => node.name);
   expect(names).toEqual(['b', 'node', 'node_2']);
+  // A step before the save writes its nodes into the files as they are now.
+  const back = afterSave(project, saved.project, texts);
+  expect(openProject(saveProject(back)).nodes.map((node) => node.name)).toEqual(['a', 'b']);
+  const other = openProject({ [path]: '[]' }, 'another folder');
+  expect(afterSave(other, saved.project, texts)).toBe(other);
   const { project: more } = addShader(after, 'extra');
   expect(openProject(saveProject(more)).shaders.map((one) => one.name)).toEqual(['s', 'extra']);
 });

@@ -17,8 +17,7 @@ import {
   upstream,
 } from '../src/model/project';
 import { edited, initialState, projectOf, redone, undone } from '../src/model/store';
-
-const idOf = (project: Project, name: string): string => findNode(project, name)?.id ?? '';
+import { idOf } from './support';
 
 test('references are edited, and cycles are refused with a word', () => {
   const project = sampleProject();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 import { useRef, useState } from 'react';
 import { addShader, newId, type Project } from '../model/project';
+import { changeAll } from '../model/history';
 import { edited, projectOf, redone, type Theme, undone } from '../model/store';
 import { usePage, usePageStore } from '../model/use_store';
 import { copyText } from './clipboard';
@@ -85,9 +86,9 @@ export function FilesBar() {
         inform('info', 'no file was edited');
       } else if (folder && project.origin === folder.id) {
         await writeFolder(folder.root, edits, openedTexts(project));
-        // Not an edit: undo does not bring the old files back.
-        store.setState(({ history: all }) => ({
-          history: { ...all, present: afterSave(all.present, project, texts) },
+        // Not an edit: also what undo brings back was made from the files as they are now.
+        store.setState((state) => ({
+          history: changeAll(state.history, (step) => afterSave(step, project, texts)),
         }));
         inform('info', `saved ${what} to '${folder.root.name}'`);
       } else {

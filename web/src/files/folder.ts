@@ -4,7 +4,7 @@ import { addShader, type NodeFile, type Project } from '../model/project';
 import { readManifest, writeManifest } from './manifest';
 import { FileError, nodeFilePaths, readNodes, writeNodes } from './node_file';
 
-export const manifestPath = 'shaders.json';
+const manifestPath = 'shaders.json';
 
 /** A project from the texts of its files, by path. Files that are missing hold no nodes. */
 export function openProject(
@@ -75,14 +75,17 @@ function indexesAfterSave<Key>(
 }
 
 /**
- * The current project after an earlier state of it was saved.
+ * A step of the history after another one of the same folder was saved.
  * @param saved the project that the texts were made from
  */
 export function afterSave(
-  current: Project,
+  step: Project,
   saved: Project,
   texts: Readonly<Record<string, string>>,
 ): Project {
+  if (step.origin !== saved.origin) {
+    return step;
+  }
   const nodes = indexesAfterSave(
     saved.nodes.map(({ id, file, index }) => ({ key: id, list: file, index })),
   );
@@ -92,11 +95,11 @@ export function afterSave(
   const withText = (file: NodeFile): NodeFile => ({ ...file, text: texts[file.path] ?? file.text });
   const isWritten = saved.manifest !== null;
   return {
-    ...current,
-    files: current.files.map(withText),
-    manifest: current.manifest && withText(current.manifest),
-    nodes: current.nodes.map((node) => ({ ...node, index: nodes.get(node.id) ?? null })),
-    shaders: current.shaders.map((shader) => ({
+    ...step,
+    files: step.files.map(withText),
+    manifest: step.manifest && withText(step.manifest),
+    nodes: step.nodes.map((node) => ({ ...node, index: nodes.get(node.id) ?? null })),
+    shaders: step.shaders.map((shader) => ({
       ...shader,
       index: isWritten ? (shaders.get(shader.name) ?? null) : shader.index,
     })),

@@ -51,3 +51,14 @@ export function redo(history: History): History {
   }
   return { past: [...history.past, history.present], present: next, future, run: null, time: 0 };
 }
+
+/** Changes every step alike, such as what all of them know about files. */
+export function changeAll(history: History, change: (project: Project) => Project): History {
+  const { past, present, future } = history;
+  return {
+    ...history,
+    past: past.map(change),
+    present: change(present),
+    future: future.map(change),
+  };
+}

@@ -466,6 +466,11 @@ const tests = {
     assert.equal(await read(path), text.replace('main() {', 'main() { // mine'));
     await save();
     await page.locator('.notice.info', { hasText: 'no file was edited' }).waitFor();
+    // Undo goes over a save, and the next save starts from the files as they are.
+    await page.getByRole('button', { name: 'Undo' }).click();
+    await save();
+    await page.locator('.notice.info', { hasText: 'saved 1 edited file to' }).waitFor();
+    assert.equal(await read(path), text);
     await write(path, '[]');
     await type(page, 1, ' again');
     await save();
