@@ -39,7 +39,8 @@ struct NewFile {
 };
 
 /// Makes a new file next to the one that it is to replace, of a name that nobody has. It gets the
-/// permissions of that file, or those of any new file if there is none.
+/// permissions of that file, or those of any new file if there is none. (On Windows, those of its
+/// folder.)
 NewFile MakeFileBeside(const std::filesystem::path& target);
 
 /// Renames a file; one of the new name is replaced, without a moment in which there is none.

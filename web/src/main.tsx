@@ -6,8 +6,9 @@ import { StrictMode } from 'react';
 import { createRoot } from 'react-dom/client';
 import { App } from './app';
 import { CompilerClient } from './compiler/client';
-import { fromLink, isLink, keep, kept, store as storeText, stored } from './files/permalink';
+import { fromLink, isLink } from './files/permalink';
 import { sampleProject } from './files/samples';
+import { keep, kept, storedText, storeText } from './files/storage';
 import type { Project } from './model/project';
 import {
   edited,
@@ -23,7 +24,7 @@ import { StoreContext } from './model/use_store';
 const themeKey = 'morl.theme';
 
 function startTheme(): Theme {
-  const chosen = stored(themeKey);
+  const chosen = storedText(themeKey);
   const prefersDark = window.matchMedia('(prefers-color-scheme: dark)').matches;
   return chosen === 'light' || chosen === 'dark' ? chosen : prefersDark ? 'dark' : 'light';
 }

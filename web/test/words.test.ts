@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 import { StringStream } from '@codemirror/language';
+import { Text } from '@codemirror/state';
 import { expect, test } from 'vitest';
+import { differenceOf, lineBreakOf, rangeOf } from '../src/editor/ranges';
 import { morlParser } from '../src/editor/text_mate';
 import { findDeclaration, languageWords, visibleDeclarations } from '../src/editor/words';
 import { sampleProject } from '../src/files/samples';
+import { fileOffsets, toCanvas, toScreen } from '../src/graph/layout';
 import { findNode } from '../src/model/project';
 import {
   automaticFor,
@@ -48,6 +51,55 @@ test('the grammar of the editors highlights the page', () => {
   expect(found).toContain('1.5 number');
   expect(found).toContain('two */ comment');
   expect(found).toContain('b variableName');
+});
+
+test('messages underline words, and texts differ in their middle', () => {
+  const doc = Text.of(['void main() {', '    lit = vec3 ;', '']);
+  const message = {
+    severity: 'error',
+    node: 'n',
+    text: '',
+    hint: '',
+    targets: [],
+    check: '',
+  } as const;
+  const marked = (line: number, column: number): string => {
+    const { from, to } = rangeOf(doc, { ...message, line, column });
+    return doc.sliceString(from, to);
+  };
+  expect([marked(2, 11), marked(2, 15), marked(2, 16), marked(2, 0)]).toEqual([
+    'vec3',
+    '3',
+    ';',
+    'lit = vec3 ;',
+  ]);
+  expect([marked(3, 1), marked(9, 9), marked(1, 99)]).toEqual(['', '', '{']);
+  for (const [before, after] of [
+    ['abcd', 'abXcd'],
+    ['aaa', 'aa'],
+    ['', 'x'],
+    ['same', 'same'],
+    ['abc', 'xyz'],
+  ] as const) {
+    const { from, to, insert } = differenceOf(before, after);
+    expect(before.slice(0, from) + insert + before.slice(to)).toBe(after);
+  }
+  expect(differenceOf('abcd', 'abXcd')).toEqual({ from: 2, to: 2, insert: 'X' });
+  expect(['a\r\nb', 'a\nb', 'a\r\nb\n', 'a'].map(lineBreakOf)).toEqual(['\r\n', '\n', '\n', '\n']);
+});
+
+test('what is shown at a point of the canvas is kept there', () => {
+  const project = sampleProject();
+  const offsets = fileOffsets(project);
+  for (const node of project.nodes) {
+    const back = toCanvas(offsets, node.file, toScreen(offsets, node.file, node));
+    expect([Math.round(back.x), Math.round(back.y)]).toEqual([node.x, node.y]);
+  }
+  const screen = (name: string): number => {
+    const node = findNode(project, name);
+    return node ? toScreen(offsets, node.file, node).y : 0;
+  };
+  expect(screen('surface_texture')).toBeGreaterThan(screen('screen_quad') + 40);
 });
 
 test('words and declared names are known', () => {

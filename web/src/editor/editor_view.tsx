@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 import { useState } from 'react';
+import { Choice } from '../choice';
 import { stages } from '../compiler/protocol';
 import {
   addReference,
@@ -47,20 +48,15 @@ function Passes({ name }: { name: string }) {
     projectOf(state).shaders.find((one) => one.name === state.shader),
   );
   return (
-    <div className="choice small" role="group" aria-label={`Passes of '${shaderName}'`}>
-      {stages.map((stage) => (
-        <button
-          key={stage}
-          aria-pressed={shader?.[stage].includes(name) ?? false}
-          title={`In the ${stage} pass of '${shaderName}'`}
-          onClick={() => {
-            edit((project) => toggleInPass(project, shaderName, stage, name));
-          }}
-        >
-          {stage}
-        </button>
-      ))}
-    </div>
+    <Choice
+      className="small"
+      label={`Passes of '${shaderName}' that have '${name}'`}
+      names={stages}
+      isPressed={(stage) => shader?.[stage].includes(name) ?? false}
+      onPress={(stage) => {
+        edit((project) => toggleInPass(project, shaderName, stage, name));
+      }}
+    />
   );
 }
 

@@ -4,7 +4,7 @@ import { defaultKeymap } from '@codemirror/commands';
 import { bracketMatching, indentUnit } from '@codemirror/language';
 import { type Diagnostic, lintGutter, setDiagnostics } from '@codemirror/lint';
 import { highlightSelectionMatches, searchKeymap } from '@codemirror/search';
-import { Annotation, type ChangeSpec, EditorState, type Text } from '@codemirror/state';
+import { Annotation, EditorState, type Text } from '@codemirror/state';
 import {
   drawSelection,
   EditorView,
@@ -19,26 +19,12 @@ import { edited, messagesOf, projectOf, type Store } from '../model/store';
 import { usePageStore } from '../model/use_store';
 import { completeWord } from './completion';
 import { appearance, linkedLines, onHoveredLine, setLinkedLines } from './setup';
+import { differenceOf, lineBreakOf, rangeOf } from './ranges';
 import { morlLanguage } from './text_mate';
 import { findDeclaration, languageWords } from './words';
 
 /** Marks transactions that bring the store's text into the editor. */
 const fromStore = Annotation.define<boolean>();
-
-/** What a message underlines: the word at its place, or the whole line. */
-export function rangeOf(doc: Text, message: Message): { from: number; to: number } {
-  const line = doc.line(Math.min(Math.max(message.line, 1), doc.lines));
-  if (message.column === 0) {
-    const indent = /^\s*/.exec(line.text)?.[0].length ?? 0;
-    return { from: line.from + indent, to: line.to };
-  }
-  const at = Math.min(line.from + message.column - 1, line.to);
-  const word = /^[\w$]+|^./.exec(line.text.slice(at - line.from))?.[0] ?? '';
-  // A fault is often found right behind the word that is wrong.
-  return word.trim() === ''
-    ? { from: Math.max(line.from, at - 1), to: at }
-    : { from: at, to: at + word.length };
-}
 
 function diagnosticsOf(doc: Text, messages: readonly Message[]): Diagnostic[] {
   return messages.map((message) => ({
@@ -55,7 +41,7 @@ function selectedNode(store: Store) {
 }
 
 /** Goes to where the word at the caret is declared, in this node or in another one. */
-export function goToDeclaration(store: Store, view: EditorView): boolean {
+function goToDeclaration(store: Store, view: EditorView): boolean {
   const state = store.getState();
   const node = selectedNode(store);
   const range = view.state.wordAt(view.state.selection.main.head);
@@ -73,22 +59,6 @@ export function goToDeclaration(store: Store, view: EditorView): boolean {
     goTo: { node: found.node, line: found.line, column: 1 },
   });
   return true;
-}
-
-/** The line break of a text; texts with several kinds keep their carriage returns as characters. */
-function lineBreakOf(content: string): string {
-  const all = content.split('\n').length - 1;
-  return all > 0 && content.split('\r\n').length - 1 === all ? '\r\n' : '\n';
-}
-
-/** What turns one text into another: the part between what both begin and end with. */
-export function differenceOf(before: string, after: string): ChangeSpec {
-  const shorter = Math.min(before.length, after.length);
-  let start = 0;
-  while (start < shorter && before[start] === after[start]) start += 1;
-  let same = 0;
-  while (same < shorter - start && before.at(-1 - same) === after.at(-1 - same)) same += 1;
-  return { from: start, to: before.length - same, insert: after.slice(start, after.length - same) };
 }
 
 function makeState(store: Store, content: string): EditorState {

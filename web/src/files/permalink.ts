@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-// A whole project as a short text, for the address and for the browser's own store.
+// A whole project as a short text, for the address.
 import { deflateSync, Inflate, strFromU8, strToU8 } from 'fflate';
 import { newId, type Project } from '../model/project';
 import { nodeFilePaths } from './node_file';
 
-/** A link or a stored text that cannot be read; the message is for the author. */
+/** A link, or what was kept, that cannot be read; the message is for the author. */
 export class LinkError extends Error {}
 
 const mark = '#morl1.';
@@ -158,6 +158,15 @@ function unpack(packed: Packed): Project {
   };
 }
 
+/** Whether a value that was read from somewhere is a project with everything that the page relies on. */
+export function isProject(value: unknown): value is Project {
+  try {
+    return isPacked(JSON.parse(JSON.stringify(pack(value as Project))));
+  } catch {
+    return false;
+  }
+}
+
 /** The fragment of an address, with its "#". */
 export function toLink(project: Project): string {
   return mark + toBase64Url(deflateSync(strToU8(JSON.stringify(pack(project))), { level: 9 }));
@@ -184,54 +193,5 @@ export function fromLink(fragment: string): Project {
   } catch (error) {
     const reason = error instanceof LinkError ? error.message : 'it is damaged';
     throw new LinkError(`this link cannot be opened: ${reason}; ask for it again`);
-  }
-}
-
-/** What the browser keeps under a name; null: nothing, or it lets pages keep nothing. */
-export function stored(key: string): string | null {
-  try {
-    return localStorage.getItem(key);
-  } catch {
-    return null;
-  }
-}
-
-/** Keeps a text. Returns whether there was room for it. */
-export function store(key: string, text: string): boolean {
-  try {
-    localStorage.setItem(key, text);
-    return true;
-  } catch {
-    return false;
-  }
-}
-
-const storeKey = 'morl.project';
-
-/** Keeps a project for the next visit. Returns whether there was room for it. */
-export function keep(project: Project): boolean {
-  return store(storeKey, JSON.stringify(project));
-}
-
-/** The project of the last visit, if there is one. @throws LinkError */
-export function kept(): Project | undefined {
-  const text = stored(storeKey);
-  if (text === null) {
-    return undefined;
-  }
-  try {
-    const project = JSON.parse(text) as Project;
-    if (!isPacked(JSON.parse(JSON.stringify(pack(project))))) {
-      throw new LinkError('damaged');
-    }
-    // The folder has to be opened again.
-    return {
-      ...project,
-      origin: null,
-      nodes: project.nodes.map((node) => ({ ...node, id: newId() })),
-    };
-  } catch {
-    store(`${storeKey}.damaged`, text);
-    throw new LinkError('what the last visit has left cannot be read; it was put aside');
   }
 }

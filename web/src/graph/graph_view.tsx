@@ -11,12 +11,14 @@ import {
   useReactFlow,
 } from '@xyflow/react';
 import { useEffect, useMemo, useRef, useState } from 'react';
+import type { Message } from '../compiler/protocol';
 import {
   addNode,
   addReference,
   duplicateNode,
   moveNodes,
   nodeById,
+  type Project,
   removeNodes,
   removeReference,
 } from '../model/project';
@@ -41,15 +43,15 @@ function reuse(last: readonly ShownNode[], next: readonly ShownNode[]): ShownNod
 type Drags = Readonly<Record<string, Point>>;
 
 function shownNodes(
-  state: State,
+  project: Project,
+  shaderName: string,
+  messages: readonly Message[],
   selected: string | null,
   drags: Drags,
   search: string,
 ): ShownNode[] {
-  const project = projectOf(state);
   const offsets = fileOffsets(project);
-  const shader = project.shaders.find((one) => one.name === state.shader);
-  const messages = messagesOf(state);
+  const shader = project.shaders.find((one) => one.name === shaderName);
   return project.nodes.map((node) => {
     const own = messages.filter((message) => message.node === node.name);
     const errors = own.filter((message) => message.severity === 'error').length;
@@ -74,9 +76,8 @@ function shownNodes(
   });
 }
 
-function shownEdges(state: State, chosen: string | null): Edge[] {
-  const project = projectOf(state);
-  const shader = project.shaders.find((one) => one.name === state.shader);
+function shownEdges(project: Project, shaderName: string, chosen: string | null): Edge[] {
+  const shader = project.shaders.find((one) => one.name === shaderName);
   const used = new Set([...(shader?.vertex ?? []), ...(shader?.fragment ?? [])]);
   return referencesOf(project).map(({ from, to }) => {
     const id = `${from.id}>${to.id}`;
@@ -93,25 +94,26 @@ function shownEdges(state: State, chosen: string | null): Edge[] {
 
 function Graph() {
   const store = usePageStore();
-  const state = usePage((whole) => whole);
+  const project = usePage(projectOf);
+  const shader = usePage((state) => state.shader);
+  const selected = usePage((state) => state.selected);
+  const answer = usePage((state) => state.answer);
+  const driverMessages = usePage((state) => state.driverMessages);
+  const theme = usePage((state) => state.theme);
   const flow = useReactFlow();
   const [drags, setDrags] = useState<Drags>({});
   const [edge, setEdge] = useState<string | null>(null);
   const [search, setSearch] = useState('');
-  const { history, shader, selected, answer, driverMessages } = state;
+  // The Delete key is about one thing: the edge, or otherwise the node.
+  const shownAsSelected = edge === null ? selected : null;
   const lastNodes = useRef<ShownNode[]>([]);
-  const nodes = useMemo(
-    () =>
-      (lastNodes.current = reuse(
-        lastNodes.current,
-        shownNodes(state, edge === null ? selected : null, drags, search),
-      )),
-    // The rest of the state does not show here.
-    // eslint-disable-next-line react-hooks/exhaustive-deps
-    [history, shader, selected, edge, answer, driverMessages, drags, search],
-  );
-  // eslint-disable-next-line react-hooks/exhaustive-deps
-  const edges = useMemo(() => shownEdges(state, edge), [history, shader, edge]);
+  const nodes = useMemo(() => {
+    const messages = messagesOf({ answer, driverMessages });
+    const next = shownNodes(project, shader, messages, shownAsSelected, drags, search);
+    lastNodes.current = reuse(lastNodes.current, next);
+    return lastNodes.current;
+  }, [project, shader, answer, driverMessages, shownAsSelected, drags, search]);
+  const edges = useMemo(() => shownEdges(project, shader, edge), [project, shader, edge]);
 
   const fitShader = (): void => {
     const used = nodes.filter((node) => node.data.isInVertex || node.data.isInFragment);
@@ -131,13 +133,13 @@ function Graph() {
   };
   const commit = (moved: Drags): void => {
     change((whole) =>
-      edited(whole, (project) => {
-        const offsets = fileOffsets(project);
+      edited(whole, (before) => {
+        const offsets = fileOffsets(before);
         const moves = Object.entries(moved).map(([id, point]) => {
-          const file = nodeById(project, id)?.file ?? '';
+          const file = nodeById(before, id)?.file ?? '';
           return { id, ...toCanvas(offsets, file, point) };
         });
-        return moveNodes(project, moves);
+        return moveNodes(before, moves);
       }),
     );
     setDrags({});
@@ -263,7 +265,7 @@ function Graph() {
           nodes={nodes}
           edges={edges}
           nodeTypes={nodeTypes}
-          colorMode={state.theme}
+          colorMode={theme}
           minZoom={0.1}
           edgesFocusable={false}
           deleteKeyCode={null}

@@ -3,6 +3,7 @@ import { EditorState } from '@codemirror/state';
 import { EditorView, lineNumbers } from '@codemirror/view';
 import type { Result } from 'morl';
 import { useEffect, useRef } from 'react';
+import { Choice } from '../choice';
 import { stages, targets } from '../compiler/protocol';
 import { appearance, linkedLines, onHoveredLine, setLinkedLines } from '../editor/setup';
 import type { State } from '../model/store';
@@ -92,32 +93,22 @@ export function OutputView() {
   return (
     <section className="panel output" aria-label="Generated texts">
       <div className="bar">
-        <div role="group" aria-label="Target" className="choice">
-          {targets.map((name) => (
-            <button
-              key={name}
-              aria-pressed={name === target}
-              onClick={() => {
-                store.setState({ target: name });
-              }}
-            >
-              {name}
-            </button>
-          ))}
-        </div>
-        <div role="group" aria-label="Stage" className="choice">
-          {stages.map((name) => (
-            <button
-              key={name}
-              aria-pressed={name === stage}
-              onClick={() => {
-                store.setState({ stage: name });
-              }}
-            >
-              {name}
-            </button>
-          ))}
-        </div>
+        <Choice
+          label="Target"
+          names={targets}
+          isPressed={(name) => name === target}
+          onPress={(name) => {
+            store.setState({ target: name });
+          }}
+        />
+        <Choice
+          label="Stage"
+          names={stages}
+          isPressed={(name) => name === stage}
+          onPress={(name) => {
+            store.setState({ stage: name });
+          }}
+        />
         <span className="space" />
         <button onClick={copy} disabled={!result}>
           Copy

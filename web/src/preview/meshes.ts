@@ -12,11 +12,6 @@ import type { MeshName } from '../model/store';
 /** The number of bones that the bent meshes use. */
 export const boneCount = 4;
 
-function fullScreenQuad(): BufferGeometry {
-  const quad = new PlaneGeometry(2, 2);
-  return quad;
-}
-
 function makeShape(name: MeshName): BufferGeometry {
   switch (name) {
     case 'sphere':
@@ -26,7 +21,7 @@ function makeShape(name: MeshName): BufferGeometry {
     case 'torus knot':
       return new TorusKnotGeometry(0.7, 0.24, 160, 24);
     case 'quad':
-      return fullScreenQuad();
+      return new PlaneGeometry(2, 2);
   }
 }
 

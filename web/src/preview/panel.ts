@@ -45,7 +45,7 @@ export function askedMacros(...passes: readonly (readonly MacroUse[])[]): MacroU
 }
 
 /** What decides which controls there are; their values do not. */
-export function panelShape(content: PanelContent): string {
+function panelShape(content: PanelContent): string {
   const uniforms = content.uniforms.map((one) => `${one.name} ${one.type}`);
   return [...uniforms, ...content.macros.map((one) => one.name)].join('\n');
 }
