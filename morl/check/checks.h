@@ -15,12 +15,13 @@ class MorlNode;
 /// What can be wrong with a pass whose sources are free of faults, and how it is told. The text
 /// says what happens, with "{}" for the name that it is about; the cure says what to do.
 struct CheckInfo {
-    std::string_view name;     ///< "mul-operand"; for the options of tools
-    std::string_view group;    ///< "names", "macros", "lost-code", "stages" or "targets"
-    std::string_view text;     ///< "'{}' is not declared here"
-    std::string_view cure;     ///< may be empty
-    std::string_view targets;  ///< those that it concerns, separated by blanks; empty: all
-    bool isRefused = false;    ///< whether compilers refuse the text because of it
+    std::string_view name;   ///< "mul-operand"; for the options of tools
+    std::string_view group;  ///< "names", "macros", "lost-code", "stages" or "targets"
+    std::string_view text;   ///< "'{}' is not declared here"
+    std::string_view cure;   ///< may be empty
+    std::string targets;     ///< those that it concerns, separated by blanks; empty: all
+    unsigned traits = 0;     ///< TargetTraits: it concerns targets that have one of them
+    bool isRefused = false;  ///< whether compilers refuse the text because of it
 };
 
 /// All checks, one row each, in a fixed order.

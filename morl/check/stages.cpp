@@ -4,7 +4,7 @@
 #include "morl/check/internal/check_kind.h"
 #include "morl/core/internal/nearest.h"
 #include "morl/core/limits.h"
-#include "morl/core/string_helper.h"
+#include "morl/translator/targets.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -32,10 +32,9 @@ void Add(CheckKind kind, const PassReport& report, const ReportDeclare& declare,
          const std::string& hint, std::vector<ReportWarning>& warnings)
 {
     const CheckInfo& info = InfoOf(kind);
-    std::string text = StringHelper::ReplaceAll(std::string(info.text), "{}", declare.name) + hint;
-    text += info.cure.empty() ? "" : "; " + std::string(info.cure);
     warnings.push_back({info.name, report.nodes[static_cast<std::size_t>(declare.node)],
-                        declare.line, declare.column, declare.name, text});
+                        declare.line, declare.column, declare.name,
+                        WarningText(info, declare.name, hint)});
 }
 
 std::string Suggestion(const std::vector<const ReportDeclare*>& outputs, const std::string& name)
@@ -50,6 +49,12 @@ std::string Suggestion(const std::vector<const ReportDeclare*>& outputs, const s
                            : "; did you mean '" + nearest + "'?";
 }
 
+bool Concerns(CheckKind kind, const std::string& target)
+{
+    const TargetInfo* info = FindTargetInfo(target);
+    return info != nullptr && info->Has(InfoOf(kind).traits);
+}
+
 /// Macros that are set for both passes, but that neither of them asks for.
 void CheckMacros(const PassReport& vertex, const PassReport& fragment,
                  std::vector<ReportWarning>& warnings)
@@ -57,8 +62,7 @@ void CheckMacros(const PassReport& vertex, const PassReport& fragment,
     const CheckInfo& info = InfoOf(CheckKind::UnusedMacro);
     for (const std::string& name : vertex.unusedMacros) {
         if (std::binary_search(fragment.unusedMacros.begin(), fragment.unusedMacros.end(), name)) {
-            warnings.push_back({info.name, "", 0, 0, name,
-                                StringHelper::ReplaceAll(std::string(info.text), "{}", name)});
+            warnings.push_back({info.name, "", 0, 0, name, WarningText(info, name, "")});
         }
     }
 }
@@ -90,13 +94,13 @@ void CheckStages(const PassReport& vertex, const PassReport& fragment, const std
         const std::size_t place = found->second;
         const bool hasOtherSemantic = outputs[place]->semantic != input.semantic &&
                                       !input.semantic.empty() && !outputs[place]->semantic.empty();
-        if (hasOtherSemantic && target.compare(0, 4, "hlsl") == 0) {
+        if (hasOtherSemantic && Concerns(CheckKind::VaryingSemantic, target)) {
             Add(CheckKind::VaryingSemantic, fragment, input, "", warnings);
         }
         if (outputs[place]->type != input.type) {
             Add(CheckKind::VaryingType, fragment, input, "", warnings);
         }
-        if (target == "hlsl10" && place != i && !hasMoved) {
+        if (place != i && !hasMoved && Concerns(CheckKind::VaryingPlace, target)) {
             hasMoved = true;
             Add(CheckKind::VaryingPlace, fragment, input, "", warnings);
         }

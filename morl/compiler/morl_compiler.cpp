@@ -9,6 +9,7 @@
 #include "morl/core/messages.h"
 #include "morl/linker/morl_linker.h"
 #include "morl/parser/morl_parser.h"
+#include "morl/translator/internal/target_record.h"
 #include "morl/translator/internal/write_request.h"
 #include "morl/translator/internal/written_lines.h"
 
@@ -115,7 +116,7 @@ void MorlCompiler::RunReported(PassProperty& pass, ShaderOutput& output, PassRep
 void MorlCompiler::Run(PassProperty& pass, ShaderOutput& output, PassReport* report,
                        std::vector<ReportWarning>* warnings)
 {
-    const TargetSpellings* target = FindSpellings(pass.target);
+    const TargetRecord* target = FindTarget(pass.target);
     if (target == nullptr) {
         LogGraphicsError(messages::kUnknownTarget + pass.target);
     }
@@ -150,7 +151,7 @@ void MorlCompiler::Run(PassProperty& pass, ShaderOutput& output, PassReport* rep
         if (!unknownReferences) {
             unknownReferences = FindUnknownReferences(nodes);
         }
-        CheckPass({pass, linked, link, nodes, *unknownReferences}, *warnings);
+        CheckPass({pass, *target, linked, link, nodes, *unknownReferences}, *warnings);
     }
 }
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Classification of tokens, and how tightly operators bind.
+#include "morl/parser/internal/keywords.h"
 #include "morl/parser/morl_parser.h"
 
 namespace ns_ruke {
@@ -10,30 +11,33 @@ bool InRange(ENUM_TOKEN token, ENUM_TOKEN first, ENUM_TOKEN last)
     return token >= first && token <= last;
 }
 
+// The values of the operators, and of the words that existed first, are part of the interface.
+static_assert(TOKEN_AUTO == 24 && TOKEN_SAUTO == 49 && TOKEN_WHILE == 77 && TOKEN_OR == 111);
+static_assert(TOKEN_ABS == 135 && TOKEN_DISCARD == 137 && TOKEN_NONE == 138);
+
 }  // namespace
 
 bool MorlParser::IsGlobalBuffer(ENUM_TOKEN token) const
 {
-    return InRange(token, TOKEN_UNIFORM, TOKEN_OUT);
+    return ClassOf(token) == WordClass::Buffer;
 }
 
 bool MorlParser::IsVarType(ENUM_TOKEN token) const
 {
-    return InRange(token, TOKEN_FLOAT, TOKEN_FLOAT4X4) ||
-           InRange(token, TOKEN_SAMPLER1D, TOKEN_AUTO);
+    return ClassOf(token) == WordClass::Type;
 }
 
 bool MorlParser::IsRegister(ENUM_TOKEN token) const
 {
-    return InRange(token, TOKEN_POSITION, TOKEN_SAUTO);
+    return ClassOf(token) == WordClass::Semantic;
 }
 
 bool MorlParser::IsControl(ENUM_TOKEN token) const
 {
-    return InRange(token, TOKEN_IF, TOKEN_WHILE);
+    return ClassOf(token) == WordClass::Control;
 }
 
-bool MorlParser::IsFunction(std::string_view /*name*/) const
+bool MorlParser::IsFunction(std::string /*name*/) const
 {
     return false;
 }
@@ -55,16 +59,15 @@ bool MorlParser::IsUnaryOperator(ENUM_TOKEN token) const
 
 bool MorlParser::IsSpecialKeyWord(ENUM_TOKEN token) const
 {
-    return token == TOKEN_DISCARD;
+    return ClassOf(token) == WordClass::Special;
 }
 
 bool MorlParser::IsSystemFunction(ENUM_TOKEN token) const
 {
-    return InRange(token, TOKEN_TEX1D, TOKEN_ABS) ||
-           InRange(token, TOKEN_FLOAT3X3_CONSTRUCT, TOKEN_FLOAT4X4_TRANPOSE);
+    return ClassOf(token) == WordClass::Function;
 }
 
-bool MorlParser::IsKeyword(const std::string& word) const
+bool MorlParser::IsKeyword(std::string& word) const
 {
     return keywords.Find(word) != TOKEN_NONE;
 }

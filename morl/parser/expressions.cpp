@@ -31,7 +31,7 @@ MorlExpression* MorlParser::ParsePrimary(bool& failed)
 {
     std::string_view word;
     const ENUM_TOKEN token = ParseToken(word);
-    if (token == TOKEN_IDENTIFIER && !IsFunction(word)) {
+    if (token == TOKEN_IDENTIFIER) {
         return Make<MorlVariable>(word).release();
     }
     if (token == TOKEN_NUMBER) {

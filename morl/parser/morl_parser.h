@@ -44,14 +44,15 @@ public:
     bool IsVarType(ENUM_TOKEN token) const;
     bool IsRegister(ENUM_TOKEN token) const;
     bool IsControl(ENUM_TOKEN token) const;
-    /// Whether a name can be called. False for every name: the language has no user functions.
-    bool IsFunction(std::string_view name) const;
+    /// Whether a name can be called. False for every name, so the parser does not ask: the language
+    /// has no user functions.
+    bool IsFunction(std::string name) const;
     bool IsAssignOperator(ENUM_TOKEN token) const;
     bool IsBinaryOperator(ENUM_TOKEN token) const;
     bool IsUnaryOperator(ENUM_TOKEN token) const;
     bool IsSpecialKeyWord(ENUM_TOKEN token) const;
     bool IsSystemFunction(ENUM_TOKEN token) const;
-    bool IsKeyword(const std::string& word) const;
+    bool IsKeyword(std::string& word) const;
     /// How tightly an operator binds: from 5 (tightest) to 0 ("&&", "||" and anything that is not
     /// an operator).
     int GetOperatorPriority(ENUM_TOKEN token) const;

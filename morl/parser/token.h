@@ -7,8 +7,7 @@ namespace ns_ruke {
 
 /// The single vocabulary of the compiler. Tokens of the source language, kinds of tree nodes,
 /// operators, types, buffer classes and semantics share it, so a parsed token can be stored in the
-/// tree unchanged. The values are part of the interface, and MorlParser classifies tokens by ranges
-/// of values.
+/// tree unchanged. The values are part of the interface.
 enum ENUM_TOKEN : std::int32_t {
     // Variable types.
     TOKEN_VOID = 0,
@@ -178,8 +177,5 @@ enum ENUM_TOKEN : std::int32_t {
     TOKEN_DISCARD = 137,
     TOKEN_NONE = 138,
 };
-
-/// How many values ENUM_TOKEN has.
-constexpr int kTokenCount = 139;
 
 }  // namespace ns_ruke

@@ -17,13 +17,14 @@ public:
     MorlTranslatorGLSL& operator=(const MorlTranslatorGLSL&) = default;
     ~MorlTranslatorGLSL() override;
 
-    /// What requests are written with.
-    static const TargetSpellings& Spellings();
-
     /// The global of one output, if it needs one.
     std::string WriteOutputDeclare(MorlDeclare* declare);
     /// The lines at the end of the entry function that copy the locals to the outputs.
     std::string WriteFinalOutput(std::vector<MorlDeclare*> outputs);
+
+private:
+    friend struct TargetRow;
+    static const TargetRecord& Record();
 };
 
 }  // namespace ns_ruke

@@ -19,9 +19,6 @@ public:
     MorlTranslatorGLSLES& operator=(const MorlTranslatorGLSLES&) = default;
     ~MorlTranslatorGLSLES() override;
 
-    /// What requests are written with.
-    static const TargetSpellings& Spellings();
-
     /// The global of one output, if it needs one.
     std::string WriteOutputDeclare(MorlDeclare* declare);
     /// The lines at the end of the entry function that copy the locals to the outputs.
@@ -31,6 +28,10 @@ public:
     bool SortByRegister(MorlDeclare* a, MorlDeclare* b);
     /// Sorts a list by register; declarations of equal rank keep their order.
     void Sort(std::vector<MorlDeclare*>& declares);
+
+private:
+    friend struct TargetRow;
+    static const TargetRecord& Record();
 };
 
 }  // namespace ns_ruke

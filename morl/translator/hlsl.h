@@ -19,11 +19,12 @@ public:
     MorlTranslatorHLSL& operator=(const MorlTranslatorHLSL&) = default;
     ~MorlTranslatorHLSL() override;
 
-    /// What requests are written with.
-    static const TargetSpellings& Spellings();
-
     /// One member of the output struct.
     std::string WriteOutputDeclare(MorlDeclare* declare);
+
+private:
+    friend struct TargetRow;
+    static const TargetRecord& Record();
 };
 
 }  // namespace ns_ruke

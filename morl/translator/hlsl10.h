@@ -19,9 +19,6 @@ public:
     MorlTranslatorHLSL10& operator=(const MorlTranslatorHLSL10&) = default;
     ~MorlTranslatorHLSL10() override;
 
-    /// What requests are written with.
-    static const TargetSpellings& Spellings();
-
     /// One member of the output struct.
     std::string WriteOutputDeclare(MorlDeclare* declare);
     /// The rank of a declaration in the register order, and whether `a` comes before `b`.
@@ -29,6 +26,10 @@ public:
     bool SortByRegister(MorlDeclare* a, MorlDeclare* b);
     /// Sorts a list by register; declarations of equal rank keep their order.
     void Sort(std::vector<MorlDeclare*>& declares);
+
+private:
+    friend struct TargetRow;
+    static const TargetRecord& Record();
 };
 
 }  // namespace ns_ruke

@@ -2,7 +2,6 @@
 #include "morl/translator/morl_translator.h"
 
 #include "morl/translator/internal/fill_output.h"
-#include "morl/translator/internal/target_spellings.h"
 #include "morl/translator/internal/walk.h"
 
 #include <utility>
@@ -82,7 +81,7 @@ std::string MorlTranslator::WriteFileHeader()
 
 std::string MorlTranslator::WriteFunctionCall(MorlFunctionCall* call)
 {
-    return Collect(*this, [&](auto& walk) { walk.PlainCall(call); });
+    return Collect(*this, nullptr, [&](Walk& walk) { walk.PlainCall(call); });
 }
 
 std::string MorlTranslator::WriteVariable(MorlVariable* variable)
@@ -98,7 +97,7 @@ std::string MorlTranslator::WriteFunctionList(std::vector<MorlFunction*> /*funct
 
 std::string MorlTranslator::WriteFunction(MorlFunction* function)
 {
-    return Collect(*this, [&](auto& walk) { walk.Sentences(function->sentences, 1); });
+    return Collect(*this, nullptr, [&](Walk& walk) { walk.Sentences(function->sentences, 1); });
 }
 
 std::string MorlTranslator::WriteDeclare(MorlDeclare* /*declare*/)
@@ -110,52 +109,52 @@ std::string MorlTranslator::WriteDeclare(MorlDeclare* /*declare*/)
 
 std::string MorlTranslator::WriteSentence(MorlSentence* sentence, int indent)
 {
-    return Collect(*this, [&](auto& walk) { walk.Sentence(sentence, indent); });
+    return Collect(*this, nullptr, [&](Walk& walk) { walk.Sentence(sentence, indent); });
 }
 
 std::string MorlTranslator::WriteEmptySentence(MorlEmptySentence* /*sentence*/, int indent)
 {
-    return Collect(*this, [&](auto& walk) { walk.EmptySentence(indent); });
+    return Collect(*this, nullptr, [&](Walk& walk) { walk.EmptySentence(indent); });
 }
 
 std::string MorlTranslator::WriteSpecialSentence(MorlSpecialSentence* sentence, int indent)
 {
-    return Collect(*this, [&](auto& walk) { walk.SpecialSentence(sentence, indent); });
+    return Collect(*this, nullptr, [&](Walk& walk) { walk.SpecialSentence(sentence, indent); });
 }
 
 std::string MorlTranslator::WriteSingleComment(MorlSingleCommentSentence* sentence, int indent)
 {
-    return Collect(*this, [&](auto& walk) { walk.SingleComment(sentence, indent); });
+    return Collect(*this, nullptr, [&](Walk& walk) { walk.SingleComment(sentence, indent); });
 }
 
 std::string MorlTranslator::WriteMultiComment(MorlMultiCommentSentence* sentence, int indent)
 {
-    return Collect(*this, [&](auto& walk) { walk.MultiComment(sentence, indent); });
+    return Collect(*this, nullptr, [&](Walk& walk) { walk.MultiComment(sentence, indent); });
 }
 
 std::string MorlTranslator::WriteDefinitionSentence(MorlDefinitionSentence* sentence, int indent)
 {
-    return Collect(*this, [&](auto& walk) { walk.DefinitionSentence(sentence, indent); });
+    return Collect(*this, nullptr, [&](Walk& walk) { walk.DefinitionSentence(sentence, indent); });
 }
 
 std::string MorlTranslator::WriteAssignSentence(MorlAssignSentence* sentence, int indent)
 {
-    return Collect(*this, [&](auto& walk) { walk.AssignSentence(sentence, indent); });
+    return Collect(*this, nullptr, [&](Walk& walk) { walk.AssignSentence(sentence, indent); });
 }
 
 std::string MorlTranslator::WriteIfSentence(MorlIfSentence* sentence, int indent)
 {
-    return Collect(*this, [&](auto& walk) { walk.IfSentence(sentence, indent); });
+    return Collect(*this, nullptr, [&](Walk& walk) { walk.IfSentence(sentence, indent); });
 }
 
 std::string MorlTranslator::WriteForSentence(MorlForSentence* sentence, int indent)
 {
-    return Collect(*this, [&](auto& walk) { walk.ForSentence(sentence, indent); });
+    return Collect(*this, nullptr, [&](Walk& walk) { walk.ForSentence(sentence, indent); });
 }
 
 std::string MorlTranslator::WriteDefinitionArray(MorlExpression* size)
 {
-    return Collect(*this, [&](auto& walk) { walk.DefinitionArray(size); });
+    return Collect(*this, nullptr, [&](Walk& walk) { walk.DefinitionArray(size); });
 }
 
 std::string MorlTranslator::WriteAssignOperator(ENUM_TOKEN token)
@@ -165,22 +164,22 @@ std::string MorlTranslator::WriteAssignOperator(ENUM_TOKEN token)
 
 std::string MorlTranslator::WriteExpression(MorlExpression* expression)
 {
-    return Collect(*this, [&](auto& walk) { walk.Expression(expression); });
+    return Collect(*this, nullptr, [&](Walk& walk) { walk.Expression(expression); });
 }
 
 std::string MorlTranslator::WriteUnaryOperation(MorlUnaryOperation* operation)
 {
-    return Collect(*this, [&](auto& walk) { walk.UnaryOperation(operation); });
+    return Collect(*this, nullptr, [&](Walk& walk) { walk.UnaryOperation(operation); });
 }
 
 std::string MorlTranslator::WriteBinaryOperation(MorlBinaryOperation* operation)
 {
-    return Collect(*this, [&](auto& walk) { walk.BinaryOperation(operation); });
+    return Collect(*this, nullptr, [&](Walk& walk) { walk.BinaryOperation(operation); });
 }
 
 std::string MorlTranslator::WriteParenthesiseExpression(MorlParenthesiseExpression* expression)
 {
-    return Collect(*this, [&](auto& walk) { walk.ParenthesiseExpression(expression); });
+    return Collect(*this, nullptr, [&](Walk& walk) { walk.ParenthesiseExpression(expression); });
 }
 
 std::string MorlTranslator::WriteNumber(MorlNumber* number)

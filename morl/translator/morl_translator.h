@@ -12,6 +12,8 @@
 
 namespace ns_ruke {
 
+struct TargetRecord;
+
 /// The base of the back ends: writes a linked program as source text of one target.
 ///
 /// The base class defines the order of the sections, the walk over statements and expressions, and
@@ -99,8 +101,11 @@ protected:
     std::unordered_map<std::string, int> samplerRegisters;
 
 private:
-    friend class HookAnswers;
-    friend class RecordAnswers;
+    friend class Answers;
+    friend struct WrittenRequest;
+    template <class Part>
+    friend std::string Collect(MorlTranslator& translator, const TargetRecord* target,
+                               const Part& part);
 
     /// Counts the text that calls repeat, which kMaxRepeatedText bounds. The count restarts with
     /// each outermost call of an operation, and in a copied translator.

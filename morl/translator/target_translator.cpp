@@ -1,18 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "morl/translator/target_translator.h"
 
-#include "morl/translator/internal/bindings.h"
-#include "morl/translator/internal/target_spellings.h"
 #include "morl/translator/internal/walk.h"
 
 namespace ns_ruke {
 
-MorlTargetTranslator::MorlTargetTranslator(const TargetSpellings& targetSpellings)
-    : spellings(&targetSpellings)
+MorlTargetTranslator::MorlTargetTranslator(const TargetRecord& targetRecord) : record(&targetRecord)
 {
 }
 
 MorlTargetTranslator::~MorlTargetTranslator() = default;
+
+std::string MorlTargetTranslator::Collect(const std::function<void(Walk& walk)>& part)
+{
+    return ns_ruke::Collect(*this, record, part);
+}
 
 void MorlTargetTranslator::Reset()
 {
@@ -22,17 +24,17 @@ void MorlTargetTranslator::Reset()
 
 std::string MorlTargetTranslator::WriteFileHeader()
 {
-    return std::string(spellings->header);
+    return std::string(record->header);
 }
 
 std::string MorlTargetTranslator::WriteFunctionCall(MorlFunctionCall* call)
 {
-    return Collect(*this, [&](auto& walk) { walk.Call(call, spellings->callForms); });
+    return Collect([&](Walk& walk) { walk.Call(call); });
 }
 
 std::string MorlTargetTranslator::WriteFunctionName(const MorlFunctionCall* call)
 {
-    const SpellingTable& functions = spellings->functions;
+    const SpellingTable& functions = record->functions;
     return functions.Has(call->functionToken) ? std::string(functions.Text(call->functionToken))
                                               : call->name;
 }
@@ -45,12 +47,12 @@ std::string MorlTargetTranslator::WriteVariable(MorlVariable* variable)
 
 std::string MorlTargetTranslator::WriteBuffer(ENUM_TOKEN token)
 {
-    return std::string(spellings->buffers.Text(token, program));
+    return std::string(record->buffers.Text(token, program));
 }
 
 std::string MorlTargetTranslator::WriteVariableType(ENUM_TOKEN token)
 {
-    return std::string(spellings->types.Text(token));
+    return std::string(record->types.Text(token));
 }
 
 std::string MorlTargetTranslator::WriteVariableType(MorlDeclare* declare)
@@ -61,7 +63,7 @@ std::string MorlTargetTranslator::WriteVariableType(MorlDeclare* declare)
 
 std::string MorlTargetTranslator::ConcludeVariableType(ENUM_TOKEN token)
 {
-    return std::string(spellings->autoTypes.Text(token));
+    return std::string(record->autoTypes.Text(token));
 }
 
 std::string MorlTargetTranslator::WriteOperator(ENUM_TOKEN token)
@@ -71,46 +73,42 @@ std::string MorlTargetTranslator::WriteOperator(ENUM_TOKEN token)
 
 std::string MorlTargetTranslator::WriteKeyword(ENUM_TOKEN token)
 {
-    return std::string(kKeywords.Text(token));
+    return std::string(kSpecialWords.Text(token));
 }
 
 std::string MorlTargetTranslator::WriteUniformList(Declares uniforms)
 {
-    return Collect(*this, [&](auto& walk) { spellings->hookSections.uniforms(walk, uniforms); });
+    return Collect([&](Walk& walk) { record->layout.uniforms(walk, uniforms); });
 }
 
 std::string MorlTargetTranslator::WriteInputList(Declares inputs)
 {
-    return Collect(*this, [&](auto& walk) { spellings->hookSections.inputs(walk, inputs); });
+    return Collect([&](Walk& walk) { record->layout.inputs(walk, inputs); });
 }
 
 std::string MorlTargetTranslator::WriteOutputList(Declares outputs)
 {
-    return Collect(*this, [&](auto& walk) { spellings->hookSections.outputs(walk, outputs); });
+    return Collect([&](Walk& walk) { record->layout.outputs(walk, outputs); });
 }
 
 std::string MorlTargetTranslator::WriteMainFunction(MorlProgram* linked)
 {
-    return Collect(*this, [&](auto& walk) { spellings->hookSections.main(walk, *linked); });
+    return Collect([&](Walk& walk) { record->layout.main(walk, *linked); });
 }
 
 std::string MorlTargetTranslator::WriteInputConvert(Declares inputs)
 {
-    return Collect(*this, [&](auto& walk) { spellings->hookSections.inputConvert(walk, inputs); });
+    return Collect([&](Walk& walk) { record->layout.inputConvert(walk, inputs); });
 }
 
 std::string MorlTargetTranslator::WriteOutputConvert(Declares outputs)
 {
-    return Collect(*this,
-                   [&](auto& walk) { spellings->hookSections.outputConvert(walk, outputs); });
+    return Collect([&](Walk& walk) { record->layout.outputConvert(walk, outputs); });
 }
 
 std::string MorlTargetTranslator::WriteRegister(MorlDeclare* declare, MorlRegister* binding)
 {
-    return Collect(*this, [&](auto& walk) {
-        const AssignedTexcoords texcoords = {outputSemantics, texcoordCounter};
-        AppendBinding(walk.text, *spellings, walk.answers, texcoords, declare, binding);
-    });
+    return Collect([&](Walk& walk) { walk.Binding(declare, binding, texcoordCounter); });
 }
 
 }  // namespace ns_ruke

@@ -4,12 +4,14 @@
 #include "morl/translator/morl_translator.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
 namespace ns_ruke {
 
-struct TargetSpellings;
+struct TargetRecord;
+class Walk;
 
 /// What all targets have in common: the operations look up in the target's record how it spells
 /// something, and how it lays out the parts of a shader.
@@ -39,10 +41,13 @@ public:
     std::string WriteRegister(MorlDeclare* declare, MorlRegister* binding) override;
 
 protected:
-    /// @param targetSpellings must outlive the translator.
-    explicit MorlTargetTranslator(const TargetSpellings& targetSpellings);
+    /// @param targetRecord must outlive the translator.
+    explicit MorlTargetTranslator(const TargetRecord& targetRecord);
 
-    const TargetSpellings* spellings;
+    /// The text that a part of the walk writes with this translator's operations.
+    std::string Collect(const std::function<void(Walk& walk)>& part);
+
+    const TargetRecord* record;
     std::uint32_t texcoordCounter = 0;  ///< the number of the next automatic texture coordinate
 };
 

@@ -173,7 +173,7 @@ std::string WithCheckTable(const std::string& document)
     for (const ns_ruke::CheckInfo& check : ns_ruke::MorlChecks()) {
         const std::string text =
             ns_ruke::StringHelper::ReplaceAll(std::string(check.text), "{}", "NAME");
-        const std::string targets(check.targets);
+        const std::string& targets = check.targets;
         table += TableRow({std::string(check.group), "`" + std::string(check.name) + "`", text,
                            targets.empty() ? "all" : targets});
     }

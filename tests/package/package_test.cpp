@@ -251,6 +251,7 @@ TEST_F(Package, ExportsThePublicInterfaceOnly)
 {
     const std::set<std::string> expected = {
         "CheckStages",
+        "FindTargetInfo",
         "KeywordMap",
         "LogLine",
         "LogScope",

@@ -7,6 +7,8 @@ namespace {
 
 using namespace ns_ruke;
 
+constexpr int kTokenCount = 139;
+
 // One letter per class: buffer, var type, register, control, assign, binary, unary, special,
 // system.
 TEST(Token, ClassifiesEveryValue)
@@ -67,8 +69,10 @@ TEST(Token, KeepsTheKeywordTableWhenItIsFilledAgain)
         signs += isWord ? "" : std::to_string(keyword.token) + std::string(keyword.spelling) + " ";
     }
     EXPECT_EQ(signs, "97+ 98- 99* 100/ 102. 103< 104<= 105> 106>= 107== 108!= ");
-    EXPECT_TRUE(parser.IsKeyword("!="));
-    EXPECT_FALSE(parser.IsKeyword("%"));
+    std::string known = "!=";
+    std::string unknown = "%";
+    EXPECT_TRUE(parser.IsKeyword(known));
+    EXPECT_FALSE(parser.IsKeyword(unknown));
 }
 
 }  // namespace

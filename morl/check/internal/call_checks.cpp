@@ -2,62 +2,23 @@
 // Calls: constructors, matrices, sampling, and the arguments of intrinsics.
 #include "morl/ast/stage.h"
 #include "morl/check/internal/pass_checker.h"
-#include "morl/core/string_helper.h"
+#include "morl/translator/internal/bindings.h"
 
 #include <algorithm>
 
 namespace ns_ruke {
 namespace {
 
-constexpr char kShadowMapPrefix[] = "shadowMap";
-
-std::string Quoted(const std::string& name)
+std::string Quoted(std::string_view name)
 {
-    return "'" + name + "'";
+    return "'" + std::string(name) + "'";
 }
 
-/// How many arguments an intrinsic takes; 0: it is not checked here.
-std::size_t ArgumentCountOf(ENUM_TOKEN function)
+/// Whether a call with another number of arguments is reported here. A constructor takes any
+/// number; what reads samplers or makes matrices is reported when it is written.
+bool IsCounted(std::string_view arguments)
 {
-    switch (function) {
-    case TOKEN_SATURATE:
-    case TOKEN_LENGTH:
-    case TOKEN_NORMALIZE:
-    case TOKEN_SIN:
-    case TOKEN_COS:
-    case TOKEN_TAN:
-    case TOKEN_COT:
-    case TOKEN_ABS:
-        return 1;
-    case TOKEN_CLAMP:
-    case TOKEN_LERP:
-        return 3;
-    case TOKEN_MAX:
-    case TOKEN_MIN:
-    case TOKEN_REFLECT:
-    case TOKEN_DOT:
-    case TOKEN_CROSS:
-    case TOKEN_MUL:
-    case TOKEN_POW:
-        return 2;
-    default:
-        return 0;
-    }
-}
-
-/// The first argument that may be a number beside vectors, in GLSL; all before it are alike.
-std::size_t FirstFreeArgument(ENUM_TOKEN function)
-{
-    switch (function) {
-    case TOKEN_MAX:
-    case TOKEN_MIN:
-    case TOKEN_CLAMP:
-        return 1;
-    case TOKEN_LERP:
-        return 2;
-    default:
-        return 4;
-    }
+    return !arguments.empty() && arguments.find_first_of("cs") == std::string_view::npos;
 }
 
 }  // namespace
@@ -78,10 +39,10 @@ ValueType PassChecker::Call(const MorlFunctionCall& call)
 ValueType PassChecker::CallOf(const MorlFunctionCall& call, const Arguments& arguments,
                               bool isWhole)
 {
-    const std::size_t expected = ArgumentCountOf(call.functionToken);
-    if (expected > 0 && arguments.size() != expected) {
+    const std::string_view expected = KeywordMap::RowOf(call.functionToken).arguments;
+    if (IsCounted(expected) && arguments.size() != expected.size()) {
         Warn(CheckKind::ArgumentCount, call.offset, call.name,
-             ": " + std::to_string(arguments.size()) + " for " + std::to_string(expected));
+             ": " + std::to_string(arguments.size()) + " for " + std::to_string(expected.size()));
         return {};
     }
     switch (call.functionToken) {
@@ -105,13 +66,14 @@ ValueType PassChecker::CallOf(const MorlFunctionCall& call, const Arguments& arg
     default:
         break;
     }
-    return TypeOfToken(call.functionToken).IsKnown() ? Constructor(call, arguments)
-                                                     : Intrinsic(call, arguments);
+    return KeywordMap::RowOf(call.functionToken).wordClass == WordClass::Type
+               ? Constructor(call, arguments)
+               : Intrinsic(call, arguments);
 }
 
 ValueType PassChecker::Constructor(const MorlFunctionCall& call, const Arguments& arguments)
 {
-    const ValueType type = TypeOfToken(call.functionToken);
+    const ValueType type = KeywordMap::TypeOf(call.functionToken);
     const bool areKnown = std::all_of(arguments.begin(), arguments.end(), [](ValueType argument) {
         return argument.IsNumeric() || argument.base == ValueBase::BoneIndex ||
                argument.base == ValueBase::Bool;
@@ -150,7 +112,7 @@ ValueType PassChecker::MatrixHelper(const MorlFunctionCall& call)
             Warn(CheckKind::MatrixHelperOperand, argument->offset, call.name);
         }
     }
-    return TypeOfToken(call.functionToken);
+    return KeywordMap::TypeOf(call.functionToken);
 }
 
 /// Whether an operand is a number, as far as that can be seen without checking it.
@@ -220,7 +182,7 @@ ValueType PassChecker::Sample(const MorlFunctionCall& call)
     const bool isNamed = !call.arguments.empty() && call.arguments[0]->unitType == TOKEN_IDENTIFIER;
     const std::string name =
         isNamed ? static_cast<const MorlVariable*>(call.arguments[0])->name : std::string();
-    if (!StringHelper::StartWith(name, kShadowMapPrefix, false)) {
+    if (!IsShadowMap(name)) {
         return {ValueBase::Float, 4, 1};
     }
     const bool compares = call.arguments.size() > 2;
@@ -247,17 +209,18 @@ ValueType PassChecker::Intrinsic(const MorlFunctionCall& call, const Arguments& 
             widest = argument;
         }
     }
-    const std::size_t free = FirstFreeArgument(call.functionToken);
+    const Keyword& function = KeywordMap::RowOf(call.functionToken);
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const ValueType argument = arguments[i];
-        if (argument.rows != widest.rows && (i < free || !argument.IsNumber())) {
+        if (argument.rows != widest.rows &&
+            (function.arguments[i] != 'n' || !argument.IsNumber())) {
             Warn(CheckKind::WidthMismatch, call.arguments[i]->offset,
-                 "in " + Quoted(call.name) + ", a " + Quoted(NameOf(argument)) + " meets a " +
-                     Quoted(NameOf(widest)));
+                 "in " + Quoted(call.name) + ", a " + Quoted(KeywordMap::WordOf(argument)) +
+                     " meets a " + Quoted(KeywordMap::WordOf(widest)));
         }
     }
-    const bool isReduced = call.functionToken == TOKEN_DOT || call.functionToken == TOKEN_LENGTH;
-    return isReduced ? kFloat : ValueType{ValueBase::Float, widest.rows, widest.columns};
+    return function.type.IsKnown() ? function.type
+                                   : ValueType{ValueBase::Float, widest.rows, widest.columns};
 }
 
 }  // namespace ns_ruke

@@ -52,7 +52,7 @@ bool ContinuesWord(char c)
 
 bool IsType(ENUM_TOKEN token)
 {
-    return token == TOKEN_AUTO || TypeOfToken(token).IsKnown();
+    return token == TOKEN_AUTO || KeywordMap::TypeOf(token).IsKnown();
 }
 
 /// Whether a source declares a name: the word follows a type, and not in a comment.
@@ -368,7 +368,8 @@ ValueType PassChecker::CombineNumbers(const Term& term, ValueType left, ValueTyp
     CheckInt(leftOperand, left, right);
     if (left.IsVector() && right.IsVector() && left.rows != right.rows) {
         Warn(CheckKind::WidthMismatch, term.offset,
-             "a '" + NameOf(left) + "' meets a '" + NameOf(right) + "'");
+             "a '" + std::string(KeywordMap::WordOf(left)) + "' meets a '" +
+                 std::string(KeywordMap::WordOf(right)) + "'");
     }
     const ValueBase base = left.base == right.base ? left.base : ValueBase::Float;
     return {base, std::max(left.rows, right.rows), 1};

@@ -74,7 +74,7 @@ UnknownReferences FindUnknownReferences(const std::unordered_map<std::string, Mo
 
 void CheckPass(const PassCheckInput& input, std::vector<ReportWarning>& warnings)
 {
-    WarningList list(input.link, input.pass.target, warnings);
+    WarningList list(input.link, input.target.info, warnings);
     for (std::size_t i = 0; i < input.link.origins.size(); ++i) {
         CheckLostCode(*input.link.origins[i].node, static_cast<int>(i), list);
     }

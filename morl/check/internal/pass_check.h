@@ -5,6 +5,7 @@
 #include "morl/compiler/morl_node.h"
 #include "morl/compiler/pass_property.h"
 #include "morl/linker/link_report.h"
+#include "morl/translator/internal/target_record.h"
 
 #include <string>
 #include <unordered_map>
@@ -15,6 +16,7 @@ namespace ns_ruke {
 /// What a pass is checked with.
 struct PassCheckInput {
     const PassProperty& pass;
+    const TargetRecord& target;
     const MorlProgram& linked;
     const LinkReport& link;
     const std::unordered_map<std::string, MorlNode*>& nodes;  ///< all that there are, by name

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "morl/check/internal/value_type.h"
+#include "morl/parser/keyword_map.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -2,7 +2,6 @@
 // Declarations and statements.
 #include "morl/ast/stage.h"
 #include "morl/check/internal/pass_checker.h"
-#include "morl/check/internal/reserved_words.h"
 #include "morl/translator/internal/bindings.h"
 
 #include <algorithm>
@@ -46,7 +45,7 @@ ValueType TypeOf(const MorlDeclare& declare)
     if (declare.varType == TOKEN_AUTO && BindingToken(&declare) == TOKEN_BLENDINDICES) {
         return {ValueBase::BoneIndex, 4, 1};
     }
-    return TypeOfToken(declare.varType);
+    return KeywordMap::TypeOf(declare.varType);
 }
 
 }  // namespace
@@ -122,7 +121,7 @@ void PassChecker::CheckGlobal(const MorlDeclare& declare, Kind kind)
             Warn(CheckKind::LostArraySize, offset, declare.name);
         }
     }
-    const ValueType type = TypeOfToken(declare.varType);
+    const ValueType type = KeywordMap::TypeOf(declare.varType);
     if (type.base == ValueBase::Sampler) {
         CheckSampler(declare);
     } else if (type.IsMatrix() && type.rows != type.columns) {
@@ -253,7 +252,7 @@ void PassChecker::CheckOutputs()
 
 void PassChecker::CheckName(std::string_view name, std::uint32_t offset)
 {
-    if (IsReservedWord(name, input.pass.target)) {
+    if (IsReservedWord(name, input.target)) {
         Warn(CheckKind::ReservedName, offset, name);
     }
 }
@@ -262,9 +261,9 @@ void PassChecker::DeclareLocal(const std::string& name, ENUM_TOKEN token, bool i
                                std::uint32_t offset, Kind kind)
 {
     CheckName(name, offset);
-    const ValueType type = TypeOfToken(token);
+    const ValueType type = KeywordMap::TypeOf(token);
     if (type.base == ValueBase::Int && type.IsVector()) {
-        Warn(CheckKind::IntVector, offset, NameOf(type));
+        Warn(CheckKind::IntVector, offset, std::string(KeywordMap::WordOf(type)));
     }
     const ScopeEntry* other = scope.Declare({name, kind, type, isArray, false, node, offset});
     const bool isRepeated =
@@ -324,7 +323,7 @@ void PassChecker::Assignment(const MorlAssignSentence& assignment, Kind kind)
     if (assignment.varType == TOKEN_NONE) {
         CheckAssigned(assignment, Target(*assignment.target), value);
     } else if (assignment.target->unitType == TOKEN_IDENTIFIER) {
-        CheckAssigned(assignment, TypeOfToken(assignment.varType), value);
+        CheckAssigned(assignment, KeywordMap::TypeOf(assignment.varType), value);
         DeclareLocal(static_cast<const MorlVariable*>(assignment.target)->name, assignment.varType,
                      false, assignment.target->offset, kind);
     }
@@ -342,7 +341,8 @@ void PassChecker::CheckAssigned(const MorlAssignSentence& assignment, ValueType 
         return;
     }
     Warn(CheckKind::WidthMismatch, assignment.offset,
-         "a '" + NameOf(target) + "' is given a '" + NameOf(value) + "'");
+         "a '" + std::string(KeywordMap::WordOf(target)) + "' is given a '" +
+             std::string(KeywordMap::WordOf(value)) + "'");
 }
 
 /// What is assigned: a variable, or an element or a member of one.

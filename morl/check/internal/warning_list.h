@@ -5,6 +5,7 @@
 #include "morl/compiler/morl_node.h"
 #include "morl/core/limits.h"
 #include "morl/linker/link_report.h"
+#include "morl/translator/targets.h"
 
 #include <cstdint>
 #include <set>
@@ -22,7 +23,7 @@ public:
     static constexpr std::uint32_t kNoOffset = UINT32_MAX;
 
     /// The arguments must outlive this object.
-    WarningList(const LinkReport& newLink, std::string_view newTarget,
+    WarningList(const LinkReport& newLink, const TargetInfo& newTarget,
                 std::vector<ReportWarning>& newWarnings)
         : link(newLink), target(newTarget), warnings(newWarnings)
     {
@@ -50,7 +51,7 @@ public:
 
 private:
     const LinkReport& link;
-    std::string_view target;
+    const TargetInfo& target;
     std::vector<ReportWarning>& warnings;
     std::set<std::tuple<CheckKind, int, std::uint32_t>> places;
     int hints = 0;

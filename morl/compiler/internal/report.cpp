@@ -6,6 +6,7 @@
 #include "morl/compiler/morl_node.h"
 #include "morl/core/string_helper.h"
 #include "morl/parser/keyword_map.h"
+#include "morl/translator/internal/register_order.h"
 #include "morl/translator/internal/walk.h"
 
 #include <algorithm>
@@ -16,17 +17,10 @@
 namespace ns_ruke {
 namespace {
 
-/// The number behind a texture coordinate's name, such as 2 of "TEXCOORD2".
-int NumberOf(const std::string& texcoord)
-{
-    const std::size_t digit = texcoord.find_first_of("0123456789");
-    return digit != std::string::npos ? StringHelper::ConvertToInt32(texcoord.substr(digit)) : -1;
-}
-
 /// Describes the declarations of one request.
 class Reflection {
 public:
-    Reflection(const PassProperty& newPass, const TargetSpellings& newTarget,
+    Reflection(const PassProperty& newPass, const TargetRecord& newTarget,
                const ShaderOutput& newOutput)
         : pass(newPass), target(newTarget), output(newOutput)
     {
@@ -42,10 +36,7 @@ public:
         result.line = place.line;
         result.column = place.column;
         result.type = KeywordMap::WordOf(declare.varType);
-        const std::string_view written = declare.varType != TOKEN_AUTO
-                                             ? target.types.Text(declare.varType)
-                                             : target.autoTypes.Text(BindingToken(&declare));
-        result.writtenType = written;
+        result.writtenType = WrittenType(declare, target);
         AddArray(declare, result);
         if (declare.registerBinding != nullptr) {
             result.semantic = KeywordMap::WordOf(declare.registerBinding->registerToken);
@@ -61,9 +52,10 @@ private:
         }
         MorlProgram none;
         none.stage = pass.stage;
-        RecordAnswers answers(target, none, pass.semantics, pass.samplerRegisters);
+        WrittenRequest request = {pass, none, nullptr};
+        Answers answers(request, target);
         Text text;
-        Walk<RecordAnswers>(answers, text).Expression(declare.arraySize);
+        Walk(answers, text).Expression(declare.arraySize);
         result.arraySize = text.Copy();
         if (declare.arraySize->unitType == TOKEN_NUMBER) {
             result.elements = StringHelper::ConvertToInt32(result.arraySize);
@@ -82,11 +74,11 @@ private:
         }
         const auto& semantics = pass.stage == kFragmentStage ? pass.semantics : output.semantics;
         const auto found = semantics.find(declare.name);
-        return found != semantics.end() ? NumberOf(found->second) : -1;
+        return found != semantics.end() ? TexcoordNumber(found->second) : -1;
     }
 
     const PassProperty& pass;
-    const TargetSpellings& target;
+    const TargetRecord& target;
     const ShaderOutput& output;
 };
 
@@ -125,7 +117,7 @@ ReportFault ToReportFault(const CollectedFault& fault)
     return {line.level, std::move(line.node), line.line, line.column, std::move(line.text)};
 }
 
-void FillReport(const PassProperty& pass, const TargetSpellings& target, const LinkReport& link,
+void FillReport(const PassProperty& pass, const TargetRecord& target, const LinkReport& link,
                 WrittenLines& lines, const ShaderOutput& output, PassReport& report)
 {
     report.nodes.reserve(link.origins.size());

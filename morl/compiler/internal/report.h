@@ -9,7 +9,7 @@
 
 namespace ns_ruke {
 
-struct TargetSpellings;
+struct TargetRecord;
 class WrittenLines;
 
 /// A collected fault in its parts.
@@ -17,7 +17,7 @@ ReportFault ToReportFault(const CollectedFault& fault);
 
 /// Fills in all of a report but its faults.
 /// @param output the result of the request.
-void FillReport(const PassProperty& pass, const TargetSpellings& target, const LinkReport& link,
+void FillReport(const PassProperty& pass, const TargetRecord& target, const LinkReport& link,
                 WrittenLines& lines, const ShaderOutput& output, PassReport& report);
 
 }  // namespace ns_ruke

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "morl/compiler/pass_property.h"
 #include "morl/translator/internal/bindings.h"
 #include "morl/translator/internal/renames.h"
-#include "morl/translator/internal/target_spellings.h"
+#include "morl/translator/internal/target_record.h"
 #include "morl/translator/internal/text.h"
 #include "morl/translator/internal/written_lines.h"
 #include "morl/translator/morl_translator.h"
@@ -13,155 +14,153 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 
 namespace ns_ruke {
 
-// Two sources of what differs by target, with the same operations. The code that lays out a shader
-// is written once, for either of them.
+/// One request of the compiler, while it is written.
+struct WrittenRequest {
+    const PassProperty& pass;
+    const MorlProgram& program;
+    WrittenLines* lines;  ///< notes where lines come from; null: nobody asked for it
+    Renames renames{};
+    MorlTranslator::Repetition repetition{};
+    std::uint32_t texcoordCounter = 0;  ///< the number of the next automatic texture coordinate
+    /// The texture coordinates assigned, by declaration name.
+    std::unordered_map<std::string, std::string> outputSemantics{};
+};
 
-/// Asks a translator's virtual operations, so that every override takes effect. Hosts' own classes
-/// are written with these answers.
-class HookAnswers {
+/// The text of an answer: what a hook has returned, or a view of a table.
+class Answer {
 public:
-    explicit HookAnswers(MorlTranslator& hooks)
-        : repetition(hooks.repetition), translator(hooks), writing(hooks)
+    explicit Answer(std::string_view newText) : text(newText) {}
+    explicit Answer(std::string&& returned) : own(std::move(returned)), text(own) {}
+    Answer(const Answer&) = delete;
+    Answer& operator=(const Answer&) = delete;
+
+    operator std::string_view() const { return text; }  // NOLINT(google-explicit-constructor)
+
+private:
+    std::string own;
+    std::string_view text;
+};
+
+/// What differs by target. A host's translator is asked through its virtual operations, so that
+/// every override takes effect. The compiler's own requests are answered from the target's record,
+/// without a virtual call or a string for each answer.
+class Answers {
+public:
+    /// For operations of a translator.
+    /// @param newTarget null: a host's own translator, which knows no record
+    Answers(MorlTranslator& newHooks, const TargetRecord* newTarget)
+        : hooks(&newHooks), target(newTarget), repetition(newHooks.repetition)
     {
     }
 
-    int Stage() const { return StageOf(translator.program); }
-    std::string Buffer(ENUM_TOKEN token) { return translator.WriteBuffer(token); }
-    std::string Type(ENUM_TOKEN token) { return translator.WriteVariableType(token); }
-    std::string Type(MorlDeclare* declare) { return translator.WriteVariableType(declare); }
-    std::string Operator(ENUM_TOKEN token) { return translator.WriteOperator(token); }
-    std::string Keyword(ENUM_TOKEN token) { return translator.WriteKeyword(token); }
-    std::string FunctionName(const MorlFunctionCall* call)
+    /// For a request. The arguments must outlive this object.
+    Answers(WrittenRequest& newRequest, const TargetRecord& newTarget)
+        : request(&newRequest), target(&newTarget), repetition(newRequest.repetition)
     {
-        return translator.WriteFunctionName(call);
     }
-    void AppendVariable(Text& text, MorlVariable* variable)
+
+    const MorlProgram* Program() const
     {
-        text.Append(translator.WriteVariable(variable));
+        return hooks != nullptr ? hooks->program : &request->program;
+    }
+    int Stage() const { return StageOf(Program()); }
+
+    Answer Buffer(ENUM_TOKEN token) const
+    {
+        return hooks != nullptr ? Answer(hooks->WriteBuffer(token))
+                                : Answer(target->buffers.Text(token, Program()));
+    }
+    Answer Type(ENUM_TOKEN token) const
+    {
+        return hooks != nullptr ? Answer(hooks->WriteVariableType(token))
+                                : Answer(target->types.Text(token));
+    }
+    Answer Type(MorlDeclare* declare) const
+    {
+        return hooks != nullptr ? Answer(hooks->WriteVariableType(declare))
+                                : Answer(WrittenType(*declare, *target));
+    }
+    Answer Operator(ENUM_TOKEN token) const
+    {
+        return hooks != nullptr ? Answer(hooks->WriteOperator(token))
+                                : Answer(kOperators.Text(token));
+    }
+    Answer Keyword(ENUM_TOKEN token) const
+    {
+        return hooks != nullptr ? Answer(hooks->WriteKeyword(token))
+                                : Answer(kSpecialWords.Text(token));
+    }
+    Answer FunctionName(const MorlFunctionCall* call) const
+    {
+        return hooks != nullptr ? Answer(hooks->WriteFunctionName(call))
+               : target->functions.Has(call->functionToken)
+                   ? Answer(target->functions.Text(call->functionToken))
+                   : Answer(std::string_view(call->name));
+    }
+
+    void AppendVariable(Text& text, MorlVariable* variable) const
+    {
+        if (hooks != nullptr) {
+            text.Append(hooks->WriteVariable(variable));
+        } else {
+            text.Append(request->renames.PrefixOf(variable->name), variable->name);
+        }
     }
 
     /// From now on the body writes `prefix` before this name.
-    void Rename(const std::string& name, std::string_view prefix)
+    void Rename(const std::string& name, std::string_view prefix) const
     {
-        translator.variableNames[name] = std::string(prefix) + name;
+        if (hooks != nullptr) {
+            hooks->variableNames[name] = std::string(prefix) + name;
+        } else {
+            request->renames.Add(name, prefix);
+        }
     }
+
     /// The texture coordinate that the vertex stage assigned to this name.
-    std::string_view InputSemantic(const std::string& name)
-    {
-        return translator.inputSemantics[name];
-    }
-    int SamplerNumber(const std::string& name) { return translator.samplerRegisters[name]; }
-
-    /// Appends what an operation of a translator returns, or calls `direct`, which appends the same
-    /// from a record.
-    template <class Operation, class Direct>
-    void Ask(Text& text, const Operation& operation, const Direct& /*direct*/)
-    {
-        text.Append(operation(translator));
-    }
-
-    /// The line that is begun now is from this declaration, or this place of a statement.
-    template <class Place>
-    void Mark(const Text& /*text*/, const Place& /*place*/) const
-    {
-    }
-    void MarkAt(std::size_t /*position*/, std::uint32_t /*offset*/) const {}
-    void BeginStatement(std::size_t /*index*/) const {}
-
-    MorlTranslator::Repetition& repetition;
-
-private:
-    MorlTranslator& translator;
-    MorlTranslator::Writing writing;
-};
-
-/// Looks everything up in a target's record and in the request, without a virtual call or a string
-/// of its own. Requests are written with these answers.
-class RecordAnswers {
-public:
-    using Semantics = std::unordered_map<std::string, std::string>;
-    using Registers = std::unordered_map<std::string, int>;
-
-    /// The arguments must outlive this object.
-    RecordAnswers(const TargetSpellings& target, const MorlProgram& newProgram,
-                  const Semantics& newSemantics, const Registers& newRegisters)
-        : spellings(target), program(newProgram), semantics(newSemantics), registers(newRegisters)
-    {
-    }
-
-    int Stage() const { return program.stage; }
-    std::string_view Buffer(ENUM_TOKEN token) { return spellings.buffers.Text(token, &program); }
-    std::string_view Type(ENUM_TOKEN token) { return spellings.types.Text(token); }
-    std::string_view Type(const MorlDeclare* declare)
-    {
-        return declare->varType != TOKEN_AUTO ? spellings.types.Text(declare->varType)
-                                              : spellings.autoTypes.Text(BindingToken(declare));
-    }
-    std::string_view Operator(ENUM_TOKEN token) { return kOperators.Text(token); }
-    std::string_view Keyword(ENUM_TOKEN token) { return kKeywords.Text(token); }
-    std::string_view FunctionName(const MorlFunctionCall* call)
-    {
-        return spellings.functions.Has(call->functionToken)
-                   ? spellings.functions.Text(call->functionToken)
-                   : call->name;
-    }
-    void AppendVariable(Text& text, const MorlVariable* variable)
-    {
-        text.Append(renames.PrefixOf(variable->name), variable->name);
-    }
-
-    void Rename(const std::string& name, std::string_view prefix) { renames.Add(name, prefix); }
     std::string_view InputSemantic(const std::string& name) const
     {
-        const auto found = semantics.find(name);
-        return found != semantics.end() ? found->second : std::string_view();
+        if (hooks != nullptr) {
+            return hooks->inputSemantics[name];
+        }
+        const auto found = request->pass.semantics.find(name);
+        return found != request->pass.semantics.end() ? found->second : std::string_view();
     }
     int SamplerNumber(const std::string& name) const
     {
-        const auto found = registers.find(name);
-        return found != registers.end() ? found->second : 0;
-    }
-
-    template <class Operation, class Direct>
-    void Ask(Text& /*text*/, const Operation& /*operation*/, const Direct& direct)
-    {
-        direct(*this);
-    }
-
-    template <class Place>
-    void Mark(const Text& text, const Place& place) const
-    {
-        if (lines != nullptr) {
-            lines->Mark(text, place);
+        if (hooks != nullptr) {
+            return hooks->samplerRegisters[name];
         }
-    }
-    void MarkAt(std::size_t position, std::uint32_t offset) const
-    {
-        if (lines != nullptr) {
-            lines->MarkAt(position, offset);
-        }
-    }
-    void BeginStatement(std::size_t index) const
-    {
-        if (lines != nullptr) {
-            lines->BeginStatement(index);
-        }
+        const auto found = request->pass.samplerRegisters.find(name);
+        return found != request->pass.samplerRegisters.end() ? found->second : 0;
     }
 
-    const TargetSpellings& spellings;
-    WrittenLines* lines = nullptr;  ///< notes where lines come from, if a report is asked for
-    MorlTranslator::Repetition repetition;
-    std::uint32_t texcoordCounter = 0;  ///< the number of the next automatic texture coordinate
-    Semantics outputSemantics;          ///< the texture coordinates assigned, by declaration name
+    /// The texture coordinate of a declaration bound to TEXAUTO: in the fragment stage the one that
+    /// the vertex stage assigned to its name, in other stages the next one.
+    /// @param counter the number of the next one
+    std::string_view Texcoord(const std::string& name, std::uint32_t& counter) const
+    {
+        if (Stage() == kFragmentStage) {
+            return InputSemantic(name);
+        }
+        auto& semantics = hooks != nullptr ? hooks->outputSemantics : request->outputSemantics;
+        std::string& semantic = semantics[name];
+        semantic = std::string(kTexcoord) + StringHelper::ConvertToString(counter, 10);
+        ++counter;
+        return semantic;
+    }
 
-private:
-    const MorlProgram& program;
-    const Semantics& semantics;
-    const Registers& registers;
-    Renames renames;
+    /// Where the lines of the text come from; null: nobody asked for it.
+    WrittenLines* Lines() const { return request != nullptr ? request->lines : nullptr; }
+
+    MorlTranslator* hooks = nullptr;    ///< null: a request
+    WrittenRequest* request = nullptr;  ///< null: an operation of a translator
+    const TargetRecord* target;
+    MorlTranslator::Repetition& repetition;
 };
 
 }  // namespace ns_ruke

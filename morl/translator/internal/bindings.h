@@ -2,15 +2,10 @@
 #pragma once
 
 #include "morl/ast/declarations.h"
-#include "morl/ast/stage.h"
 #include "morl/core/string_helper.h"
-#include "morl/translator/internal/target_spellings.h"
 #include "morl/translator/internal/text.h"
 
-#include <cstdint>
-#include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace ns_ruke {
@@ -31,47 +26,18 @@ inline void AppendRegister(Text& text, char kind, int number)
     text.Append("register(", kind, StringHelper::ConvertToString(number, 10), ')');
 }
 
-/// The automatic texture coordinates that a stage has assigned.
-struct AssignedTexcoords {
-    std::unordered_map<std::string, std::string>& semantics;  ///< by declaration name
-    std::uint32_t& counter;                                   ///< the number of the next one
-};
+/// What the names of the local copies of inputs begin with, and in GLSL those of outputs.
+constexpr std::string_view kInputLocal = "i";
+constexpr std::string_view kOutputLocal = "ret";
 
-/// Appends what a declaration bound to TEXAUTO gets: in the fragment stage the texture coordinate
-/// that the vertex stage assigned to its name, in other stages the next one.
-template <class Answers>
-void AppendTexcoord(Text& text, Answers& answers, const AssignedTexcoords& texcoords,
-                    const std::string& name)
-{
-    if (answers.Stage() == kFragmentStage) {
-        text.Append(answers.InputSemantic(name));
-        return;
-    }
-    std::string& semantic = texcoords.semantics[name];
-    semantic = "TEXCOORD" + StringHelper::ConvertToString(texcoords.counter, 10);
-    text.Append(semantic);
-    ++texcoords.counter;
-}
+/// What precedes the number of a texture coordinate.
+constexpr std::string_view kTexcoord = "TEXCOORD";
 
-/// Appends a binding: " : " and the semantic, the name in parentheses, the sampler's register or,
-/// where shaders contain bindings, the texture coordinate. Nothing without a binding. The stage is
-/// only read for TEXAUTO.
-template <class Answers>
-void AppendBinding(Text& text, const TargetSpellings& spellings, Answers& answers,
-                   const AssignedTexcoords& texcoords, const MorlDeclare* declare,
-                   const MorlRegister* binding)
+/// Whether a texture is a shadow map, judging by its name. Shadow maps are sampled by comparison.
+inline bool IsShadowMap(std::string_view texture)
 {
-    if (binding == nullptr) {
-        return;
-    }
-    const ENUM_TOKEN token = binding->registerToken;
-    text.Append(" : ", token == TOKEN_IDENTIFIER ? std::string_view(binding->name)
-                                                 : spellings.semantics.Text(token));
-    if (token == TOKEN_SAUTO) {
-        AppendRegister(text, spellings.registerKind, answers.SamplerNumber(declare->name));
-    } else if (token == TOKEN_TEXAUTO && spellings.writesBindings) {
-        AppendTexcoord(text, answers, texcoords, declare->name);
-    }
+    constexpr std::string_view kShadowMap = "shadowMap";
+    return texture.substr(0, kShadowMap.size()) == kShadowMap;
 }
 
 }  // namespace ns_ruke

@@ -28,10 +28,4 @@ void AppendSampling(Text& text, const CallArguments& arguments)
     text.Append(')');
 }
 
-bool IsShadowMap(std::string_view texture)
-{
-    constexpr std::string_view kShadowMap = "shadowMap";
-    return texture.substr(0, kShadowMap.size()) == kShadowMap;
-}
-
 }  // namespace ns_ruke

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "morl/parser/token.h"
+#include "morl/translator/internal/bindings.h"
 #include "morl/translator/internal/text.h"
 
 #include <array>
@@ -95,10 +96,6 @@ void AppendTransposed(Text& text, const CallForm& form, const CallArguments& arg
 /// Appends a call in the form Sampling.
 /// @param arguments the form's arguments, and for a shadow map the value to compare with.
 void AppendSampling(Text& text, const CallArguments& arguments);
-
-/// Whether a texture object is a shadow map, judging by its name. Shadow maps are sampled by
-/// comparison.
-bool IsShadowMap(std::string_view texture);
 
 /// What precedes the name of a texture object in that of its sampler state.
 constexpr std::string_view kSamplerState = "sampler_";

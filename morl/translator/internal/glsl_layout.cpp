@@ -2,33 +2,73 @@
 #include "morl/translator/internal/glsl_layout.h"
 
 namespace ns_ruke {
+namespace {
 
-constexpr SpellingTable kGlslAutoTypes({
-    {TOKEN_BLENDINDICES, "vec4"},
-});
+constexpr std::string_view kWords[] = {
+    "asm",      "attribute", "bool",      "break",     "cast",      "class",       "const",
+    "continue", "default",   "do",        "double",    "enum",      "extern",      "external",
+    "false",    "fixed",     "flat",      "fvec4",     "goto",      "half",        "highp",
+    "inline",   "inout",     "input",     "interface", "invariant", "long",        "lowp",
+    "mat2",     "mat3",      "mat4",      "mediump",   "mix",       "namespace",   "noinline",
+    "output",   "packed",    "precision", "public",    "return",    "samplerCube", "short",
+    "sizeof",   "static",    "struct",    "superp",    "switch",    "template",    "this",
+    "true",     "typedef",   "union",     "unsigned",  "using",     "varying",     "vec2",
+    "vec3",     "vec4",
+};
 
-/// GLSL has no semantics; the texts are for tools that ask a back end for one. BINORMAL has no
-/// text.
-constexpr SpellingTable kGlslSemantics({
-    {TOKEN_POSITION, "POSITION"},
-    {TOKEN_NORMAL, "NORMAL"},
-    {TOKEN_TANGENT, "TANGENT"},
-    {TOKEN_BLENDINDICES, "BLENDINDICES"},
-    {TOKEN_BLENDWEIGHT, "BLENDWEIGHT"},
-    {TOKEN_TEXCOORD0, "TEXCOORD0"},
-    {TOKEN_TEXCOORD1, "TEXCOORD1"},
-    {TOKEN_TEXCOORD2, "TEXCOORD2"},
-    {TOKEN_TEXCOORD3, "TEXCOORD3"},
-    {TOKEN_TEXCOORD4, "TEXCOORD4"},
-    {TOKEN_TEXCOORD5, "TEXCOORD5"},
-    {TOKEN_TEXCOORD6, "TEXCOORD6"},
-    {TOKEN_TEXCOORD7, "TEXCOORD7"},
-    {TOKEN_SV_POSITION, "POSITION"},
-    {TOKEN_COLOR, "COLOR"},
-    {TOKEN_COLOR0, "COLOR0"},
-    {TOKEN_COLOR1, "COLOR1"},
-    {TOKEN_COLOR2, "COLOR2"},
-    {TOKEN_COLOR3, "COLOR3"},
-});
+}  // namespace
+
+constexpr WordList kGlslWords(kWords);
+
+void GlslStageGlobal(Walk& walk, MorlDeclare* declare)
+{
+    walk.Global(declare);
+    walk.text.Append(";\n");
+}
+
+void GlslUniforms(Walk& walk, const Declares& uniforms)
+{
+    for (MorlDeclare* uniform : uniforms) {
+        walk.Global(uniform);
+        walk.DefinitionArray(uniform->arraySize);
+        walk.text.Append(";\n");
+    }
+}
+
+void GlslInputCopies(Walk& walk, const Declares& inputs)
+{
+    for (MorlDeclare* input : inputs) {
+        const std::string& name = input->name;
+        walk.Mark(input);
+        walk.text.Append('\t', walk.answers.Type(input), ' ', kInputLocal, name, " = ", name,
+                         ";\n");
+    }
+}
+
+void GlslOutputLocals(Walk& walk, const Declares& outputs, std::string_view start)
+{
+    for (MorlDeclare* output : outputs) {
+        const Answer type = walk.answers.Type(output);
+        walk.Mark(output);
+        walk.text.Append('\t', type, ' ', kOutputLocal, output->name, " = ");
+        walk.text.Append(type, '(', start, ");\n");
+    }
+}
+
+void GlslCopyOut(Walk& walk, std::string_view target, const MorlDeclare* output)
+{
+    walk.Mark(output);
+    walk.text.Append('\t', target, " = ", kOutputLocal, output->name, "; \n");
+}
+
+void GlslMain(Walk& walk, MorlProgram& linked, TargetLayout::List finalOutput)
+{
+    walk.text.Append("void main(){ \n");
+    walk.InputConvert(linked.inputs);
+    walk.OutputConvert(linked.outputs);
+    walk.MainBody(linked);
+    finalOutput(walk, linked.outputs);
+    walk.text.Append("}\n");
+}
 
 }  // namespace ns_ruke

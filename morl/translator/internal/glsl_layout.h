@@ -2,93 +2,102 @@
 #pragma once
 
 #include "morl/translator/internal/bindings.h"
-#include "morl/translator/internal/spelling_table.h"
+#include "morl/translator/internal/target_record.h"
 #include "morl/translator/internal/walk.h"
 
 #include <string_view>
 
 namespace ns_ruke {
 
-// What the two GLSL targets share.
+// What the GLSL targets share.
 
-extern const SpellingTable kGlslAutoTypes;
-extern const SpellingTable kGlslSemantics;
+/// The integer vectors keep their Morl names, and only 2D and cube samplers have a name. Do not fix
+/// either: shaders are compared byte for byte.
+inline constexpr SpellingTable kGlslTypes({
+    {TOKEN_VOID, "void"},
+    {TOKEN_FLOAT, "float"},
+    {TOKEN_FLOAT2, "vec2"},
+    {TOKEN_FLOAT3, "vec3"},
+    {TOKEN_FLOAT4, "vec4"},
+    {TOKEN_INT, "int"},
+    {TOKEN_INT2, "int2"},
+    {TOKEN_INT3, "int3"},
+    {TOKEN_INT4, "int4"},
+    {TOKEN_FLOAT2X4, "mat2x4"},
+    {TOKEN_FLOAT3X3, "mat3"},
+    {TOKEN_FLOAT3X4, "mat3x4"},
+    {TOKEN_FLOAT4X3, "mat4x3"},
+    {TOKEN_FLOAT4X4, "mat4"},
+    {TOKEN_SAMPLER2D, "sampler2D"},
+    {TOKEN_SAMPLERCUBE, "samplerCube"},
+});
+
+inline constexpr SpellingTable kGlslAutoTypes({
+    {TOKEN_BLENDINDICES, "vec4"},
+});
+
+/// TOKEN_SAMPLE is written without a name, as its arguments alone. The rows of calls that have a
+/// form of their own are not used to write them.
+inline constexpr SpellingTable kGlslFunctions({
+    {TOKEN_FLOAT2, "vec2"},
+    {TOKEN_FLOAT3, "vec3"},
+    {TOKEN_FLOAT4, "vec4"},
+    {TOKEN_FLOAT2X4, "mat2x4"},
+    {TOKEN_FLOAT3X3, "mat3"},
+    {TOKEN_FLOAT3X4, "mat3x4"},
+    {TOKEN_FLOAT4X3, "mat4x3"},
+    {TOKEN_FLOAT4X4, "mat4"},
+    {TOKEN_FLOAT3X3_CONSTRUCT, "mat3"},
+    {TOKEN_FLOAT4X4_CONSTRUCT, "mat4"},
+    {TOKEN_FLOAT4X4_TRANPOSE, "mat4"},
+    {TOKEN_TEX1D, "texture"},
+    {TOKEN_TEX2D, "texture"},
+    {TOKEN_TEX3D, "texture"},
+    {TOKEN_TEX2DPROJ, "texture2DProj"},
+    {TOKEN_TEXCUBE, "texture"},
+    {TOKEN_SAMPLE, ""},
+    {TOKEN_MAX, "max"},
+    {TOKEN_MIN, "min"},
+    {TOKEN_SATURATE, "saturate"},
+    {TOKEN_CLAMP, "clamp"},
+    {TOKEN_LENGTH, "length"},
+    {TOKEN_NORMALIZE, "normalize"},
+    {TOKEN_DOT, "dot"},
+    {TOKEN_CROSS, "cross"},
+    {TOKEN_MUL, "mul"},
+    {TOKEN_POW, "pow"},
+    {TOKEN_LERP, "mix"},
+});
+
+/// GLSL has no semantics; the texts are for tools that ask a back end for one. BINORMAL has no
+/// text.
+inline constexpr SpellingTable kGlslSemantics(kSemantics, {
+                                                              {TOKEN_BINORMAL, ""},
+                                                          });
+
+/// The words of GLSL 1.50 and GLSL ES 1.00.
+extern const WordList kGlslWords;
 
 // The layout: inputs and outputs are globals. The entry function first copies the inputs to locals
 // named "i" + name, computes the outputs in locals named "ret" + name, and finally copies those to
 // the outputs.
 
-constexpr std::string_view kGlslInputLocal = "i";
-constexpr std::string_view kGlslOutputLocal = "ret";
+/// A global of a stage.
+void GlslStageGlobal(Walk& walk, MorlDeclare* declare);
 
-/// A global of a stage: storage word, type and name.
-template <class Answers>
-void GlslStageGlobal(Walk<Answers>& walk, MorlDeclare* declare)
-{
-    const auto buffer = walk.answers.Buffer(declare->bufferType);
-    const auto type = walk.answers.Type(declare);
-    walk.answers.Mark(walk.text, declare);
-    walk.text.Append(buffer, ' ', type, ' ', declare->name, ";\n");
-}
-
-template <class Answers>
-void GlslUniforms(Walk<Answers>& walk, const Declares& uniforms)
-{
-    for (MorlDeclare* uniform : uniforms) {
-        walk.answers.Mark(walk.text, uniform);
-        walk.Global(uniform);
-        walk.text.Append(";\n");
-    }
-}
+void GlslUniforms(Walk& walk, const Declares& uniforms);
 
 /// The local copies of the inputs.
-template <class Answers>
-void GlslInputCopies(Walk<Answers>& walk, const Declares& inputs)
-{
-    for (MorlDeclare* input : inputs) {
-        const auto type = walk.answers.Type(input);
-        const std::string& name = input->name;
-        walk.answers.Mark(walk.text, input);
-        walk.text.Append('\t', type, ' ', kGlslInputLocal, name, " = ", name, ";\n");
-    }
-}
+void GlslInputCopies(Walk& walk, const Declares& inputs);
 
 /// The locals of the outputs, each initialised by its type's constructor with `start`.
-template <class Answers>
-void GlslOutputLocals(Walk<Answers>& walk, const Declares& outputs, std::string_view start)
-{
-    for (MorlDeclare* output : outputs) {
-        const auto type = walk.answers.Type(output);
-        walk.answers.Mark(walk.text, output);
-        walk.text.Append('\t', type, ' ', kGlslOutputLocal, output->name, " = ");
-        walk.text.Append(type, '(', start, ");\n");
-    }
-}
+void GlslOutputLocals(Walk& walk, const Declares& outputs, std::string_view start);
 
 /// The line that copies an output's local to `target`.
-template <class Answers>
-void GlslCopyOut(Walk<Answers>& walk, std::string_view target, const MorlDeclare* output)
-{
-    walk.answers.Mark(walk.text, output);
-    walk.text.Append('\t', target, " = ", kGlslOutputLocal, output->name, "; \n");
-}
+void GlslCopyOut(Walk& walk, std::string_view target, const MorlDeclare* output);
 
 /// The entry function.
-/// @param outputLocals, finalOutput append the lines at its start and end for the outputs.
-template <class Answers, class OutputLocals, class FinalOutput>
-void GlslMain(Walk<Answers>& walk, MorlProgram& linked, const OutputLocals& outputLocals,
-              const FinalOutput& finalOutput)
-{
-    walk.text.Append("void main(){ \n");
-    walk.answers.Ask(
-        walk.text, [&](MorlTranslator& hooks) { return hooks.WriteInputConvert(linked.inputs); },
-        [&](auto& /*record*/) { GlslInputCopies(walk, linked.inputs); });
-    walk.answers.Ask(
-        walk.text, [&](MorlTranslator& hooks) { return hooks.WriteOutputConvert(linked.outputs); },
-        [&](auto& /*record*/) { outputLocals(walk, linked.outputs); });
-    walk.MainBody(linked);
-    finalOutput(walk, linked.outputs);
-    walk.text.Append("}\n");
-}
+/// @param finalOutput appends the lines at its end for the outputs
+void GlslMain(Walk& walk, MorlProgram& linked, TargetLayout::List finalOutput);
 
 }  // namespace ns_ruke

@@ -1,42 +1,36 @@
 // SPDX-License-Identifier: MIT
 #include "morl/translator/internal/hlsl_layout.h"
 
+#include "morl/ast/stage.h"
+
+#include <string>
+
 namespace ns_ruke {
+namespace {
 
-/// The rows of calls that have a form in kCalls (the matrices, and sampling in Direct3D 10) are not
-/// used to write them.
-constexpr SpellingTable kHlslFunctions({
-    {TOKEN_FLOAT2, "float2"},
-    {TOKEN_FLOAT3, "float3"},
-    {TOKEN_FLOAT4, "float4"},
-    {TOKEN_FLOAT2X4, "float2x4"},
-    {TOKEN_FLOAT3X3, "float3x3"},
-    {TOKEN_FLOAT3X4, "float3x4"},
-    {TOKEN_FLOAT4X3, "float4x3"},
-    {TOKEN_FLOAT4X4, "float4x4"},
-    {TOKEN_FLOAT3X3_CONSTRUCT, "float3x3"},
-    {TOKEN_FLOAT4X4_CONSTRUCT, "float4x4"},
-    {TOKEN_FLOAT4X4_TRANPOSE, "float4x4"},
-    {TOKEN_TEX1D, "tex1D"},
-    {TOKEN_TEX2D, "tex2D"},
-    {TOKEN_TEX3D, "tex3D"},
-    {TOKEN_TEX2DPROJ, "tex2Dproj"},
-    {TOKEN_TEXCUBE, "texCUBE"},
-    {TOKEN_SAMPLE, "sample"},
-    {TOKEN_MAX, "max"},
-    {TOKEN_MIN, "min"},
-    {TOKEN_SATURATE, "saturate"},
-    {TOKEN_CLAMP, "clamp"},
-    {TOKEN_LENGTH, "length"},
-    {TOKEN_NORMALIZE, "normalize"},
-    {TOKEN_DOT, "dot"},
-    {TOKEN_CROSS, "cross"},
-    {TOKEN_MUL, "mul"},
-    {TOKEN_POW, "pow"},
-    {TOKEN_LERP, "lerp"},
-});
+constexpr std::string_view kWords[] = {
+    "asm",           "bool",      "break",        "case",    "cbuffer",
+    "centroid",      "class",     "column_major", "compile", "const",
+    "continue",      "default",   "do",           "double",  "dword",
+    "extern",        "false",     "half",         "half2",   "half3",
+    "half4",         "inline",    "inout",        "input",   "interface",
+    "line",          "lineadj",   "linear",       "matrix",  "nointerpolation",
+    "noperspective", "output",    "packoffset",   "pass",    "pixelfragment",
+    "point",         "precise",   "register",     "return",  "row_major",
+    "sample",        "sampler",   "shared",       "snorm",   "static",
+    "string",        "struct",    "switch",       "tbuffer", "technique",
+    "texture",       "texture2D", "triangle",     "true",    "typedef",
+    "uint",          "unorm",     "unsigned",     "vector",  "vertexfragment",
+    "void",          "volatile",
+};
 
-HlslStructs HlslStructsOf(int stage)
+/// The names of a stage's structs.
+struct Structs {
+    std::string_view input;
+    std::string_view output;
+};
+
+Structs StructsOf(int stage)
 {
     switch (stage) {
     case kVertexStage:
@@ -46,6 +40,85 @@ HlslStructs HlslStructsOf(int stage)
     default:
         return {"", ""};
     }
+}
+
+/// The start of a struct's member: its type and its name.
+void BeginMember(Walk& walk, MorlDeclare* declare)
+{
+    walk.Mark(declare);
+    walk.text.Append('\t', walk.answers.Type(declare), ' ', declare->name);
+}
+
+void EndMember(Walk& walk, MorlDeclare* declare)
+{
+    walk.Binding(declare);
+    walk.text.Append(";\n");
+}
+
+}  // namespace
+
+constexpr WordList kHlslWords(kWords);
+
+void HlslUniform(Walk& walk, MorlDeclare* uniform)
+{
+    walk.Global(uniform);
+    walk.DefinitionArray(uniform->arraySize);
+    EndMember(walk, uniform);
+}
+
+void HlslInputs(Walk& walk, std::string_view firstMember, const Declares& inputs)
+{
+    walk.text.Append("struct ", StructsOf(walk.answers.Stage()).input, "{\n", firstMember);
+    for (MorlDeclare* input : inputs) {
+        walk.answers.Rename(input->name, kInputLocal);
+        BeginMember(walk, input);
+        EndMember(walk, input);
+    }
+    walk.text.Append("};\n");
+}
+
+void HlslOutputMember(Walk& walk, MorlDeclare* output)
+{
+    BeginMember(walk, output);
+    walk.answers.Rename(output->name, "output.");
+    EndMember(walk, output);
+}
+
+void HlslOutputs(Walk& walk, const Declares& outputs)
+{
+    walk.text.Append("struct ", StructsOf(walk.answers.Stage()).output, "{\n");
+    for (MorlDeclare* output : outputs) {
+        HlslOutputMember(walk, output);
+    }
+    walk.text.Append("};\n");
+}
+
+void HlslInputCopies(Walk& walk, const Declares& inputs)
+{
+    for (MorlDeclare* input : inputs) {
+        const std::string& name = input->name;
+        walk.Mark(input);
+        walk.text.Append('\t', walk.answers.Type(input), ' ', kInputLocal, name);
+        walk.text.Append(" = input.", name, ";\n");
+    }
+}
+
+void HlslOutputLocal(Walk& walk, const Declares& /*outputs*/)
+{
+    const std::string_view name = StructsOf(walk.answers.Stage()).output;
+    if (!name.empty()) {
+        walk.text.Append('\t', name, " output;\n");
+    }
+}
+
+void HlslMain(Walk& walk, MorlProgram& linked)
+{
+    const Structs structs = StructsOf(walk.answers.Stage());
+    walk.text.Append(structs.output, " main(", structs.input, " input){ \n");
+    walk.InputConvert(linked.inputs);
+    walk.OutputConvert(linked.outputs);
+    walk.MainBody(linked);
+    walk.text.Append("\treturn output;\n}\n");
 }
 
 }  // namespace ns_ruke

@@ -1,22 +1,68 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "morl/ast/stage.h"
 #include "morl/translator/internal/bindings.h"
-#include "morl/translator/internal/call_forms.h"
-#include "morl/translator/internal/spelling_table.h"
+#include "morl/translator/internal/target_record.h"
 #include "morl/translator/internal/walk.h"
-
-#include <string>
-#include <string_view>
 
 namespace ns_ruke {
 
-// What the two HLSL targets share.
+// What the HLSL targets share.
 
-extern const SpellingTable kHlslFunctions;
+/// The types of shader model 3, which has only 2D and cube samplers.
+inline constexpr SpellingTable kHlslTypes({
+    {TOKEN_VOID, "void"},
+    {TOKEN_FLOAT, "float"},
+    {TOKEN_FLOAT2, "float2"},
+    {TOKEN_FLOAT3, "float3"},
+    {TOKEN_FLOAT4, "float4"},
+    {TOKEN_INT, "int"},
+    {TOKEN_INT2, "int2"},
+    {TOKEN_INT3, "int3"},
+    {TOKEN_INT4, "int4"},
+    {TOKEN_FLOAT2X4, "float2x4"},
+    {TOKEN_FLOAT3X3, "float3x3"},
+    {TOKEN_FLOAT3X4, "float3x4"},
+    {TOKEN_FLOAT4X3, "float4x3"},
+    {TOKEN_FLOAT4X4, "float4x4"},
+    {TOKEN_SAMPLER2D, "sampler2D"},
+    {TOKEN_SAMPLERCUBE, "samplerCUBE"},
+});
 
-constexpr BufferSpellings kHlslBuffers = {{
+/// The rows of calls that have a form of their own (the matrices, and sampling in Direct3D 10) are
+/// not used to write them.
+inline constexpr SpellingTable kHlslFunctions({
+    {TOKEN_FLOAT2, "float2"},
+    {TOKEN_FLOAT3, "float3"},
+    {TOKEN_FLOAT4, "float4"},
+    {TOKEN_FLOAT2X4, "float2x4"},
+    {TOKEN_FLOAT3X3, "float3x3"},
+    {TOKEN_FLOAT3X4, "float3x4"},
+    {TOKEN_FLOAT4X3, "float4x3"},
+    {TOKEN_FLOAT4X4, "float4x4"},
+    {TOKEN_FLOAT3X3_CONSTRUCT, "float3x3"},
+    {TOKEN_FLOAT4X4_CONSTRUCT, "float4x4"},
+    {TOKEN_FLOAT4X4_TRANPOSE, "float4x4"},
+    {TOKEN_TEX1D, "tex1D"},
+    {TOKEN_TEX2D, "tex2D"},
+    {TOKEN_TEX3D, "tex3D"},
+    {TOKEN_TEX2DPROJ, "tex2Dproj"},
+    {TOKEN_TEXCUBE, "texCUBE"},
+    {TOKEN_SAMPLE, "sample"},
+    {TOKEN_MAX, "max"},
+    {TOKEN_MIN, "min"},
+    {TOKEN_SATURATE, "saturate"},
+    {TOKEN_CLAMP, "clamp"},
+    {TOKEN_LENGTH, "length"},
+    {TOKEN_NORMALIZE, "normalize"},
+    {TOKEN_DOT, "dot"},
+    {TOKEN_CROSS, "cross"},
+    {TOKEN_MUL, "mul"},
+    {TOKEN_POW, "pow"},
+    {TOKEN_LERP, "lerp"},
+});
+
+inline constexpr BufferSpellings kHlslBuffers = {{
     {TOKEN_UNIFORM, "uniform"},
     {TOKEN_IN, "in"},
     {TOKEN_OUT, "out"},
@@ -28,114 +74,32 @@ constexpr CallForm kHlslMatrix3 = Transposed(TOKEN_FLOAT3X3_CONSTRUCT, 3, "float
 constexpr CallForm kHlslMatrix4 = Transposed(TOKEN_FLOAT4X4_CONSTRUCT, 4, "float4x4", "float4");
 constexpr CallForm kHlslMatrix4Rows = Matrix(TOKEN_FLOAT4X4_TRANPOSE, 4, "float4x4", ");");
 
+/// The words of shader model 3 and Direct3D 10, and the names that the entry function declares.
+extern const WordList kHlslWords;
+
 // The layout: inputs and outputs are the members of two structs; the entry function takes one and
 // returns the other. In a stage that is neither vertex nor fragment, the structs have no names.
 
-/// The names of a stage's structs.
-struct HlslStructs {
-    std::string_view input;
-    std::string_view output;
-};
-
-HlslStructs HlslStructsOf(int stage);
-
-/// The binding of a declaration in a list.
-template <class Answers>
-void HlslBinding(Walk<Answers>& walk, MorlDeclare* declare)
-{
-    MorlRegister* binding = declare->registerBinding;
-    walk.answers.Ask(
-        walk.text, [&](MorlTranslator& hooks) { return hooks.WriteRegister(declare, binding); },
-        [&](auto& record) {
-            const AssignedTexcoords texcoords = {record.outputSemantics, record.texcoordCounter};
-            AppendBinding(walk.text, record.spellings, record, texcoords, declare, binding);
-        });
-}
-
-/// A uniform with its binding.
-template <class Answers>
-void HlslUniform(Walk<Answers>& walk, MorlDeclare* uniform)
-{
-    walk.answers.Mark(walk.text, uniform);
-    walk.Global(uniform);
-    HlslBinding(walk, uniform);
-    walk.text.Append(";\n");
-}
-
-/// A member of a struct.
-template <class Answers>
-void HlslMember(Walk<Answers>& walk, MorlDeclare* declare)
-{
-    walk.answers.Mark(walk.text, declare);
-    walk.text.Append('\t', walk.answers.Type(declare), ' ', declare->name);
-    HlslBinding(walk, declare);
-    walk.text.Append(";\n");
-}
-
-/// The members of an input struct. Also renames the inputs in the body to their local copies.
-template <class Answers>
-void HlslInputMembers(Walk<Answers>& walk, const Declares& inputs)
-{
-    for (MorlDeclare* input : inputs) {
-        walk.answers.Rename(input->name, "i");
-        HlslMember(walk, input);
-    }
-}
+/// The input struct.
+/// @param firstMember a line of its own before the inputs; may be empty
+void HlslInputs(Walk& walk, std::string_view firstMember, const Declares& inputs);
 
 /// One member of the output struct. Also renames the output in the body to this member.
-template <class Answers>
-void HlslOutputMember(Walk<Answers>& walk, MorlDeclare* output)
-{
-    walk.answers.Rename(output->name, "output.");
-    HlslMember(walk, output);
-}
+void HlslOutputMember(Walk& walk, MorlDeclare* output);
 
 /// The output struct.
-template <class Answers>
-void HlslOutputs(Walk<Answers>& walk, const Declares& outputs)
-{
-    walk.text.Append("struct ", HlslStructsOf(walk.answers.Stage()).output, "{\n");
-    for (MorlDeclare* output : outputs) {
-        HlslOutputMember(walk, output);
-    }
-    walk.text.Append("};\n");
-}
+void HlslOutputs(Walk& walk, const Declares& outputs);
+
+/// A uniform with its binding.
+void HlslUniform(Walk& walk, MorlDeclare* uniform);
 
 /// The local copies of the inputs.
-template <class Answers>
-void HlslInputCopies(Walk<Answers>& walk, const Declares& inputs)
-{
-    for (MorlDeclare* input : inputs) {
-        const std::string& name = input->name;
-        walk.answers.Mark(walk.text, input);
-        walk.text.Append('\t', walk.answers.Type(input), " i", name, " = input.", name, ";\n");
-    }
-}
+void HlslInputCopies(Walk& walk, const Declares& inputs);
 
 /// The local output struct.
-template <class Answers>
-void HlslOutputLocal(Walk<Answers>& walk, const Declares& /*outputs*/)
-{
-    const std::string_view name = HlslStructsOf(walk.answers.Stage()).output;
-    if (!name.empty()) {
-        walk.text.Append('\t', name, " output;\n");
-    }
-}
+void HlslOutputLocal(Walk& walk, const Declares& outputs);
 
 /// The entry function.
-template <class Answers>
-void HlslMain(Walk<Answers>& walk, MorlProgram& linked)
-{
-    const HlslStructs structs = HlslStructsOf(walk.answers.Stage());
-    walk.text.Append(structs.output, " main(", structs.input, " input){ \n");
-    walk.answers.Ask(
-        walk.text, [&](MorlTranslator& hooks) { return hooks.WriteInputConvert(linked.inputs); },
-        [&](auto& /*record*/) { HlslInputCopies(walk, linked.inputs); });
-    walk.answers.Ask(
-        walk.text, [&](MorlTranslator& hooks) { return hooks.WriteOutputConvert(linked.outputs); },
-        [&](auto& /*record*/) { HlslOutputLocal(walk, linked.outputs); });
-    walk.MainBody(linked);
-    walk.text.Append("\treturn output;\n}\n");
-}
+void HlslMain(Walk& walk, MorlProgram& linked);
 
 }  // namespace ns_ruke

@@ -3,9 +3,9 @@
 
 #include "morl/ast/program.h"
 #include "morl/ast/stage.h"
+#include "morl/parser/internal/keywords.h"
 #include "morl/parser/token.h"
 
-#include <array>
 #include <cstddef>
 #include <string_view>
 
@@ -24,12 +24,15 @@ public:
     template <std::size_t count>
     constexpr explicit SpellingTable(const Spelling (&rows)[count])
     {
-        for (std::size_t i = 0; i < count; ++i) {
-            if (i > 0 && rows[i - 1].token >= rows[i].token) {
-                throw "rows must be unique and in the order of the tokens";
-            }
-            texts[static_cast<std::size_t>(rows[i].token)] = rows[i].text;
-        }
+        Set(rows);
+    }
+
+    /// A table that differs from another one in these rows.
+    template <std::size_t count>
+    constexpr SpellingTable(const SpellingTable& base, const Spelling (&rows)[count])
+        : texts(base.texts)
+    {
+        Set(rows);
     }
 
     /// Whether the token has a row.
@@ -43,7 +46,18 @@ public:
     }
 
 private:
-    std::array<std::string_view, static_cast<std::size_t>(kTokenCount)> texts{};
+    template <std::size_t count>
+    constexpr void Set(const Spelling (&rows)[count])
+    {
+        for (std::size_t i = 0; i < count; ++i) {
+            if (i > 0 && rows[i - 1].token >= rows[i].token) {
+                throw "rows must be unique and in the order of the tokens";
+            }
+            texts[static_cast<std::size_t>(rows[i].token)] = rows[i].text;
+        }
+    }
+
+    TokenTable<std::string_view> texts{};
 };
 
 /// The stage of a program; without one it is neither vertex nor fragment.
@@ -103,5 +117,63 @@ struct BufferSpellings {
 
     BufferSpelling rows[3];
 };
+
+// The same in every target: HLSL and GLSL agree on them.
+
+/// "%" has no row and vanishes from the written text; so would "!", which the parser rejects.
+inline constexpr SpellingTable kOperators({
+    {TOKEN_INCREMENT, "++"},
+    {TOKEN_DECREMENT, "--"},
+    {TOKEN_PLUS, "+"},
+    {TOKEN_MINUS, "-"},
+    {TOKEN_MULTIPLY, "*"},
+    {TOKEN_DIVIDE, "/"},
+    {TOKEN_MEMBER, "."},
+    {TOKEN_LESS, "<"},
+    {TOKEN_LESS_EQUAL, "<="},
+    {TOKEN_GREATER, ">"},
+    {TOKEN_GREATER_EQUAL, ">="},
+    {TOKEN_EQUAL, "=="},
+    {TOKEN_NOT_EQUAL, "!="},
+    {TOKEN_AND, "&&"},
+    {TOKEN_OR, "||"},
+});
+
+inline constexpr SpellingTable kAssignOperators({
+    {TOKEN_ASSIGN, "="},
+    {TOKEN_PLUS_ASSIGN, "+="},
+    {TOKEN_MINUS_ASSIGN, "-="},
+    {TOKEN_MULTIPLY_ASSIGN, "*="},
+    {TOKEN_DIVIDE_ASSIGN, "/="},
+});
+
+inline constexpr SpellingTable kSpecialWords({
+    {TOKEN_DISCARD, "discard"},
+});
+
+/// The semantics as HLSL for shader model 3 has them. There are no system values: the projected
+/// position is POSITION. TEXAUTO and SAUTO are not spelled but numbered.
+inline constexpr SpellingTable kSemantics({
+    {TOKEN_POSITION, "POSITION"},
+    {TOKEN_NORMAL, "NORMAL"},
+    {TOKEN_TANGENT, "TANGENT"},
+    {TOKEN_BINORMAL, "BINORMAL"},
+    {TOKEN_BLENDINDICES, "BLENDINDICES"},
+    {TOKEN_BLENDWEIGHT, "BLENDWEIGHT"},
+    {TOKEN_TEXCOORD0, "TEXCOORD0"},
+    {TOKEN_TEXCOORD1, "TEXCOORD1"},
+    {TOKEN_TEXCOORD2, "TEXCOORD2"},
+    {TOKEN_TEXCOORD3, "TEXCOORD3"},
+    {TOKEN_TEXCOORD4, "TEXCOORD4"},
+    {TOKEN_TEXCOORD5, "TEXCOORD5"},
+    {TOKEN_TEXCOORD6, "TEXCOORD6"},
+    {TOKEN_TEXCOORD7, "TEXCOORD7"},
+    {TOKEN_SV_POSITION, "POSITION"},
+    {TOKEN_COLOR, "COLOR"},
+    {TOKEN_COLOR0, "COLOR0"},
+    {TOKEN_COLOR1, "COLOR1"},
+    {TOKEN_COLOR2, "COLOR2"},
+    {TOKEN_COLOR3, "COLOR3"},
+});
 
 }  // namespace ns_ruke

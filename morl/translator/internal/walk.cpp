@@ -4,12 +4,26 @@
 #include "morl/core/internal/graphics_log.h"
 #include "morl/core/limits.h"
 #include "morl/core/messages.h"
-#include "morl/translator/internal/target_spellings.h"
+
+#include <utility>
 
 namespace ns_ruke {
 
-template <class Answers>
-void Walk<Answers>::Indent(int indent)
+void Walk::Mark(std::uint32_t offset)
+{
+    if (WrittenLines* lines = answers.Lines()) {
+        lines->Mark(text, offset);
+    }
+}
+
+void Walk::Mark(const MorlDeclare* declare)
+{
+    if (WrittenLines* lines = answers.Lines()) {
+        lines->Mark(text, declare);
+    }
+}
+
+void Walk::Indent(int indent)
 {
     for (int i = 0; i < indent; ++i) {
         text.Append('\t');
@@ -17,13 +31,12 @@ void Walk<Answers>::Indent(int indent)
 }
 
 // Macro statements are handled by the linker; any that remain are not written.
-template <class Answers>
-void Walk<Answers>::Sentence(MorlSentence* sentence, int indent)
+void Walk::Sentence(MorlSentence* sentence, int indent)
 {
     if (sentence == nullptr) {
         return;
     }
-    answers.Mark(text, sentence->offset);
+    Mark(sentence->offset);
     switch (sentence->unitType) {
     case TOKEN_EMPTY_SENTENCE:
         EmptySentence(indent);
@@ -55,46 +68,42 @@ void Walk<Answers>::Sentence(MorlSentence* sentence, int indent)
     }
 }
 
-template <class Answers>
-void Walk<Answers>::Sentences(const std::vector<MorlSentence*>& sentences, int indent)
+void Walk::Sentences(const std::vector<MorlSentence*>& sentences, int indent)
 {
     for (MorlSentence* sentence : sentences) {
         Sentence(sentence, indent);
     }
 }
 
-template <class Answers>
-void Walk<Answers>::EmptySentence(int indent)
+void Walk::EmptySentence(int indent)
 {
     Indent(indent);
     text.Append("; \n");
 }
 
-template <class Answers>
-void Walk<Answers>::SpecialSentence(MorlSpecialSentence* sentence, int indent)
+void Walk::SpecialSentence(MorlSpecialSentence* sentence, int indent)
 {
     Indent(indent);
     text.Append(answers.Keyword(sentence->keyword), "; \n");
 }
 
-template <class Answers>
-void Walk<Answers>::SingleComment(MorlSingleCommentSentence* sentence, int indent)
+void Walk::SingleComment(MorlSingleCommentSentence* sentence, int indent)
 {
     Indent(indent);
     text.Append("//", sentence->text, '\n');
 }
 
-template <class Answers>
-void Walk<Answers>::MultiComment(MorlMultiCommentSentence* sentence, int indent)
+void Walk::MultiComment(MorlMultiCommentSentence* sentence, int indent)
 {
     Indent(indent);
     text.Append("/*", sentence->text, "*/\n");
-    MarkLines(sentence);
+    if (WrittenLines* lines = answers.Lines()) {
+        MarkLines(sentence, *lines);
+    }
 }
 
-/// A comment of several lines has several lines in the source. Called when it has been written.
-template <class Answers>
-void Walk<Answers>::MarkLines(const MorlMultiCommentSentence* sentence)
+// A comment of several lines has several lines in the source. Called when it has been written.
+void Walk::MarkLines(const MorlMultiCommentSentence* sentence, WrittenLines& lines)
 {
     constexpr std::size_t kOpen = 2;   // of the comment
     constexpr std::size_t kClose = 3;  // and the line break
@@ -103,12 +112,11 @@ void Walk<Answers>::MarkLines(const MorlMultiCommentSentence* sentence)
     for (std::size_t end = comment.find('\n'); end != std::string::npos;
          end = comment.find('\n', end + 1)) {
         const std::size_t offset = sentence->offset + kOpen + end + 1;
-        answers.MarkAt(start + end + 1, static_cast<std::uint32_t>(offset));
+        lines.MarkAt(start + end + 1, static_cast<std::uint32_t>(offset));
     }
 }
 
-template <class Answers>
-void Walk<Answers>::DefinitionSentence(MorlDefinitionSentence* sentence, int indent)
+void Walk::DefinitionSentence(MorlDefinitionSentence* sentence, int indent)
 {
     Indent(indent);
     if (sentence->varType != TOKEN_NONE) {
@@ -119,8 +127,7 @@ void Walk<Answers>::DefinitionSentence(MorlDefinitionSentence* sentence, int ind
     text.Append(";\n");
 }
 
-template <class Answers>
-void Walk<Answers>::AssignSentence(MorlAssignSentence* sentence, int indent)
+void Walk::AssignSentence(MorlAssignSentence* sentence, int indent)
 {
     Indent(indent);
     if (sentence->varType != TOKEN_NONE) {
@@ -134,8 +141,7 @@ void Walk<Answers>::AssignSentence(MorlAssignSentence* sentence, int indent)
     }
 }
 
-template <class Answers>
-void Walk<Answers>::IfSentence(MorlIfSentence* sentence, int indent)
+void Walk::IfSentence(MorlIfSentence* sentence, int indent)
 {
     Indent(indent);
     text.Append(sentence->unitType == TOKEN_ELSE ? "else if(" : "if(");
@@ -146,38 +152,81 @@ void Walk<Answers>::IfSentence(MorlIfSentence* sentence, int indent)
     if (sentence->elseSentences.empty()) {
         return;
     }
-    answers.Mark(text, sentence->elseOffset);
+    Mark(sentence->elseOffset);
     Indent(indent);
     text.Append("else { \n");
     Sentences(sentence->elseSentences, indent + 1);
     End(sentence->elseEndOffset, indent);
 }
 
-template <class Answers>
-void Walk<Answers>::MainBody(const MorlProgram& linked)
+void Walk::MainBody(const MorlProgram& linked)
 {
     if (linked.mainFunction == nullptr) {
         return;
     }
     const std::vector<MorlSentence*>& sentences = linked.mainFunction->sentences;
     for (std::size_t i = 0; i < sentences.size(); ++i) {
-        answers.BeginStatement(i);
+        if (WrittenLines* lines = answers.Lines()) {
+            lines->BeginStatement(i);
+        }
         Sentence(sentences[i], 1);
     }
 }
 
-template <class Answers>
-void Walk<Answers>::Global(MorlDeclare* declare)
+void Walk::Global(MorlDeclare* declare)
 {
-    const auto buffer = answers.Buffer(declare->bufferType);
-    const auto type = answers.Type(declare);
-    text.Append(buffer, ' ', type, ' ', declare->name);
-    DefinitionArray(declare->arraySize);
+    Mark(declare);
+    text.Append(answers.Buffer(declare->bufferType), ' ');
+    text.Append(answers.Type(declare), ' ', declare->name);
+}
+
+void Walk::Binding(MorlDeclare* declare)
+{
+    MorlRegister* binding = declare->registerBinding;
+    if (answers.hooks != nullptr) {
+        text.Append(answers.hooks->WriteRegister(declare, binding));
+    } else {
+        Binding(declare, binding, answers.request->texcoordCounter);
+    }
+}
+
+// The stage is only read for TEXAUTO.
+void Walk::Binding(const MorlDeclare* declare, const MorlRegister* binding, std::uint32_t& counter)
+{
+    if (binding == nullptr) {
+        return;
+    }
+    const TargetRecord& target = *answers.target;
+    const ENUM_TOKEN token = binding->registerToken;
+    text.Append(" : ", token == TOKEN_IDENTIFIER ? std::string_view(binding->name)
+                                                 : target.semantics.Text(token));
+    if (token == TOKEN_SAUTO) {
+        AppendRegister(text, target.registerKind, answers.SamplerNumber(declare->name));
+    } else if (token == TOKEN_TEXAUTO && target.writesBindings) {
+        text.Append(answers.Texcoord(declare->name, counter));
+    }
+}
+
+void Walk::InputConvert(const Declares& inputs)
+{
+    if (answers.hooks != nullptr) {
+        text.Append(answers.hooks->WriteInputConvert(inputs));
+    } else {
+        answers.target->layout.inputConvert(*this, inputs);
+    }
+}
+
+void Walk::OutputConvert(const Declares& outputs)
+{
+    if (answers.hooks != nullptr) {
+        text.Append(answers.hooks->WriteOutputConvert(outputs));
+    } else {
+        answers.target->layout.outputConvert(*this, outputs);
+    }
 }
 
 // The init statement ends with a semicolon and a line break; the line break is removed again.
-template <class Answers>
-void Walk<Answers>::ForSentence(MorlForSentence* sentence, int indent)
+void Walk::ForSentence(MorlForSentence* sentence, int indent)
 {
     Indent(indent);
     text.Append("for(");
@@ -193,17 +242,15 @@ void Walk<Answers>::ForSentence(MorlForSentence* sentence, int indent)
     End(sentence->endOffset, indent);
 }
 
-/// The end of a block.
-template <class Answers>
-void Walk<Answers>::End(std::uint32_t offset, int indent)
+// The end of a block.
+void Walk::End(std::uint32_t offset, int indent)
 {
-    answers.Mark(text, offset);
+    Mark(offset);
     Indent(indent);
     text.Append("} \n");
 }
 
-template <class Answers>
-void Walk<Answers>::DefinitionArray(MorlExpression* size)
+void Walk::DefinitionArray(MorlExpression* size)
 {
     if (size != nullptr) {
         text.Append('[');
@@ -212,8 +259,7 @@ void Walk<Answers>::DefinitionArray(MorlExpression* size)
     }
 }
 
-template <class Answers>
-void Walk<Answers>::Expression(MorlExpression* expression)
+void Walk::Expression(MorlExpression* expression)
 {
     if (expression == nullptr) {
         return;
@@ -243,16 +289,14 @@ void Walk<Answers>::Expression(MorlExpression* expression)
 }
 
 // The operator is always written before its operand, although the source has it after.
-template <class Answers>
-void Walk<Answers>::UnaryOperation(MorlUnaryOperation* operation)
+void Walk::UnaryOperation(MorlUnaryOperation* operation)
 {
     text.Append(answers.Operator(operation->operatorToken));
     Expression(operation->operand);
 }
 
 // No parentheses are added: the source's own are nodes of the tree.
-template <class Answers>
-void Walk<Answers>::BinaryOperation(MorlBinaryOperation* operation)
+void Walk::BinaryOperation(MorlBinaryOperation* operation)
 {
     Expression(operation->left);
     if (operation->operatorToken == TOKEN_INDEX) {
@@ -265,26 +309,25 @@ void Walk<Answers>::BinaryOperation(MorlBinaryOperation* operation)
     Expression(operation->right);
 }
 
-template <class Answers>
-void Walk<Answers>::ParenthesiseExpression(MorlParenthesiseExpression* expression)
+void Walk::ParenthesiseExpression(MorlParenthesiseExpression* expression)
 {
     text.Append('(');
     Expression(expression->expression);
     text.Append(')');
 }
 
-template <class Answers>
-void Walk<Answers>::FunctionCall(MorlFunctionCall* call)
+void Walk::FunctionCall(MorlFunctionCall* call)
 {
-    answers.Ask(
-        text, [call](MorlTranslator& hooks) { return hooks.WriteFunctionCall(call); },
-        [this, call](auto& record) { Call(call, record.spellings.callForms); });
+    if (answers.hooks != nullptr) {
+        text.Append(answers.hooks->WriteFunctionCall(call));
+    } else {
+        Call(call);
+    }
 }
 
-template <class Answers>
-void Walk<Answers>::Call(MorlFunctionCall* call, const CallForms& forms)
+void Walk::Call(MorlFunctionCall* call)
 {
-    const CallForm* form = forms.Find(call->functionToken);
+    const CallForm* form = answers.target->callForms.Find(call->functionToken);
     if (form == nullptr) {
         PlainCall(call);
     } else {
@@ -293,8 +336,7 @@ void Walk<Answers>::Call(MorlFunctionCall* call, const CallForms& forms)
 }
 
 // Forms that write each argument once need no text of its own for it.
-template <class Answers>
-void Walk<Answers>::FormedCall(MorlFunctionCall* call, const CallForm& form)
+void Walk::FormedCall(MorlFunctionCall* call, const CallForm& form)
 {
     switch (form.layout) {
     case CallLayout::Matrix:
@@ -320,8 +362,7 @@ void Walk<Answers>::FormedCall(MorlFunctionCall* call, const CallForm& form)
 }
 
 // As many arguments as the form reads; missing ones are reported once and are empty.
-template <class Answers>
-void Walk<Answers>::SeparatedArguments(MorlFunctionCall* call, const CallForm& form, char separator)
+void Walk::SeparatedArguments(MorlFunctionCall* call, const CallForm& form, char separator)
 {
     if (call->arguments.size() < form.arguments) {
         ReportMissingArguments(call);
@@ -336,8 +377,7 @@ void Walk<Answers>::SeparatedArguments(MorlFunctionCall* call, const CallForm& f
     }
 }
 
-template <class Answers>
-void Walk<Answers>::PlainCall(MorlFunctionCall* call)
+void Walk::PlainCall(MorlFunctionCall* call)
 {
     text.Append(answers.FunctionName(call), '(');
     bool first = true;
@@ -353,30 +393,35 @@ void Walk<Answers>::PlainCall(MorlFunctionCall* call)
 
 // Arguments beyond those that the form reads are ignored. Missing ones are reported once and are
 // empty. If the bound on repeated text is exceeded, all arguments are empty.
-template <class Answers>
-CallArguments Walk<Answers>::Arguments(MorlFunctionCall* call, const CallForm& form)
+CallArguments Walk::Arguments(MorlFunctionCall* call, const CallForm& form)
 {
-    if (call->arguments.size() < form.arguments) {
+    bool isReported = call->arguments.size() < form.arguments;
+    if (isReported) {
         ReportMissingArguments(call);
     }
     CallArguments texts;
     std::size_t size = 0;
-    for (std::size_t i = 0; i < form.arguments && i < call->arguments.size(); ++i) {
-        const bool isRepeated = i < form.repeated;
-        texts[i] = Argument(call, i, isRepeated);
-        size += isRepeated ? texts[i].size() : 0;
-    }
-    if (!ReserveRepeatedText(call, size * form.repeats)) {
-        return {};
-    }
+    const auto write = [&](std::size_t i) {
+        if (i < call->arguments.size()) {
+            const bool isRepeated = i < form.repeated;
+            texts[i] = Argument(call, i, isRepeated);
+            size += isRepeated ? texts[i].size() : 0;
+        } else if (!std::exchange(isReported, true)) {
+            ReportMissingArguments(call);
+        }
+    };
+    write(0);
+    // What a shadow map is compared with is written before the other arguments.
     if (form.layout == CallLayout::Sampling && IsShadowMap(texts[0])) {
-        texts[2] = Comparison(call);
+        write(2);
     }
-    return texts;
+    for (std::size_t i = 1; i < form.arguments; ++i) {
+        write(i);
+    }
+    return ReserveRepeatedText(call, size * form.repeats) ? texts : CallArguments();
 }
 
-template <class Answers>
-std::string Walk<Answers>::Argument(MorlFunctionCall* call, std::size_t index, bool isRepeated)
+std::string Walk::Argument(MorlFunctionCall* call, std::size_t index, bool isRepeated)
 {
     const unsigned repeating = isRepeated ? 1 : 0;
     auto& repetition = answers.repetition;
@@ -387,28 +432,13 @@ std::string Walk<Answers>::Argument(MorlFunctionCall* call, std::size_t index, b
     return argument.Copy();
 }
 
-// The value that a shadow map is compared with.
-template <class Answers>
-std::string Walk<Answers>::Comparison(MorlFunctionCall* call)
-{
-    if (call->arguments.size() > 2) {
-        return Argument(call, 2, false);
-    }
-    if (call->arguments.size() == 2) {  // with fewer, it has been reported
-        ReportMissingArguments(call);
-    }
-    return {};
-}
-
-template <class Answers>
-void Walk<Answers>::ReportMissingArguments(const MorlFunctionCall* call)
+void Walk::ReportMissingArguments(const MorlFunctionCall* call)
 {
     LogGraphicsError(messages::kNotEnoughArguments + call->name);
 }
 
 // Only repetition inside repetition counts, because only that grows exponentially.
-template <class Answers>
-bool Walk<Answers>::ReserveRepeatedText(const MorlFunctionCall* call, std::size_t size)
+bool Walk::ReserveRepeatedText(const MorlFunctionCall* call, std::size_t size)
 {
     auto& repetition = answers.repetition;
     if (size == 0 || repetition.nested == 0) {
@@ -424,8 +454,5 @@ bool Walk<Answers>::ReserveRepeatedText(const MorlFunctionCall* call, std::size_
     LogGraphicsError(messages::kExpressionTooLong + call->name);
     return false;
 }
-
-template class Walk<HookAnswers>;
-template class Walk<RecordAnswers>;
 
 }  // namespace ns_ruke

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "morl/translator/internal/answers.h"
-#include "morl/translator/internal/call_forms.h"
 #include "morl/translator/internal/text.h"
 #include "morl/translator/morl_translator.h"
 
@@ -14,10 +13,9 @@
 namespace ns_ruke {
 
 /// The walk over statements and expressions, and the layout of their text, which all targets share.
-/// Whatever differs by target is answered by HookAnswers or RecordAnswers.
+/// Whatever differs by target is in the answers.
 ///
 /// A null node appends nothing.
-template <class Answers>
 class Walk {
 public:
     /// The arguments must outlive the walk.
@@ -40,16 +38,29 @@ public:
     void BinaryOperation(MorlBinaryOperation* operation);
     void ParenthesiseExpression(MorlParenthesiseExpression* expression);
 
-    /// A global declaration up to its array size: storage word, type, name, size.
+    /// A global declaration: storage word, type and name. Begins a line.
     void Global(MorlDeclare* declare);
+    /// The binding of a declaration: " : " and the semantic, the name in parentheses, the sampler's
+    /// register or the texture coordinate. Nothing without a binding.
+    void Binding(MorlDeclare* declare);
+    /// The same without asking a translator.
+    /// @param counter the number of the next texture coordinate
+    void Binding(const MorlDeclare* declare, const MorlRegister* binding, std::uint32_t& counter);
+    /// The lines at the start of the entry function.
+    void InputConvert(const Declares& inputs);
+    void OutputConvert(const Declares& outputs);
     /// The statements of a program's `main`, if it has one.
     void MainBody(const MorlProgram& linked);
 
     void FunctionCall(MorlFunctionCall* call);
     /// A call in the target's own form for it, if there is one, or in the usual form.
-    void Call(MorlFunctionCall* call, const CallForms& forms);
+    void Call(MorlFunctionCall* call);
     /// A call in the usual form: the name, and the arguments in parentheses.
     void PlainCall(MorlFunctionCall* call);
+
+    /// The line that is begun now is from this place of the current statement, or this declaration.
+    void Mark(std::uint32_t offset);
+    void Mark(const MorlDeclare* declare);
 
     Answers& answers;
     Text& text;
@@ -57,26 +68,24 @@ public:
 private:
     void Indent(int indent);
     void End(std::uint32_t offset, int indent);
-    void MarkLines(const MorlMultiCommentSentence* sentence);
+    void MarkLines(const MorlMultiCommentSentence* sentence, WrittenLines& lines);
     void FormedCall(MorlFunctionCall* call, const CallForm& form);
     void SeparatedArguments(MorlFunctionCall* call, const CallForm& form, char separator);
     CallArguments Arguments(MorlFunctionCall* call, const CallForm& form);
     std::string Argument(MorlFunctionCall* call, std::size_t index, bool isRepeated);
-    std::string Comparison(MorlFunctionCall* call);
     bool ReserveRepeatedText(const MorlFunctionCall* call, std::size_t size);
     static void ReportMissingArguments(const MorlFunctionCall* call);
 };
 
-extern template class Walk<HookAnswers>;
-extern template class Walk<RecordAnswers>;
-
 /// The text that a part of the walk writes with a translator's operations.
+/// @param target the record of the translator; null: it has none, or does not need it
 template <class Part>
-std::string Collect(MorlTranslator& translator, const Part& part)
+std::string Collect(MorlTranslator& translator, const TargetRecord* target, const Part& part)
 {
-    HookAnswers answers(translator);
+    const MorlTranslator::Writing writing(translator);
+    Answers answers(translator, target);
     Text text;
-    Walk<HookAnswers> walk(answers, text);
+    Walk walk(answers, text);
     part(walk);
     return text.Copy();
 }

@@ -23,19 +23,19 @@ std::size_t UsualSize(const MorlProgram& program)
 
 }  // namespace
 
-void WriteRequest(const TargetSpellings& target, const PassProperty& pass, MorlProgram& program,
+void WriteRequest(const TargetRecord& target, const PassProperty& pass, MorlProgram& program,
                   WrittenLines* lines, ShaderOutput& output)
 {
-    RecordAnswers answers(target, program, pass.semantics, pass.samplerRegisters);
-    answers.lines = lines;
+    WrittenRequest request = {pass, program, lines};
+    Answers answers(request, target);
     Text text(UsualSize(program));
-    Walk<RecordAnswers> walk(answers, text);
+    Walk walk(answers, text);
     text.Append(target.header);
-    target.recordSections.uniforms(walk, program.uniforms);
-    target.recordSections.inputs(walk, program.inputs);
-    target.recordSections.outputs(walk, program.outputs);
-    target.recordSections.main(walk, program);
-    FillOutput(text.Copy(), program.uniforms, std::move(answers.outputSemantics), output);
+    target.layout.uniforms(walk, program.uniforms);
+    target.layout.inputs(walk, program.inputs);
+    target.layout.outputs(walk, program.outputs);
+    target.layout.main(walk, program);
+    FillOutput(text.Copy(), program.uniforms, std::move(request.outputSemantics), output);
 }
 
 }  // namespace ns_ruke

@@ -26,7 +26,7 @@ public:
     /// The line that is begun now is from the current statement of `main`.
     /// @param offset in the source of its node, in bytes
     void Mark(const Text& text, std::uint32_t offset) { MarkAt(text.Size(), offset); }
-    /// The line that begins at this position of the text is.
+    /// Like Mark, for the line that begins at `position`.
     void MarkAt(std::size_t position, std::uint32_t offset);
     /// The lines that follow are from this statement of `main`.
     void BeginStatement(std::size_t index);

@@ -12,17 +12,6 @@ using ns_ruke::MorlDeclare;
 using ns_ruke::MorlMarcoForDeclare;
 using ns_ruke::MorlMarcoIfDeclare;
 
-/// The word of the language that a token stands for.
-std::string WordOf(ns_ruke::ENUM_TOKEN token)
-{
-    for (const ns_ruke::Keyword& keyword : ns_ruke::KeywordMap::Keywords()) {
-        if (keyword.token == token) {
-            return std::string(keyword.spelling);
-        }
-    }
-    return "";
-}
-
 std::string ArrayOf(const MorlDeclare& declare)
 {
     const auto* const number = dynamic_cast<const ns_ruke::MorlNumber*>(declare.arraySize);
@@ -47,7 +36,8 @@ void AppendDeclares(std::string& text, const char* title, const std::vector<Morl
             AppendDeclares(text, title, loop->declares, block + "  #for " + loop->varName);
         } else if (declare != nullptr) {
             const ns_ruke::MorlRegister* const binding = declare->registerBinding;
-            text += std::string("  ") + title + "  " + WordOf(declare->varType) + " " +
+            text += std::string("  ") + title + "  " +
+                    std::string(ns_ruke::KeywordMap::WordOf(declare->varType)) + " " +
                     declare->name + ArrayOf(*declare) +
                     (binding != nullptr ? " : " + binding->name : "") + block + "\n";
         }

@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "morl/parser/token.h"
-
 #include <cstdint>
-#include <string>
 
 namespace ns_ruke {
 
@@ -24,20 +21,14 @@ struct ValueType {
     std::uint8_t rows = 1;
     std::uint8_t columns = 1;
 
-    bool IsKnown() const { return base != ValueBase::Unknown; }
-    bool IsNumeric() const { return base == ValueBase::Float || base == ValueBase::Int; }
-    bool IsMatrix() const { return columns > 1; }
-    bool IsVector() const { return columns == 1 && rows > 1; }
-    bool IsNumber() const { return columns == 1 && rows == 1; }
+    constexpr bool IsKnown() const { return base != ValueBase::Unknown; }
+    constexpr bool IsNumeric() const { return base == ValueBase::Float || base == ValueBase::Int; }
+    constexpr bool IsMatrix() const { return columns > 1; }
+    constexpr bool IsVector() const { return columns == 1 && rows > 1; }
+    constexpr bool IsNumber() const { return columns == 1 && rows == 1; }
 };
 
 constexpr ValueType kFloat = {ValueBase::Float, 1, 1};
 constexpr ValueType kBool = {ValueBase::Bool, 1, 1};
-
-/// The type that a word of the language stands for; unknown for "auto" and words that are no type.
-ValueType TypeOfToken(ENUM_TOKEN token);
-
-/// As the language spells it, such as "float3".
-std::string NameOf(ValueType type);
 
 }  // namespace ns_ruke

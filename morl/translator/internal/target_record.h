@@ -3,51 +3,52 @@
 
 #include "morl/translator/internal/call_forms.h"
 #include "morl/translator/internal/spelling_table.h"
+#include "morl/translator/internal/word_list.h"
+#include "morl/translator/targets.h"
 
 #include <string_view>
 #include <vector>
 
 namespace ns_ruke {
 
-class HookAnswers;
-class RecordAnswers;
-template <class Answers>
 class Walk;
 
 /// The parts of a shader that each target lays out in its own way.
-template <class Answers>
-struct TargetSections {
-    using List = void (*)(Walk<Answers>& walk, const std::vector<MorlDeclare*>& declares);
+struct TargetLayout {
+    using List = void (*)(Walk& walk, const std::vector<MorlDeclare*>& declares);
 
     List uniforms;
     List inputs;
     List outputs;
-    void (*main)(Walk<Answers>& walk, MorlProgram& linked);
+    void (*main)(Walk& walk, MorlProgram& linked);
     List inputConvert;   ///< the lines at the start of the entry function for the inputs
     List outputConvert;  ///< the same for the outputs
 };
 
-/// Everything that a target spells in its own way. Each target has one record, at the top of its
-/// file.
-struct TargetSpellings {
+/// Everything that distinguishes a target. Each target has one record, in its file.
+struct TargetRecord {
+    TargetInfo info;
     std::string_view header;         ///< what every shader begins with
     const SpellingTable& types;      ///< a type without a row is written as nothing
     const SpellingTable& autoTypes;  ///< of `auto` declarations, by semantic; likewise
     const SpellingTable& functions;  ///< a function without a row keeps its name in the source
-    const SpellingTable& semantics;  ///< TEXAUTO and SAUTO are not spelled but numbered
+    const SpellingTable& semantics;
     BufferSpellings buffers;
     char registerKind;    ///< of samplers: 's', or 't' for texture objects
     bool writesBindings;  ///< whether shaders contain registers and texture coordinates
     CallForms callForms;
-    TargetSections<HookAnswers> hookSections;
-    TargetSections<RecordAnswers> recordSections;
+    const WordList& reservedWords;      ///< that the language's family has, and Morl has not
+    const WordList& moreReservedWords;  ///< that this target has besides
+    TargetLayout layout;
 };
 
-// The same in every target: HLSL and GLSL agree on them.
+/// The record of a target, or null if no target has exactly this name.
+const TargetRecord* FindTarget(std::string_view name);
 
-/// "%" has no row and vanishes from the written text; so would "!", which the parser rejects.
-extern const SpellingTable kOperators;
-extern const SpellingTable kAssignOperators;
-extern const SpellingTable kKeywords;
+/// Whether a variable of this name clashes with a word of a target.
+bool IsReservedWord(std::string_view name, const TargetRecord& target);
+
+/// The type of a declaration as a target writes it; that of `auto` follows from the semantic.
+std::string_view WrittenType(const MorlDeclare& declare, const TargetRecord& target);
 
 }  // namespace ns_ruke

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace ns_ruke {
+
+/// Words that a target reserves, in ascending order; anything else does not compile.
+class WordList {
+public:
+    constexpr WordList() = default;
+
+    template <std::size_t count>
+    constexpr explicit WordList(const std::string_view (&newWords)[count])
+        : words(newWords), size(count)
+    {
+        for (std::size_t i = 0; i < count; ++i) {
+            if (i > 0 && words[i - 1] >= words[i]) {
+                throw "words must be unique and in ascending order";
+            }
+            lengths.at(static_cast<std::size_t>(words[i][0] - 'a')) |= 1U << words[i].size();
+        }
+    }
+
+    bool Contains(std::string_view name) const
+    {
+        return MayContain(name) && std::binary_search(words, words + size, name);
+    }
+
+private:
+    /// Whether the name begins like one of the words and is as long. Most names fail this.
+    bool MayContain(std::string_view name) const
+    {
+        constexpr std::size_t kLongestWord = 31;
+        return !name.empty() && name[0] >= 'a' && name[0] <= 'z' && name.size() <= kLongestWord &&
+               (lengths[static_cast<std::size_t>(name[0] - 'a')] & (1U << name.size())) != 0;
+    }
+
+    const std::string_view* words = nullptr;
+    std::size_t size = 0;
+    /// The lengths of the words that begin with each small letter, as bits.
+    std::array<std::uint32_t, 26> lengths{};
+};
+
+}  // namespace ns_ruke
