@@ -80,8 +80,8 @@ std::size_t Reported(int times, bool withWarnings)
             ShaderOutput output;
             PassReport report;
             std::vector<ReportWarning> warnings;
-            withWarnings ? compiler->Compile(pass, output, report, warnings)
-                         : compiler->Compile(pass, output, report);
+            withWarnings ? compiler->CompileReported(pass, output, report, warnings)
+                         : compiler->CompileReported(pass, output, report);
             bytes += output.code.size();
         }
     }

@@ -18,7 +18,7 @@ void CheckNode(const ns_ruke::MorlNode& node, const std::string& name)
         copy.AddReference(reference);
     }
     const bool parsed = !node.NeedCompile("glsl") && node.NeedCompile("hlsl");
-    if (node.GetName() != name || !parsed || node.GetProgram() == nullptr ||
+    if (node.GetName() != name || !parsed || node.Program() == nullptr ||
         copy.GetReference() != node.GetReference()) {
         morl_fuzz::Fail("a node is not what was loaded");
     }

@@ -69,7 +69,7 @@ void Compile(MorlCompiler& compiler, PassProperty& pass, ShaderOutput& output, b
     }
     ns_ruke::PassReport report;
     std::vector<ns_ruke::ReportWarning> warnings;
-    compiler.Compile(pass, output, report, warnings);
+    compiler.CompileReported(pass, output, report, warnings);
     ns_ruke::CheckStages(report, report, pass.target, warnings);
 }
 

@@ -65,7 +65,7 @@ void ShowAll(MorlCompiler& compiler)
         pass.stage = ns_ruke::kFragmentStage;
         ns_ruke::ShaderOutput output;
         PassReport report;
-        compiler.Compile(pass, output, report);
+        compiler.CompileReported(pass, output, report);
         std::cout << "== " << target << '\n';
         Show(output.code, report);
     }

@@ -5,17 +5,17 @@
 
 namespace ns_ruke {
 
-MorlRegister::~MorlRegister() = default;
-
 MorlDeclare::~MorlDeclare()
 {
-    delete arraySize;
-    delete registerBinding;
+    DeleteUnit(arraySize);
+    DeleteUnit(registerBinding);
 }
 
 MorlMarcoIfDeclare::~MorlMarcoIfDeclare()
 {
-    delete condition;
+    if (condition != sharedCondition.get()) {
+        DeleteUnit(condition);
+    }
     DeleteElements(declares);
     DeleteElements(elseDeclares);
 }

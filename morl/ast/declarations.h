@@ -4,6 +4,7 @@
 #include "morl/ast/expressions.h"
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -15,9 +16,6 @@ struct MORL_API MorlRegister : MorlUnit {
     std::string name;                       ///< the semantic as written, or "(" name ")"
 
     MorlRegister() { unitType = TOKEN_REGISTER; }
-    MorlRegister(const MorlRegister&) = default;
-    MorlRegister& operator=(const MorlRegister&) = default;
-    ~MorlRegister() override;
 };
 
 /// A declaration of an input, output or uniform, or a parameter of a function.
@@ -35,21 +33,22 @@ struct MORL_API MorlDeclare : MorlUnit {
     {
         unitType = TOKEN_DECLARE;
     }
-    MorlDeclare(const MorlDeclare&) = default;
-    MorlDeclare& operator=(const MorlDeclare&) = default;
     ~MorlDeclare() override;
 };
 
-/// The declarations of one kind in an `#if` block. The parser shares one condition between all
-/// groups of a block; see MorlProgramOwnership for who frees it then.
+/// The condition that the parser shares between all groups of one program-level `#if` block; the
+/// last group to go frees it. So a host may take a group out of its program and delete it by
+/// itself, before the program or after it. Null in groups that were not parsed.
+using MorlSharedCondition = std::shared_ptr<MorlExpression>;
+
+/// The declarations of one kind in an `#if` block.
 struct MORL_API MorlMarcoIfDeclare : MorlDeclare {
-    MorlExpression* condition = nullptr;     ///< owned
+    MorlExpression* condition = nullptr;     ///< owned, unless it is the shared one
     std::vector<MorlDeclare*> declares;      ///< owned; used when the condition is not zero
     std::vector<MorlDeclare*> elseDeclares;  ///< owned; used when it is zero
+    MorlSharedCondition sharedCondition;
 
     MorlMarcoIfDeclare() { unitType = TOKEN_MARCO_IF_DECLARE; }
-    MorlMarcoIfDeclare(const MorlMarcoIfDeclare&) = default;
-    MorlMarcoIfDeclare& operator=(const MorlMarcoIfDeclare&) = default;
     ~MorlMarcoIfDeclare() override;
 };
 
@@ -61,8 +60,6 @@ struct MORL_API MorlMarcoForDeclare : MorlDeclare {
     std::vector<MorlDeclare*> declares;  ///< owned
 
     MorlMarcoForDeclare() { unitType = TOKEN_MARCO_FOR_DECLARE; }
-    MorlMarcoForDeclare(const MorlMarcoForDeclare&) = default;
-    MorlMarcoForDeclare& operator=(const MorlMarcoForDeclare&) = default;
     ~MorlMarcoForDeclare() override;
 };
 

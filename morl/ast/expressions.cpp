@@ -5,8 +5,6 @@
 
 namespace ns_ruke {
 
-MorlExpression::~MorlExpression() = default;
-
 MorlFunctionCall::~MorlFunctionCall()
 {
     DeleteElements(arguments);
@@ -14,22 +12,18 @@ MorlFunctionCall::~MorlFunctionCall()
 
 MorlUnaryOperation::~MorlUnaryOperation()
 {
-    delete operand;
+    DeleteUnit(operand);
 }
 
 MorlBinaryOperation::~MorlBinaryOperation()
 {
-    delete left;
-    delete right;
+    DeleteUnit(left);
+    DeleteUnit(right);
 }
 
 MorlParenthesiseExpression::~MorlParenthesiseExpression()
 {
-    delete expression;
+    DeleteUnit(expression);
 }
-
-MorlVariable::~MorlVariable() = default;
-
-MorlNumber::~MorlNumber() = default;
 
 }  // namespace ns_ruke

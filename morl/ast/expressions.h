@@ -4,7 +4,6 @@
 #include "morl/ast/unit.h"
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace ns_ruke {
@@ -13,9 +12,6 @@ namespace ns_ruke {
 /// operand counts as 0 when evaluated and is written as nothing.
 struct MORL_API MorlExpression : MorlUnit {
     MorlExpression() { unitType = TOKEN_EXPRESSION; }
-    MorlExpression(const MorlExpression&) = default;
-    MorlExpression& operator=(const MorlExpression&) = default;
-    ~MorlExpression() override;
 };
 
 /// A call of a type's constructor or of an intrinsic function.
@@ -25,8 +21,6 @@ struct MORL_API MorlFunctionCall : MorlExpression {
     std::vector<MorlExpression*> arguments;  ///< owned, in source order
 
     MorlFunctionCall() { unitType = TOKEN_FUNCTION_CALL; }
-    MorlFunctionCall(const MorlFunctionCall&) = default;
-    MorlFunctionCall& operator=(const MorlFunctionCall&) = default;
     ~MorlFunctionCall() override;
 };
 
@@ -36,8 +30,6 @@ struct MORL_API MorlUnaryOperation : MorlExpression {
     MorlExpression* operand = nullptr;  ///< owned
 
     MorlUnaryOperation() { unitType = TOKEN_UNARY_OPERATION; }
-    MorlUnaryOperation(const MorlUnaryOperation&) = default;
-    MorlUnaryOperation& operator=(const MorlUnaryOperation&) = default;
     ~MorlUnaryOperation() override;
 };
 
@@ -49,8 +41,6 @@ struct MORL_API MorlBinaryOperation : MorlExpression {
     MorlExpression* right = nullptr;  ///< owned; for TOKEN_INDEX the index
 
     MorlBinaryOperation() { unitType = TOKEN_BINARY_OPERATION; }
-    MorlBinaryOperation(const MorlBinaryOperation&) = default;
-    MorlBinaryOperation& operator=(const MorlBinaryOperation&) = default;
     ~MorlBinaryOperation() override;
 };
 
@@ -60,8 +50,6 @@ struct MORL_API MorlParenthesiseExpression : MorlExpression {
         expression;  ///< owned; left unset by the constructor, assigned by whoever makes one
 
     MorlParenthesiseExpression() { unitType = TOKEN_PARENTHESISE_EXPRESSION; }
-    MorlParenthesiseExpression(const MorlParenthesiseExpression&) = default;
-    MorlParenthesiseExpression& operator=(const MorlParenthesiseExpression&) = default;
     ~MorlParenthesiseExpression() override;
 };
 
@@ -70,10 +58,6 @@ struct MORL_API MorlVariable : MorlExpression {
     std::string name;
 
     MorlVariable() { unitType = TOKEN_IDENTIFIER; }
-    explicit MorlVariable(std::string_view newName) : name(newName) { unitType = TOKEN_IDENTIFIER; }
-    MorlVariable(const MorlVariable&) = default;
-    MorlVariable& operator=(const MorlVariable&) = default;
-    ~MorlVariable() override;
 };
 
 /// A number literal, kept as text so that it is written back exactly as it was read.
@@ -81,10 +65,6 @@ struct MORL_API MorlNumber : MorlExpression {
     std::string value;
 
     MorlNumber() { unitType = TOKEN_NUMBER; }
-    explicit MorlNumber(std::string_view newValue) : value(newValue) { unitType = TOKEN_NUMBER; }
-    MorlNumber(const MorlNumber&) = default;
-    MorlNumber& operator=(const MorlNumber&) = default;
-    ~MorlNumber() override;
 };
 
 }  // namespace ns_ruke

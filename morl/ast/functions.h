@@ -17,8 +17,6 @@ struct MORL_API MorlFunction : MorlUnit {
     std::vector<MorlSentence*> sentences;  ///< owned
 
     MorlFunction() { unitType = TOKEN_FUNCTION; }
-    MorlFunction(const MorlFunction&) = default;
-    MorlFunction& operator=(const MorlFunction&) = default;
     ~MorlFunction() override;
 };
 
@@ -27,10 +25,9 @@ struct MORL_API MorlMarcoIfFunction : MorlFunction {
     MorlExpression* condition = nullptr;       ///< NOT owned, unlike the other `#if` groups
     std::vector<MorlFunction*> functions;      ///< owned; used when the condition is not zero
     std::vector<MorlFunction*> elseFunctions;  ///< owned; used when it is zero
+    MorlSharedCondition sharedCondition;
 
     MorlMarcoIfFunction() { unitType = TOKEN_MARCO_IF_FUNCTION; }
-    MorlMarcoIfFunction(const MorlMarcoIfFunction&) = default;
-    MorlMarcoIfFunction& operator=(const MorlMarcoIfFunction&) = default;
     ~MorlMarcoIfFunction() override;
 };
 
@@ -42,8 +39,6 @@ struct MORL_API MorlMarcoForFunction : MorlFunction {
     std::vector<MorlFunction*> functions;  ///< owned
 
     MorlMarcoForFunction() { unitType = TOKEN_MARCO_FOR_FUNCTION; }
-    MorlMarcoForFunction(const MorlMarcoForFunction&) = default;
-    MorlMarcoForFunction& operator=(const MorlMarcoForFunction&) = default;
     ~MorlMarcoForFunction() override;
 };
 

@@ -7,13 +7,6 @@ namespace ns_ruke {
 
 MorlProgram::~MorlProgram()
 {
-    for (const MorlSharedCondition& shared : ownership.conditions) {
-        for (MorlMarcoIfDeclare* group : shared.groups) {
-            if (group != nullptr) {
-                group->condition = nullptr;
-            }
-        }
-    }
     DeleteElements(comments);
     if (ownership.elements) {
         DeleteElements(inputs);
@@ -26,10 +19,7 @@ MorlProgram::~MorlProgram()
     if (ownership.functions) {
         DeleteElements(functions);
     }
-    delete mainFunction;
-    for (const MorlSharedCondition& shared : ownership.conditions) {
-        delete shared.condition;
-    }
+    DeleteUnit(mainFunction);
 }
 
 }  // namespace ns_ruke

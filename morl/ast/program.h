@@ -3,18 +3,10 @@
 
 #include "morl/ast/functions.h"
 
-#include <array>
 #include <cstdint>
 #include <vector>
 
 namespace ns_ruke {
-
-/// The condition of one program-level `#if` block, with the declaration groups that share it.
-struct MORL_API MorlSharedCondition {
-    MorlExpression* condition = nullptr;
-    std::array<MorlMarcoIfDeclare*, 3>
-        groups{};  ///< of inputs, outputs, uniforms; null: no such group
-};
 
 /// A program's exceptions to the rule that a parent deletes its children.
 struct MORL_API MorlProgramOwnership {
@@ -29,11 +21,6 @@ struct MORL_API MorlProgramOwnership {
     /// Owned: the declarations and statements that a program shares with no other, if `elements` is
     /// false.
     std::vector<MorlUnit*> copies;
-
-    /// The conditions of the program's `#if` blocks. Up to four groups of a block share one
-    /// condition (and the function group never owns it), so the program frees it instead of the
-    /// groups: its destructor first detaches the condition from the declaration groups.
-    std::vector<MorlSharedCondition> conditions;
 };
 
 /// What a parser reads over without a message.
@@ -70,8 +57,6 @@ struct MORL_API MorlProgram : MorlUnit {
     bool hasMacros = true;               ///< false: the source has no macro block or assignment
 
     MorlProgram() { unitType = TOKEN_PROGRAM; }
-    MorlProgram(const MorlProgram&) = default;
-    MorlProgram& operator=(const MorlProgram&) = default;
     ~MorlProgram() override;
 };
 

@@ -5,50 +5,36 @@
 
 namespace ns_ruke {
 
-MorlSentence::~MorlSentence() = default;
-
-MorlEmptySentence::~MorlEmptySentence() = default;
-
-MorlSpecialSentence::~MorlSpecialSentence() = default;
-
-MorlSingleCommentSentence::~MorlSingleCommentSentence() = default;
-
-MorlMultiCommentSentence::~MorlMultiCommentSentence() = default;
-
 MorlDefinitionSentence::~MorlDefinitionSentence()
 {
-    delete arraySize;
+    DeleteUnit(arraySize);
 }
 
 MorlAssignSentence::~MorlAssignSentence()
 {
-    delete target;
-    delete value;
+    DeleteUnit(target);
+    DeleteUnit(value);
 }
-
-MorlMarcoAssignSentence::~MorlMarcoAssignSentence() = default;
 
 MorlIfSentence::~MorlIfSentence()
 {
-    delete condition;
+    DeleteUnit(condition);
     DeleteElements(sentences);
     DeleteElements(elseSentences);
 }
 
-MorlElseIfSentence::~MorlElseIfSentence() = default;
-
 MorlMarcoIfSentence::~MorlMarcoIfSentence()
 {
-    delete condition;
+    DeleteUnit(condition);
     DeleteElements(sentences);
     DeleteElements(elseSentences);
 }
 
 MorlForSentence::~MorlForSentence()
 {
-    delete init;
-    delete condition;
-    delete step;
+    DeleteUnit(init);
+    DeleteUnit(condition);
+    DeleteUnit(step);
     DeleteElements(sentences);
 }
 

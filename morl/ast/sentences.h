@@ -15,22 +15,15 @@ struct MORL_API MorlSentence : MorlUnit {
     /// Whether linking may expand macro statements in it. The parser clears this if there are none;
     /// linked programs may then share the statement.
     bool mayExpand = true;
-    /// What copying it costs the linker, in units of kMaxLinkWork. The linker sets this when it
-    /// first copies the statement; 0: not yet.
+    /// What copying it costs the linker, in units of kMaxLinkWork, as the parser has found.
     std::uint32_t copyWork = 0;
 
     MorlSentence() = default;
-    MorlSentence(const MorlSentence&) = default;
-    MorlSentence& operator=(const MorlSentence&) = default;
-    ~MorlSentence() override;
 };
 
 /// The empty statement.
 struct MORL_API MorlEmptySentence : MorlSentence {
     MorlEmptySentence() { unitType = TOKEN_EMPTY_SENTENCE; }
-    MorlEmptySentence(const MorlEmptySentence&) = default;
-    MorlEmptySentence& operator=(const MorlEmptySentence&) = default;
-    ~MorlEmptySentence() override;
 };
 
 /// A statement that consists of one keyword.
@@ -38,9 +31,6 @@ struct MORL_API MorlSpecialSentence : MorlSentence {
     ENUM_TOKEN keyword;  ///< left unset by the constructor; TOKEN_DISCARD is the only one
 
     MorlSpecialSentence() { unitType = TOKEN_SPECIAL_SENTENCE; }
-    MorlSpecialSentence(const MorlSpecialSentence&) = default;
-    MorlSpecialSentence& operator=(const MorlSpecialSentence&) = default;
-    ~MorlSpecialSentence() override;
 };
 
 /// A comment up to the end of its line.
@@ -48,9 +38,6 @@ struct MORL_API MorlSingleCommentSentence : MorlSentence {
     std::string text;  ///< what follows the two slashes, without the line break
 
     MorlSingleCommentSentence() { unitType = TOKEN_SINGLE_COMMENT; }
-    MorlSingleCommentSentence(const MorlSingleCommentSentence&) = default;
-    MorlSingleCommentSentence& operator=(const MorlSingleCommentSentence&) = default;
-    ~MorlSingleCommentSentence() override;
 };
 
 /// A comment between "/*" and "*/".
@@ -58,9 +45,6 @@ struct MORL_API MorlMultiCommentSentence : MorlSentence {
     std::string text;  ///< the text between the marks
 
     MorlMultiCommentSentence() { unitType = TOKEN_MULTI_COMMENT; }
-    MorlMultiCommentSentence(const MorlMultiCommentSentence&) = default;
-    MorlMultiCommentSentence& operator=(const MorlMultiCommentSentence&) = default;
-    ~MorlMultiCommentSentence() override;
 };
 
 /// The definition of a local variable without a value.
@@ -70,8 +54,6 @@ struct MORL_API MorlDefinitionSentence : MorlSentence {
     MorlExpression* arraySize = nullptr;  ///< owned; null: no array
 
     MorlDefinitionSentence() { unitType = TOKEN_DEFINITION_SENTENCE; }
-    MorlDefinitionSentence(const MorlDefinitionSentence&) = default;
-    MorlDefinitionSentence& operator=(const MorlDefinitionSentence&) = default;
     ~MorlDefinitionSentence() override;
 };
 
@@ -84,17 +66,12 @@ struct MORL_API MorlAssignSentence : MorlSentence {
     bool withSemicolon = true;              ///< false for the step of a `for`
 
     MorlAssignSentence() { unitType = TOKEN_ASSIGN; }
-    MorlAssignSentence(const MorlAssignSentence&) = default;
-    MorlAssignSentence& operator=(const MorlAssignSentence&) = default;
     ~MorlAssignSentence() override;
 };
 
 /// An assignment to a macro, executed by the linker.
 struct MORL_API MorlMarcoAssignSentence : MorlAssignSentence {
     MorlMarcoAssignSentence() { unitType = TOKEN_MARCO_ASSIGN_SENTENCE; }
-    MorlMarcoAssignSentence(const MorlMarcoAssignSentence&) = default;
-    MorlMarcoAssignSentence& operator=(const MorlMarcoAssignSentence&) = default;
-    ~MorlMarcoAssignSentence() override;
 };
 
 /// An `if` with its two parts.
@@ -108,17 +85,12 @@ struct MORL_API MorlIfSentence : MorlSentence {
     std::uint32_t elseEndOffset = 0;  ///< the last character of the second part
 
     MorlIfSentence() { unitType = TOKEN_IF; }
-    MorlIfSentence(const MorlIfSentence&) = default;
-    MorlIfSentence& operator=(const MorlIfSentence&) = default;
     ~MorlIfSentence() override;
 };
 
 /// An `else if` parsed as a statement of its own, because a comment precedes its `else`.
 struct MORL_API MorlElseIfSentence : MorlIfSentence {
     MorlElseIfSentence() { unitType = TOKEN_ELSE; }
-    MorlElseIfSentence(const MorlElseIfSentence&) = default;
-    MorlElseIfSentence& operator=(const MorlElseIfSentence&) = default;
-    ~MorlElseIfSentence() override;
 };
 
 /// The statements of an `#if` block.
@@ -128,8 +100,6 @@ struct MORL_API MorlMarcoIfSentence : MorlSentence {
     std::vector<MorlSentence*> elseSentences;  ///< owned; used when it is zero
 
     MorlMarcoIfSentence() { unitType = TOKEN_MARCO_IF_SENTENCE; }
-    MorlMarcoIfSentence(const MorlMarcoIfSentence&) = default;
-    MorlMarcoIfSentence& operator=(const MorlMarcoIfSentence&) = default;
     ~MorlMarcoIfSentence() override;
 };
 
@@ -142,8 +112,6 @@ struct MORL_API MorlForSentence : MorlSentence {
     std::uint32_t endOffset = 0;           ///< the last character of the body, like `offset`
 
     MorlForSentence() { unitType = TOKEN_FOR; }
-    MorlForSentence(const MorlForSentence&) = default;
-    MorlForSentence& operator=(const MorlForSentence&) = default;
     ~MorlForSentence() override;
 };
 
@@ -155,8 +123,6 @@ struct MORL_API MorlMarcoForSentence : MorlSentence {
     std::vector<MorlSentence*> sentences;  ///< owned
 
     MorlMarcoForSentence() { unitType = TOKEN_MARCO_FOR_SENTENCE; }
-    MorlMarcoForSentence(const MorlMarcoForSentence&) = default;
-    MorlMarcoForSentence& operator=(const MorlMarcoForSentence&) = default;
     ~MorlMarcoForSentence() override;
 };
 

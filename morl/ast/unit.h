@@ -4,11 +4,20 @@
 #include "morl/core/export.h"
 #include "morl/parser/token.h"
 
-#include <cstddef>
 #include <cstdint>
-#include <new>
 
 namespace ns_ruke {
+
+/// The size of a unit that the parser or the linker has made, in bytes; 0 for units that hosts
+/// make. When the library frees such a unit, the thread keeps its memory for the next tree. A copy
+/// of a unit is the host's own, so this is not copied.
+struct MorlUnitSize {
+    MorlUnitSize() = default;
+    MorlUnitSize(const MorlUnitSize& /*other*/) noexcept {}
+    MorlUnitSize& operator=(const MorlUnitSize& /*other*/) noexcept { return *this; }
+
+    std::uint16_t bytes = 0;
+};
 
 /// The base of every node of the syntax tree.
 ///
@@ -21,30 +30,14 @@ struct MORL_API MorlUnit {
     /// Where in the parsed text its first token begins, or the operator of an operation; in bytes.
     /// Copies keep it. See MorlNode::PlaceOf.
     std::uint32_t offset = 0;
+    MorlUnitSize size;
 
     MorlUnit() = default;
     MorlUnit(const MorlUnit&) = default;
     MorlUnit& operator=(const MorlUnit&) = default;
     virtual ~MorlUnit();
 
-    // Nodes are small and numerous and die together. Each thread keeps a bounded amount of freed
-    // nodes for the next tree; otherwise the allocator takes a third of a request's time. Nodes of
-    // over-aligned derived classes are not kept, and none are under the address sanitizer, so that
-    // it sees every use of a freed node.
-    static void* operator new(std::size_t size);
-    static void* operator new(std::size_t size, const std::nothrow_t& tag) noexcept;
-    static void* operator new(std::size_t size, std::align_val_t alignment);
-    static void* operator new(std::size_t size, std::align_val_t alignment,
-                              const std::nothrow_t& tag) noexcept;
-    static void* operator new(std::size_t /*size*/, void* place) noexcept { return place; }
-    static void operator delete(void* unit, std::size_t size) noexcept;
-    static void operator delete(void* unit, const std::nothrow_t& tag) noexcept;
-    static void operator delete(void* unit, std::size_t size, std::align_val_t alignment) noexcept;
-    static void operator delete(void* unit, std::align_val_t alignment,
-                                const std::nothrow_t& tag) noexcept;
-    static void operator delete(void* /*unit*/, void* /*place*/) noexcept {}
-
-    /// Frees the memory that the calling thread keeps for new nodes, about 1 MiB at most. A thread
+    /// Frees the memory that the calling thread keeps for new units, about 1 MiB at most. A thread
     /// does this by itself when it ends.
     static void ReleaseMemory() noexcept;
 };

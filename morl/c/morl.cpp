@@ -4,11 +4,10 @@
 
 #include "morl/ast/unit.h"
 #include "morl/c/internal/result.h"
-#include "morl/compiler/internal/report.h"
 #include "morl/compiler/log_line.h"
 #include "morl/compiler/morl_compiler.h"
-#include "morl/core/internal/fault_collector.h"
 #include "morl/core/internal/read_file.h"
+#include "morl/core/log_system.h"
 #include "morl/core/messages.h"
 #include "morl/core/string_helper.h"
 #include "morl/translator/targets.h"
@@ -232,20 +231,17 @@ std::unique_ptr<morl_result> Compile(morl_compiler& handle, const morl_request& 
     ShaderOutput output;
     PassReport report;
     std::vector<ReportWarning> warnings;
-    if (request.wants_report != 0 && request.wants_warnings != 0) {
-        handle.compiler.Compile(pass, output, report, warnings);
-    } else if (request.wants_report != 0) {
-        handle.compiler.Compile(pass, output, report);
-    } else {
-        const FaultCollector collector;
-        handle.compiler.Compile(pass, output);
-        if (output.code.empty()) {
-            std::transform(collector.faults.begin(), collector.faults.end(),
-                           std::back_inserter(report.faults), ToReportFault);
-        }
-    }
-    if (output.code.empty()) {
+    const bool wantsReport = request.wants_report != 0;
+    const bool isWritten =
+        wantsReport && request.wants_warnings != 0
+            ? handle.compiler.CompileReported(pass, output, report, warnings)
+            : handle.compiler.CompileReported(pass, output, report,
+                                              wantsReport ? ReportParts::All : ReportParts::Faults);
+    if (!isWritten) {
         RefuseRequest(handle, std::move(report.faults));
+    }
+    if (!wantsReport) {
+        report.faults.clear();
     }
     return std::make_unique<morl_result>(std::move(output), std::move(report), std::move(warnings));
 }
@@ -461,6 +457,13 @@ morl_status morl_get_output(const morl_result* result, morl_output* output)
     }
     CopyOut(result->view, output);
     return MORL_OK;
+}
+
+morl_text morl_get_hint(const morl_result* result, size_t fault)
+{
+    return result != nullptr && fault < result->report.faults.size()
+               ? ToText(result->report.faults[fault].hint)
+               : ToText("");
 }
 
 void morl_result_destroy(morl_result* result)

@@ -141,7 +141,7 @@ typedef struct morl_declare {
 /** A macro that conditions and loops of the nodes have asked for. */
 typedef struct morl_macro {
     morl_text name;
-    int32_t value;  /**< what counted */
+    int32_t value;  /**< the value used */
     int32_t is_set; /**< 0: not by the request; it counted as 0, or its loop did not run */
 } morl_macro;
 
@@ -255,6 +255,13 @@ MORL_API morl_status morl_compile(morl_compiler* compiler, const morl_request* r
 
 /** The output of a request. Valid until the result is destroyed. */
 MORL_API morl_status morl_get_output(const morl_result* result, morl_output* output);
+
+/**
+ * What to write instead of the cause of a fault, or what may have gone wrong, as one line; empty if
+ * nothing is known. Valid until the result is destroyed.
+ * @param fault an index into morl_output::faults
+ */
+MORL_API morl_text morl_get_hint(const morl_result* result, size_t fault);
 
 /** Destroys a result; null is allowed. */
 MORL_API void morl_result_destroy(morl_result* result);

@@ -2,8 +2,8 @@
 #include "morl/check/stages.h"
 
 #include "morl/check/internal/check_kind.h"
-#include "morl/core/internal/nearest.h"
 #include "morl/core/limits.h"
+#include "morl/core/nearest.h"
 #include "morl/translator/targets.h"
 
 #include <algorithm>
@@ -44,9 +44,8 @@ std::string Suggestion(const std::vector<const ReportDeclare*>& outputs, const s
     for (const ReportDeclare* output : outputs) {
         names.push_back(output->name);
     }
-    const std::string nearest = NearestName(names, name);
-    return nearest.empty() ? "; add a node that declares it as 'out'"
-                           : "; did you mean '" + nearest + "'?";
+    const std::string meant = DidYouMean(NearestName(names, name), "; ");
+    return meant.empty() ? "; add a node that declares it as 'out'" : meant;
 }
 
 bool Concerns(CheckKind kind, const std::string& target)

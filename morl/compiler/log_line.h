@@ -2,15 +2,15 @@
 #pragma once
 
 #include "morl/core/export.h"
-#include "morl/core/log_system.h"
+#include "morl/core/log_level.h"
 
 #include <string>
 
 namespace ns_ruke {
 
 /// A log line split into its parts: the node it belongs to, the location in the node's content, and
-/// the text. Construct it inside a LogSink, on the logging thread, because the node is known only
-/// there:
+/// the text. Construct it inside a LogSink, on the logging thread, because node and location are
+/// known only there:
 ///
 ///     TamberLogSystem::SetSink([](LogLevel level, const std::string&, const std::string& message)
 ///     {
@@ -21,9 +21,7 @@ namespace ns_ruke {
 ///     });
 class MORL_API LogLine {
 public:
-    LogLine(LogLevel level, const std::string& message);
-    /// A line about a node, made anywhere.
-    LogLine(LogLevel level, const std::string& message, std::string nodeName);
+    LogLine(LogLevel logLevel, const std::string& message);
 
     bool IsError() const { return level == LogLevel::Error; }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "morl/compiler/morl_compiler.h"
 
+#include "morl/check/internal/node_index.h"
 #include "morl/check/internal/pass_check.h"
 #include "morl/compiler/internal/report.h"
 #include "morl/compiler/node_files.h"
@@ -14,14 +15,12 @@
 #include "morl/translator/internal/written_lines.h"
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
 #include <utility>
 
 namespace ns_ruke {
 namespace {
-
-/// Up to this many nodes, comparing pointers costs less than a set of them.
-constexpr std::size_t kFewNodes = 32;
 
 /// The program that a request is linked into: an empty `void main`.
 void PrepareLinked(MorlProgram& program, int stage)
@@ -84,36 +83,44 @@ void MorlCompiler::Compile(PassProperty& pass, ShaderOutput& output)
     Run(pass, output, nullptr, nullptr);
 }
 
-void MorlCompiler::Compile(PassProperty& pass, ShaderOutput& output, PassReport& report)
+bool MorlCompiler::CompileReported(PassProperty& pass, ShaderOutput& output, PassReport& report,
+                                   ReportParts parts)
 {
-    RunReported(pass, output, report, nullptr);
+    if (parts == ReportParts::All) {
+        return RunReported(pass, output, report, nullptr);
+    }
+    report = PassReport();
+    FaultCollector collector;
+    const bool isWritten = Run(pass, output, nullptr, nullptr);
+    report.faults = std::move(collector.faults);
+    return isWritten;
 }
 
-void MorlCompiler::Compile(PassProperty& pass, ShaderOutput& output, PassReport& report,
-                           std::vector<ReportWarning>& warnings)
+bool MorlCompiler::CompileReported(PassProperty& pass, ShaderOutput& output, PassReport& report,
+                                   std::vector<ReportWarning>& warnings)
 {
     warnings.clear();
-    RunReported(pass, output, report, &warnings);
+    return RunReported(pass, output, report, &warnings);
 }
 
-void MorlCompiler::RunReported(PassProperty& pass, ShaderOutput& output, PassReport& report,
+bool MorlCompiler::RunReported(PassProperty& pass, ShaderOutput& output, PassReport& report,
                                std::vector<ReportWarning>* warnings)
 {
     ShaderOutput before = output;
     try {
         report = PassReport();
-        const FaultCollector collector;
-        Run(pass, output, &report, warnings);
-        for (const CollectedFault& fault : collector.faults) {
-            report.faults.push_back(ToReportFault(fault));
-        }
+        FaultCollector collector;
+        const bool isWritten = Run(pass, output, &report, warnings);
+        std::move(collector.faults.begin(), collector.faults.end(),
+                  std::back_inserter(report.faults));
+        return isWritten;
     } catch (...) {
         output = std::move(before);
         throw;
     }
 }
 
-void MorlCompiler::Run(PassProperty& pass, ShaderOutput& output, PassReport* report,
+bool MorlCompiler::Run(PassProperty& pass, ShaderOutput& output, PassReport* report,
                        std::vector<ReportWarning>* warnings)
 {
     const TargetRecord* target = FindTarget(pass.target);
@@ -121,7 +128,7 @@ void MorlCompiler::Run(PassProperty& pass, ShaderOutput& output, PassReport* rep
         LogGraphicsError(messages::kUnknownTarget + pass.target);
     }
     if (ReportUnknown(pass) || target == nullptr) {
-        return;
+        return false;
     }
     MorlParser parser;
     parser.Init();
@@ -142,17 +149,18 @@ void MorlCompiler::Run(PassProperty& pass, ShaderOutput& output, PassReport* rep
     linker.LinkShared(pass.macros, list, linked, report != nullptr ? &link : nullptr);
     if (report == nullptr) {
         WriteRequest(*target, pass, linked, nullptr, output);
-        return;
+        return true;
     }
     WrittenLines lines(linked, link);
     WriteRequest(*target, pass, linked, &lines, output);
     FillReport(pass, *target, link, lines, output, *report);
     if (warnings != nullptr) {
-        if (!unknownReferences) {
-            unknownReferences = FindUnknownReferences(nodes);
+        if (!index) {
+            index = std::make_shared<NodeIndex>(nodes);
         }
-        CheckPass({pass, *target, linked, link, nodes, *unknownReferences}, *warnings);
+        CheckPass({pass, *target, linked, link, nodes, *index}, *warnings);
     }
+    return true;
 }
 
 // Whether any name is unknown. Each unknown name is reported once, in order of first appearance.
@@ -172,29 +180,14 @@ bool MorlCompiler::ReportUnknown(const PassProperty& pass) const
 }
 
 // The nodes in the order in which they are first named.
-std::vector<MorlNode*> MorlCompiler::SelectNodes(const PassProperty& pass) const
+std::vector<MorlNode*> MorlCompiler::SelectNodes(const PassProperty& pass)
 {
-    if (pass.nodeNames.size() > kFewNodes) {
-        return SelectManyNodes(pass);
-    }
+    ++requests;
     std::vector<MorlNode*> list;
     list.reserve(pass.nodeNames.size());
     for (const std::string& name : pass.nodeNames) {
         MorlNode* node = nodes.at(name);
-        if (std::find(list.begin(), list.end(), node) == list.end()) {
-            list.push_back(node);
-        }
-    }
-    return list;
-}
-
-std::vector<MorlNode*> MorlCompiler::SelectManyNodes(const PassProperty& pass) const
-{
-    std::vector<MorlNode*> list;
-    std::unordered_set<MorlNode*> set;
-    for (const std::string& name : pass.nodeNames) {
-        MorlNode* node = nodes.at(name);
-        if (set.insert(node).second) {
+        if (std::exchange(node->lastRequest, requests) != requests) {
             list.push_back(node);
         }
     }

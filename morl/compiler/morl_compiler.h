@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "morl/check/checks.h"
 #include "morl/compiler/morl_node.h"
 #include "morl/compiler/node_text.h"
 #include "morl/compiler/pass_property.h"
@@ -9,14 +8,16 @@
 #include "morl/compiler/shader_output.h"
 #include "morl/core/export.h"
 
+#include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
 namespace ns_ruke {
+
+class NodeIndex;
 
 /// The compiler: holds the shader graph and turns requests into source text.
 ///
@@ -54,13 +55,15 @@ public:
     /// @param pass is only read.
     void Compile(PassProperty& pass, ShaderOutput& output);
 
-    /// The same, and fills a report, which is cleared first. A refused request has only faults.
-    void Compile(PassProperty& pass, ShaderOutput& output, PassReport& report);
+    /// The same, and fills a report, which is cleared first.
+    /// @return false if the request was refused; the report then says why, and has only faults.
+    bool CompileReported(PassProperty& pass, ShaderOutput& output, PassReport& report,
+                         ReportParts parts = ReportParts::All);
 
-    /// The same, and finds what is probably a mistake although the sources have no faults.
+    /// The same, and also collects warnings.
     /// @param warnings are cleared first. See MorlChecks, and CheckStages for both passes.
-    void Compile(PassProperty& pass, ShaderOutput& output, PassReport& report,
-                 std::vector<ReportWarning>& warnings);
+    bool CompileReported(PassProperty& pass, ShaderOutput& output, PassReport& report,
+                         std::vector<ReportWarning>& warnings);
 
     /// Loads all nodes of a text, which must be a list of nodes in the format of the node files
     /// (comments are allowed). Nodes of the same names are replaced.
@@ -87,9 +90,9 @@ public:
     const MorlNode* FindNode(const std::string& name) const;
 
 private:
-    void Run(PassProperty& pass, ShaderOutput& output, PassReport* report,
+    bool Run(PassProperty& pass, ShaderOutput& output, PassReport* report,
              std::vector<ReportWarning>* warnings);
-    void RunReported(PassProperty& pass, ShaderOutput& output, PassReport& report,
+    bool RunReported(PassProperty& pass, ShaderOutput& output, PassReport& report,
                      std::vector<ReportWarning>* warnings);
     void LoadNodeDefinition(std::string path);
     void ReferenceNodes(std::unordered_set<MorlNode*>& set, MorlNode* node);
@@ -97,12 +100,11 @@ private:
     void StoreNodes(std::vector<std::unique_ptr<MorlNode>>& list);
     void DeleteNodes();
     bool ReportUnknown(const PassProperty& pass) const;
-    std::vector<MorlNode*> SelectNodes(const PassProperty& pass) const;
-    std::vector<MorlNode*> SelectManyNodes(const PassProperty& pass) const;
+    std::vector<MorlNode*> SelectNodes(const PassProperty& pass);
 
     std::unordered_map<std::string, MorlNode*> nodes;  ///< owned, by name
-    /// Of these nodes; nothing if they have changed since.
-    std::optional<UnknownReferences> unknownReferences;
+    std::uint64_t requests = 0;                        ///< how many have selected nodes
+    std::shared_ptr<NodeIndex> index;  ///< of these nodes; null until a warning needs it
 };
 
 }  // namespace ns_ruke

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "morl/compiler/morl_node.h"
 
-#include "morl/compiler/internal/report.h"
+#include "morl/ast/program.h"
+#include "morl/check/hints.h"
 #include "morl/core/internal/fault_collector.h"
 #include "morl/core/log_scope.h"
+#include "morl/parser/morl_parser.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace ns_ruke {
@@ -76,17 +79,26 @@ void MorlNode::Compile(MorlParser* parser, std::string target)
     program = new MorlProgram;
     compiledTarget = std::move(target);
     faults.clear();
-    const FaultCollector collector;
+    FaultCollector collector;
     try {
         parser->Parse(content, *program);
-        for (const CollectedFault& fault : collector.faults) {
-            faults.push_back(ToReportFault(fault));
-        }
+        faults = std::move(collector.faults);
+        AddHints();
     } catch (...) {
         // The next request must not mistake half a program for the node's program.
         delete program;
         program = nullptr;
         throw;
+    }
+}
+
+// Nobody reads thousands of hints, and finding them takes time.
+void MorlNode::AddHints()
+{
+    constexpr std::size_t kMostHints = 100;
+    for (std::size_t i = 0; i < std::min(faults.size(), kMostHints); ++i) {
+        ReportFault& fault = faults[i];
+        fault.hint = HintFor(ExcerptAt(content, Lines(), {fault.line, fault.column}), fault.text);
     }
 }
 
@@ -101,18 +113,18 @@ void MorlNode::TakeProgram(MorlNode& other) noexcept
 
 TextPlace MorlNode::PlaceOf(std::uint32_t offset) const
 {
+    return Lines().PlaceOf(offset);
+}
+
+const TextLines& MorlNode::Lines() const
+{
     if (!lines) {
         lines.emplace(content);
     }
-    return lines->PlaceOf(offset);
+    return *lines;
 }
 
 MorlProgram* MorlNode::GetProgram()
-{
-    return program;
-}
-
-const MorlProgram* MorlNode::GetProgram() const
 {
     return program;
 }

@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "morl/ast/program.h"
-#include "morl/compiler/pass_report.h"
 #include "morl/core/export.h"
+#include "morl/core/report_fault.h"
 #include "morl/core/text_lines.h"
-#include "morl/parser/morl_parser.h"
 
 #include <cstdint>
 #include <optional>
@@ -13,6 +11,9 @@
 #include <vector>
 
 namespace ns_ruke {
+
+class MorlParser;
+struct MorlProgram;
 
 /// One node of the shader graph: a piece of Morl source with the names of the nodes that it refers
 /// to.
@@ -62,12 +63,15 @@ public:
 
     /// The parsed program, or null. The node owns it.
     MorlProgram* GetProgram();
-    const MorlProgram* GetProgram() const;
+    const MorlProgram* Program() const { return program; }
 
     /// Takes over the parsed program of a node that has the same content. Otherwise does nothing.
     void TakeProgram(MorlNode& other) noexcept;
 
 private:
+    void AddHints();
+    const TextLines& Lines() const;
+
     // These read the names without copying them.
     friend class MorlCompiler;
     friend class MorlLinker;
@@ -79,7 +83,8 @@ private:
     std::vector<std::string> references;
     std::string compiledTarget;
     MorlProgram* program = nullptr;
-    std::vector<ReportFault> faults;         ///< of the program
+    std::uint64_t lastRequest = 0;    ///< the number of the last one that has selected the node
+    std::vector<ReportFault> faults;  ///< of the program
     mutable std::optional<TextLines> lines;  ///< of the content, once they are needed
 };
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The nodes of a compiler: from files, from texts, one by one.
+#include "morl/check/internal/node_index.h"
 #include "morl/compiler/internal/node_reader.h"
 #include "morl/compiler/morl_compiler.h"
 #include "morl/core/internal/graphics_log.h"
@@ -68,7 +69,9 @@ bool MorlCompiler::RemoveNode(const std::string& name)
     if (found == nodes.end()) {
         return false;
     }
-    unknownReferences.reset();
+    if (index) {
+        index->Remove(name);
+    }
     delete found->second;
     nodes.erase(found);
     return true;
@@ -79,7 +82,6 @@ bool MorlCompiler::RemoveNode(const std::string& name)
 void MorlCompiler::StoreNode(MorlNode* node)
 {
     MorlNode*& stored = nodes[node->GetName()];
-    unknownReferences.reset();
     delete stored;
     stored = node;
 }
@@ -94,7 +96,11 @@ void MorlCompiler::StoreNodes(std::vector<std::unique_ptr<MorlNode>>& list)
     }
     nodes.reserve(nodes.size() + added.size());
     nodes.merge(added);
-    unknownReferences.reset();
+    for (const std::unique_ptr<MorlNode>& node : list) {
+        if (index) {
+            index->Change(node->name);
+        }
+    }
     // From here on nothing can fail: there is room, and hashing a string does not throw.
     for (std::unique_ptr<MorlNode>& node : list) {
         MorlNode*& stored = nodes.find(node->name)->second;

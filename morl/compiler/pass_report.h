@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "morl/core/log_system.h"
+#include "morl/core/report_fault.h"
 
 #include <string>
 #include <string_view>
@@ -9,13 +9,14 @@
 
 namespace ns_ruke {
 
-/// A fault, as it is logged, in its parts.
-struct ReportFault {
-    LogLevel level;
-    std::string node;  ///< empty: the request as a whole
-    int line = 0;      ///< 1-based, in the node's content; 0: no place
-    int column = 0;    ///< 1-based, in bytes; 0: no place
-    std::string text;  ///< the message without its place
+/// Something that is probably a mistake, although the source has no fault.
+struct ReportWarning {
+    std::string_view check;  ///< the name of the check
+    std::string node;        ///< empty: the request as a whole
+    int line = 0;            ///< 1-based, in the node's content; 0: no place
+    int column = 0;          ///< 1-based, in bytes; 0: no place
+    std::string name;        ///< what the text is about, such as a variable; may be empty
+    std::string text;        ///< what happens, and what to do
 };
 
 /// What a line of a written shader was made from.
@@ -41,8 +42,14 @@ struct ReportDeclare {
 /// A macro that conditions and loops of the nodes have asked for.
 struct ReportMacro {
     std::string name;
-    int value = 0;       ///< what counted
+    int value = 0;       ///< the value used
     bool isSet = false;  ///< by the request; otherwise it counted as 0, or its loop did not run
+};
+
+/// How much of a report is filled in.
+enum class ReportParts {
+    Faults,  ///< only the faults, at no cost
+    All
 };
 
 /// What a host may want to know about a request besides its output.

@@ -12,6 +12,7 @@ namespace ns_ruke {
 class MORL_API LogScope {
 public:
     explicit LogScope(const std::string& nodeName);
+    explicit LogScope(const std::string&& nodeName) = delete;
     LogScope(const LogScope&) = delete;
     LogScope& operator=(const LogScope&) = delete;
     ~LogScope();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "morl/core/export.h"
+#include "morl/core/log_level.h"
 #include "morl/core/singleton.h"
 
 #include <functional>
@@ -16,9 +17,6 @@
 
 namespace ns_ruke {
 
-/// The level of a log message.
-enum class LogLevel { Info, Error };
-
 /// Receives every log message of the process.
 /// @param message the finished text: one line, without a trailing line break.
 using LogSink =
@@ -28,6 +26,17 @@ using LogSink =
 /// call. Texts and pointers belong to the caller and need only live during the call.
 using LogArgument = std::variant<int, unsigned, long long, unsigned long long, double, long double,
                                  const char*, std::string_view, const void*>;
+
+/// The address that a pointer to an object or a function holds.
+template <class Value>
+const void* AsPointer(Value* value)
+{
+    if constexpr (std::is_function_v<Value>) {
+        return reinterpret_cast<const void*>(value);
+    } else {
+        return const_cast<const void*>(static_cast<const volatile void*>(value));
+    }
+}
 
 /// Converts a value to a log argument.
 template <class Value>
@@ -49,7 +58,7 @@ LogArgument MakeLogArgument(const Value& value)
     } else if constexpr (std::is_convertible_v<Value, std::string_view>) {
         return std::string_view(value);
     } else if constexpr (std::is_pointer_v<Value>) {
-        return (const void*)value;  // also from volatile objects and functions
+        return AsPointer(value);
     } else {
         static_assert(std::is_null_pointer_v<Value>, "values of this type cannot be logged");
         return static_cast<const void*>(nullptr);

@@ -2,6 +2,7 @@
 // What is added to the linked program: deep copies with the loop values substituted into names, or,
 // where it may share, the nodes' own declarations and statements.
 #include "morl/ast/internal/ownership.h"
+#include "morl/ast/internal/unit_memory.h"
 #include "morl/core/limits.h"
 #include "morl/core/string_helper.h"
 #include "morl/linker/morl_linker.h"
@@ -39,25 +40,17 @@ Unit* MorlLinker::CopyChild(const Unit* unit)
 
 // Adds an element to a list of the linked program: itself if that is allowed and a copy would be
 // the same, otherwise a copy. `owner` takes the copies; null: the list owns its elements.
-// A null element is not constant.
-//
 // What is shared is charged like its copy, so that kMaxLinkWork means the same for every program.
-// The first time, it is copied, to learn what that costs.
 template <class Unit>
 void MorlLinker::Append(std::vector<Unit*>& list, Unit* unit, std::vector<MorlUnit*>* owner,
                         bool isConstant)
 {
-    const bool mayShare = owner != nullptr && isConstant && loopValues.empty();
-    if (mayShare && unit->copyWork != 0) {
+    if (owner != nullptr && isConstant && loopValues.empty()) {
         work += unit->copyWork;
         list.push_back(unit);
         return;
     }
-    const std::size_t before = work;
     std::unique_ptr<Unit> copy(CopyElement(unit));
-    if (mayShare) {
-        unit->copyWork = static_cast<std::uint32_t>(work - before);
-    }
     if (owner == nullptr) {
         AppendOwned(list, std::move(copy));
         return;
@@ -172,7 +165,7 @@ void MorlLinker::SubstituteLoopValues(std::string& name)
 
 MorlVariable* MorlLinker::CopyVariable(const MorlVariable* variable)
 {
-    auto copy = std::make_unique<MorlVariable>();
+    auto copy = MakeUnit<MorlVariable>();
     CopyName(variable->name, copy->name);
     ApplySwizzle(copy->name);
     return copy.release();
@@ -180,7 +173,7 @@ MorlVariable* MorlLinker::CopyVariable(const MorlVariable* variable)
 
 MorlNumber* MorlLinker::CopyNumber(const MorlNumber* number)
 {
-    auto copy = std::make_unique<MorlNumber>();
+    auto copy = MakeUnit<MorlNumber>();
     copy->value = number->value;
     work += copy->value.size() / kBytesPerWork;
     return copy.release();
@@ -188,7 +181,7 @@ MorlNumber* MorlLinker::CopyNumber(const MorlNumber* number)
 
 MorlFunctionCall* MorlLinker::CopyFunctionCall(const MorlFunctionCall* call)
 {
-    auto copy = std::make_unique<MorlFunctionCall>();
+    auto copy = MakeUnit<MorlFunctionCall>();
     copy->name = call->name;
     copy->functionToken = call->functionToken;
     copy->arguments.reserve(call->arguments.size());
@@ -200,7 +193,7 @@ MorlFunctionCall* MorlLinker::CopyFunctionCall(const MorlFunctionCall* call)
 
 MorlUnaryOperation* MorlLinker::CopyUnaryOperation(const MorlUnaryOperation* operation)
 {
-    auto copy = std::make_unique<MorlUnaryOperation>();
+    auto copy = MakeUnit<MorlUnaryOperation>();
     copy->operatorToken = operation->operatorToken;
     copy->operand = CopyChild(operation->operand);
     return copy.release();
@@ -208,7 +201,7 @@ MorlUnaryOperation* MorlLinker::CopyUnaryOperation(const MorlUnaryOperation* ope
 
 MorlBinaryOperation* MorlLinker::CopyBinaryOperation(const MorlBinaryOperation* operation)
 {
-    auto copy = std::make_unique<MorlBinaryOperation>();
+    auto copy = MakeUnit<MorlBinaryOperation>();
     copy->operatorToken = operation->operatorToken;
     copy->left = CopyChild(operation->left);
     copy->right = CopyChild(operation->right);
@@ -218,7 +211,7 @@ MorlBinaryOperation* MorlLinker::CopyBinaryOperation(const MorlBinaryOperation* 
 MorlParenthesiseExpression* MorlLinker::CopyParenthesiseExpression(
     const MorlParenthesiseExpression* expression)
 {
-    auto copy = std::make_unique<MorlParenthesiseExpression>();
+    auto copy = MakeUnit<MorlParenthesiseExpression>();
     copy->expression = nullptr;
     copy->expression = CopyChild(expression->expression);
     return copy.release();
@@ -226,7 +219,7 @@ MorlParenthesiseExpression* MorlLinker::CopyParenthesiseExpression(
 
 MorlRegister* MorlLinker::CopyRegister(const MorlRegister* binding)
 {
-    auto copy = std::make_unique<MorlRegister>();
+    auto copy = MakeUnit<MorlRegister>();
     copy->registerToken = binding->registerToken;
     copy->name = binding->name;
     return copy.release();
@@ -235,7 +228,7 @@ MorlRegister* MorlLinker::CopyRegister(const MorlRegister* binding)
 // The copy is a plain declaration, whatever kind the source is.
 MorlDeclare* MorlLinker::CopyDeclare(const MorlDeclare* declare)
 {
-    auto copy = std::make_unique<MorlDeclare>();
+    auto copy = MakeUnit<MorlDeclare>();
     copy->bufferType = declare->bufferType;
     copy->varType = declare->varType;
     CopyName(declare->name, copy->name);
@@ -246,12 +239,12 @@ MorlDeclare* MorlLinker::CopyDeclare(const MorlDeclare* declare)
 
 MorlEmptySentence* MorlLinker::CopyEmptySentence(const MorlEmptySentence* /*sentence*/)
 {
-    return new MorlEmptySentence;
+    return MakeUnit<MorlEmptySentence>().release();
 }
 
 MorlSpecialSentence* MorlLinker::CopySpecialSentence(const MorlSpecialSentence* sentence)
 {
-    auto copy = std::make_unique<MorlSpecialSentence>();
+    auto copy = MakeUnit<MorlSpecialSentence>();
     copy->keyword = sentence->keyword;
     return copy.release();
 }
@@ -259,7 +252,7 @@ MorlSpecialSentence* MorlLinker::CopySpecialSentence(const MorlSpecialSentence* 
 MorlSingleCommentSentence* MorlLinker::CopySingleCommentSentence(
     const MorlSingleCommentSentence* sentence)
 {
-    auto copy = std::make_unique<MorlSingleCommentSentence>();
+    auto copy = MakeUnit<MorlSingleCommentSentence>();
     copy->text = sentence->text;
     work += copy->text.size() / kBytesPerWork;
     return copy.release();
@@ -268,7 +261,7 @@ MorlSingleCommentSentence* MorlLinker::CopySingleCommentSentence(
 MorlMultiCommentSentence* MorlLinker::CopyMultiCommentSentence(
     const MorlMultiCommentSentence* sentence)
 {
-    auto copy = std::make_unique<MorlMultiCommentSentence>();
+    auto copy = MakeUnit<MorlMultiCommentSentence>();
     copy->text = sentence->text;
     work += copy->text.size() / kBytesPerWork;
     return copy.release();
@@ -276,7 +269,7 @@ MorlMultiCommentSentence* MorlLinker::CopyMultiCommentSentence(
 
 MorlDefinitionSentence* MorlLinker::CopyDefinitionSentence(const MorlDefinitionSentence* sentence)
 {
-    auto copy = std::make_unique<MorlDefinitionSentence>();
+    auto copy = MakeUnit<MorlDefinitionSentence>();
     copy->varType = sentence->varType;
     CopyName(sentence->name, copy->name);
     copy->arraySize = CopyChild(sentence->arraySize);
@@ -285,7 +278,7 @@ MorlDefinitionSentence* MorlLinker::CopyDefinitionSentence(const MorlDefinitionS
 
 MorlAssignSentence* MorlLinker::CopyAssignSentence(const MorlAssignSentence* sentence)
 {
-    auto copy = std::make_unique<MorlAssignSentence>();
+    auto copy = MakeUnit<MorlAssignSentence>();
     copy->varType = sentence->varType;
     copy->target = CopyChild(sentence->target);
     copy->operatorToken = sentence->operatorToken;
@@ -296,14 +289,14 @@ MorlAssignSentence* MorlLinker::CopyAssignSentence(const MorlAssignSentence* sen
 
 MorlIfSentence* MorlLinker::CopyIfSentence(const MorlIfSentence* sentence)
 {
-    auto copy = std::make_unique<MorlIfSentence>();
+    auto copy = MakeUnit<MorlIfSentence>();
     CopyBranches(sentence, *copy);
     return copy.release();
 }
 
 MorlElseIfSentence* MorlLinker::CopyElseIfSentence(const MorlElseIfSentence* sentence)
 {
-    auto copy = std::make_unique<MorlElseIfSentence>();
+    auto copy = MakeUnit<MorlElseIfSentence>();
     CopyBranches(sentence, *copy);
     return copy.release();
 }
@@ -328,7 +321,7 @@ void MorlLinker::CopyBranches(const MorlIfSentence* from, MorlIfSentence& to)
 // Macro statements in the body are not expanded; they leave null entries.
 MorlForSentence* MorlLinker::CopyForSentence(const MorlForSentence* sentence)
 {
-    auto copy = std::make_unique<MorlForSentence>();
+    auto copy = MakeUnit<MorlForSentence>();
     copy->init = CopyChild(sentence->init);
     copy->condition = CopyChild(sentence->condition);
     copy->step = CopyChild(sentence->step);
@@ -342,7 +335,7 @@ MorlForSentence* MorlLinker::CopyForSentence(const MorlForSentence* sentence)
 
 MorlFunction* MorlLinker::CopyFunction(const MorlFunction* function)
 {
-    auto copy = std::make_unique<MorlFunction>();
+    auto copy = MakeUnit<MorlFunction>();
     copy->returnType = function->returnType;
     copy->name = function->name;
     copy->parameters.reserve(function->parameters.size());

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "morl/ast/program.h"
 #include "morl/compiler/morl_node.h"
 #include "morl/core/export.h"
 #include "morl/linker/link_report.h"

@@ -5,6 +5,7 @@
 // parameter  -> Type Name
 #include "morl/ast/internal/ownership.h"
 #include "morl/core/messages.h"
+#include "morl/parser/internal/make_unit.h"
 #include "morl/parser/morl_parser.h"
 
 #include <memory>
@@ -131,17 +132,26 @@ void MorlParser::ParseParameter(std::vector<MorlDeclare*>& parameters)
     if (!ParseVarDeclare(type, name)) {
         return;
     }
-    AppendOwned(parameters, Make<MorlDeclare>(type, name));
+    AppendParameter(parameters, type, name);
     SkipSpace();
     while (Current() != ')') {
         if (!CheckSkip(',')) {
             return;
         }
         ParseVarDeclare(type, name);
-        AppendOwned(parameters, Make<MorlDeclare>(type, name));
+        AppendParameter(parameters, type, name);
         SkipSpace();
     }
     PeekNext();
+}
+
+void MorlParser::AppendParameter(std::vector<MorlDeclare*>& parameters, ENUM_TOKEN type,
+                                 const std::string& name)
+{
+    auto parameter = Make<MorlDeclare>();
+    parameter->varType = type;
+    parameter->name = name;
+    AppendOwned(parameters, std::move(parameter));
 }
 
 void MorlParser::ParseFunctionBody(std::vector<MorlSentence*>& sentences)

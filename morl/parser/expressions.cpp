@@ -6,6 +6,8 @@
 // Ownership: a function that receives an operand (`left`) takes it over; `parent` still belongs to
 // the caller.
 #include "morl/ast/internal/ownership.h"
+#include "morl/core/messages.h"
+#include "morl/parser/internal/make_unit.h"
 #include "morl/parser/internal/nesting.h"
 #include "morl/parser/morl_parser.h"
 
@@ -32,10 +34,14 @@ MorlExpression* MorlParser::ParsePrimary(bool& failed)
     std::string_view word;
     const ENUM_TOKEN token = ParseToken(word);
     if (token == TOKEN_IDENTIFIER) {
-        return Make<MorlVariable>(word).release();
+        auto variable = Make<MorlVariable>();
+        variable->name = word;
+        return variable.release();
     }
     if (token == TOKEN_NUMBER) {
-        return Make<MorlNumber>(word).release();
+        auto number = Make<MorlNumber>();
+        number->value = word;
+        return number.release();
     }
     if (IsVarType(token) || IsSystemFunction(token)) {
         MorlFunctionCall* call = ParseFunctionCall(token, word);
@@ -150,7 +156,7 @@ MorlParenthesiseExpression* MorlParser::ParseParenthesiseExpression()
     if (!CheckSkip(')')) {
         return nullptr;
     }
-    auto parenthesis = std::make_unique<MorlParenthesiseExpression>();
+    auto parenthesis = Make<MorlParenthesiseExpression>();
     parenthesis->offset = start;
     parenthesis->expression = inner.release();
     return parenthesis.release();

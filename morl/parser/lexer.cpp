@@ -3,7 +3,6 @@
 #include "morl/core/internal/graphics_log.h"
 #include "morl/core/limits.h"
 #include "morl/core/messages.h"
-#include "morl/core/string_helper.h"
 #include "morl/parser/morl_parser.h"
 
 #include <algorithm>
@@ -69,6 +68,7 @@ void MorlParser::Parse(const std::string& source, MorlProgram& program)
     line = 0;
     lineStart = 0;
     nesting = 0;
+    isUnwinding = false;
     lost = &program.lostCode;
     const unsigned before = marcoSentences;
     PushLoction();
@@ -174,41 +174,86 @@ bool MorlParser::CheckSkip(char expected)
         PeekNext();
         return true;
     }
-    LogError(messages::kMiss, expected + std::string(messages::kMissEnd));
-    SkipLine();
+    LogErrorAndSkipLine(messages::kMiss, expected + std::string(messages::kMissEnd));
     return false;
+}
+
+std::uint32_t MorlParser::WorkSince(std::uint32_t units, std::uint32_t start) const
+{
+    return unitsMade - units + (position - start) / std::uint32_t{kBytesPerWork};
+}
+
+TextPlace MorlParser::Place() const
+{
+    return {line + 1, static_cast<int>(position - lineStart) + 1};
 }
 
 std::string MorlParser::GetLocation() const
 {
-    std::string location = messages::kLocationLine;
-    location += StringHelper::ConvertToString(static_cast<unsigned>(line) + 1U, 10);
-    location += messages::kLocationColumn;
-    location += StringHelper::ConvertToString(position - lineStart + 1U, 10);
-    location += messages::kLocationEnd;
-    return location;
-}
-
-void MorlParser::LogError(const char* message) const
-{
-    LogGraphicsError(GetLocation() + message);
+    return FormatPlace(Place());
 }
 
 void MorlParser::LogError(const char* message, std::string_view word) const
 {
-    LogGraphicsError(GetLocation().append(message).append(word));
-}
-
-void MorlParser::LogErrorAndSkipLine(const char* message)
-{
-    LogError(message);
-    SkipLine();
+    if (!isUnwinding) {
+        LogGraphicsError(std::string(message).append(word), Place());
+    }
 }
 
 void MorlParser::LogErrorAndSkipLine(const char* message, std::string_view word)
 {
-    LogError(message, word);
-    SkipLine();
+    if (!isUnwinding) {
+        LogError(message, word);
+        SkipLine();
+    }
+}
+
+// Reports it once for a construct, over as many lines as that has: skips whole lines until all that
+// has been opened is closed again. Then the levels around it unwind without a further message.
+void MorlParser::SkipTooDeep(int open)
+{
+    LogError(messages::kNestingTooDeep);
+    isUnwinding = true;
+    while (!Eof()) {
+        const std::string_view rest(text + position, length - position);
+        const bool isComment = rest.substr(0, 2) == "//" || rest.substr(0, 2) == "/*";
+        if (isComment) {
+            const std::size_t end = rest.find(rest[1] == '/' ? "\n" : "*/");
+            for (std::size_t i = 0; i < std::min(end, rest.size()); ++i) {
+                PeekNext();
+            }
+            continue;
+        }
+        std::string_view word;
+        switch (Current()) {
+        case '#': {
+            const ENUM_TOKEN token = ParseToken(word);
+            open += token == TOKEN_MARCO_IF || token == TOKEN_MARCO_FOR         ? 1
+                    : token == TOKEN_MARCO_ENDIF || token == TOKEN_MARCO_ENDFOR ? -1
+                                                                                : 0;
+            continue;
+        }
+        case '(':
+        case '[':
+        case '{':
+            ++open;
+            break;
+        case ')':
+        case ']':
+        case '}':
+            --open;
+            break;
+        case '\n':
+            if (open <= 0) {
+                PeekNext();
+                return;
+            }
+            break;
+        default:
+            break;
+        }
+        PeekNext();
+    }
 }
 
 // Names, keywords and numbers set `word` to their place in the text; other tokens leave it

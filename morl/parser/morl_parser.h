@@ -3,6 +3,7 @@
 
 #include "morl/ast/program.h"
 #include "morl/core/export.h"
+#include "morl/core/text_lines.h"
 #include "morl/parser/keyword_map.h"
 #include "morl/parser/token.h"
 
@@ -77,15 +78,18 @@ private:
     bool IsNumber(char c, bool allowDot) const;
     bool IsSpace(char c) const;
     bool IsEnter(char c) const;
+    TextPlace Place() const;
     std::string GetLocation() const;
-    template <class Unit, class... Arguments>
-    std::unique_ptr<Unit> Make(Arguments&&... arguments) const;
+    template <class Unit>
+    std::unique_ptr<Unit> Make();
+    /// What copying all that has been read will cost the linker, in units of kMaxLinkWork.
+    /// @param units, start the values of `unitsMade` and `position` before it
+    std::uint32_t WorkSince(std::uint32_t units, std::uint32_t start) const;
     /// Log a message with the current location. Callers pass the parts of a message, because
     /// building its text themselves would enlarge the stack frames of the recursive rules.
-    void LogError(const char* message) const;
-    void LogError(const char* message, std::string_view word) const;
-    void LogErrorAndSkipLine(const char* message);
-    void LogErrorAndSkipLine(const char* message, std::string_view word);
+    void LogError(const char* message, std::string_view word = {}) const;
+    void LogErrorAndSkipLine(const char* message, std::string_view word = {});
+    void SkipTooDeep(int open);
 
     // Expressions.
     MorlExpression* ParseExpression(MorlBinaryOperation* parent);
@@ -108,11 +112,13 @@ private:
     MorlRegister* ParseNamedRegister();
     MorlFunction* ParseFunction(ENUM_TOKEN returnType);
     void ParseParameter(std::vector<MorlDeclare*>& parameters);
+    void AppendParameter(std::vector<MorlDeclare*>& parameters, ENUM_TOKEN type,
+                         const std::string& name);
     void ParseFunctionBody(std::vector<MorlSentence*>& sentences);
 
     // Statements.
     MorlSentence* ParseSentence();
-    MorlSentence* ParseSentence(ENUM_TOKEN token, std::string_view word);
+    MorlSentence* ParseSentenceOf(ENUM_TOKEN token, std::string_view word);
     MorlSpecialSentence* ParseSpecialSentence(ENUM_TOKEN keyword);
     MorlSentence* ParseComment(ENUM_TOKEN token);
     MorlSentence* ParseSingleComment();
@@ -156,23 +162,18 @@ private:
     std::int32_t savedLine = 0;
     std::uint32_t savedLineStart = 0;
 
+    std::uint32_t unitsMade = 0;  ///< of the tree
     /// How many macro statements have been met.
     unsigned marcoSentences = 0;
     /// The current nesting, in units of kMaxNesting.
     unsigned nesting = 0;
+    /// Whether what is being read lies around a construct that nests too deeply. Nothing more is
+    /// said of it, or skipped, until the next statement or segment.
+    bool isUnwinding = false;
     /// The operation that the last finished operation took as its left operand (see
     /// ParseOperation).
     const MorlBinaryOperation* adopted = nullptr;
     std::vector<MorlLostCode>* lost = nullptr;  ///< of the program that is being parsed
 };
-
-/// Makes a node of the tree that begins with the last token.
-template <class Unit, class... Arguments>
-std::unique_ptr<Unit> MorlParser::Make(Arguments&&... arguments) const
-{
-    auto unit = std::make_unique<Unit>(std::forward<Arguments>(arguments)...);
-    unit->offset = tokenStart;
-    return unit;
-}
 
 }  // namespace ns_ruke

@@ -7,6 +7,7 @@
 #include "morl/ast/internal/ownership.h"
 #include "morl/core/messages.h"
 #include "morl/core/string_helper.h"
+#include "morl/parser/internal/make_unit.h"
 #include "morl/parser/internal/nesting.h"
 #include "morl/parser/morl_parser.h"
 
@@ -25,16 +26,6 @@ using DeclareList = std::vector<MorlDeclare*> MorlProgram::*;
 constexpr std::array<DeclareList, 3> kDeclareLists = {&MorlProgram::inputs, &MorlProgram::outputs,
                                                       &MorlProgram::uniforms};
 
-/// Moves the conditions that a temporary program owns to the program that receives its groups. The
-/// caller has reserved room for them.
-void MoveConditions(MorlProgram& from, MorlProgram& to)
-{
-    for (const MorlSharedCondition& shared : from.ownership.conditions) {
-        to.ownership.conditions.push_back(shared);
-    }
-    from.ownership.conditions.clear();
-}
-
 /// The two branches of a program-level `#if` block while it is being read.
 struct Branches {
     MorlProgram thenPart;
@@ -52,9 +43,8 @@ std::unique_ptr<MorlMarcoIfDeclare> MakeIfGroup(const Branches& branches, Declar
 }
 
 /// Turns the branches of an `#if` block into groups of `program`. Everything that can fail comes
-/// first, so that the elements and the condition always have exactly one owner.
-void AppendIfGroups(MorlProgram& program, Branches& branches,
-                    std::unique_ptr<MorlExpression> condition)
+/// first, so that the elements always have exactly one owner.
+void AppendIfGroups(MorlProgram& program, Branches& branches, const MorlSharedCondition& condition)
 {
     std::array<std::unique_ptr<MorlMarcoIfDeclare>, kDeclareLists.size()> groups;
     for (std::size_t i = 0; i < groups.size(); ++i) {
@@ -66,36 +56,25 @@ void AppendIfGroups(MorlProgram& program, Branches& branches,
         functions = std::make_unique<MorlMarcoIfFunction>();
         ReserveMore(program.functions, 1);
     }
-    const bool used = functions || groups[0] || groups[1] || groups[2];
-    ReserveMore(program.ownership.conditions, branches.thenPart.ownership.conditions.size() +
-                                                  branches.elsePart.ownership.conditions.size() +
-                                                  1);
-
-    MoveConditions(branches.thenPart, program);
-    MoveConditions(branches.elsePart, program);
-    MorlSharedCondition shared;
     for (std::size_t i = 0; i < groups.size(); ++i) {
         if (groups[i]) {
             groups[i]->condition = condition.get();
+            groups[i]->sharedCondition = condition;
             groups[i]->declares.swap(branches.thenPart.*kDeclareLists[i]);
             groups[i]->elseDeclares.swap(branches.elsePart.*kDeclareLists[i]);
-            shared.groups[i] = groups[i].get();
             (program.*kDeclareLists[i]).push_back(groups[i].release());
         }
     }
     if (functions) {
         functions->condition = condition.get();
+        functions->sharedCondition = condition;
         functions->functions.swap(branches.thenPart.functions);
         functions->elseFunctions.swap(branches.elsePart.functions);
         program.functions.push_back(functions.release());
     }
-    if (used) {
-        shared.condition = condition.release();
-        program.ownership.conditions.push_back(shared);
-    }
 }
 
-/// What stands behind a "#for", and where that is.
+/// The head of a `#for`: name, start, offset.
 struct ForHead {
     const std::string& name;
     int start;
@@ -132,9 +111,6 @@ void AppendForGroups(MorlProgram& program, MorlProgram& contents, const ForHead&
         functions->start = head.start;
         ReserveMore(program.functions, 1);
     }
-    ReserveMore(program.ownership.conditions, contents.ownership.conditions.size());
-
-    MoveConditions(contents, program);
     for (std::size_t i = 0; i < groups.size(); ++i) {
         if (groups[i]) {
             groups[i]->declares.swap(contents.*kDeclareLists[i]);
@@ -151,6 +127,7 @@ void AppendForGroups(MorlProgram& program, MorlProgram& contents, const ForHead&
 
 void MorlParser::ParseProgramSegment(MorlProgram* program)
 {
+    isUnwinding = false;
     std::string_view word;
     const ENUM_TOKEN token = ParseToken(word);
     if (token == TOKEN_MARCO_IF) {
@@ -170,10 +147,13 @@ void MorlParser::ParseProgramSegment(MorlProgram* program)
 
 void MorlParser::ParseGlobalSegment(MorlProgram* program, ENUM_TOKEN bufferToken)
 {
+    const std::uint32_t start = tokenStart;
+    const std::uint32_t units = unitsMade;
     std::unique_ptr<MorlDeclare> declare(ParseGlobalDeclare(bufferToken));
     if (!declare) {
         return;
     }
+    declare->copyWork = WorkSince(units, start);
     switch (declare->bufferType) {
     case TOKEN_UNIFORM:
         AppendOwned(program->uniforms, std::move(declare));
@@ -206,11 +186,11 @@ void MorlParser::ParseFunctionSegment(MorlProgram* program, ENUM_TOKEN returnTyp
 void MorlParser::ParseMarcoIfProgramSegment(MorlProgram* program)
 {
     Nesting level(*this, kBlockNesting);
-    if (level.ReportTooDeep()) {
+    if (level.ReportTooDeep(1)) {
         return;
     }
     ++marcoSentences;
-    std::unique_ptr<MorlExpression> condition(ParseExpression(nullptr));
+    const MorlSharedCondition condition(ParseExpression(nullptr));
     const auto branches = std::make_unique<Branches>();
     MorlProgram* branch = &branches->thenPart;
     for (;;) {
@@ -228,13 +208,13 @@ void MorlParser::ParseMarcoIfProgramSegment(MorlProgram* program)
     }
     NoteLostMain(branches->thenPart);
     NoteLostMain(branches->elsePart);
-    AppendIfGroups(*program, *branches, std::move(condition));
+    AppendIfGroups(*program, *branches, condition);
 }
 
 void MorlParser::ParseMarcoForProgramSegment(MorlProgram* program)
 {
     Nesting level(*this, kBlockNesting);
-    if (level.ReportTooDeep()) {
+    if (level.ReportTooDeep(1)) {
         return;
     }
     ++marcoSentences;

@@ -8,6 +8,7 @@
 // empty      -> ":" AnyCharacter
 #include "morl/ast/internal/ownership.h"
 #include "morl/core/messages.h"
+#include "morl/parser/internal/make_unit.h"
 #include "morl/parser/internal/nesting.h"
 #include "morl/parser/morl_parser.h"
 
@@ -38,6 +39,7 @@ bool IsAssignable(const MorlExpression* target)
 // that token is consumed; a character that is not a token is not consumed.
 MorlSentence* MorlParser::ParseSentence()
 {
+    isUnwinding = false;
     Nesting level(*this, kBlockNesting);
     if (level.ReportTooDeep()) {
         return nullptr;
@@ -46,17 +48,19 @@ MorlSentence* MorlParser::ParseSentence()
     std::string_view word;
     const ENUM_TOKEN token = ParseToken(word);
     const std::uint32_t start = tokenStart;
-    const unsigned before = marcoSentences;
-    MorlSentence* sentence = ParseSentence(token, word);
+    const std::uint32_t units = unitsMade;
+    const unsigned macros = marcoSentences;
+    MorlSentence* sentence = ParseSentenceOf(token, word);
     if (sentence != nullptr) {
         sentence->offset = start;
-        sentence->mayExpand = marcoSentences != before;
+        sentence->mayExpand = marcoSentences != macros;
+        sentence->copyWork = WorkSince(units, start);
     }
     return sentence;
 }
 
 // The rest of a statement that begins with this token.
-MorlSentence* MorlParser::ParseSentence(ENUM_TOKEN token, std::string_view word)
+MorlSentence* MorlParser::ParseSentenceOf(ENUM_TOKEN token, std::string_view word)
 {
     if (IsVarType(token)) {
         return ParseDefinitionSentence(token, word);
@@ -212,8 +216,8 @@ MorlAssignSentence* MorlParser::ParseAssignSentence(ENUM_TOKEN token, std::strin
     }
     const bool macro = !firstWord.empty() && firstWord.front() == '$';
     marcoSentences += macro ? 1 : 0;
-    std::unique_ptr<MorlAssignSentence> sentence(macro ? new MorlMarcoAssignSentence
-                                                       : new MorlAssignSentence);
+    std::unique_ptr<MorlAssignSentence> sentence =
+        macro ? Make<MorlMarcoAssignSentence>() : Make<MorlAssignSentence>();
     sentence->varType = token == TOKEN_IDENTIFIER ? TOKEN_NONE : token;
     sentence->target = target.release();
     sentence->operatorToken = operatorToken;
@@ -256,8 +260,8 @@ MorlSentence* MorlParser::ParseIfSentence(bool isElseIf)
     if (!CheckSkip(')')) {
         return nullptr;
     }
-    std::unique_ptr<MorlIfSentence> sentence(isElseIf ? new MorlElseIfSentence
-                                                      : new MorlIfSentence);
+    std::unique_ptr<MorlIfSentence> sentence =
+        isElseIf ? Make<MorlElseIfSentence>() : Make<MorlIfSentence>();
     sentence->condition = condition.release();
     if (!ParseBlock(sentence->sentences, sentence->endOffset)) {
         return nullptr;

@@ -332,7 +332,7 @@ private:
         ShaderOutput output;
         PassReport report;
         std::vector<ReportWarning> warnings;
-        fresh.Compile(pass, output, report, warnings);
+        fresh.CompileReported(pass, output, report, warnings);
         return Shown(output, report, warnings);
     }
 

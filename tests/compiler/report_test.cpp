@@ -47,9 +47,9 @@ std::vector<Reported> CompileReported(MorlCompiler& compiler,
                                       const morl_test::SampleRequest& request)
 {
     std::vector<Reported> results = {{request.vertex, {}, {}}, {request.fragment, {}, {}}};
-    compiler.Compile(results[0].pass, results[0].output, results[0].report);
+    compiler.CompileReported(results[0].pass, results[0].output, results[0].report);
     results[1].pass.semantics = results[0].output.semantics;
-    compiler.Compile(results[1].pass, results[1].output, results[1].report);
+    compiler.CompileReported(results[1].pass, results[1].output, results[1].report);
     return results;
 }
 
@@ -187,7 +187,7 @@ TEST(Report, TracesBlocksCommentsAndLoops)
     ShaderOutput output;
     PassReport report;
     const LogCapture log;
-    compiler.Compile(pass, output, report);
+    compiler.CompileReported(pass, output, report);
     EXPECT_EQ(ShownLines(report),
               "- a1 a1 a4 a4 - b3 a7 a8 a9 a10 a11 a12 a14 a14 a15 "
               "a17 a18 a19 a17 a18 a19 a21 a21 a21 - ")
@@ -219,7 +219,7 @@ TEST(Report, DescribesWhatAPassBinds)
     ShaderOutput output;
     PassReport report;
     const LogCapture log;
-    compiler.Compile(pass, output, report);
+    compiler.CompileReported(pass, output, report);
     EXPECT_EQ(Shown(report, report.uniforms),
               "a:1 sampler2D/Texture2D map[=0] SAUTO 5\n"
               "a:2 float4/float4 bones[3*N=0]  -1\n"
@@ -251,7 +251,7 @@ TEST(Report, HasTheFaultsOfAllNodesThatTookPart)
     PassProperty pass = MakePass("glsl", 0, {"b", "d", "a"});
     PassReport report;
     const LogCapture log;
-    compiler.Compile(pass, output, report);
+    compiler.CompileReported(pass, output, report);
     EXPECT_EQ(log.errors, std::vector<std::string>{"MorlLinker: reference cycle: b, d"});
     std::string faults;
     for (const ReportFault& fault : report.faults) {
@@ -260,7 +260,7 @@ TEST(Report, HasTheFaultsOfAllNodesThatTookPart)
     }
     EXPECT_EQ(faults, "a:2:8 expression error:\n:0:0 MorlLinker: reference cycle: b, d\n");
     pass.nodeNames = {"nowhere"};
-    compiler.Compile(pass, output, report);
+    compiler.CompileReported(pass, output, report);
     ASSERT_EQ(report.faults.size(), 1U);
     EXPECT_TRUE(report.lines.empty());
 }

@@ -175,7 +175,8 @@ public:
         this->variableNames["a"] = this->inputSemantics["a"] + this->outputSemantics["a"];
         this->samplerRegisters["a"] = this->program != nullptr ? this->program->stage : 0;
         MorlSpecialSentence special;
-        MorlNumber number("1");
+        MorlNumber number;
+        number.value = "1";
         return this->WriteSentence(&special, 1) + this->WriteExpression(&number) +
                this->WriteSpecialSentence(&special, 0) + this->WriteNumber(&number) +
                this->WriteDefinitionArray(nullptr) + this->WriteAssignOperator(TOKEN_ASSIGN);

@@ -174,7 +174,7 @@ std::vector<ns_ruke::ReportWarning> CheckProbe(const Probe& probe, const std::st
         ns_ruke::ShaderOutput output;
         ns_ruke::PassReport report;
         std::vector<ns_ruke::ReportWarning> warnings;
-        compiler->Compile(*pass, output, report, warnings);
+        compiler->CompileReported(*pass, output, report, warnings);
         std::copy_if(warnings.begin(), warnings.end(), std::back_inserter(all),
                      [](const auto& warning) { return warning.check != "unused-macro"; });
     }

@@ -92,8 +92,11 @@ void FailDuringARequest(const std::string& target, bool withReport)
                                       ShaderOutput& output) {
         PassReport report;
         std::vector<ReportWarning> warnings;
-        withReport ? compiler.Compile(pass, output, report, warnings)
-                   : compiler.Compile(pass, output);
+        if (withReport) {
+            compiler.CompileReported(pass, output, report, warnings);
+        } else {
+            compiler.Compile(pass, output);
+        }
     };
     PassProperty pass = morl_test::MakePass(target, 0, {"first", "second"});
     pass.macros = {{"A", 1}, {"N", 2}};

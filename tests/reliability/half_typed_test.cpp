@@ -17,22 +17,21 @@ constexpr std::size_t kStepsPerByte = 60;
 constexpr std::size_t kFixedSteps = 4000;
 
 /// Checks that a message lies inside its text or just past its end.
-void ExpectWellFormed(const std::string& message, const std::string& source)
+void ExpectWellFormed(const LogLine& log, const std::string& source)
 {
-    const LogLine log(LogLevel::Error, message);
     if (log.line == 0) {
-        EXPECT_TRUE(message.find("Morl Compiler: not enough arguments: ") == 0) << message;
+        EXPECT_TRUE(log.text.find("Morl Compiler: not enough arguments: ") == 0) << log.text;
         return;
     }
     std::size_t start = 0;
     for (int line = 1; line < log.line; ++line) {
         start = source.find('\n', start);
-        ASSERT_NE(start, std::string::npos) << message << "\n" << source;
+        ASSERT_NE(start, std::string::npos) << log.text << "\n" << source;
         ++start;
     }
     const std::size_t length = std::min(source.find('\n', start), source.size()) - start;
-    EXPECT_GE(log.column, 1) << message;
-    EXPECT_LE(static_cast<std::size_t>(log.column), length + 1) << message << "\n" << source;
+    EXPECT_GE(log.column, 1) << log.text;
+    EXPECT_LE(static_cast<std::size_t>(log.column), length + 1) << log.text << "\n" << source;
     EXPECT_FALSE(log.text.empty());
 }
 
@@ -64,8 +63,10 @@ void Request(const std::string& source, const std::string& target)
     EXPECT_NE(output.code, "");
     EXPECT_LT(morl_test::Allocations().calls, kStepsPerByte * source.size() + kFixedSteps)
         << source;
-    for (const std::string& message : log.errors) {
-        ExpectWellFormed(message, source);
+    for (const LogLine& line : log.lines) {
+        if (line.IsError()) {
+            ExpectWellFormed(line, source);
+        }
     }
 }
 

@@ -23,6 +23,7 @@ public:
                                                             const std::string& category,
                                                             const std::string& message) {
             messages.push_back({level, category, message});
+            lines.emplace_back(level, message);
             (level == ns_ruke::LogLevel::Error ? errors : infos).push_back(message);
         });
     }
@@ -32,7 +33,8 @@ public:
 
     std::vector<std::string> errors;
     std::vector<std::string> infos;
-    std::vector<Message> messages;  ///< all of them, in order
+    std::vector<Message> messages;        ///< all of them, in order
+    std::vector<ns_ruke::LogLine> lines;  ///< likewise
 
 private:
     ns_ruke::LogSink previous;

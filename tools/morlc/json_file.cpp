@@ -3,7 +3,7 @@
 
 #include "path.h"
 
-#include <morl/compiler/internal/json_text.h>
+#include <morl/core/json_text.h>
 #include <morl/core/messages.h>
 #include <cerrno>
 #include <fstream>

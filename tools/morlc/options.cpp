@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "options.h"
 
-#include "nearest.h"
 #include "platform.h"
+#include "text.h"
 
 #include <morl/morl.h>
 #include <CLI/CLI.hpp>
@@ -375,7 +375,8 @@ ExitStatus Refuse(const CLI::App& command, const std::string& reason)
 {
     const std::string name =
         command.get_parent() == nullptr ? "morlc" : "morlc " + command.get_name();
-    std::fprintf(stderr, "morlc: error: %s\nSee '%s --help'.\n", reason.c_str(), name.c_str());
+    std::fprintf(stderr, "morlc: error: %s\nSee '%s --help'.\n", Printable(reason).c_str(),
+                 name.c_str());
     return kUsage;
 }
 

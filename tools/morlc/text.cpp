@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "text.h"
 
+#include <morl/core/nearest.h>
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <iterator>
+#include <string_view>
 
 namespace morlc {
 namespace {
@@ -23,38 +27,62 @@ std::size_t CharacterSize(unsigned char first)
     return first >= 0xF0 && first < 0xF5 ? 4 : 0;
 }
 
+/// The size of the character that begins at a byte; 0: none does.
+std::size_t SizeAt(const std::string& text, std::size_t start)
+{
+    const std::size_t size = CharacterSize(static_cast<unsigned char>(text[start]));
+    std::size_t end = start + 1;
+    while (end < text.size() && end < start + size &&
+           (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U) {
+        ++end;
+    }
+    return end == start + size ? size : 0;
+}
+
+/// Whether a character controls a terminal, or changes the direction of writing.
+bool IsControl(std::string_view character)
+{
+    constexpr std::string_view kDirections[] = {"\u061C", "\u200E", "\u200F", "\u202A",
+                                                "\u202B", "\u202C", "\u202D", "\u202E",
+                                                "\u2066", "\u2067", "\u2068", "\u2069"};
+    const bool isC0 = static_cast<unsigned char>(character[0]) < ' ' || character[0] == '\x7f';
+    const bool isC1 = character[0] == '\xC2' && static_cast<unsigned char>(character[1]) < 0xA0;
+    return isC0 || isC1 ||
+           std::find(std::begin(kDirections), std::end(kDirections), character) !=
+               std::end(kDirections);
+}
+
 }  // namespace
 
-std::string Printable(std::string text)
+std::string Printable(const std::string& text)
 {
-    const auto isControl = [](char c) {
-        return static_cast<unsigned char>(c) < ' ' || c == '\x7f';
-    };
-    std::replace_if(text.begin(), text.end(), isControl, '?');
-    return text;
+    std::string printable;
+    for (std::size_t i = 0; i < text.size();) {
+        const std::size_t size = std::max<std::size_t>(SizeAt(text, i), 1);
+        const std::string_view character = std::string_view(text).substr(i, size);
+        const bool isShown = SizeAt(text, i) > 0 && !IsControl(character);
+        printable.append(isShown ? character : "?");
+        i += size;
+    }
+    return printable;
 }
 
 std::string ValidUtf8(std::string text)
 {
-    std::size_t position = 0;
-    while (position < text.size()) {
-        const std::size_t size = CharacterSize(static_cast<unsigned char>(text[position]));
-        std::size_t end = position + 1;
-        while (end < text.size() && end < position + size && IsContinuation(text[end])) {
-            ++end;
+    for (std::size_t i = 0; i < text.size();) {
+        const std::size_t size = SizeAt(text, i);
+        if (size == 0) {
+            text[i] = '?';
         }
-        if (size == 0 || end != position + size) {
-            text[position] = '?';
-            end = position + 1;
-        }
-        position = end;
+        i += std::max<std::size_t>(size, 1);
     }
     return text;
 }
 
-bool IsContinuation(char c)
+std::string Suggestion(const std::vector<std::string>& names, const std::string& wanted)
 {
-    return (static_cast<unsigned char>(c) & 0xC0U) == 0x80;
+    return ns_ruke::DidYouMean(ns_ruke::NearestName({names.begin(), names.end()}, wanted), " (",
+                               ")");
 }
 
 std::string Fingerprint(const std::string& text)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "morl/ast/internal/unit_memory.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <memory>
@@ -14,7 +16,7 @@ template <class T>
 void DeleteElements(const std::vector<T*>& elements)
 {
     for (T* element : elements) {
-        delete element;
+        DeleteUnit(element);
     }
 }
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "morl/c/morl.h"
-#include "morl/check/checks.h"
 #include "morl/compiler/node_text.h"
 #include "morl/compiler/pass_report.h"
 #include "morl/compiler/shader_output.h"

@@ -5,6 +5,7 @@
 #include "morl/translator/internal/bindings.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace ns_ruke {
 namespace {

@@ -2,7 +2,7 @@
 // The names and the types of expressions, as far as they can be known.
 #include "morl/ast/stage.h"
 #include "morl/check/internal/pass_checker.h"
-#include "morl/core/internal/nearest.h"
+#include "morl/core/nearest.h"
 
 #include <algorithm>
 #include <initializer_list>
@@ -42,56 +42,6 @@ bool IsMultiplyCall(const MorlExpression& expression)
 {
     return expression.unitType == TOKEN_FUNCTION_CALL &&
            static_cast<const MorlFunctionCall&>(expression).functionToken == TOKEN_MUL;
-}
-
-bool ContinuesWord(char c)
-{
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
-           c == '$';
-}
-
-bool IsType(ENUM_TOKEN token)
-{
-    return token == TOKEN_AUTO || KeywordMap::TypeOf(token).IsKnown();
-}
-
-/// Whether a source declares a name: the word follows a type, and not in a comment.
-bool DeclaresName(const std::string& source, const std::string& name)
-{
-    const KeywordMap keywords = KeywordMap::Language();
-    for (std::size_t found = source.find(name); found != std::string::npos;
-         found = source.find(name, found + 1)) {
-        const std::size_t after = found + name.size();
-        std::size_t end = found;
-        while (end > 0 && (source[end - 1] == ' ' || source[end - 1] == '\t')) {
-            --end;
-        }
-        std::size_t start = end;
-        while (start > 0 && ContinuesWord(source[start - 1])) {
-            --start;
-        }
-        const std::size_t line = source.rfind('\n', found) + 1;
-        const bool isComment = source.find("//", line) < found || source.find("/*", line) < found;
-        const bool isWhole = after == source.size() || !ContinuesWord(source[after]);
-        if (!isComment && isWhole && end < found &&
-            IsType(keywords.Find(std::string_view(source).substr(start, end - start)))) {
-            return true;
-        }
-    }
-    return false;
-}
-
-/// Whether a node is for the other stage, to judge by the semantics in its source.
-bool IsOfOtherStage(const std::string& source, int stage)
-{
-    static const char* const vertexWords[] = {"SV_Position", "POSITION",     "NORMAL",
-                                              "TANGENT",     "BLENDINDICES", "BLENDWEIGHT"};
-    if (stage == kVertexStage) {
-        return source.find("tex2D") != std::string::npos ||
-               source.find("discard") != std::string::npos;
-    }
-    return std::any_of(std::begin(vertexWords), std::end(vertexWords),
-                       [&](const char* word) { return source.find(word) != std::string::npos; });
 }
 
 }  // namespace
@@ -225,7 +175,7 @@ ValueType PassChecker::Variable(const MorlVariable& variable)
     return entry->isArray ? ValueType() : entry->type;
 }
 
-// Also an undeclared name after an error in some node may be declared where the error is.
+// After a parse fault the lost code may hold the declaration; say nothing.
 void PassChecker::ReportUnknownName(const MorlVariable& variable)
 {
     const std::string& name = variable.name;
@@ -250,22 +200,14 @@ std::string PassChecker::HintForUnknown(const std::string& name)
         names.push_back(entry.name);
     }
     const std::string nearest = NearestName(names, name);
-    std::string meant = nearest.empty() ? "" : "; did you mean '" + nearest + "'?";
+    const std::string meant = DidYouMean(nearest, "; ");
     // One letter more or less is a slip.
     if (!nearest.empty() && nearest.size() + 1 >= name.size() &&
         nearest.size() <= name.size() + 1) {
         return meant;
     }
-    std::string declaring;
-    for (const auto& [nodeName, other] : input.nodes) {
-        const bool isHere = std::find(input.pass.nodeNames.begin(), input.pass.nodeNames.end(),
-                                      nodeName) != input.pass.nodeNames.end();
-        if (!isHere && (declaring.empty() || nodeName < declaring) &&
-            !IsOfOtherStage(other->Content(), input.pass.stage) &&
-            DeclaresName(other->Content(), name)) {
-            declaring = nodeName;
-        }
-    }
+    const std::string declaring =
+        input.index.FindDeclaring(input.nodes, name, input.pass.stage, input.pass.nodeNames);
     if (!declaring.empty()) {
         return "; add the node '" + declaring + "', which declares it";
     }

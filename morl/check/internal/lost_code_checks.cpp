@@ -2,7 +2,7 @@
 #include "morl/check/internal/lost_code_checks.h"
 
 #include "morl/ast/sentences.h"
-#include "morl/core/internal/nearest.h"
+#include "morl/core/nearest.h"
 
 #include <string>
 
@@ -13,7 +13,7 @@ namespace {
 class LostCodeChecker {
 public:
     LostCodeChecker(const MorlNode& newNode, int newIndex, WarningList& newWarnings)
-        : node(newNode), index(newIndex), warnings(newWarnings), program(*newNode.GetProgram())
+        : node(newNode), index(newIndex), warnings(newWarnings), program(*newNode.Program())
     {
     }
 
@@ -106,7 +106,7 @@ private:
         const bool isAlmostMain = program.mainFunction == nullptr &&
                                   !NearestName({"main", "Main", "MAIN"}, function.name).empty();
         Warn(CheckKind::UnusedFunction, function.offset, function.name,
-             isAlmostMain ? "; did you mean 'main'?" : "");
+             DidYouMean(isAlmostMain ? "main" : "", "; "));
     }
 
     void CheckDeclare(const MorlDeclare& declare)
@@ -191,7 +191,7 @@ private:
 
 void CheckLostCode(const MorlNode& node, int index, WarningList& warnings)
 {
-    const MorlProgram* program = node.GetProgram();
+    const MorlProgram* program = node.Program();
     if (program != nullptr &&
         (program->hasMacros || !program->lostCode.empty() || !program->functions.empty())) {
         LostCodeChecker(node, index, warnings).Run();

@@ -3,7 +3,7 @@
 
 #include "morl/check/internal/lost_code_checks.h"
 #include "morl/check/internal/pass_checker.h"
-#include "morl/core/internal/nearest.h"
+#include "morl/core/nearest.h"
 
 #include <algorithm>
 #include <map>
@@ -11,29 +11,17 @@
 namespace ns_ruke {
 namespace {
 
-/// "; did you mean 'NAME'?", or nothing.
-std::string Suggest(const std::vector<std::string_view>& names, const std::string& wanted)
-{
-    const std::string nearest = NearestName(names, wanted);
-    return nearest.empty() ? "" : "; did you mean '" + nearest + "'?";
-}
-
 void CheckReferences(const PassCheckInput& input, WarningList& warnings)
 {
-    if (input.unknownReferences.empty()) {
-        return;
-    }
-    std::vector<std::string_view> names;
-    for (const auto& [name, node] : input.nodes) {
-        names.push_back(name);
-    }
-    std::sort(names.begin(), names.end());
     for (std::size_t i = 0; i < input.link.origins.size(); ++i) {
-        const auto unknown = input.unknownReferences.equal_range(input.link.origins[i].node);
-        for (auto entry = unknown.first; entry != unknown.second; ++entry) {
+        for (const std::string& reference : input.link.origins[i].node->References()) {
+            if (input.nodes.count(reference) > 0) {
+                continue;
+            }
+            const std::string nearest =
+                warnings.WantsHint() ? input.index.NearestNode(input.nodes, reference) : "";
             warnings.Add(CheckKind::UnknownReference, static_cast<int>(i), WarningList::kNoOffset,
-                         entry->second,
-                         warnings.WantsHint() ? Suggest(names, entry->second) : std::string());
+                         reference, DidYouMean(nearest, "; "));
         }
     }
 }
@@ -53,24 +41,11 @@ void CheckMacros(const PassCheckInput& input, WarningList& warnings)
         }
         std::sort(unused.begin(), unused.end());
         warnings.Add(CheckKind::UnsetMacro, place.node, place.offset, name,
-                     warnings.WantsHint() ? Suggest(unused, name) : std::string());
+                     warnings.WantsHint() ? DidYouMean(NearestName(unused, name), "; ") : "");
     }
 }
 
 }  // namespace
-
-UnknownReferences FindUnknownReferences(const std::unordered_map<std::string, MorlNode*>& nodes)
-{
-    UnknownReferences unknown;
-    for (const auto& [name, node] : nodes) {
-        for (const std::string& reference : node->References()) {
-            if (nodes.count(reference) == 0) {
-                unknown.emplace(node, reference);
-            }
-        }
-    }
-    return unknown;
-}
 
 void CheckPass(const PassCheckInput& input, std::vector<ReportWarning>& warnings)
 {

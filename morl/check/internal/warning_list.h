@@ -3,6 +3,7 @@
 
 #include "morl/check/internal/check_kind.h"
 #include "morl/compiler/morl_node.h"
+#include "morl/compiler/pass_report.h"
 #include "morl/core/limits.h"
 #include "morl/linker/link_report.h"
 #include "morl/translator/targets.h"

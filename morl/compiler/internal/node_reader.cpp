@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "morl/compiler/internal/node_reader.h"
 
-#include "morl/compiler/internal/json_text.h"
+#include "morl/core/json_text.h"
 #include "morl/core/limits.h"
 #include "morl/core/messages.h"
 

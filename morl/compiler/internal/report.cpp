@@ -2,7 +2,6 @@
 #include "morl/compiler/internal/report.h"
 
 #include "morl/ast/stage.h"
-#include "morl/compiler/log_line.h"
 #include "morl/compiler/morl_node.h"
 #include "morl/core/string_helper.h"
 #include "morl/parser/keyword_map.h"
@@ -110,12 +109,6 @@ void AddMacros(const PassProperty& pass, const LinkReport& link, PassReport& rep
 }
 
 }  // namespace
-
-ReportFault ToReportFault(const CollectedFault& fault)
-{
-    LogLine line(LogLevel::Error, fault.message, fault.node);
-    return {line.level, std::move(line.node), line.line, line.column, std::move(line.text)};
-}
 
 void FillReport(const PassProperty& pass, const TargetRecord& target, const LinkReport& link,
                 WrittenLines& lines, const ShaderOutput& output, PassReport& report)

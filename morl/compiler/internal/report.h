@@ -4,16 +4,12 @@
 #include "morl/compiler/pass_property.h"
 #include "morl/compiler/pass_report.h"
 #include "morl/compiler/shader_output.h"
-#include "morl/core/internal/fault_collector.h"
 #include "morl/linker/link_report.h"
 
 namespace ns_ruke {
 
 struct TargetRecord;
 class WrittenLines;
-
-/// A collected fault in its parts.
-ReportFault ToReportFault(const CollectedFault& fault);
 
 /// Fills in all of a report but its faults.
 /// @param output the result of the request.

@@ -1,30 +1,46 @@
 // SPDX-License-Identifier: MIT
 #include "morl/core/internal/fault_collector.h"
 
-#include "morl/core/log_scope.h"
-
 namespace ns_ruke {
 namespace {
 
-thread_local FaultCollector* current = nullptr;
+thread_local FaultCollector* collector = nullptr;
+thread_local LoggedFault* logged = nullptr;
 
 }  // namespace
 
-FaultCollector::FaultCollector() : outer(current)
+FaultCollector::FaultCollector() : outer(collector)
 {
-    current = this;
+    collector = this;
 }
 
 FaultCollector::~FaultCollector()
 {
-    current = outer;
+    collector = outer;
 }
 
-void CollectFault(const std::string& message)
+void CollectFault(const ReportFault& fault)
 {
-    if (current != nullptr) {
-        current->faults.push_back({LogScope::CurrentNode(), message});
+    if (collector != nullptr) {
+        collector->faults.push_back(fault);
     }
+}
+
+LoggedFault::LoggedFault(const ReportFault& newFault, const std::string& newMessage)
+    : fault(newFault), message(newMessage), outer(logged)
+{
+    logged = this;
+}
+
+LoggedFault::~LoggedFault()
+{
+    logged = outer;
+}
+
+// A sink may log as well, so the message must be that of the fault.
+const ReportFault* FaultOfMessage(const std::string& message)
+{
+    return logged != nullptr && logged->message == message ? &logged->fault : nullptr;
 }
 
 }  // namespace ns_ruke

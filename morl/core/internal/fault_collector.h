@@ -1,16 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "morl/core/report_fault.h"
+
 #include <string>
 #include <vector>
 
 namespace ns_ruke {
-
-/// An error that was logged.
-struct CollectedFault {
-    std::string node;  ///< empty: the request as a whole
-    std::string message;
-};
 
 /// While it lives, what this thread logs as an error is also collected. An inner collector takes
 /// precedence over an outer one.
@@ -21,13 +17,33 @@ public:
     FaultCollector& operator=(const FaultCollector&) = delete;
     ~FaultCollector();
 
-    std::vector<CollectedFault> faults;
+    std::vector<ReportFault> faults;
 
 private:
     FaultCollector* outer;
 };
 
-/// Hands an error to the collector in force on this thread, if there is one.
-void CollectFault(const std::string& message);
+/// Hands a fault to the collector in force on this thread, if there is one.
+void CollectFault(const ReportFault& fault);
+
+/// The fault that this thread is logging, for the sink that receives its message; null: the message
+/// is about no fault.
+const ReportFault* FaultOfMessage(const std::string& message);
+
+/// While it lives, FaultOfMessage gives this fault for this message.
+class LoggedFault {
+public:
+    /// The arguments must outlive this object.
+    LoggedFault(const ReportFault& newFault, const std::string& newMessage);
+    LoggedFault(const LoggedFault&) = delete;
+    LoggedFault& operator=(const LoggedFault&) = delete;
+    ~LoggedFault();
+
+    const ReportFault& fault;
+    const std::string& message;
+
+private:
+    LoggedFault* outer;
+};
 
 }  // namespace ns_ruke

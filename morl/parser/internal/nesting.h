@@ -2,7 +2,6 @@
 #pragma once
 
 #include "morl/core/limits.h"
-#include "morl/core/messages.h"
 #include "morl/parser/morl_parser.h"
 
 namespace ns_ruke {
@@ -19,13 +18,14 @@ public:
     Nesting& operator=(const Nesting&) = delete;
     ~Nesting() { parser.nesting -= cost; }
 
-    /// Whether the nesting exceeds the bound. If so, reports it and skips the rest of the line.
-    bool ReportTooDeep()
+    /// Whether the nesting exceeds the bound. If so, reports and skips what nests too deeply.
+    /// @param open how many blocks of it have been opened already
+    bool ReportTooDeep(int open = 0)
     {
         if (parser.nesting <= kMaxNesting) {
             return false;
         }
-        parser.LogErrorAndSkipLine(messages::kNestingTooDeep);
+        parser.SkipTooDeep(open);
         return true;
     }
 

@@ -2,7 +2,6 @@
 #include "build/manifest.h"
 
 #include "json_file.h"
-#include "nearest.h"
 #include "output_file.h"
 #include "path.h"
 #include "text.h"

@@ -2,7 +2,7 @@
 #include "build/unused_names.h"
 
 #include "build/pass_texts.h"
-#include "nearest.h"
+#include "text.h"
 
 #include <algorithm>
 #include <iterator>

@@ -256,7 +256,7 @@ private:
         const std::size_t before = log.kept.size();
         ShaderOutput output;
         ns_ruke::PassReport report;
-        worker.compiler.Compile(pass, output, report);
+        worker.compiler.CompileReported(pass, output, report);
         NoteBroken(log.kept, worker.broken);
         const bool isSound =
             log.kept.size() == before && FindBroken(pass.nodeNames, worker).empty();

@@ -77,7 +77,7 @@ CheckedPass CheckOne(MorlCompiler& compiler, std::optional<PassProperty> pass)
     CheckedPass result;
     if (pass) {
         result.exists = true;
-        compiler.Compile(*pass, result.output, result.report, result.warnings);
+        compiler.CompileReported(*pass, result.output, result.report, result.warnings);
     }
     return result;
 }

@@ -108,7 +108,7 @@ std::string FormatText(const Diagnostic& diagnostic, bool colour)
     std::string text = Painted(Printable(Location(diagnostic)) + ":", kBold, colour) + " " +
                        severity + " " +
                        Printable(diagnostic.text + Origin(diagnostic) + Context(diagnostic)) + "\n";
-    const Excerpt& excerpt = diagnostic.place.excerpt;
+    const ns_ruke::Excerpt& excerpt = diagnostic.place.excerpt;
     if (!excerpt.line.empty()) {
         const std::string indent(excerpt.caret, ' ');
         text += "    " + Printable(excerpt.line) + "\n    " + indent +

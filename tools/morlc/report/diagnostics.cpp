@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "report/diagnostics.h"
 
-#include "nearest.h"
 #include "platform.h"
-#include "report/hints.h"
+#include "text.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -85,7 +84,7 @@ void Diagnostics::Report(Diagnostic diagnostic)
     errors += diagnostic.IsError() ? 1 : 0;
     warnings += diagnostic.severity == Severity::Warning ? 1 : 0;
     if (diagnostic.check.empty() && diagnostic.IsError() && !diagnostic.node.empty()) {
-        diagnostic.hint = HintFor(diagnostic);
+        diagnostic.hint = ns_ruke::HintFor(diagnostic.place.excerpt, diagnostic.text);
     }
     const bool isOnSameLine = pending && diagnostic.IsError() && pending->IsError() &&
                               !diagnostic.node.empty() && pending->node == diagnostic.node &&

@@ -1,25 +1,19 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <morl/core/excerpt.h>
 #include <morl/core/text_lines.h>
 #include <cstddef>
 #include <string>
 
 namespace morlc {
 
-/// What is shown of a source line, and where the caret stands under it.
-struct Excerpt {
-    std::string line;       ///< the line, or the part of a long line around the place; empty: none
-    std::size_t caret = 0;  ///< how many characters stand to the left of the caret
-    char before = '\0';     ///< the last character before the place that is no blank; NUL: none
-};
-
 /// Where in a file, or in the source of a node, something is.
 struct Place {
     std::string file;  ///< empty if in no file
     int line = 0;      ///< 1-based; 0: anywhere in the file
     int column = 0;    ///< 1-based, in bytes; 0 if the line is 0
-    Excerpt excerpt{};
+    ns_ruke::Excerpt excerpt{};
 };
 
 /// A text whose places can be looked up. As in the compiler, a line ends at each line feed.
@@ -39,8 +33,6 @@ public:
     const std::string& Text() const { return text; }
 
 private:
-    Excerpt ExcerptAt(int line, int column) const;
-
     std::string file;
     std::string text;
     ns_ruke::TextLines lines;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "morl/compiler/internal/json_text.h"
+#include "morl/core/json_text.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "morl/core/internal/nearest.h"
+#include "morl/core/nearest.h"
 
 #include <algorithm>
 #include <numeric>
@@ -7,8 +7,25 @@
 namespace ns_ruke {
 namespace {
 
-/// How many insertions, deletions, replacements and swaps of neighbours turn one name into the
-/// other.
+/// The only name that begins with `wanted`, an abbreviation; empty if there are none or several.
+std::string_view OnlyCompletion(const std::vector<std::string_view>& names, std::string_view wanted)
+{
+    constexpr std::size_t kShortest = 4;
+    std::string_view completion;
+    for (const std::string_view name : names) {
+        if (wanted.size() < kShortest || name.substr(0, wanted.size()) != wanted) {
+            continue;
+        }
+        if (!completion.empty() && completion != name) {
+            return {};
+        }
+        completion = name;
+    }
+    return completion;
+}
+
+}  // namespace
+
 std::size_t EditDistance(std::string_view a, std::string_view b)
 {
     using Row = std::vector<std::size_t>;
@@ -30,25 +47,6 @@ std::size_t EditDistance(std::string_view a, std::string_view b)
     }
     return last.back();
 }
-
-/// The only name that begins with `wanted`, an abbreviation; empty if there are none or several.
-std::string_view OnlyCompletion(const std::vector<std::string_view>& names, std::string_view wanted)
-{
-    constexpr std::size_t kShortest = 4;
-    std::string_view completion;
-    for (const std::string_view name : names) {
-        if (wanted.size() < kShortest || name.substr(0, wanted.size()) != wanted) {
-            continue;
-        }
-        if (!completion.empty() && completion != name) {
-            return {};
-        }
-        completion = name;
-    }
-    return completion;
-}
-
-}  // namespace
 
 std::string NearestName(const std::vector<std::string_view>& names, std::string_view wanted)
 {
@@ -72,6 +70,16 @@ std::string NearestName(const std::vector<std::string_view>& names, std::string_
         }
     }
     return std::string(nearest.empty() ? OnlyCompletion(names, wanted) : nearest);
+}
+
+std::string DidYouMean(std::string_view name, std::string_view before, std::string_view after)
+{
+    if (name.empty()) {
+        return {};
+    }
+    std::string text(before);
+    text.append("did you mean '").append(name).append("'?").append(after);
+    return text;
 }
 
 }  // namespace ns_ruke

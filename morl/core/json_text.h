@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "morl/core/export.h"
 #include "morl/core/text_lines.h"
 
 #include <string>
@@ -15,11 +16,11 @@ struct JsonFault {
 
 /// The first fault that the JSON reader describes.
 /// @param messages its formatted error messages.
-JsonFault FirstJsonFault(const std::string& messages);
+MORL_API JsonFault FirstJsonFault(const std::string& messages);
 
 /// Replaces the comments in a JSON text with spaces, so that everything else keeps its line and
 /// column. The JSON reader accepts comments itself, but not everywhere between values: one in an
 /// empty array, or before a comma, would make it reject the document.
-void RemoveComments(std::string& text);
+MORL_API void RemoveComments(std::string& text);
 
 }  // namespace ns_ruke

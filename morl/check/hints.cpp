@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "report/hints.h"
+#include "morl/check/hints.h"
+
+#include "morl/core/messages.h"
 
 #include <algorithm>
 #include <array>
@@ -7,7 +9,7 @@
 #include <iterator>
 #include <string_view>
 
-namespace morlc {
+namespace ns_ruke {
 namespace {
 
 /// A word that Morl does not have, and what to write.
@@ -216,68 +218,65 @@ bool StartsWith(std::string_view text, std::string_view start)
 }
 
 /// A hint that follows from the message and where it points.
-std::string HintInPlace(const Diagnostic& diagnostic)
+std::string HintInPlace(const Excerpt& excerpt, std::string_view message)
 {
-    const Excerpt& excerpt = diagnostic.place.excerpt;
     const bool isAtStart =
         excerpt.line.find_first_not_of(' ') >= std::min(excerpt.caret, excerpt.line.size());
     const std::string_view rest =
         std::string_view(excerpt.line).substr(std::min(excerpt.caret, excerpt.line.size()));
     const bool isClosed = std::string_view(";{}").find(excerpt.before) != std::string_view::npos;
-    if (StartsWith(diagnostic.text, "miss ';'") && isAtStart && !isClosed) {
+    if (StartsWith(message, "miss ';'") && isAtStart && !isClosed) {
         return "a ';' is missing at the end of the statement above this line";
     }
     if (rest.substr(0, 1) == "(" && excerpt.line.find("discard") != std::string::npos) {
         return "'discard;' has no parentheses";
     }
-    if (StartsWith(diagnostic.text, "miss ';'") && rest.substr(0, 1) == "(") {
+    if (StartsWith(message, "miss ';'") && rest.substr(0, 1) == "(") {
         return "only types and intrinsics can be called; they are " + std::string(kIntrinsics);
     }
-    if (StartsWith(diagnostic.text, "miss ')'") && rest.substr(0, 1) == "=") {
+    if (StartsWith(message, "miss ')'") && rest.substr(0, 1) == "=") {
         return "'==' compares";
     }
-    if (StartsWith(diagnostic.text, "need if")) {
+    if (StartsWith(message, "need if")) {
         return "an 'else' stands right behind the '}' of its 'if'";
     }
-    if ((StartsWith(diagnostic.text, "expression error") ||
-         StartsWith(diagnostic.text, "miss ';'")) &&
+    if ((StartsWith(message, "expression error") || StartsWith(message, "miss ';'")) &&
         excerpt.line.find("/*") != std::string::npos) {
         return "a comment cannot stand inside a statement";
     }
-    if (StartsWith(diagnostic.text, "miss '}'")) {
+    if (StartsWith(message, "miss '}'")) {
         return "a '{' above is not closed, or a line above has an error";
     }
-    const bool isDeclaration = StartsWith(diagnostic.text, "wrong var definition") ||
-                               StartsWith(diagnostic.text, "invalid end of line");
+    const bool isDeclaration =
+        StartsWith(message, "wrong var definition") || StartsWith(message, "invalid end of line");
     if (isDeclaration && excerpt.line.find(',') != std::string::npos) {
         return "one name in each declaration";
     }
-    if (StartsWith(diagnostic.text, "invalid end of line") &&
-        excerpt.line.find('=') != std::string::npos) {
+    if (StartsWith(message, "invalid end of line") && excerpt.line.find('=') != std::string::npos) {
         return "what is declared outside of 'main' has no initial value: assign it in 'main'";
     }
-    if (StartsWith(diagnostic.text, "need a register symbol")) {
+    if (StartsWith(message, "need a register symbol")) {
         return "the semantics are POSITION, NORMAL, TANGENT, BINORMAL, BLENDINDICES, BLENDWEIGHT, "
                "TEXCOORD0 to TEXCOORD7, TEXAUTO, SV_Position, COLOR, COLOR0 to COLOR3 and SAUTO";
     }
-    if (StartsWith(diagnostic.text, "invalid var type") &&
+    if (StartsWith(message, "invalid var type") &&
         excerpt.line.find("main(") != std::string::npos) {
         return "nothing stands between the parentheses of 'main()', not even a blank";
     }
-    if (StartsWith(diagnostic.text, "invalid var declare")) {
+    if (StartsWith(message, "invalid var declare")) {
         return "only declarations and 'void main()' stand here: there may be a '}' too many above";
     }
-    if (StartsWith(diagnostic.text, "miss ','")) {
+    if (StartsWith(message, "miss ','")) {
         return "a ',' or a ')' is missing";
     }
-    if (StartsWith(diagnostic.text, "miss '('") && rest.find_first_of(";=[,") == 0) {
+    if (StartsWith(message, "miss '('") && rest.find_first_of(";=[,") == 0) {
         return "outside of 'main' there are only 'uniform', 'in' and 'out': write 'uniform' in "
                "front, or move it into 'main'";
     }
     if (excerpt.line.find("] =") != std::string::npos) {
         return "arrays have no initial value: assign each element";
     }
-    if (StartsWith(diagnostic.text, "need assign operator")) {
+    if (StartsWith(message, "need assign operator")) {
         if (excerpt.line.find("++") != std::string::npos ||
             excerpt.line.find("--") != std::string::npos) {
             return "'++' and '--' work on names and array elements: 'v.x += 1.0;'";
@@ -289,19 +288,18 @@ std::string HintInPlace(const Diagnostic& diagnostic)
 
 }  // namespace
 
-std::string HintFor(const Diagnostic& diagnostic)
+std::string HintFor(const Excerpt& excerpt, std::string_view message)
 {
-    const std::string& line = diagnostic.place.excerpt.line;
-    if (line.empty()) {
-        return diagnostic.text == "invalid var declare:"
+    if (excerpt.line.empty()) {
+        return message == messages::kInvalidVarDeclare
                    ? "the content of a node must not end in a line break or in blanks"
                    : "";
     }
-    std::string hint = HintInWords(line);
+    std::string hint = HintInWords(excerpt.line);
     if (hint.empty()) {
-        hint = HintInSymbols(line);
+        hint = HintInSymbols(excerpt.line);
     }
-    return hint.empty() ? HintInPlace(diagnostic) : hint;
+    return hint.empty() ? HintInPlace(excerpt, message) : hint;
 }
 
-}  // namespace morlc
+}  // namespace ns_ruke

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "morl/core/excerpt.h"
+#include "morl/core/export.h"
+
+#include <string>
+#include <string_view>
+
+namespace ns_ruke {
+
+/// What to write instead, or what may have gone wrong, judging by the line of a fault: a word or a
+/// notation of another language, say. Empty if nothing is known.
+/// @param excerpt at the fault's place
+/// @param message of the fault, without its place
+MORL_API std::string HintFor(const Excerpt& excerpt, std::string_view message);
+
+}  // namespace ns_ruke
