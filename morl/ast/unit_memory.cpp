@@ -32,13 +32,13 @@ constexpr std::size_t kSizes = 33;
 constexpr std::size_t kMostKept = std::size_t{64} * 1024;
 
 /// A freed unit, as an element of a list.
-struct FreeUnit {
-    FreeUnit* next;
+struct KeptUnit {
+    KeptUnit* next;
 };
 
 /// The freed units of one size, each still an allocation of its own.
 struct FreeList {
-    FreeUnit* first = nullptr;
+    KeptUnit* first = nullptr;
     std::size_t bytes = 0;
 };
 
@@ -59,7 +59,7 @@ void Release(UnitMemory& units) noexcept
 {
     for (FreeList& list : units.lists) {
         while (list.first != nullptr) {
-            FreeUnit* unit = list.first;
+            KeptUnit* unit = list.first;
             list.first = unit->next;
             ::operator delete(unit);
         }
@@ -103,15 +103,15 @@ void* TakeUnitMemory(std::size_t size)
         return ::operator new(size);
     }
     FreeList& list = memory->lists[index];
-    FreeUnit* unit = list.first;
+    KeptUnit* unit = list.first;
     list.first = unit->next;
     list.bytes -= size;
     return unit;
 }
 
-void DeleteUnit(MorlUnit* unit) noexcept
+void FreeUnit(MorlUnit* unit) noexcept
 {
-    const std::size_t size = unit != nullptr ? unit->size.bytes : 0;
+    const std::size_t size = unit->size.bytes;
     const std::size_t index = size / kStep;
     if (size == 0 || !kKeepsUnits || index >= kSizes) {
         delete unit;
@@ -126,7 +126,7 @@ void DeleteUnit(MorlUnit* unit) noexcept
         }
         return;
     }
-    list.first = ::new (unit) FreeUnit{list.first};
+    list.first = ::new (unit) KeptUnit{list.first};
     list.bytes += size;
 }
 

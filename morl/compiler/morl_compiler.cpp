@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "morl/compiler/morl_compiler.h"
 
+#include "morl/ast/internal/unit_memory.h"
 #include "morl/check/internal/node_index.h"
 #include "morl/check/internal/pass_check.h"
 #include "morl/compiler/internal/report.h"
@@ -25,7 +26,7 @@ namespace {
 /// The program that a request is linked into: an empty `void main`.
 void PrepareLinked(MorlProgram& program, int stage)
 {
-    auto main = std::make_unique<MorlFunction>();
+    auto main = MakeUnit<MorlFunction>();
     main->returnType = TOKEN_VOID;
     main->name = "main";
     program.mainFunction = main.release();

@@ -30,6 +30,7 @@ public:
 
     void SetName(std::string newName);
     std::string GetName() const;
+    const std::string& Name() const { return name; }
 
     /// The node's place on the canvas of an editor; the compiler does not read it.
     void SetPosition(float newX, float newY);
@@ -72,9 +73,7 @@ private:
     void AddHints();
     const TextLines& Lines() const;
 
-    // These read the names without copying them.
     friend class MorlCompiler;
-    friend class MorlLinker;
 
     std::string name;
     float x = 0.0F;

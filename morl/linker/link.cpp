@@ -2,81 +2,87 @@
 // The order of the nodes, and the merging of their programs.
 #include "morl/ast/internal/ownership.h"
 #include "morl/core/internal/graphics_log.h"
+#include "morl/core/limits.h"
 #include "morl/core/log_scope.h"
 #include "morl/core/messages.h"
 #include "morl/linker/morl_linker.h"
 
 #include <algorithm>
 #include <functional>
-#include <queue>
-#include <string_view>
 #include <utility>
 
 namespace ns_ruke {
 namespace {
 
-/// Puts nodes, identified by their index in the list, into the order in which they are merged:
-/// always the first node in the list whose references have all been placed. For each node it counts
-/// the references that are still missing, so that no node is examined in vain.
+/// Puts nodes into the order in which they are merged: always the first node in the list whose
+/// references have all been placed. For each node it counts the names that are still missing, so
+/// that no node is examined in vain.
 class NodeOrder {
 public:
-    /// @param nodes must outlive this object, and so must their names.
-    explicit NodeOrder(const std::vector<MorlNode*>& nodes) : missing(nodes.size())
+    explicit NodeOrder(const std::vector<MorlNode*>& newNodes)
+        : nodes(newNodes), missing(nodes.size(), 0)
     {
-        dependents.reserve(nodes.size());
+        for (const MorlNode* node : nodes) {
+            waiting[node->Name()] = 0;
+        }
+        for (std::size_t i = 0; i < nodes.size(); ++i) {
+            for (const std::string& name : nodes[i]->References()) {
+                AddReference(i, name);
+            }
+            AddIfReady(i);
+        }
     }
 
-    /// All names are added before the first reference.
-    void AddName(std::string_view name) { dependents[name]; }
+    std::vector<MorlNode*> Run()
+    {
+        std::vector<MorlNode*> ordered;
+        ordered.reserve(nodes.size());
+        while (!ready.empty()) {
+            std::pop_heap(ready.begin(), ready.end(), std::greater<>());
+            MorlNode* node = nodes[ready.back()];
+            ready.pop_back();
+            ordered.push_back(node);
+            for (std::size_t i = std::exchange(*waiting.Find(node->Name()), 0); i != 0;
+                 i = references[i - 1].next) {
+                --missing[references[i - 1].node];
+                AddIfReady(references[i - 1].node);
+            }
+        }
+        return ordered;
+    }
+
+private:
+    struct Reference {
+        std::size_t node;  ///< that refers to the name
+        std::size_t next;  ///< reference to the same name, counted from 1; 0: none
+    };
 
     /// A reference to a name that is not listed, or a second one to the same name, does not count.
     void AddReference(std::size_t node, std::string_view name)
     {
-        const auto found = dependents.find(name);
-        if (found == dependents.end()) {
+        std::size_t* const last = waiting.Find(name);
+        if (last == nullptr || (*last != 0 && references[*last - 1].node == node)) {
             return;
         }
-        std::vector<std::size_t>& nodes = found->second;
-        if (nodes.empty() || nodes.back() != node) {
-            nodes.push_back(node);
-            ++missing[node];
-        }
+        references.push_back({node, *last});
+        *last = references.size();
+        ++missing[node];
     }
 
-    /// Call this for each node once all its references have been added.
     void AddIfReady(std::size_t node)
     {
         if (missing[node] == 0) {
-            ready.push(node);
+            ready.push_back(node);
+            std::push_heap(ready.begin(), ready.end(), std::greater<>());
         }
     }
 
-    bool HasReady() const { return !ready.empty(); }
-
-    std::size_t TakeReady()
-    {
-        const std::size_t node = ready.top();
-        ready.pop();
-        return node;
-    }
-
-    /// Nodes that refer to this name stop waiting for it.
-    void PlaceName(std::string_view name)
-    {
-        for (const std::size_t node : std::exchange(dependents[name], {})) {
-            --missing[node];
-            AddIfReady(node);
-        }
-    }
-
-private:
-    std::unordered_map<std::string_view, std::vector<std::size_t>> dependents;  ///< by name
-    std::vector<std::size_t> missing;  ///< how many names each node still waits for
-    std::priority_queue<std::size_t, std::vector<std::size_t>, std::greater<>> ready;
+    const std::vector<MorlNode*>& nodes;
+    NameMap<std::size_t> waiting;       ///< the last reference to each name, counted from 1
+    std::vector<Reference> references;  ///< to names of nodes in the list
+    std::vector<std::size_t> missing;   ///< how many names each node still waits for
+    std::vector<std::size_t> ready;     ///< a heap, the first node on top
 };
-
-/// Up to this number, scanning the nodes again and again costs less than counting references.
-constexpr std::size_t kFewNodes = 16;
 
 }  // namespace
 
@@ -108,10 +114,8 @@ void MorlLinker::MergePrograms(Macros& macros, std::vector<MorlNode*>& nodes, Mo
     work = 0;
     tooManyIterations = false;
     exhausted = false;
-    declaredNames.clear();
-    AddNames(program.inputs, 0);
-    AddNames(program.outputs, 0);
-    AddNames(program.uniforms, 0);
+    declaredNames.Clear();
+    lists.clear();
     UseMacros(macros);
     program.ownership.functions = false;
     const std::vector<MorlNode*> ordered = TakeOrdered(nodes);
@@ -130,53 +134,6 @@ void MorlLinker::MergePrograms(Macros& macros, std::vector<MorlNode*>& nodes, Mo
     }
 }
 
-// The nodes in the order in which they are merged, as far as they become ready: always the first
-// one whose references are all placed.
-std::vector<MorlNode*> MorlLinker::OrderByScanning(std::vector<MorlNode*> waiting)
-{
-    std::vector<MorlNode*> ordered;
-    ordered.reserve(waiting.size());
-    const auto hasNamed = [](const std::vector<MorlNode*>& nodes, const std::string& name) {
-        return std::any_of(nodes.begin(), nodes.end(),
-                           [&name](const MorlNode* node) { return node->name == name; });
-    };
-    const auto isReady = [&](const MorlNode* node) {
-        return std::none_of(node->references.begin(), node->references.end(),
-                            [&](const std::string& name) {
-                                return hasNamed(waiting, name) && !hasNamed(ordered, name);
-                            });
-    };
-    for (auto next = std::find_if(waiting.begin(), waiting.end(), isReady); next != waiting.end();
-         next = std::find_if(waiting.begin(), waiting.end(), isReady)) {
-        ordered.push_back(*next);
-        waiting.erase(next);
-    }
-    return ordered;
-}
-
-// The same for many nodes.
-std::vector<MorlNode*> MorlLinker::OrderByCounting(const std::vector<MorlNode*>& list)
-{
-    NodeOrder order(list);
-    for (const MorlNode* node : list) {
-        order.AddName(node->name);
-    }
-    for (std::size_t i = 0; i < list.size(); ++i) {
-        for (const std::string& name : list[i]->references) {
-            order.AddReference(i, name);
-        }
-        order.AddIfReady(i);
-    }
-    std::vector<MorlNode*> ordered;
-    ordered.reserve(list.size());
-    while (order.HasReady()) {
-        MorlNode* node = list[order.TakeReady()];
-        ordered.push_back(node);
-        order.PlaceName(node->name);
-    }
-    return ordered;
-}
-
 // Empties the list. Nodes that never become ready are reported and left out.
 std::vector<MorlNode*> MorlLinker::TakeOrdered(std::vector<MorlNode*>& nodes)
 {
@@ -185,8 +142,7 @@ std::vector<MorlNode*> MorlLinker::TakeOrdered(std::vector<MorlNode*>& nodes)
     if (list.empty()) {
         return {};
     }
-    std::vector<MorlNode*> ordered =
-        list.size() <= kFewNodes ? OrderByScanning(list) : OrderByCounting(list);
+    std::vector<MorlNode*> ordered = NodeOrder(list).Run();
     if (ordered.size() < list.size()) {
         ReportCycle(list, ordered);
     }
@@ -200,16 +156,16 @@ void MorlLinker::ReportCycle(const std::vector<MorlNode*>& list,
     std::unordered_set<std::string> all;
     std::unordered_set<std::string> linked;
     for (const MorlNode* node : list) {
-        all.insert(node->name);
+        all.insert(node->Name());
     }
     for (const MorlNode* node : ordered) {
-        linked.insert(node->name);
+        linked.insert(node->Name());
     }
     std::string message = messages::kReferenceCycle;
     const char* separator = "";
     for (MorlNode* node : list) {
         if (!CheckNodeReference(linked, all, node)) {
-            message.append(separator).append(node->name);
+            message.append(separator).append(node->Name());
             separator = ", ";
         }
     }
@@ -223,7 +179,7 @@ bool MorlLinker::CheckNodeReference(std::unordered_set<std::string>& linked,
                                     std::unordered_set<std::string>& all, MorlNode* node)
 {
     return std::none_of(
-        node->references.begin(), node->references.end(),
+        node->References().begin(), node->References().end(),
         [&](const std::string& name) { return all.count(name) != 0 && linked.count(name) == 0; });
 }
 
@@ -235,7 +191,7 @@ void MorlLinker::ReserveLists(const std::vector<MorlNode*>& nodes, MorlProgram& 
     std::size_t uniforms = 0;
     std::size_t sentences = 0;
     for (const MorlNode* node : nodes) {
-        const MorlProgram* source = node->program;
+        const MorlProgram* source = node->Program();
         inputs += source != nullptr ? source->inputs.size() : 0;
         outputs += source != nullptr ? source->outputs.size() : 0;
         uniforms += source != nullptr ? source->uniforms.size() : 0;
@@ -253,11 +209,11 @@ void MorlLinker::ReserveLists(const std::vector<MorlNode*>& nodes, MorlProgram& 
 // A node without a program, or without a `main`, contributes what it has.
 void MorlLinker::MergeProgram(MorlNode* node, Macros& macros, MorlProgram& program)
 {
-    const MorlProgram* source = node->program;
+    const MorlProgram* source = node->Program();
     if (source == nullptr) {
         return;
     }
-    const LogScope scope(node->name);
+    const LogScope scope(node->Name());
     for (MorlDeclare* declare : source->inputs) {
         ProcessDeclare(macros, program.inputs, declare, false);
     }
@@ -277,6 +233,46 @@ void MorlLinker::MergeProgram(MorlNode* node, Macros& macros, MorlProgram& progr
     for (MorlSentence* sentence : source->mainFunction->sentences) {
         ProcessSentence(macros, sentences, sentence, false);
     }
+}
+
+// The first declaration of a name wins. The new name is compared before substitution with existing
+// names after substitution, so inside a `#for` every copy is added, no matter how often the group
+// is merged.
+void MorlLinker::MergeDeclare(std::vector<MorlDeclare*>& declares, MorlDeclare* declare,
+                              bool reportConflict)
+{
+    ++work;
+    if (!IsDeclared(declares, declare->name)) {
+        AppendDeclare(declares, declare);
+        return;
+    }
+    if (linkReport != nullptr && linkReport->repetitions.size() < kMaxWarnings) {
+        linkReport->repetitions.push_back({declare, static_cast<int>(linkReport->origins.size())});
+    }
+    if (reportConflict) {
+        LogGraphicsError(messages::kDeclare + declare->name + messages::kConflicts);
+    }
+}
+
+// Catches up with what has been added to the list. A name has one bit for each list that has it.
+bool MorlLinker::IsDeclared(const std::vector<MorlDeclare*>& declares, const std::string& name)
+{
+    auto list = std::find_if(lists.begin(), lists.end(),
+                             [&](const KnownList& known) { return known.list == &declares; });
+    if (list == lists.end() ? lists.size() == kMostLists : list->known > declares.size()) {
+        declaredNames.Clear();
+        lists.clear();
+        list = lists.end();
+    }
+    if (list == lists.end()) {
+        list = lists.insert(list, {&declares, 0});
+    }
+    const unsigned bit = 1U << static_cast<unsigned>(list - lists.begin());
+    for (; list->known < declares.size(); ++list->known) {
+        declaredNames[declares[list->known]->name] |= bit;
+    }
+    const unsigned* const known = declaredNames.Find(name);
+    return known != nullptr && (*known & bit) != 0;
 }
 
 // Passes functions on unchanged. That includes the groups of `#if` blocks, because the parser gives

@@ -4,16 +4,15 @@
 #include "morl/ast/program.h"
 #include "morl/compiler/morl_node.h"
 #include "morl/core/export.h"
+#include "morl/core/name_map.h"
 #include "morl/linker/link_report.h"
 #include "morl/linker/loop_values.h"
 
 #include <cstddef>
 #include <memory>
-#include <set>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
-#include <utility>
 #include <vector>
 
 namespace ns_ruke {
@@ -54,8 +53,6 @@ private:
     // Order and merge.
     void MergePrograms(Macros& macros, std::vector<MorlNode*>& nodes, MorlProgram& program);
     std::vector<MorlNode*> TakeOrdered(std::vector<MorlNode*>& nodes);
-    static std::vector<MorlNode*> OrderByScanning(std::vector<MorlNode*> waiting);
-    static std::vector<MorlNode*> OrderByCounting(const std::vector<MorlNode*>& list);
     void ReportCycle(const std::vector<MorlNode*>& list, const std::vector<MorlNode*>& ordered);
     bool CheckNodeReference(std::unordered_set<std::string>& linked,
                             std::unordered_set<std::string>& all, MorlNode* node);
@@ -67,9 +64,8 @@ private:
     // Declarations.
     void MergeDeclare(std::vector<MorlDeclare*>& declares, MorlDeclare* declare,
                       bool reportConflict);
-    bool IsDeclared(const std::vector<MorlDeclare*>& declares, const std::string& name) const;
+    bool IsDeclared(const std::vector<MorlDeclare*>& declares, const std::string& name);
     void AppendDeclare(std::vector<MorlDeclare*>& declares, MorlDeclare* declare);
-    void AddNames(const std::vector<MorlDeclare*>& declares, std::size_t first);
     void ProcessDeclare(Macros& macros, std::vector<MorlDeclare*>& declares, MorlDeclare* declare,
                         bool flag);
 
@@ -127,8 +123,14 @@ private:
 
     LoopValues loopValues;
     Macros macroValues;
-    /// The names declared in the linked program, by list; used for lists too long to scan.
-    std::set<std::pair<const std::vector<MorlDeclare*>*, std::string>> declaredNames;
+    /// A list of declarations whose names are known.
+    struct KnownList {
+        const std::vector<MorlDeclare*>* list;
+        std::size_t known;  ///< how many declarations of the list
+    };
+    static constexpr std::size_t kMostLists = 32;
+    std::vector<KnownList> lists;
+    NameMap<unsigned> declaredNames;  ///< which of the lists have each name, as bits
 
     // The state of the current link.
     LinkReport* linkReport = nullptr;  ///< null: nobody asked for it

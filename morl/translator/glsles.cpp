@@ -66,7 +66,8 @@ std::string_view CopyOutTarget(const MorlDeclare* output)
 
 void InputList(Walk& walk, const Declares& inputs)
 {
-    for (MorlDeclare* input : OrderedIn(kFragmentStage, walk.answers, inputs)) {
+    Declares sorted;
+    for (MorlDeclare* input : OrderedIn(kFragmentStage, walk.answers, inputs, sorted)) {
         walk.answers.Rename(input->name, kInputLocal);
         if (!IsUndeclared(input)) {
             GlslStageGlobal(walk, input);
@@ -85,7 +86,8 @@ void Output(Walk& walk, MorlDeclare* output)
 
 void OutputList(Walk& walk, const Declares& outputs)
 {
-    for (MorlDeclare* output : OrderedIn(kVertexStage, walk.answers, outputs)) {
+    Declares sorted;
+    for (MorlDeclare* output : OrderedIn(kVertexStage, walk.answers, outputs, sorted)) {
         Output(walk, output);
     }
 }

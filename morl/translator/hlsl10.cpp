@@ -61,7 +61,7 @@ void Uniforms(Walk& walk, const Declares& uniforms)
         }
         const bool compares = IsShadowMap(uniform->name);
         walk.Mark(uniform);
-        walk.text.Append(walk.answers.Buffer(uniform->bufferType));
+        walk.answers.AppendBuffer(walk.text, uniform->bufferType);
         walk.text.Append(compares ? " SamplerComparisonState " : " SamplerState ");
         walk.text.Append(kSamplerState, uniform->name, ':');
         AppendRegister(walk.text, 's', walk.answers.SamplerNumber(uniform->name));
@@ -72,13 +72,15 @@ void Uniforms(Walk& walk, const Declares& uniforms)
 void InputList(Walk& walk, const Declares& inputs)
 {
     const bool isFragment = walk.answers.Stage() == kFragmentStage;
+    Declares sorted;
     HlslInputs(walk, isFragment ? kDummyPosition : "",
-               OrderedIn(kFragmentStage, walk.answers, inputs));
+               OrderedIn(kFragmentStage, walk.answers, inputs, sorted));
 }
 
 void OutputList(Walk& walk, const Declares& outputs)
 {
-    HlslOutputs(walk, OrderedIn(kVertexStage, walk.answers, outputs));
+    Declares sorted;
+    HlslOutputs(walk, OrderedIn(kVertexStage, walk.answers, outputs, sorted));
 }
 
 constexpr TargetRecord kRecord = {

@@ -28,6 +28,9 @@ TEST(Docs, TablesAreThoseOfTheCompiler)
         << "\"./dev golden\" writes the tables anew";
     const std::string tool = morl_test::ReadText(morl_test::Document("morlc"));
     EXPECT_EQ(morl_test::WithCheckTable(tool), tool) << "\"./dev golden\" writes the table";
+    const std::string grammar = ReadText(morl_test::kGrammar);
+    EXPECT_EQ(morl_test::WithWordLists(grammar), grammar) << "\"./dev golden\" writes the words";
+    EXPECT_EQ(morl_test::TargetList(), ReadText(morl_test::kTargetList));
 }
 
 /// The texts that the library logs, except the marks of a parse and mere parts of texts.

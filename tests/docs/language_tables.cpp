@@ -5,8 +5,11 @@
 #include "support/graph.h"
 
 #include <morl/morl.h>
+#include <algorithm>
+#include <initializer_list>
 #include <memory>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace morl_test {
@@ -54,10 +57,7 @@ std::string TypeTable()
     const auto backEnds = BackEnds(program);
     std::string table = Head("type", MorlTargets());
     for (const Keyword& keyword : KeywordMap::Keywords()) {
-        const bool isValue = keyword.token >= TOKEN_FLOAT && keyword.token <= TOKEN_FLOAT4X4;
-        const bool isSampler =
-            keyword.token >= TOKEN_SAMPLER1D && keyword.token <= TOKEN_SAMPLERCUBE;
-        if (!isValue && !isSampler) {
+        if (keyword.wordClass != WordClass::Type || !keyword.type.IsKnown()) {
             continue;
         }
         std::vector<std::string> cells = {Code(std::string(keyword.spelling))};
@@ -82,8 +82,8 @@ std::string SemanticTable()
     }
     std::string table = Head("semantic", targets);
     for (const Keyword& keyword : KeywordMap::Keywords()) {
-        if (keyword.token < TOKEN_POSITION || keyword.token > TOKEN_COLOR3 ||
-            keyword.token == TOKEN_TEXAUTO) {
+        if (keyword.wordClass != WordClass::Semantic || keyword.token == TOKEN_TEXAUTO ||
+            keyword.token == TOKEN_SAUTO) {
             continue;
         }
         MorlRegister binding;
@@ -99,32 +99,19 @@ std::string SemanticTable()
     return table;
 }
 
-/// How an intrinsic is called, by what it takes.
+/// How a function is called, by what it takes.
 std::string SampleCall(const Keyword& keyword)
 {
-    const std::string name(keyword.spelling);
-    if (keyword.token >= TOKEN_TEX1D && keyword.token <= TOKEN_TEXCUBE) {
-        return name + "(map, uv)";
+    std::string call(keyword.spelling);
+    const char* separator = "(";
+    char name = 'a';
+    for (const char kind : keyword.arguments) {
+        const std::string argument = kind == 's'   ? "map"
+                                     : kind == 't' ? "uv"
+                                                   : std::string(1, name++);
+        call += std::exchange(separator, ", ") + argument;
     }
-    switch (keyword.token) {
-    case TOKEN_CLAMP:
-    case TOKEN_LERP:
-    case TOKEN_FLOAT3X3_CONSTRUCT:
-        return name + "(a, b, c)";
-    case TOKEN_FLOAT4X4_CONSTRUCT:
-    case TOKEN_FLOAT4X4_TRANPOSE:
-        return name + "(a, b, c, d)";
-    case TOKEN_MAX:
-    case TOKEN_MIN:
-    case TOKEN_REFLECT:
-    case TOKEN_DOT:
-    case TOKEN_CROSS:
-    case TOKEN_MUL:
-    case TOKEN_POW:
-        return name + "(a, b)";
-    default:
-        return name + "(a)";
-    }
+    return call + ")";
 }
 
 /// What a target writes for a call.
@@ -140,9 +127,7 @@ std::string IntrinsicTable()
 {
     std::string table = Head("call", MorlTargets());
     for (const Keyword& keyword : KeywordMap::Keywords()) {
-        const bool isMatrix =
-            keyword.token >= TOKEN_FLOAT3X3_CONSTRUCT && keyword.token <= TOKEN_FLOAT4X4_TRANPOSE;
-        if (!isMatrix && (keyword.token < TOKEN_TEX1D || keyword.token > TOKEN_ABS)) {
+        if (keyword.wordClass != WordClass::Function) {
             continue;
         }
         const std::string call = SampleCall(keyword);
@@ -164,6 +149,47 @@ std::string WithLanguageTables(const std::string& document)
     ReplaceTable(replaced, "semantics", SemanticTable());
     ReplaceTable(replaced, "intrinsics", IntrinsicTable());
     return replaced;
+}
+
+std::string WithWordLists(const std::string& grammar)
+{
+    const std::pair<const char*, std::initializer_list<WordClass>> lists[] = {
+        {"storage.modifier.morl", {WordClass::Buffer}},
+        {"storage.type.morl", {WordClass::Void, WordClass::Type}},
+        {"constant.language.semantic.morl", {WordClass::Semantic}},
+        {"keyword.control.morl", {WordClass::Control, WordClass::Special}},
+        {"keyword.control.directive.morl", {WordClass::Directive}},
+        {"support.function.morl", {WordClass::Function}},
+    };
+    std::string result = grammar;
+    for (const auto& [scope, classes] : lists) {
+        std::string words;
+        for (const Keyword& keyword : KeywordMap::Keywords()) {
+            const bool isListed =
+                std::find(classes.begin(), classes.end(), keyword.wordClass) != classes.end();
+            if (isListed && keyword.token != TOKEN_WHILE) {
+                words += (words.empty() ? "" : "|") + std::string(keyword.spelling);
+            }
+        }
+        const std::string start = "|(?<=\\\\\\\\r))(?:";
+        const std::size_t rule =
+            result.find("\"" + std::string(scope) + "\",\n          \"match\": ");
+        const std::size_t begin = result.find(start, rule) + start.size();
+        result.replace(begin, result.find(")(?![A-Za-z", begin) - begin, words);
+    }
+    return result;
+}
+
+std::string TargetList()
+{
+    std::string list;
+    for (const std::string& target : MorlTargets()) {
+        list += (list.empty() ? "\"" : ", \"") + target + "\"";
+    }
+    return "// SPDX-License-Identifier: MIT\n// Written by \"./dev golden\".\n\n"
+           "/** The target languages, in a fixed order. */\n"
+           "export const targets = [" +
+           list + "] as const;\n";
 }
 
 std::string WithCheckTable(const std::string& document)

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Regenerates the golden files of the sample shaders, the tables of the language document and the
-// outcomes of all cases. Review the changes before committing them.
+// Regenerates the golden files of the sample shaders, the tables of the documents, the word lists
+// and the outcomes of all cases. Review the changes before committing them.
 #include "docs/language_tables.h"
 #include "pictures/probes.h"
 #include "samples/golden_files.h"
@@ -32,6 +32,9 @@ int main()
     morl_test::WriteText(morl_test::Document("targets"), targets);
     const std::filesystem::path tool = morl_test::Document("morlc");
     morl_test::WriteText(tool, morl_test::WithCheckTable(morl_test::ReadText(tool)));
+    const std::string grammar = morl_test::ReadText(morl_test::kGrammar);
+    morl_test::WriteText(morl_test::kGrammar, morl_test::WithWordLists(grammar));
+    morl_test::WriteText(morl_test::kTargetList, morl_test::TargetList());
     for (const auto& file : morl_test::CaseFiles()) {
         std::string text;
         for (const morl_test::Case& one : morl_test::RunCases(file)) {

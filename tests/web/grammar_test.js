@@ -14,29 +14,24 @@ const root = path.resolve(__dirname, '../..');
 const extension = path.join(root, 'editors/vscode');
 const read = (file) => fs.readFileSync(file, 'utf8');
 
-// The scopes of keywords. The rows of the keyword table are in the order of the tokens, so each
-// entry names the first token of a range with the same scope.
-const firstTokens = [
-  ['TOKEN_VOID', 'storage.type'],
-  ['TOKEN_FLOAT3X3_CONSTRUCT', 'support.function'],
-  ['TOKEN_SAMPLER1D', 'storage.type'],
-  ['TOKEN_UNIFORM', 'storage.modifier'],
-  ['TOKEN_POSITION', 'constant.language.semantic'],
-  ['TOKEN_IF', 'keyword.control'],
-  ['TOKEN_WHILE', 'invalid.illegal'],
-  ['TOKEN_MARCO_IF', 'keyword.control.directive'],
-  ['TOKEN_PLUS', 'keyword.operator'],
-  ['TOKEN_TEX1D', 'support.function'],
-  ['TOKEN_DISCARD', 'keyword.control'],
-];
+// The scopes of the words, by their row in the compiler's table.
+const scopes = {
+  Type: 'storage.type',
+  Function: 'support.function',
+  Void: 'storage.type',
+  Buffer: 'storage.modifier',
+  Semantic: 'constant.language.semantic',
+  Control: 'keyword.control',
+  Directive: 'keyword.control.directive',
+  Operator: 'keyword.operator',
+  Special: 'keyword.control',
+};
 
 function readKeywords() {
   const keywords = new Map();
-  let scope = null;
-  for (const [, word, token] of read(path.join(root, 'morl/parser/keyword_map.cpp')).matchAll(/\{"([^"]+)", (TOKEN_\w+)\}/g)) {
-    const first = firstTokens.find(([name]) => name === token);
-    scope = first ? first[1] : scope;
-    keywords.set(word, scope);
+  const rows = /(Type|Function|Word)\(\s*"([^"]+)",\s*TOKEN_\w+(?:,\s*WordClass::(\w+))?/g;
+  for (const [, row, word, wordClass] of read(path.join(root, 'morl/parser/internal/keywords.h')).matchAll(rows)) {
+    keywords.set(word, word === 'while' ? 'invalid.illegal' : scopes[wordClass || row]);
   }
   assert.strictEqual(keywords.size, 94);
   return keywords;

@@ -2,7 +2,7 @@
 import { loadModule } from "#load_module";
 import { kindOfStatus, MorlError } from "./error.js";
 import { type Arena, Native, NoMemory, Reader, Trap } from "./native.js";
-import { type ColumnReader, columnInBytes, columnReader } from "./places.js";
+import { type ColumnReader, columnReader } from "./places.js";
 import type { Declare, Fault, MorlNode, Request, Result, Warning } from "./types.js";
 
 /** The module, compiled once for all compilers. */
@@ -171,14 +171,13 @@ export class Compiler {
           const output = arena.words(25);
           native.data().setInt32(output, 25 * 4, true);
           this.check(native, arena, native.calls.morl_get_output(handle, output));
-          const contents = new Map<string, string>();
-          const contentOf = (node: string): string => {
-            const content = contents.get(node) ?? this.content(native, node);
-            contents.set(node, content);
-            return content;
-          };
+          const contentOf = (node: string): string => this.content(native, node);
           const read = readOutput(new Reader(native, output + 4), columnReader(contentOf));
-          addHints(native, read.faults, contentOf);
+          const hint = arena.words(2);
+          read.faults.forEach((fault, i) => {
+            native.calls.morl_get_hint(hint, handle, i);
+            fault.hint = new Reader(native, hint).text();
+          });
           return read;
         } finally {
           native.calls.morl_result_destroy(handle);
@@ -285,28 +284,6 @@ function readFault(reader: Reader, columns: ColumnReader): Fault {
   const node = reader.text();
   const text = reader.text();
   return { level, file, node, text, hint: "", line, column: columns(node, line, column) };
-}
-
-/** Hints take time, and nobody reads hundreds of them. */
-const maxHints = 20;
-
-function addHints(native: Native, faults: Fault[], contentOf: (node: string) => string): void {
-  const places = faults.filter((fault) => fault.node !== "" && fault.line > 0);
-  for (const fault of places.slice(0, maxHints)) {
-    fault.hint = native.with((arena) => {
-      const content = contentOf(fault.node);
-      const column = columnInBytes(content, fault.line, fault.column);
-      const address = native.calls.morl_js_hint(
-        arena.put(arena.text(content)),
-        fault.line,
-        column,
-        arena.put(arena.text(fault.text)),
-      );
-      const hint = address === 0 ? "" : native.terminatedText(address >>> 0);
-      native.calls.free(address);
-      return hint;
-    });
-  }
 }
 
 function readWarning(reader: Reader, columns: ColumnReader): Warning {

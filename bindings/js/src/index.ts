@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 export { Compiler, type CreateOptions } from "./compiler.js";
 export { MorlError, type ErrorKind } from "./error.js";
+export { targets } from "./targets.js";
 export type {
   Declare,
   Fault,

@@ -11,7 +11,6 @@ interface Exports {
   free(address: Address): void;
   _initialize(): void;
   morl_js_start(): void;
-  morl_js_hint(content: Address, line: number, column: number, text: Address): Address;
   morl_version(): Address;
   morl_status_text(status: number): Address;
   morl_compiler_create(): Address;
@@ -24,6 +23,7 @@ interface Exports {
   morl_get_node(compiler: Address, name: Address, node: Address): number;
   morl_get_node_names(compiler: Address, names: Address, count: Address): number;
   morl_compile(compiler: Address, request: Address, result: Address): number;
+  morl_get_hint(text: Address, result: Address, fault: number): void;
   morl_get_output(result: Address, output: Address): number;
   morl_result_destroy(result: Address): void;
 }

@@ -29,9 +29,3 @@ export function columnReader(contentOf: (name: string) => string): ColumnReader 
     return decoder.decode(before).length + 1;
   };
 }
-
-/** Turns a column in UTF-16 code units into one in bytes. */
-export function columnInBytes(text: string, line: number, column: number): number {
-  const written = text.split("\n", line)[line - 1] ?? "";
-  return column === 0 ? 0 : encoder.encode(written.slice(0, column - 1)).length + 1;
-}

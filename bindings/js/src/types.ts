@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 
+import type { targets } from "./targets.js";
+
 /** A target language. */
-export type Target = "hlsl" | "hlsl10" | "glsl" | "glsles";
+export type Target = (typeof targets)[number];
 
 export type Stage = "vertex" | "fragment";
 
@@ -96,7 +98,7 @@ export interface Declare {
 /** A macro that conditions and loops of the nodes have asked for. */
 export interface MacroUse {
   name: string;
-  /** What counted. */
+  /** The value used. */
   value: number;
   /** False: the request has not set it; it counted as 0, or its loop did not run. */
   isSet: boolean;

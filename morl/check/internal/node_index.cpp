@@ -90,27 +90,21 @@ void NodeIndex::Update(const Nodes& nodes)
 
 void NodeIndex::Forget(const std::string& node)
 {
-    const auto known = declared.find(node);
-    if (known == declared.end()) {
-        return;
+    auto entry = declared.lower_bound({node, {}});
+    while (entry != declared.end() && entry->first == node) {
+        declaring.erase({entry->second, node});
+        entry = declared.erase(entry);
     }
-    for (const std::string& name : known->second) {
-        const auto entry = declaring.find(name);
-        if (entry != declaring.end() && entry->second.erase(node) > 0 && entry->second.empty()) {
-            declaring.erase(entry);
-        }
-    }
-    declared.erase(known);
-    byLength[node.size()].erase(node);
+    byLength.erase({node.size(), node});
 }
 
 void NodeIndex::Add(const std::string& name, const MorlNode& node)
 {
-    const auto entry = declared.emplace(name, DeclaredNames(node.Content())).first;
-    for (const std::string& declaredName : entry->second) {
-        declaring[declaredName].insert(name);
+    for (const std::string& declaredName : DeclaredNames(node.Content())) {
+        declared.emplace(name, declaredName);
+        declaring.emplace(declaredName, name);
     }
-    byLength[name.size()].insert(name);
+    byLength.emplace(name.size(), name);
 }
 
 // Only names of nearly the same length can be similar; an abbreviation is sought among all that
@@ -120,10 +114,10 @@ std::string NodeIndex::NearestNode(const Nodes& nodes, const std::string& wanted
     Update(nodes);
     const std::size_t reach = wanted.size() / 3 + 1;
     std::vector<std::string_view> names;
-    const auto last = byLength.upper_bound(wanted.size() + reach);
-    for (auto group = byLength.lower_bound(wanted.size() - std::min(reach, wanted.size()));
-         group != last; ++group) {
-        names.insert(names.end(), group->second.begin(), group->second.end());
+    const std::size_t shortest = wanted.size() - std::min(reach, wanted.size());
+    for (auto name = byLength.lower_bound({shortest, {}});
+         name != byLength.end() && name->first <= wanted.size() + reach; ++name) {
+        names.emplace_back(name->second);
     }
     std::sort(names.begin(), names.end());
     const std::string nearest = NearestName(names, wanted);
@@ -131,10 +125,21 @@ std::string NodeIndex::NearestNode(const Nodes& nodes, const std::string& wanted
         return nearest;
     }
     names.clear();
-    for (auto group = byLength.upper_bound(wanted.size()); group != byLength.end(); ++group) {
-        for (auto name = group->second.lower_bound(wanted);
-             name != group->second.end() && name->compare(0, wanted.size(), wanted) == 0; ++name) {
-            names.emplace_back(*name);
+    for (std::size_t length = wanted.size() + 1; names.size() < 2;) {
+        const auto name = byLength.lower_bound({length, wanted});
+        if (name == byLength.end()) {
+            break;
+        }
+        if (name->first == length && name->second.compare(0, wanted.size(), wanted) == 0) {
+            names.emplace_back(name->second);
+            const auto next = std::next(name);
+            if (next != byLength.end() && next->first == length &&
+                next->second.compare(0, wanted.size(), wanted) == 0) {
+                names.emplace_back(next->second);
+            }
+            ++length;
+        } else {
+            length = std::max(name->first, length + 1);
         }
     }
     return names.size() == 1 ? NearestName(names, wanted) : std::string();
@@ -144,16 +149,15 @@ std::string NodeIndex::FindDeclaring(const Nodes& nodes, const std::string& name
                                      const std::vector<std::string>& excluded)
 {
     Update(nodes);
-    const auto found = declaring.find(name);
-    if (found == declaring.end()) {
-        return {};
+    for (auto entry = declaring.lower_bound({name, {}});
+         entry != declaring.end() && entry->first == name; ++entry) {
+        const std::string& node = entry->second;
+        const bool isExcluded = std::find(excluded.begin(), excluded.end(), node) != excluded.end();
+        if (!isExcluded && !IsOfOtherStage(nodes.at(node)->Content(), stage)) {
+            return node;
+        }
     }
-    const auto node =
-        std::find_if(found->second.begin(), found->second.end(), [&](const std::string& candidate) {
-            return std::find(excluded.begin(), excluded.end(), candidate) == excluded.end() &&
-                   !IsOfOtherStage(nodes.at(candidate)->Content(), stage);
-        });
-    return node != found->second.end() ? *node : std::string();
+    return {};
 }
 
 }  // namespace ns_ruke

@@ -3,12 +3,11 @@
 
 #include "morl/compiler/morl_node.h"
 
-#include <map>
 #include <set>
 #include <string>
-#include <string_view>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 namespace ns_ruke {
@@ -39,11 +38,12 @@ private:
     void Forget(const std::string& node);
     void Add(const std::string& name, const MorlNode& node);
 
-    std::unordered_set<std::string> changed;                ///< names of nodes
-    std::map<std::size_t, std::set<std::string>> byLength;  ///< names of nodes
-    /// The names of the nodes that declare a name.
-    std::unordered_map<std::string, std::set<std::string>> declaring;
-    std::unordered_map<std::string, std::vector<std::string>> declared;  ///< by node
+    using Pairs = std::set<std::pair<std::string, std::string>>;
+
+    std::unordered_set<std::string> changed;                 ///< names of nodes
+    std::set<std::pair<std::size_t, std::string>> byLength;  ///< names of nodes
+    Pairs declaring;                                         ///< a declared name, then its node
+    Pairs declared;                                          ///< a node, then a name it declares
 };
 
 }  // namespace ns_ruke

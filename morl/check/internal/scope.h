@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "morl/core/name_map.h"
 #include "morl/parser/keyword_map.h"
 
 #include <cstddef>
@@ -22,14 +23,12 @@ struct ScopeEntry {
     int node;                 ///< that declares it
     std::uint32_t offset;     ///< of the declaration
     std::uint32_t depth = 0;  ///< of the block; 0: outside of `main`
-    std::int32_t next = -1;   ///< the index of the entry before it in its bucket
+    std::int32_t hidden = 0;  ///< the number of the entry of the same name that this one hides
 };
 
 /// The names that can be used at a place of a shader.
 class Scope {
 public:
-    Scope() : buckets(kFirstBuckets, -1) { entries.reserve(kUsualEntries); }
-
     /// Adds a name to the innermost block. Returns the entry of the same name that was visible,
     /// until the next call, or null.
     const ScopeEntry* Declare(const ScopeEntry& entry);
@@ -45,16 +44,11 @@ public:
     const std::vector<ScopeEntry>& Entries() const { return entries; }
 
 private:
-    static constexpr std::size_t kUsualEntries = 25;
-    /// A power of 2, as is every later number of buckets.
-    static constexpr std::size_t kFirstBuckets = 64;
-
-    std::int32_t& BucketOf(std::string_view name);
-    void Grow();
+    ScopeEntry* EntryOf(std::int32_t number);
 
     std::vector<ScopeEntry> entries;
-    std::uint32_t depth = 0;            ///< how many blocks the innermost one is in
-    std::vector<std::int32_t> buckets;  ///< the last entry of each; -1: none
+    std::uint32_t depth = 0;        ///< how many blocks the innermost one is in
+    NameMap<std::int32_t> visible;  ///< the number of the innermost entry, from 1; 0: none
 };
 
 }  // namespace ns_ruke

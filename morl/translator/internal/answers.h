@@ -2,8 +2,8 @@
 #pragma once
 
 #include "morl/compiler/pass_property.h"
+#include "morl/core/name_map.h"
 #include "morl/translator/internal/bindings.h"
-#include "morl/translator/internal/renames.h"
 #include "morl/translator/internal/target_record.h"
 #include "morl/translator/internal/text.h"
 #include "morl/translator/internal/written_lines.h"
@@ -14,7 +14,6 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <utility>
 
 namespace ns_ruke {
 
@@ -23,26 +22,11 @@ struct WrittenRequest {
     const PassProperty& pass;
     const MorlProgram& program;
     WrittenLines* lines;  ///< notes where lines come from; null: nobody asked for it
-    Renames renames{};
+    NameMap<const std::string_view*> prefixes{};  ///< of inputs and outputs in the body
     MorlTranslator::Repetition repetition{};
     std::uint32_t texcoordCounter = 0;  ///< the number of the next automatic texture coordinate
     /// The texture coordinates assigned, by declaration name.
     std::unordered_map<std::string, std::string> outputSemantics{};
-};
-
-/// The text of an answer: what a hook has returned, or a view of a table.
-class Answer {
-public:
-    explicit Answer(std::string_view newText) : text(newText) {}
-    explicit Answer(std::string&& returned) : own(std::move(returned)), text(own) {}
-    Answer(const Answer&) = delete;
-    Answer& operator=(const Answer&) = delete;
-
-    operator std::string_view() const { return text; }  // NOLINT(google-explicit-constructor)
-
-private:
-    std::string own;
-    std::string_view text;
 };
 
 /// What differs by target. A host's translator is asked through its virtual operations, so that
@@ -69,55 +53,76 @@ public:
     }
     int Stage() const { return StageOf(Program()); }
 
-    Answer Buffer(ENUM_TOKEN token) const
-    {
-        return hooks != nullptr ? Answer(hooks->WriteBuffer(token))
-                                : Answer(target->buffers.Text(token, Program()));
-    }
-    Answer Type(ENUM_TOKEN token) const
-    {
-        return hooks != nullptr ? Answer(hooks->WriteVariableType(token))
-                                : Answer(target->types.Text(token));
-    }
-    Answer Type(MorlDeclare* declare) const
-    {
-        return hooks != nullptr ? Answer(hooks->WriteVariableType(declare))
-                                : Answer(WrittenType(*declare, *target));
-    }
-    Answer Operator(ENUM_TOKEN token) const
-    {
-        return hooks != nullptr ? Answer(hooks->WriteOperator(token))
-                                : Answer(kOperators.Text(token));
-    }
-    Answer Keyword(ENUM_TOKEN token) const
-    {
-        return hooks != nullptr ? Answer(hooks->WriteKeyword(token))
-                                : Answer(kSpecialWords.Text(token));
-    }
-    Answer FunctionName(const MorlFunctionCall* call) const
-    {
-        return hooks != nullptr ? Answer(hooks->WriteFunctionName(call))
-               : target->functions.Has(call->functionToken)
-                   ? Answer(target->functions.Text(call->functionToken))
-                   : Answer(std::string_view(call->name));
-    }
+    // Each appends one answer.
 
+    void AppendBuffer(Text& text, ENUM_TOKEN token) const
+    {
+        if (hooks != nullptr) {
+            text.Append(hooks->WriteBuffer(token));
+        } else {
+            text.Append(target->buffers.Text(token, Program()));
+        }
+    }
+    void AppendType(Text& text, ENUM_TOKEN token) const
+    {
+        if (hooks != nullptr) {
+            text.Append(hooks->WriteVariableType(token));
+        } else {
+            text.Append(target->types.Text(token));
+        }
+    }
+    void AppendType(Text& text, MorlDeclare* declare) const
+    {
+        if (hooks != nullptr) {
+            text.Append(hooks->WriteVariableType(declare));
+        } else {
+            text.Append(WrittenType(*declare, *target));
+        }
+    }
+    void AppendOperator(Text& text, ENUM_TOKEN token) const
+    {
+        if (hooks != nullptr) {
+            text.Append(hooks->WriteOperator(token));
+        } else {
+            text.Append(kOperators.Text(token));
+        }
+    }
+    void AppendKeyword(Text& text, ENUM_TOKEN token) const
+    {
+        if (hooks != nullptr) {
+            text.Append(hooks->WriteKeyword(token));
+        } else {
+            text.Append(kSpecialWords.Text(token));
+        }
+    }
+    void AppendFunctionName(Text& text, const MorlFunctionCall* call) const
+    {
+        if (hooks != nullptr) {
+            text.Append(hooks->WriteFunctionName(call));
+        } else if (target->functions.Has(call->functionToken)) {
+            text.Append(target->functions.Text(call->functionToken));
+        } else {
+            text.Append(call->name);
+        }
+    }
     void AppendVariable(Text& text, MorlVariable* variable) const
     {
         if (hooks != nullptr) {
             text.Append(hooks->WriteVariable(variable));
         } else {
-            text.Append(request->renames.PrefixOf(variable->name), variable->name);
+            const auto* const prefix = request->prefixes.Find(variable->name);
+            text.Append(prefix != nullptr ? **prefix : std::string_view(), variable->name);
         }
     }
 
     /// From now on the body writes `prefix` before this name.
-    void Rename(const std::string& name, std::string_view prefix) const
+    /// @param prefix a constant
+    void Rename(const std::string& name, const std::string_view& prefix) const
     {
         if (hooks != nullptr) {
             hooks->variableNames[name] = std::string(prefix) + name;
         } else {
-            request->renames.Add(name, prefix);
+            request->prefixes[name] = &prefix;
         }
     }
 

@@ -40,18 +40,23 @@ void GlslInputCopies(Walk& walk, const Declares& inputs)
     for (MorlDeclare* input : inputs) {
         const std::string& name = input->name;
         walk.Mark(input);
-        walk.text.Append('\t', walk.answers.Type(input), ' ', kInputLocal, name, " = ", name,
-                         ";\n");
+        walk.text.Append('\t');
+        walk.answers.AppendType(walk.text, input);
+        walk.text.Append(' ', kInputLocal, name, " = ", name, ";\n");
     }
 }
 
 void GlslOutputLocals(Walk& walk, const Declares& outputs, std::string_view start)
 {
     for (MorlDeclare* output : outputs) {
-        const Answer type = walk.answers.Type(output);
         walk.Mark(output);
-        walk.text.Append('\t', type, ' ', kOutputLocal, output->name, " = ");
-        walk.text.Append(type, '(', start, ");\n");
+        walk.text.Append('\t');
+        const std::size_t type = walk.text.Size();
+        walk.answers.AppendType(walk.text, output);
+        const std::size_t size = walk.text.Size() - type;
+        walk.text.Append(' ', kOutputLocal, output->name, " = ");
+        walk.text.Repeat(type, size);
+        walk.text.Append('(', start, ");\n");
     }
 }
 

@@ -24,6 +24,8 @@ constexpr std::string_view kWords[] = {
     "void",          "volatile",
 };
 
+constexpr std::string_view kOutputMember = "output.";
+
 /// The names of a stage's structs.
 struct Structs {
     std::string_view input;
@@ -46,7 +48,9 @@ Structs StructsOf(int stage)
 void BeginMember(Walk& walk, MorlDeclare* declare)
 {
     walk.Mark(declare);
-    walk.text.Append('\t', walk.answers.Type(declare), ' ', declare->name);
+    walk.text.Append('\t');
+    walk.answers.AppendType(walk.text, declare);
+    walk.text.Append(' ', declare->name);
 }
 
 void EndMember(Walk& walk, MorlDeclare* declare)
@@ -80,7 +84,7 @@ void HlslInputs(Walk& walk, std::string_view firstMember, const Declares& inputs
 void HlslOutputMember(Walk& walk, MorlDeclare* output)
 {
     BeginMember(walk, output);
-    walk.answers.Rename(output->name, "output.");
+    walk.answers.Rename(output->name, kOutputMember);
     EndMember(walk, output);
 }
 
@@ -98,8 +102,9 @@ void HlslInputCopies(Walk& walk, const Declares& inputs)
     for (MorlDeclare* input : inputs) {
         const std::string& name = input->name;
         walk.Mark(input);
-        walk.text.Append('\t', walk.answers.Type(input), ' ', kInputLocal, name);
-        walk.text.Append(" = input.", name, ";\n");
+        walk.text.Append('\t');
+        walk.answers.AppendType(walk.text, input);
+        walk.text.Append(' ', kInputLocal, name, " = input.", name, ";\n");
     }
 }
 

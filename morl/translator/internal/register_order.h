@@ -19,9 +19,15 @@ int RegisterIndex(const Answers& answers, const MorlDeclare* declare);
 Declares InRegisterOrder(const Answers& answers, const Declares& declares);
 
 /// The same in one stage; in others the declarations as they are.
-inline Declares OrderedIn(int stage, const Answers& answers, const Declares& declares)
+/// @param sorted room for the result
+inline const Declares& OrderedIn(int stage, const Answers& answers, const Declares& declares,
+                                 Declares& sorted)
 {
-    return answers.Stage() == stage ? InRegisterOrder(answers, declares) : declares;
+    if (answers.Stage() != stage) {
+        return declares;
+    }
+    sorted = InRegisterOrder(answers, declares);
+    return sorted;
 }
 
 }  // namespace ns_ruke

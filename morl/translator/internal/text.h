@@ -27,6 +27,13 @@ public:
         (Put(parts), ...);
     }
 
+    /// Appends a part of this text once more.
+    void Repeat(std::size_t start, std::size_t count)
+    {
+        MakeRoom(count);
+        Put(std::string_view(bytes.get() + start, count));
+    }
+
     std::size_t Size() const { return size; }
 
     /// Removes everything after the first `newSize` bytes.

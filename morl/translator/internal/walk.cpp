@@ -84,7 +84,8 @@ void Walk::EmptySentence(int indent)
 void Walk::SpecialSentence(MorlSpecialSentence* sentence, int indent)
 {
     Indent(indent);
-    text.Append(answers.Keyword(sentence->keyword), "; \n");
+    answers.AppendKeyword(text, sentence->keyword);
+    text.Append("; \n");
 }
 
 void Walk::SingleComment(MorlSingleCommentSentence* sentence, int indent)
@@ -120,7 +121,8 @@ void Walk::DefinitionSentence(MorlDefinitionSentence* sentence, int indent)
 {
     Indent(indent);
     if (sentence->varType != TOKEN_NONE) {
-        text.Append(answers.Type(sentence->varType), ' ');
+        answers.AppendType(text, sentence->varType);
+        text.Append(' ');
     }
     text.Append(sentence->name);
     DefinitionArray(sentence->arraySize);
@@ -131,7 +133,8 @@ void Walk::AssignSentence(MorlAssignSentence* sentence, int indent)
 {
     Indent(indent);
     if (sentence->varType != TOKEN_NONE) {
-        text.Append(answers.Type(sentence->varType), ' ');
+        answers.AppendType(text, sentence->varType);
+        text.Append(' ');
     }
     Expression(sentence->target);
     text.Append(' ', kAssignOperators.Text(sentence->operatorToken), ' ');
@@ -176,8 +179,10 @@ void Walk::MainBody(const MorlProgram& linked)
 void Walk::Global(MorlDeclare* declare)
 {
     Mark(declare);
-    text.Append(answers.Buffer(declare->bufferType), ' ');
-    text.Append(answers.Type(declare), ' ', declare->name);
+    answers.AppendBuffer(text, declare->bufferType);
+    text.Append(' ');
+    answers.AppendType(text, declare);
+    text.Append(' ', declare->name);
 }
 
 void Walk::Binding(MorlDeclare* declare)
@@ -291,7 +296,7 @@ void Walk::Expression(MorlExpression* expression)
 // The operator is always written before its operand, although the source has it after.
 void Walk::UnaryOperation(MorlUnaryOperation* operation)
 {
-    text.Append(answers.Operator(operation->operatorToken));
+    answers.AppendOperator(text, operation->operatorToken);
     Expression(operation->operand);
 }
 
@@ -305,7 +310,7 @@ void Walk::BinaryOperation(MorlBinaryOperation* operation)
         text.Append(']');
         return;
     }
-    text.Append(answers.Operator(operation->operatorToken));
+    answers.AppendOperator(text, operation->operatorToken);
     Expression(operation->right);
 }
 
@@ -379,7 +384,8 @@ void Walk::SeparatedArguments(MorlFunctionCall* call, const CallForm& form, char
 
 void Walk::PlainCall(MorlFunctionCall* call)
 {
-    text.Append(answers.FunctionName(call), '(');
+    answers.AppendFunctionName(text, call);
+    text.Append('(');
     bool first = true;
     for (MorlExpression* argument : call->arguments) {
         if (!first) {

@@ -19,27 +19,39 @@ export function changesSince(
   return { changed, removed: [...sent.keys()].filter((name) => !names.has(name)) };
 }
 
-/** The compiler in its worker. Of the jobs that come while it is busy, only the last one is done. */
+/**
+ * The compiler in its worker. Of the jobs that come while it is busy, only the last one is done. A
+ * worker that fails is replaced, and the next job brings it all nodes.
+ */
 export class CompilerClient {
-  private readonly worker = new Worker(new URL('./worker.ts', import.meta.url), {
-    type: 'module',
-  });
+  private worker: Worker;
   private readonly sent = new Map<string, SourceNode>();
   private waiting: { project: Project; shader: string } | undefined;
   private isBusy = false;
   private lastId = 0;
 
-  constructor(onAnswer: (answer: Answer) => void) {
-    this.worker.onmessage = (event: MessageEvent<Answer>) => {
-      this.isBusy = false;
-      if (this.waiting) {
-        this.compile(this.waiting.project, this.waiting.shader);
-      }
-      onAnswer(event.data);
-    };
-    this.worker.onerror = () => {
-      onAnswer(failedAnswer(this.lastId, 'the compiler cannot be loaded; reload the page'));
-    };
+  constructor(private readonly onAnswer: (answer: Answer) => void) {
+    this.worker = this.start();
+  }
+
+  private start(): Worker {
+    const worker = new Worker(new URL('./worker.ts', import.meta.url), { type: 'module' });
+    worker.onmessage = (event: MessageEvent<Answer>) => this.take(event.data);
+    worker.onerror = () => this.take(failedAnswer(this.lastId, 'the compiler has stopped'));
+    return worker;
+  }
+
+  private take(answer: Answer): void {
+    this.isBusy = false;
+    if (answer.failure) {
+      this.worker.terminate();
+      this.sent.clear();
+      this.worker = this.start();
+    }
+    if (this.waiting) {
+      this.compile(this.waiting.project, this.waiting.shader);
+    }
+    this.onAnswer(answer);
   }
 
   compile(project: Project, shaderName: string): void {

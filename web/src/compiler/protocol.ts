@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // What the page and its worker tell each other.
-import type { Result, Target } from 'morl';
+import { type Result, type Target, targets } from 'morl';
 import type { StageName } from '../model/project';
 
-export const targets: readonly Target[] = ['hlsl', 'hlsl10', 'glsl', 'glsles'];
+export { targets };
 export const stages: readonly StageName[] = ['vertex', 'fragment'];
 
 /** A node as the compiler needs it. */

@@ -10,9 +10,7 @@ async function answer(job: Job): Promise<void> {
     compiler ??= Compiler.create();
     postMessage(compileShader(await compiler, job));
   } catch (error) {
-    postMessage(
-      failedAnswer(job.id, `the compiler does not work: ${String(error)}; reload the page`),
-    );
+    postMessage(failedAnswer(job.id, `the compiler has failed: ${String(error)}`));
   }
 }
 

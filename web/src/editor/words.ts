@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The words of the language, and the names that nodes declare.
+import { targets } from 'morl';
 import { words } from 'virtual:morl-words';
 import { type GraphNode, type Project, upstream } from '../model/project';
-
-const targetNames = ['hlsl', 'hlsl10', 'glsl', 'glsles'] as const;
 
 /** A word that can be completed. */
 export interface Word {
@@ -16,7 +15,7 @@ export interface Word {
 }
 
 function becomes(cells: readonly string[]): string {
-  return cells.map((cell, i) => `${targetNames[i] ?? ''}: ${cell}`).join('\n');
+  return cells.map((cell, i) => `${targets[i] ?? ''}: ${cell}`).join('\n');
 }
 
 function fromTable(rows: readonly string[][], kind: Word['kind']): Word[] {

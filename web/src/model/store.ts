@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The state of the page, and what changes it.
+import type { Target } from 'morl';
 import { createStore } from 'zustand/vanilla';
 import type { Answer, Message } from '../compiler/protocol';
 import { type History, record, redo, startHistory, undo } from './history';
@@ -34,7 +35,7 @@ export interface State {
   readonly answer: Answer | null;
   /** What the browser's driver objects to. */
   readonly driverMessages: readonly Message[];
-  readonly target: 'hlsl' | 'hlsl10' | 'glsl' | 'glsles';
+  readonly target: Target;
   readonly stage: StageName;
   readonly mesh: MeshName | null;
   readonly theme: Theme;

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+import { expect, test } from 'vitest';
+import { CompilerClient } from '../src/compiler/client';
+import { type Answer, failedAnswer, type Job } from '../src/compiler/protocol';
+import { sampleProject } from '../src/files/samples';
+
+/** Stands in for the browser's workers. */
+class FakeWorker {
+  static readonly all: FakeWorker[] = [];
+  readonly jobs: Job[] = [];
+  isRunning = true;
+  onmessage: (event: { data: Answer }) => void = () => undefined;
+  onerror: () => void = () => undefined;
+
+  constructor() {
+    FakeWorker.all.push(this);
+  }
+  postMessage(job: Job): void {
+    this.jobs.push(job);
+  }
+  terminate(): void {
+    this.isRunning = false;
+  }
+}
+
+test('a compiler that fails is replaced, and gets all nodes again', () => {
+  Object.assign(globalThis, { Worker: FakeWorker });
+  const answers: Answer[] = [];
+  const client = new CompilerClient((answer) => answers.push(answer));
+  const project = sampleProject();
+  const shader = project.shaders[0]?.name ?? '';
+  client.compile(project, shader);
+  const [first] = FakeWorker.all;
+  const all = first?.jobs[0]?.changed.length ?? 0;
+  expect(all).toBeGreaterThan(10);
+  first?.onmessage({ data: { ...failedAnswer(1, ''), failure: '' } });
+  client.compile(project, shader);
+  expect(first?.jobs[1]?.changed).toEqual([]);
+  client.compile(project, shader);
+  first?.onerror();
+  expect(first?.isRunning).toBe(false);
+  expect(answers.at(-1)?.failure).toContain('stopped');
+  const second = FakeWorker.all[1];
+  expect(second?.jobs[0]?.changed.length).toBe(all);
+  second?.onmessage({ data: failedAnswer(3, 'trap') });
+  client.compile(project, shader);
+  expect(FakeWorker.all[2]?.jobs[0]?.changed.length).toBe(all);
+});
