@@ -13,6 +13,7 @@
 namespace ns_ruke {
 
 struct TargetRecord;
+class WalkPart;
 
 /// The base of the back ends: writes a linked program as source text of one target.
 ///
@@ -103,9 +104,8 @@ protected:
 private:
     friend class Answers;
     friend struct WrittenRequest;
-    template <class Part>
     friend std::string Collect(MorlTranslator& translator, const TargetRecord* target,
-                               const Part& part);
+                               const WalkPart& part);
 
     /// Counts the text that calls repeat, which kMaxRepeatedText bounds. The count restarts with
     /// each outermost call of an operation, and in a copied translator.

@@ -11,7 +11,7 @@ MorlTargetTranslator::MorlTargetTranslator(const TargetRecord& targetRecord) : r
 
 MorlTargetTranslator::~MorlTargetTranslator() = default;
 
-std::string MorlTargetTranslator::Collect(const std::function<void(Walk& walk)>& part)
+std::string MorlTargetTranslator::Collect(const WalkPart& part)
 {
     return ns_ruke::Collect(*this, record, part);
 }

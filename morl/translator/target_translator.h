@@ -4,14 +4,13 @@
 #include "morl/translator/morl_translator.h"
 
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <vector>
 
 namespace ns_ruke {
 
 struct TargetRecord;
-class Walk;
+class WalkPart;
 
 /// What all targets have in common: the operations look up in the target's record how it spells
 /// something, and how it lays out the parts of a shader.
@@ -45,7 +44,7 @@ protected:
     explicit MorlTargetTranslator(const TargetRecord& targetRecord);
 
     /// The text that a part of the walk writes with this translator's operations.
-    std::string Collect(const std::function<void(Walk& walk)>& part);
+    std::string Collect(const WalkPart& part);
 
     const TargetRecord* record;
     std::uint32_t texcoordCounter = 0;  ///< the number of the next automatic texture coordinate

@@ -461,4 +461,14 @@ bool Walk::ReserveRepeatedText(const MorlFunctionCall* call, std::size_t size)
     return false;
 }
 
+std::string Collect(MorlTranslator& translator, const TargetRecord* target, const WalkPart& part)
+{
+    const MorlTranslator::Writing writing(translator);
+    Answers answers(translator, target);
+    Text text;
+    Walk walk(answers, text);
+    part(walk);
+    return text.Copy();
+}
+
 }  // namespace ns_ruke

@@ -3,6 +3,7 @@
 
 #include "morl/translator/internal/answers.h"
 #include "morl/translator/internal/text.h"
+#include "morl/translator/internal/walk_part.h"
 #include "morl/translator/morl_translator.h"
 
 #include <cstddef>
@@ -79,15 +80,6 @@ private:
 
 /// The text that a part of the walk writes with a translator's operations.
 /// @param target the record of the translator; null: it has none, or does not need it
-template <class Part>
-std::string Collect(MorlTranslator& translator, const TargetRecord* target, const Part& part)
-{
-    const MorlTranslator::Writing writing(translator);
-    Answers answers(translator, target);
-    Text text;
-    Walk walk(answers, text);
-    part(walk);
-    return text.Copy();
-}
+std::string Collect(MorlTranslator& translator, const TargetRecord* target, const WalkPart& part);
 
 }  // namespace ns_ruke
