@@ -27,3 +27,14 @@ if(MSVC)
 else()
     set(MORL_WARNINGS -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
 endif()
+
+# What distributions build with, where it costs next to nothing. The sanitizers have checks of their
+# own.
+set(MORL_HARDENING "")
+set(MORL_HARDENING_LINK "")
+if(MORL_IS_ELF AND NOT MORL_SANITIZE)
+    set(MORL_HARDENING
+        $<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-U_FORTIFY_SOURCE>
+        $<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-D_FORTIFY_SOURCE=2>)
+    set(MORL_HARDENING_LINK -Wl,-z,relro,-z,now)
+endif()

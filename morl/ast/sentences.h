@@ -17,6 +17,8 @@ struct MORL_API MorlSentence : MorlUnit {
     bool mayExpand = true;
     /// What copying it costs the linker, in units of kMaxLinkWork, as the parser has found.
     std::uint32_t copyWork = 0;
+    /// The part of it that is for its own lines in the shader, with their indentation.
+    std::uint32_t lineWork = 0;
 
     MorlSentence() = default;
 };

@@ -62,6 +62,7 @@ void MorlLinker::Append(std::vector<Unit*>& list, Unit* unit, std::vector<MorlUn
 
 MorlDeclare* MorlLinker::CopyElement(const MorlDeclare* declare)
 {
+    work += kLinesOfDeclare;
     MorlDeclare* copy = CopyDeclare(declare);
     copy->offset = declare->offset;
     return copy;
@@ -69,6 +70,7 @@ MorlDeclare* MorlLinker::CopyElement(const MorlDeclare* declare)
 
 MorlSentence* MorlLinker::CopyElement(const MorlSentence* sentence)
 {
+    work += sentence != nullptr ? sentence->lineWork : 0;
     return CopyChild(sentence);
 }
 
@@ -328,7 +330,7 @@ MorlForSentence* MorlLinker::CopyForSentence(const MorlForSentence* sentence)
     copy->endOffset = sentence->endOffset;
     copy->sentences.reserve(sentence->sentences.size());
     for (const MorlSentence* member : sentence->sentences) {
-        copy->sentences.push_back(CopyChild(member));
+        copy->sentences.push_back(CopyElement(member));
     }
     return copy.release();
 }

@@ -229,9 +229,9 @@ void MorlLinker::ProcessSentence(Macros& macros, std::vector<MorlSentence*>& sen
                                  MorlSentence* sentence, bool /*flag*/)
 {
     UseMacros(macros);
-    ++work;
     const ENUM_TOKEN kind = sentence != nullptr ? sentence->unitType : TOKEN_NONE;
     if (kind == TOKEN_MARCO_IF_SENTENCE) {
+        ++work;
         const auto* group = static_cast<const MorlMarcoIfSentence*>(sentence);
         const bool taken = CalExpression(macros, group->condition) != 0.0F;
         for (MorlSentence* member : taken ? group->sentences : group->elseSentences) {
@@ -245,6 +245,7 @@ void MorlLinker::ProcessSentence(Macros& macros, std::vector<MorlSentence*>& sen
             }
         });
     } else if (kind == TOKEN_MARCO_ASSIGN_SENTENCE) {
+        ++work;
         ExecuteAssignment(macros, static_cast<const MorlMarcoAssignSentence*>(sentence));
     } else {
         AppendSentence(sentences, sentence);

@@ -68,6 +68,7 @@ void MorlParser::Parse(const std::string& source, MorlProgram& program)
     line = 0;
     lineStart = 0;
     nesting = 0;
+    blockDepth = 0;
     isUnwinding = false;
     lost = &program.lostCode;
     const unsigned before = marcoSentences;
@@ -208,52 +209,59 @@ void MorlParser::LogErrorAndSkipLine(const char* message, std::string_view word)
     }
 }
 
-// Reports it once for a construct, over as many lines as that has: skips whole lines until all that
-// has been opened is closed again. Then the levels around it unwind without a further message.
+// Reports it once for a construct, over as many lines as that has. The levels around it then unwind
+// without a further message.
 void MorlParser::SkipTooDeep(int open)
 {
-    LogError(messages::kNestingTooDeep);
+    SkipSpace();
+    const std::uint32_t start = position;
+    LogErrorAndSkipLine(messages::kNestingTooDeep);
     isUnwinding = true;
-    while (!Eof()) {
-        const std::string_view rest(text + position, length - position);
-        const bool isComment = rest.substr(0, 2) == "//" || rest.substr(0, 2) == "/*";
-        if (isComment) {
-            const std::size_t end = rest.find(rest[1] == '/' ? "\n" : "*/");
-            for (std::size_t i = 0; i < std::min(end, rest.size()); ++i) {
-                PeekNext();
-            }
-            continue;
-        }
-        std::string_view word;
-        switch (Current()) {
-        case '#': {
-            const ENUM_TOKEN token = ParseToken(word);
-            open += token == TOKEN_MARCO_IF || token == TOKEN_MARCO_FOR         ? 1
-                    : token == TOKEN_MARCO_ENDIF || token == TOKEN_MARCO_ENDFOR ? -1
-                                                                                : 0;
-            continue;
-        }
-        case '(':
-        case '[':
-        case '{':
-            ++open;
-            break;
-        case ')':
-        case ']':
-        case '}':
-            --open;
-            break;
-        case '\n':
-            if (open <= 0) {
-                PeekNext();
-                return;
-            }
-            break;
-        default:
-            break;
-        }
+    SkipConstruct(start, open);
+}
+
+// Skips what is left of a construct.
+// @param start where it begins
+// @param open how many blocks of it have been opened before that
+void MorlParser::SkipConstruct(std::uint32_t start, int open)
+{
+    const std::uint32_t end = Eof() ? length : EndOfConstruct(start, open);
+    while (position < end) {
         PeekNext();
     }
+}
+
+// A statement or block ends with its ";", its "}" without an `else` behind it, or its closing word;
+// an expression ends before a bracket that it has not opened.
+std::uint32_t MorlParser::EndOfConstruct(std::uint32_t start, int open) const
+{
+    const std::string_view whole(text, length);
+    for (std::size_t i = start; i < whole.size(); ++i) {
+        const std::string_view rest = whole.substr(i);
+        const char c = rest[0];
+        const bool isComment = rest.substr(0, 2) == "//" || rest.substr(0, 2) == "/*";
+        if (isComment) {
+            i = std::min(whole.find(rest[1] == '/' ? "\n" : "*/", i), whole.size());
+        } else if (c == '(' || c == '[' || c == '{' || rest.substr(0, 3) == "#if" ||
+                   rest.substr(0, 4) == "#for") {
+            ++open;
+        } else if (c == ')' || c == ']' || c == '}' || rest.substr(0, 4) == "#end") {
+            --open;
+            if (open < 0) {
+                return static_cast<std::uint32_t>(i);
+            }
+            const std::size_t next = whole.find_first_not_of(" \t\r\n", i + 1);
+            const bool isBlock = c == '}' || c == '#';
+            const bool goesOn = whole.substr(std::min(next, whole.size()), 4) == "else";
+            if (open == 0 && isBlock && !goesOn) {
+                const std::size_t word = c == '#' ? whole.find_first_of(" \t\r\n;/", i) : i + 1;
+                return static_cast<std::uint32_t>(std::min(word, whole.size()));
+            }
+        } else if (c == ';' && open == 0) {
+            return static_cast<std::uint32_t>(i + 1);
+        }
+    }
+    return length;
 }
 
 // Names, keywords and numbers set `word` to their place in the text; other tokens leave it

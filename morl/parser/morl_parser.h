@@ -90,6 +90,8 @@ private:
     void LogError(const char* message, std::string_view word = {}) const;
     void LogErrorAndSkipLine(const char* message, std::string_view word = {});
     void SkipTooDeep(int open);
+    void SkipConstruct(std::uint32_t start, int open);
+    std::uint32_t EndOfConstruct(std::uint32_t start, int open) const;
 
     // Expressions.
     MorlExpression* ParseExpression(MorlBinaryOperation* parent);
@@ -162,7 +164,8 @@ private:
     std::int32_t savedLine = 0;
     std::uint32_t savedLineStart = 0;
 
-    std::uint32_t unitsMade = 0;  ///< of the tree
+    std::uint32_t unitsMade = 0;   ///< of the tree, and lines that they will have
+    std::uint32_t blockDepth = 0;  ///< how many `if` and `for` the current statement is in
     /// How many macro statements have been met.
     unsigned marcoSentences = 0;
     /// The current nesting, in units of kMaxNesting.

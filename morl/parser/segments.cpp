@@ -151,9 +151,12 @@ void MorlParser::ParseGlobalSegment(MorlProgram* program, ENUM_TOKEN bufferToken
     const std::uint32_t units = unitsMade;
     std::unique_ptr<MorlDeclare> declare(ParseGlobalDeclare(bufferToken));
     if (!declare) {
+        if (isUnwinding) {
+            SkipConstruct(start, 0);
+        }
         return;
     }
-    declare->copyWork = WorkSince(units, start);
+    declare->copyWork = WorkSince(units, start) + kLinesOfDeclare;
     switch (declare->bufferType) {
     case TOKEN_UNIFORM:
         AppendOwned(program->uniforms, std::move(declare));

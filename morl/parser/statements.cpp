@@ -7,6 +7,7 @@
 // block      -> "{" { sentence } "}"  |  sentence
 // empty      -> ":" AnyCharacter
 #include "morl/ast/internal/ownership.h"
+#include "morl/core/limits.h"
 #include "morl/core/messages.h"
 #include "morl/parser/internal/make_unit.h"
 #include "morl/parser/internal/nesting.h"
@@ -32,6 +33,24 @@ bool IsAssignable(const MorlExpression* target)
     return target->unitType == TOKEN_IDENTIFIER || target->unitType == TOKEN_UNARY_OPERATION;
 }
 
+/// How many lines a statement has in the shader, without those of the statements in it.
+std::uint32_t LinesOf(const MorlSentence& sentence)
+{
+    switch (sentence.unitType) {
+    case TOKEN_IF:
+    case TOKEN_ELSE:
+        return static_cast<const MorlIfSentence&>(sentence).elseOffset != 0 ? 4 : 2;
+    case TOKEN_FOR:
+        return 2;
+    case TOKEN_MULTI_COMMENT: {
+        const std::string& text = static_cast<const MorlMultiCommentSentence&>(sentence).text;
+        return 1 + static_cast<std::uint32_t>(std::count(text.begin(), text.end(), '\n'));
+    }
+    default:
+        return 1;
+    }
+}
+
 }  // namespace
 
 // Null if the statement yields nothing. Most failures have been reported by then, but not a target
@@ -51,9 +70,14 @@ MorlSentence* MorlParser::ParseSentence()
     const std::uint32_t units = unitsMade;
     const unsigned macros = marcoSentences;
     MorlSentence* sentence = ParseSentenceOf(token, word);
+    if (sentence == nullptr && isUnwinding) {
+        SkipConstruct(start, 0);
+    }
     if (sentence != nullptr) {
         sentence->offset = start;
         sentence->mayExpand = marcoSentences != macros;
+        sentence->lineWork = LinesOf(*sentence) * (1 + blockDepth / std::uint32_t{kBytesPerWork});
+        unitsMade += sentence->lineWork;
         sentence->copyWork = WorkSince(units, start);
     }
     return sentence;
@@ -324,6 +348,7 @@ bool MorlParser::ParseBlock(std::vector<MorlSentence*>& sentences, std::uint32_t
 {
     SkipSpace();
     bool isClosed = true;
+    ++blockDepth;
     if (Current() == '{') {
         PeekNext();
         isClosed = ParseBracedSentences(sentences);
@@ -333,6 +358,7 @@ bool MorlParser::ParseBlock(std::vector<MorlSentence*>& sentences, std::uint32_t
         endOffset = position - 1;
         SkipSpace();
     }
+    --blockDepth;
     return isClosed;
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 #include <morl/morl.h>
+#include <memory>
 
 namespace {
 
@@ -19,6 +20,25 @@ TEST(Tree, SharesOneConditionBetweenTheGroupsOfABlock)
     EXPECT_EQ(inputs->condition, outputs->condition);
     EXPECT_EQ(inputs->condition, uniforms->condition);
     EXPECT_EQ(inputs->condition, functions->condition);
+}
+
+// A group that is taken out of its program keeps what it needs, and the program does not miss it.
+TEST(Tree, GivesAwayGroupsOfABlock)
+{
+    for (const bool isProgramFirst : {false, true}) {
+        auto program = std::make_unique<MorlProgram>();
+        MorlParser().Parse("#if A + B in float a; out float b; float f() { } #endif", *program);
+        std::unique_ptr<MorlDeclare> group(program->inputs[0]);
+        program->inputs.clear();
+        if (isProgramFirst) {
+            program.reset();
+        }
+        const auto& taken = static_cast<const MorlMarcoIfDeclare&>(*group);
+        EXPECT_EQ(static_cast<const MorlBinaryOperation*>(taken.condition)->operatorToken,
+                  TOKEN_PLUS);
+        group.reset();
+        EXPECT_EQ(program == nullptr, isProgramFirst);
+    }
 }
 
 /// An expression that counts its destruction.

@@ -2,9 +2,17 @@
 // The described interface of version 1.0, each name with its type: hosts written for it must
 // compile.
 #include <morl/morl.h>
+#include <functional>
+#include <future>
 #include <type_traits>
 
 using namespace ns_ruke;
+
+/// A host's own form of new, for finding leaks.
+void* operator new(std::size_t size, const char* /*file*/, int /*line*/)
+{
+    return ::operator new(size);
+}
 
 namespace {
 
@@ -132,6 +140,21 @@ MEMBER(MorlProgram, functions, Functions);
 MEMBER(MorlProgram, mainFunction, MorlFunction*);
 MEMBER(MorlProgram, stage, int);
 
+// Operations that hosts name without their arguments are not overloaded.
+template <class Operation>
+constexpr bool IsOne(Operation /*operation*/)
+{
+    return true;
+}
+static_assert(IsOne(&MorlCompiler::Compile) && IsOne(&MorlNode::GetProgram) &&
+              IsOne(&MorlNode::Compile) && IsOne(&MorlNode::NeedCompile) &&
+              IsOne(&MorlParser::Parse) && IsOne(&MorlParser::IsFunction) &&
+              IsOne(&MorlLinker::Link) && IsOne(&MorlTranslator::WriteProgram));
+// Old expressions mean what they did.
+static_assert(!std::is_constructible_v<MorlVariable, const char*> &&
+              !std::is_constructible_v<MorlNumber, const char*>);
+CALL(MorlParser, IsFunction, bool, Text());
+
 /// A host's own back end: all operations of a back end and what they may use.
 template <class Base>
 class Host : public Base {
@@ -194,6 +217,20 @@ int main()
     Host<MorlTranslatorHLSL10> hlsl10;
     Host<MorlTranslatorGLSL> glsl;
     Host<MorlTranslatorGLSLES> glsles;
+    MorlCompiler compiler;
+    PassProperty pass;
+    pass.target = "glsl";
+    pass.stage = 0;
+    ShaderOutput output;
+    std::async(std::launch::async, &MorlCompiler::Compile, &compiler, std::ref(pass),
+               std::ref(output))
+        .get();
+    MorlNode node;
+    if (std::mem_fn(&MorlNode::GetProgram)(node) != nullptr || output.code.empty()) {
+        return 1;
+    }
+    delete new (__FILE__, __LINE__) MorlVariable;
+    delete ::new MorlVariable;
     MorlDeclare uniform(TOKEN_FLOAT, *std::make_unique<Text>("u"));
     const Text text = hlsl.UseWhatIsProtected() + hlsl10.UseWhatIsProtected() +
                       glsl.UseWhatIsProtected() + glsles.UseWhatIsProtected() +

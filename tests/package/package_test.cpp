@@ -152,7 +152,10 @@ TEST_F(Package, HasAllThatHostsAreWrittenFor)
         MORL_C_COMPILER " -std=c99 -Wstrict-prototypes" + warnings + include + kExamples +
             "/embed_c/main.c",
         MORL_CXX_COMPILER " -std=c++17 -fno-exceptions -x c++" + warnings + include + "'" + prefix +
-            "/include/morl/c/morl.h'"};
+            "/include/morl/c/morl.h'",
+        "echo '#include <morl/morl.h>' | " MORL_CXX_COMPILER
+        " -std=c++17 -Wold-style-cast -Wuseless-cast -Wnon-virtual-dtor -x c++" +
+            warnings + include + "-"};
     for (const std::string& line : lines) {
         const ProcessResult result = RunShell(line);
         EXPECT_EQ(result.status, 0) << line << result.err;

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 // Sources that would take endless time or memory without the bounds.
+#include "support/allocation.h"
 #include "support/graph.h"
 #include "support/log_capture.h"
 
 #include <gtest/gtest.h>
+#include <algorithm>
 #include <climits>
 
 namespace {
@@ -53,6 +55,67 @@ TEST(Bounds, OfTheWorkOfAnExpansion)
         const LogCapture log;
         CompileSource(source, "glsl", 0, {{"N", 900'000}, {"M", 1}});
         EXPECT_EQ(log.errors, Strings{"MorlLinker: too much expansion: N"}) << source.substr(0, 40);
+    }
+}
+
+/// Sources of about this size that expand as much as they can.
+std::vector<std::string> WorstSources(int size)
+{
+    struct Family {
+        const char* start;
+        const char* repeated;
+        const char* middle;
+        const char* closing;
+        const char* end;
+    };
+    const Family families[] = {
+        {"void main() { #for N : 0 /*", "\n", "", "", "*/ #endfor }"},
+        {"void main() { #for N : 0 ", "if(a){", "b=1;", "}", " #endfor }"},
+        {"void main() { #for N : 0 ", "for(i=0;i<1;i++){", "b=1;", "}", " #endfor }"},
+        {"void main() { #for N : 0 ", "int a;", "", "", " #endfor }"},
+        {"void main() { #for N : 0 ", "a=max(b,c);", "", "", " #endfor }"},
+        {"void main() { #for N : 0 a=b", "+c", "", "", "; #endfor }"},
+        {"void main() { #for N : 0 a=", "(", "b", ")", "; #endfor }"},
+        {"void main() { #for N : 0 a=", "float4x4construct(", "b", ",b,c,d)", "; #endfor }"},
+        {"#for N : 0 ", "uniform float a_N;", "", "", " #endfor"},
+        {"#for N : 0 ", "in float a_N : TEXAUTO;", "", "", " #endfor"},
+        {"#for N : 0 ", "out float a_N : TEXAUTO;", "", "", " #endfor"},
+        {"void main() { #for N : 0 ", "NNNNNNNNNNNNNNNNNNNNNNNNNNNN=1;", "", "", " #endfor }"},
+        {"void main() { #for N : 0 ", "a_N=b_N;", "", "", " #endfor }"},
+        {"void main() { #for N : 0 ", "discard;", "", "", " #endfor }"},
+        {"void main() { ", "#for N : 0 a=1; #endfor ", "", "", " }"},
+        {"void main() { #for N : 0 #for M : 0 #for N : 0 ", ":;", "", "",
+         " #endfor #endfor #endfor }"},
+    };
+    constexpr int kDeepest = 150;
+    std::vector<std::string> sources;
+    for (const Family& family : families) {
+        const std::string closing = family.closing;
+        const int unit = static_cast<int>(std::string(family.repeated).size() + closing.size());
+        const int count = std::min(size / unit, closing.empty() ? size : kDeepest);
+        sources.push_back(family.start + Repeat(family.repeated, count) + family.middle +
+                          Repeat(closing, count) + family.end);
+    }
+    return sources;
+}
+
+// What is written counts as well as what is copied: lines, indentation, and the report's share.
+TEST(Bounds, OfMemory)
+{
+    constexpr std::size_t kMost = std::size_t{400} << 20U;
+    for (const int size : {200, 1000, 10'000}) {
+        for (const std::string& source : WorstSources(size)) {
+            const LogCapture log;
+            const auto compiler = morl_test::MakeCompiler({{"node", source, {}}});
+            ns_ruke::PassProperty pass = morl_test::MakePass("hlsl10", 0, {"node"});
+            pass.macros = {{"N", 1'000'000}, {"M", 1'000'000}};
+            ns_ruke::ShaderOutput output;
+            ns_ruke::PassReport report;
+            std::vector<ns_ruke::ReportWarning> warnings;
+            morl_test::ResetAllocations();
+            compiler->CompileReported(pass, output, report, warnings);
+            EXPECT_LT(morl_test::Allocations().peak, kMost) << source.substr(0, 60);
+        }
     }
 }
 

@@ -11,6 +11,7 @@
 namespace {
 
 using namespace ns_ruke;
+using morl_test::CompileSource;
 
 /// The sanitizers pad every frame.
 #ifdef MORL_SANITIZED
@@ -152,6 +153,40 @@ TEST(Nesting, AdmitsWhatShadersNeed)
         EXPECT_EQ(log.errors, std::vector<std::string>{}) << name;
         EXPECT_NE(code, "") << name;
     }
+}
+
+// One construct, one message, on one line or on thousands; what follows it is read as usual.
+TEST(Nesting, IsReportedOncePerConstruct)
+{
+    for (const Nest& nest : kNests) {
+        const std::string name = nest.name;
+        if (name == "braces" || name == "for heads" || name == "array sizes" ||
+            name == "#if conditions" || name == "elses with comments") {
+            continue;  // mistakes of another kind
+        }
+        for (const char* separator : {"", "\n"}) {
+            Nest spread = nest;
+            const std::string open = nest.open + std::string(separator);
+            const std::string close = separator + std::string(nest.close);
+            spread.open = open.c_str();
+            spread.close = close.c_str();
+            const morl_test::LogCapture log;
+            CompileSource(Nested(spread, 2000), "glsl", 0);
+            std::size_t messages = 0;
+            for (const LogLine& line : log.lines) {
+                messages += line.text == "nesting too deep:" ? 1 : 0;
+            }
+            EXPECT_EQ(messages, 1U) << name;
+            EXPECT_LE(log.errors.size(), 3U) << name << (*separator != 0 ? ", spread" : "");
+        }
+    }
+    const morl_test::LogCapture log;
+    const std::string code = CompileSource(
+        "void main() {\n\tx = " + Repeat("(", 2000) + Repeat(")", 2000) + ";\n\ty = 1;\n}", "glsl",
+        0);
+    EXPECT_EQ(log.errors,
+              std::vector<std::string>{"Morl Compiler(line:2,ch:1284): nesting too deep:"});
+    EXPECT_NE(code.find("y = 1;"), std::string::npos);
 }
 
 }  // namespace

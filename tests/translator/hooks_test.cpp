@@ -116,6 +116,58 @@ TEST(Hooks, AreAskedForNestedCalls)
     }
 }
 
+/// Notes in which order its operations are called, and what they see.
+template <class BackEnd>
+struct Noting : BackEnd {
+    std::string WriteVariableType(MorlDeclare* declare) override
+    {
+        notes += "type " + declare->name + Renamed(declare->name) + "; ";
+        return BackEnd::WriteVariableType(declare);
+    }
+    std::string WriteRegister(MorlDeclare* declare, MorlRegister* binding) override
+    {
+        notes += "register " + declare->name + Renamed(declare->name) + "; ";
+        return BackEnd::WriteRegister(declare, binding);
+    }
+    std::string WriteVariable(MorlVariable* variable) override
+    {
+        notes += variable->name + "; ";
+        return BackEnd::WriteVariable(variable);
+    }
+    std::string Renamed(const std::string& name)
+    {
+        return this->variableNames.count(name) > 0 ? " renamed" : "";
+    }
+    std::string notes;
+};
+
+template <class BackEnd>
+std::string NotesOf(const std::string& source)
+{
+    MorlProgram program;
+    MorlParser().Parse(source, program);
+    program.stage = kFragmentStage;
+    std::unordered_map<std::string, std::string> semantics;
+    std::unordered_map<std::string, int> registers;
+    ShaderOutput output;
+    Noting<BackEnd> backEnd;
+    backEnd.WriteProgram(&program, semantics, registers, output);
+    return backEnd.notes;
+}
+
+TEST(Hooks, AreAskedInTheirOrder)
+{
+    const morl_test::LogCapture log;
+    const std::string source = "out float4 c : COLOR0; void main() { }";
+    EXPECT_EQ(NotesOf<MorlTranslatorHLSL>(source), "type c; register c renamed; ");
+    EXPECT_EQ(NotesOf<MorlTranslatorHLSL10>(source), "type c; register c renamed; ");
+    EXPECT_EQ(NotesOf<MorlTranslatorHLSL10>("void main() { x = tex2D(shadowMapA, b, d); }"),
+              "x; shadowMapA; d; b; ");
+    EXPECT_EQ(log.errors, std::vector<std::string>{});
+    NotesOf<MorlTranslatorHLSL10>("void main() { x = tex2D(shadowMapA, mul()); }");
+    EXPECT_EQ(log.errors.front(), "Morl Compiler: not enough arguments: tex2D");
+}
+
 TEST(Hooks, CountRepeatedTextAfresh)
 {
     std::string expression = "a";

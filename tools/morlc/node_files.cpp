@@ -18,6 +18,11 @@ bool LoadNodeFile(const std::string& path, const std::string& prefix, LoadedNode
 {
     SourceText source;
     try {
+        if (std::filesystem::is_fifo(ToPath(path))) {
+            diagnostics.Error("cannot read " + AsGiven(prefix, ToPath(path)) +
+                              ": it is a pipe, not a file");
+            return false;
+        }
         source = ReadSource(path, prefix);
     } catch (const DiagnosticError&) {
         diagnostics.ReportMissingFile(AsGiven(prefix, ToPath(path)), path);

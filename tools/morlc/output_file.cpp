@@ -124,7 +124,8 @@ bool Holds(const std::string& path, const Parts& parts)
     });
 }
 
-void WriteParts(const std::string& path, const Parts& parts)
+/// @param followsLink whether a link stays a link, and what it points to is replaced
+void WriteParts(const std::string& path, const Parts& parts, bool followsLink)
 {
     if (path == "-") {
         if (!Put(stdout, parts)) {
@@ -134,17 +135,21 @@ void WriteParts(const std::string& path, const Parts& parts)
     }
     RefuseInput(path);
     std::error_code ignored;
-    const auto status = std::filesystem::status(ToPath(path), ignored);
+    const auto status = followsLink ? std::filesystem::status(ToPath(path), ignored)
+                                    : std::filesystem::symlink_status(ToPath(path), ignored);
+    const bool isLink = std::filesystem::is_symlink(status);
     if (std::filesystem::is_directory(status)) {
         Fail(path, EISDIR);
     }
-    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
+    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status) && !isLink) {
         WriteInPlace(path, parts);
         return;
     }
-    // A link stays a link: what it points to is replaced.
-    const std::filesystem::path real = std::filesystem::weakly_canonical(ToPath(path), ignored);
-    const std::filesystem::path target = ignored ? ToPath(path) : real;
+    std::filesystem::path target = ToPath(path);
+    if (followsLink) {
+        const std::filesystem::path real = std::filesystem::weakly_canonical(target, ignored);
+        target = ignored ? target : real;
+    }
     TemporaryFile temporary(target);
     if (!temporary.Commit(parts, target)) {
         Fail(path, errno);
@@ -170,25 +175,42 @@ void MakeDirectories(const std::string& path)
 
 void WriteWhole(const std::string& path, const std::string& text)
 {
-    WriteParts(path, {text});
+    WriteParts(path, {text}, true);
 }
 
-bool WriteIfChanged(const std::string& path, const std::string& text)
+bool WriteIfChanged(const std::string& path, const Parts& parts, const std::filesystem::path& root)
 {
-    return WriteIfChanged(path, Parts{text});
-}
-
-bool WriteIfChanged(const std::string& path, const Parts& parts)
-{
-    if (Holds(path, parts)) {
+    std::filesystem::path link;
+    if (!root.empty() && HasLinkedFolder(root, ToPath(path), link)) {
+        throw std::runtime_error("cannot write " + path + ": " + PathText(link) +
+                                 " is a symbolic link; remove it, or name its target as output");
+    }
+    std::error_code ignored;
+    const bool isLink = std::filesystem::is_symlink(ToPath(path), ignored);
+    if (!(isLink && !root.empty()) && Holds(path, parts)) {
         return false;
     }
     const std::filesystem::path parent = ToPath(path).parent_path();
     if (!parent.empty()) {
         MakeDirectories(PathText(parent));
     }
-    WriteParts(path, parts);
+    WriteParts(path, parts, root.empty());
     return true;
+}
+
+bool HasLinkedFolder(const std::filesystem::path& root, const std::filesystem::path& file,
+                     std::filesystem::path& link)
+{
+    std::filesystem::path folder = root;
+    for (const std::filesystem::path& part : file.lexically_relative(root).parent_path()) {
+        folder /= part;
+        std::error_code ignored;
+        if (std::filesystem::is_symlink(folder, ignored)) {
+            link = folder;
+            return true;
+        }
+    }
+    return false;
 }
 
 }  // namespace morlc

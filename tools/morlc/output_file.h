@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -21,10 +22,16 @@ void WriteWhole(const std::string& path, const std::string& text);
 
 /// Writes a file like WriteWhole, unless it already holds this text; then it keeps its time stamp.
 /// Creates missing directories.
+/// @param parts the text
+/// @param root the folder of all outputs, if the file is one of them. Symbolic links below it are
+///        not followed: a link in place of the file is replaced, one in place of a folder refused.
 /// @return whether it was written.
-bool WriteIfChanged(const std::string& path, const std::string& text);
+bool WriteIfChanged(const std::string& path, const std::vector<std::string>& parts,
+                    const std::filesystem::path& root = {});
 
-/// The same for a text in parts.
-bool WriteIfChanged(const std::string& path, const std::vector<std::string>& parts);
+/// Whether a folder between `root` and a file below it is a symbolic link.
+/// @param link gets the first one
+bool HasLinkedFolder(const std::filesystem::path& root, const std::filesystem::path& file,
+                     std::filesystem::path& link);
 
 }  // namespace morlc

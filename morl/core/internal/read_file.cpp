@@ -2,11 +2,11 @@
 #include "morl/core/internal/read_file.h"
 
 #include <array>
+#include <cerrno>
 #include <cstdio>
-#include <memory>
-#ifdef _WIN32
 #include <filesystem>
-#endif
+#include <memory>
+#include <system_error>
 
 namespace ns_ruke {
 namespace {
@@ -26,10 +26,22 @@ File Open(const std::string& path)
 #endif
 }
 
+/// Whether reading could wait forever for somebody who writes.
+bool IsPipe(const std::string& path)
+{
+    std::error_code ignored;
+    const auto status = std::filesystem::status(std::filesystem::u8path(path), ignored);
+    return std::filesystem::is_fifo(status) || std::filesystem::is_socket(status);
+}
+
 }  // namespace
 
 std::optional<std::string> ReadFile(const std::string& path)
 {
+    if (IsPipe(path)) {
+        errno = EINVAL;
+        return std::nullopt;
+    }
     const File file = Open(path);
     if (!file) {
         return std::nullopt;

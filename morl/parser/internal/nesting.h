@@ -22,7 +22,9 @@ public:
     /// @param open how many blocks of it have been opened already
     bool ReportTooDeep(int open = 0)
     {
-        if (parser.nesting <= kMaxNesting) {
+        // A block without room for a condition is of no use.
+        const unsigned room = cost == kBlockNesting ? 1 : 0;
+        if (parser.nesting + room <= kMaxNesting) {
             return false;
         }
         parser.SkipTooDeep(open);

@@ -74,6 +74,10 @@ Compilers LoadCompilers(std::size_t count, const std::string& prefix, Diagnostic
 /// Removes a file, and any directories below `root` that this leaves empty.
 void RemoveFile(const fs::path& root, const fs::path& file)
 {
+    fs::path link;
+    if (HasLinkedFolder(root, root / file, link)) {
+        return;
+    }
     std::error_code ignored;
     fs::remove(root / file, ignored);
     for (fs::path parent = file.parent_path(); !parent.empty(); parent = parent.parent_path()) {
@@ -106,7 +110,7 @@ void WriteRecord(const fs::path& directory, const ManifestShader& shader,
                  const ShaderRecord& record, const std::vector<std::string>& oldTexts)
 {
     WriteIfChanged(PathText(RecordPath(directory, shader.name)),
-                   FormatLongJsonFile(record.ToJson(shader)));
+                   FormatLongJsonFile(record.ToJson(shader)), directory);
     for (const std::string& file : oldTexts) {
         const bool isOurs = file.compare(0, shader.name.size() + 1, shader.name + "/") == 0;
         if (isOurs && record.texts.count(file) == 0) {
@@ -120,7 +124,8 @@ using Records = std::map<std::string, const ShaderRecord*>;
 
 void WriteIndex(const fs::path& directory, const Records& records)
 {
-    WriteIfChanged(PathText(IndexPath(directory)), FormatLongJsonFile(MakeIndex(records)));
+    WriteIfChanged(PathText(IndexPath(directory)), FormatLongJsonFile(MakeIndex(records)),
+                   directory);
 }
 
 /// One run of "morlc build" that compiles.
@@ -195,7 +200,7 @@ private:
             return;
         }
         for (const auto& [file, code] : built.codes) {
-            totals.written += WriteIfChanged(PathText(directory / file), code) ? 1 : 0;
+            totals.written += WriteIfChanged(PathText(directory / file), {code}, directory) ? 1 : 0;
         }
         WriteRecord(directory, shader, built.record, oldTexts[shader.name]);
     }
@@ -234,7 +239,7 @@ private:
         for (const char* path : ns_ruke::kNodeFiles) {
             inputs.push_back(AsGiven(prefix, path));
         }
-        WriteIfChanged(options.depfile, FormatDepfile(outputs, inputs));
+        WriteIfChanged(options.depfile, {FormatDepfile(outputs, inputs)});
     }
 
     const BuildOptions& options;

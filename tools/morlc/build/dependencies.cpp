@@ -184,7 +184,7 @@ void WriteNinjaFile(const std::string& program, const BuildOptions& options,
     std::string records;
     for (const ManifestShader& shader : manifest.shaders) {
         const fs::path partPath = output / ToPath(shader.name + ".manifest.json");
-        WriteIfChanged(PathText(partPath), ShaderManifest(shader));
+        WriteIfChanged(PathText(partPath), {ShaderManifest(shader)});
         const std::string part = " " + Path(partPath);
         const std::string record = " " + Path(RecordPath(output, shader.name));
         parts += part;
@@ -213,7 +213,7 @@ void WriteNinjaFile(const std::string& program, const BuildOptions& options,
         {"RECORDS", records},
         {"EDGES", edges},
     };
-    WriteIfChanged(options.ninjaFile, Filled(kNinjaFile, values));
+    WriteIfChanged(options.ninjaFile, {Filled(kNinjaFile, values)});
 }
 
 }  // namespace morlc
