@@ -17,10 +17,11 @@ using ns_ruke::MorlCompiler;
 using ns_ruke::PassProperty;
 using ns_ruke::ShaderOutput;
 
-/// A request that is refused leaves the code empty; then nothing is written.
-bool IsRefused(const ShaderOutput& output)
+/// Runs a request. Returns false if it was refused; then nothing is written.
+bool Run(MorlCompiler& compiler, PassProperty& pass, ShaderOutput& output)
 {
-    return output.code.empty();
+    ns_ruke::PassReport report;
+    return compiler.CompileReported(pass, output, report, ns_ruke::ReportParts::Faults);
 }
 
 void CompileOne(const PassOptions& options, const std::string& file, MorlCompiler& compiler)
@@ -30,8 +31,7 @@ void CompileOne(const PassOptions& options, const std::string& file, MorlCompile
         pass.semantics = ReadSemantics(options.semanticsIn);
     }
     ShaderOutput output;
-    compiler.Compile(pass, output);
-    if (IsRefused(output)) {
+    if (!Run(compiler, pass, output)) {
         return;
     }
     WriteWhole(file, output.code);
@@ -48,15 +48,13 @@ void CompileBoth(const PassOptions& options, const std::filesystem::path& direct
         if (options.target != "all" && options.target != target) {
             continue;
         }
-        PassProperty vertex = MakePass(options, target, ns_ruke::kVertexStage, options.vertexNodes);
+        PassProperty vertex = MakePass(options, target, Stage::Vertex, options.vertexNodes);
         ShaderOutput vertexOutput;
-        compiler.Compile(vertex, vertexOutput);
-        PassProperty fragment =
-            MakePass(options, target, ns_ruke::kFragmentStage, options.fragmentNodes);
+        const bool hasVertex = Run(compiler, vertex, vertexOutput);
+        PassProperty fragment = MakePass(options, target, Stage::Fragment, options.fragmentNodes);
         fragment.semantics = vertexOutput.semantics;
         ShaderOutput fragmentOutput;
-        compiler.Compile(fragment, fragmentOutput);
-        if (IsRefused(vertexOutput) || IsRefused(fragmentOutput)) {
+        if (!Run(compiler, fragment, fragmentOutput) || !hasVertex) {
             return;
         }
         WriteWhole(PathText(directory / (target + ".vert")), vertexOutput.code);

@@ -19,6 +19,19 @@ enum ExitStatus {
 /// What is asked for.
 enum class Command { Pass, List, Graph, Build, Check };
 
+enum class Stage { Vertex = ns_ruke::kVertexStage, Fragment = ns_ruke::kFragmentStage };
+
+/// What a stage is called, and the end of the names of its files.
+struct StageName {
+    Stage stage;
+    const char* name;
+    const char* extension;
+};
+
+constexpr StageName kStages[] = {{Stage::Vertex, "vertex", ".vert"},
+                                 {Stage::Fragment, "fragment", ".frag"}};
+constexpr std::size_t kStageCount = 2;
+
 /// What every command understands.
 struct CommonOptions {
     std::string directory = ".";       ///< entered before anything else
@@ -30,7 +43,7 @@ struct CommonOptions {
 /// One pass, or both passes of a shader.
 struct PassOptions {
     std::string target;  ///< a target, or "all"
-    int stage = ns_ruke::kVertexStage;
+    Stage stage = Stage::Vertex;
     std::vector<std::string> nodes;          ///< of the one pass of `stage`
     std::vector<std::string> vertexNodes;    ///< of the vertex pass, when both passes are asked for
     std::vector<std::string> fragmentNodes;  ///< of the fragment pass, likewise

@@ -1,44 +1,39 @@
 // SPDX-License-Identifier: MIT
 #include "passes.h"
 
-#include <algorithm>
-#include <iterator>
-
 namespace morlc {
 
 using ns_ruke::PassProperty;
 
-PassProperty MakePass(const PassOptions& options, const std::string& target, int stage,
+PassProperty MakePass(const PassOptions& options, const std::string& target, Stage stage,
                       const std::vector<std::string>& nodes)
 {
     PassProperty pass;
     pass.nodeNames = nodes;
     pass.macros = options.macros;
     pass.target = target;
-    pass.stage = stage;
+    pass.stage = static_cast<int>(stage);
     pass.samplerRegisters = options.samplers;
     return pass;
 }
 
-PassProperty MakePass(const ManifestShader& shader, const std::string& target, int stage,
-                      const std::vector<std::string>& nodes, const MacroValues& macros)
+const std::vector<NodeName>& NodesOf(const ManifestShader& shader, Stage stage)
+{
+    return stage == Stage::Vertex ? shader.vertex : shader.fragment;
+}
+
+PassProperty MakePass(const ManifestShader& shader, const std::string& target, Stage stage,
+                      const MacroValues& macros)
 {
     PassProperty pass;
-    pass.nodeNames = nodes;
+    for (const NodeName& node : NodesOf(shader, stage)) {
+        pass.nodeNames.push_back(node.name);
+    }
     pass.target = target;
-    pass.stage = stage;
+    pass.stage = static_cast<int>(stage);
     pass.macros.insert(macros.begin(), macros.end());
     pass.samplerRegisters.insert(shader.samplers.begin(), shader.samplers.end());
     return pass;
-}
-
-std::vector<std::string> NamesOf(const std::vector<NodeName>& nodes)
-{
-    std::vector<std::string> names;
-    names.reserve(nodes.size());
-    std::transform(nodes.begin(), nodes.end(), std::back_inserter(names),
-                   [](const NodeName& node) { return node.name; });
-    return names;
 }
 
 }  // namespace morlc

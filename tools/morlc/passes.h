@@ -11,15 +11,15 @@
 namespace morlc {
 
 /// The request for one pass of what the options of a command name.
-ns_ruke::PassProperty MakePass(const PassOptions& options, const std::string& target, int stage,
+ns_ruke::PassProperty MakePass(const PassOptions& options, const std::string& target, Stage stage,
                                const std::vector<std::string>& nodes);
 
-/// The request for one pass of a shader of a manifest.
-/// @param macros those of the variant: see ManifestShader::Macros
-ns_ruke::PassProperty MakePass(const ManifestShader& shader, const std::string& target, int stage,
-                               const std::vector<std::string>& nodes, const MacroValues& macros);
+/// The nodes of one pass of a shader of a manifest.
+const std::vector<NodeName>& NodesOf(const ManifestShader& shader, Stage stage);
 
-/// The names of the nodes of a manifest's pass.
-std::vector<std::string> NamesOf(const std::vector<NodeName>& nodes);
+/// The request for that pass.
+/// @param macros those of the variant: see ManifestShader::Macros
+ns_ruke::PassProperty MakePass(const ManifestShader& shader, const std::string& target, Stage stage,
+                               const MacroValues& macros);
 
 }  // namespace morlc

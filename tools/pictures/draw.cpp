@@ -3,20 +3,22 @@
 
 #include "pictures/translate.h"
 
+#include <morl/morl.h>
+
 namespace pictures {
 namespace {
 
 morl_test::SampleTexts AsGlsl(const std::string& target, const morl_test::SampleTexts& texts)
 {
-    const bool isHlsl = target.compare(0, 4, "hlsl") == 0;
-    return isHlsl ? GlslOfHlsl(texts, target == "hlsl") : texts;
+    const ns_ruke::TargetInfo& info = *ns_ruke::FindTargetInfo(target);
+    return info.Has(ns_ruke::kHlsl) ? GlslOfHlsl(texts, info.Has(ns_ruke::kPlainSamplers)) : texts;
 }
 
 }  // namespace
 
 GlContext& Painter::ContextOf(const std::string& target)
 {
-    return target == "glsles" ? es : core;
+    return ns_ruke::FindTargetInfo(target)->Has(ns_ruke::kGlslEs) ? es : core;
 }
 
 Image Painter::Draw(const std::string& target, const morl_test::SampleTexts& texts)

@@ -25,17 +25,6 @@ using ns_ruke::ShaderOutput;
 /// The most variants that a thread takes at a time; neighbours are made from the same nodes.
 constexpr std::size_t kMaxBatch = 8;
 
-struct Stage {
-    int number;  ///< as PassProperty has it
-    const char* name;
-    const char* extension;
-    std::vector<NodeName> ManifestShader::*nodes;
-};
-
-constexpr std::array<Stage, 2> kStages = {
-    {{ns_ruke::kVertexStage, "vertex", ".vert", &ManifestShader::vertex},
-     {ns_ruke::kFragmentStage, "fragment", ".frag", &ManifestShader::fragment}}};
-
 /// What one variant reported.
 struct VariantReport {
     std::vector<Diagnostic> diagnostics;  ///< those that its thread had not reported before
@@ -56,13 +45,15 @@ struct PassPlan {
     std::vector<std::string> mentioned;  ///< the macros that the nodes mention
 };
 
-using StagePlans = std::array<PassPlan, kStages.size()>;
+using StagePlans = std::array<PassPlan, kStageCount>;
 
 StagePlans PlanStages(const ManifestShader& shader, const MorlCompiler& compiler)
 {
     StagePlans plans;
-    for (std::size_t i = 0; i < kStages.size(); ++i) {
-        plans[i].nodes = NamesOf(shader.*kStages[i].nodes);
+    for (std::size_t i = 0; i < kStageCount; ++i) {
+        for (const NodeName& node : NodesOf(shader, kStages[i].stage)) {
+            plans[i].nodes.push_back(node.name);
+        }
         plans[i].mentioned = MentionedMacros(compiler, plans[i].nodes, shader.macros);
     }
     return plans;
@@ -96,7 +87,7 @@ int RegisterOf(const ManifestShader& shader, const std::string& name)
 }
 
 TextRecord MakeTextRecord(const ManifestShader& shader, const std::string& target,
-                          const Stage& stage, PassText& text)
+                          const StageName& stage, PassText& text)
 {
     TextRecord record;
     record.target = target;
@@ -123,7 +114,7 @@ TextRecord MakeTextRecord(const ManifestShader& shader, const std::string& targe
     return record;
 }
 
-void AddTexts(const ManifestShader& shader, const std::string& target, const Stage& stage,
+void AddTexts(const ManifestShader& shader, const std::string& target, const StageName& stage,
               PassTexts& texts, BuiltShader& built)
 {
     std::unordered_map<const PassText*, const std::string*> files;
@@ -138,7 +129,7 @@ void AddTexts(const ManifestShader& shader, const std::string& target, const Sta
     }
     for (const auto& [variant, text] : texts.byVariant) {
         VariantRecord& record = built.record.variants[target][shader.VariantName(variant)];
-        (stage.number == ns_ruke::kVertexStage ? record.vertex : record.fragment) = files.at(text);
+        (stage.stage == Stage::Vertex ? record.vertex : record.fragment) = files.at(text);
     }
     built.passes += texts.byVariant.size();
 }
@@ -154,8 +145,8 @@ public:
         }
         for (const ManifestShader& shader : work.manifest.shaders) {
             auto& names = places.emplace_back();
-            for (const Stage& stage : kStages) {
-                for (const NodeName& node : shader.*stage.nodes) {
+            for (const StageName& stage : kStages) {
+                for (const NodeName& node : NodesOf(shader, stage.stage)) {
                     names.emplace(node.name, &node.place);
                 }
             }
@@ -187,7 +178,7 @@ public:
         std::vector<BuiltShader> shaders(work.manifest.shaders.size());
         for (auto part = texts.begin(); part != texts.end(); part = texts.erase(part)) {
             const auto& [shader, target] = part->first;
-            for (std::size_t i = 0; i < kStages.size(); ++i) {
+            for (std::size_t i = 0; i < kStageCount; ++i) {
                 AddTexts(work.manifest.shaders[shader], target, kStages[i], part->second[i],
                          shaders[shader]);
             }
@@ -197,7 +188,7 @@ public:
     }
 
 private:
-    using StageTexts = std::array<PassTexts, kStages.size()>;
+    using StageTexts = std::array<PassTexts, kStageCount>;
 
     /// Each thread meets the variants in their order. A node's parse errors are therefore always
     /// reported by the first variant that uses it, on whatever thread, so a thread may discard
@@ -222,7 +213,7 @@ private:
         StageTexts& stages = texts.at({variant.shader, variant.target});
         const MacroValues macros = shader.Macros(variant.number, variant.target);
         const PassText* vertex = nullptr;
-        for (std::size_t i = 0; i < kStages.size(); ++i) {
+        for (std::size_t i = 0; i < kStageCount; ++i) {
             const PassPlan& plan = plans[variant.shader][i];
             if (plan.nodes.empty()) {
                 continue;
@@ -231,8 +222,7 @@ private:
                 KeyOf(plan.mentioned, macros, vertex != nullptr ? vertex->semantics : "");
             const PassText* text = stages[i].Reuse(variant.number, key);
             if (text == nullptr) {
-                PassProperty pass =
-                    MakePass(shader, variant.target, kStages[i].number, plan.nodes, macros);
+                PassProperty pass = MakePass(shader, variant.target, kStages[i].stage, macros);
                 if (vertex != nullptr) {
                     pass.semantics = vertex->output.semantics;
                 }

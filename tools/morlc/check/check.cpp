@@ -3,172 +3,24 @@
 
 #include "build/manifest.h"
 #include "build/unused_names.h"
-#include "build/variants.h"
 #include "check/author_place.h"
+#include "check/checked_units.h"
 #include "check/findings.h"
-#include "check/verdict.h"
+#include "check/units.h"
+#include "check/verdicts.h"
 #include "node_files.h"
-#include "parallel.h"
-#include "passes.h"
-#include "progress.h"
 
 #include <morl/morl.h>
 #include <algorithm>
-#include <iterator>
-#include <map>
-#include <memory>
-#include <mutex>
 #include <optional>
 #include <set>
-#include <unordered_map>
-#include <utility>
+#include <stdexcept>
 
 namespace morlc {
 namespace {
 
-using ns_ruke::MorlCompiler;
-using ns_ruke::PassProperty;
-using ns_ruke::PassReport;
 using ns_ruke::ReportFault;
 using ns_ruke::ReportWarning;
-using ns_ruke::ShaderOutput;
-
-/// A shader in one target and variant, with the passes that it has.
-struct Unit {
-    FindingContext context;
-    std::size_t shader = 0;  ///< its index in the manifest
-    std::optional<PassProperty> vertex;
-    std::optional<PassProperty> fragment;
-};
-
-/// What one pass of a unit gave.
-struct CheckedPass {
-    bool exists = false;
-    ShaderOutput output;
-    PassReport report;
-    std::vector<ReportWarning> warnings;
-
-    /// Whether a compiler can say more about it than the faults do.
-    bool IsSound() const { return exists && !output.code.empty() && report.faults.empty(); }
-};
-
-/// A distinct text of one pass, with the report of the first unit that has it.
-struct CheckedText {
-    std::size_t unit;  ///< the number of that unit
-    std::string code;
-    PassReport report;
-};
-
-/// What is kept of a checked unit; a manifest may have a hundred thousand.
-struct CheckedUnit {
-    std::vector<ReportFault> faults;
-    std::vector<ReportWarning> warnings;
-    const CheckedText* vertex = nullptr;    ///< null: no such pass, or not sound
-    const CheckedText* fragment = nullptr;  ///< likewise
-    bool isJudged = false;
-    std::size_t verdict = 0;  ///< an index into the verdicts
-};
-
-/// Texts that are judged together.
-using TextPair = std::pair<const CheckedText*, const CheckedText*>;
-
-CheckedPass CheckOne(MorlCompiler& compiler, std::optional<PassProperty> pass)
-{
-    CheckedPass result;
-    if (pass) {
-        result.exists = true;
-        compiler.CompileReported(*pass, result.output, result.report, result.warnings);
-    }
-    return result;
-}
-
-/// Stands in for a vertex pass that is not checked: a texture coordinate for each input that needs
-/// one.
-void AssignTexcoords(MorlCompiler& compiler, PassProperty& pass)
-{
-    const CheckedPass first = CheckOne(compiler, pass);
-    for (const ns_ruke::ReportDeclare& input : first.report.inputs) {
-        if (input.semantic == "TEXAUTO") {
-            pass.semantics[input.name] = "TEXCOORD" + std::to_string(pass.semantics.size());
-        }
-    }
-}
-
-/// Both passes of a unit, and what does not fit between them.
-struct CheckedPasses {
-    CheckedPass vertex;
-    CheckedPass fragment;
-    std::vector<ReportWarning> stageWarnings;
-};
-
-CheckedPasses CheckPasses(MorlCompiler& compiler, Unit unit)
-{
-    const LogCollection log(compiler, LogCollection::Mode::Keep);
-    CheckedPasses result;
-    result.vertex = CheckOne(compiler, unit.vertex);
-    if (unit.fragment && unit.vertex) {
-        unit.fragment->semantics = result.vertex.output.semantics;
-    } else if (unit.fragment) {
-        AssignTexcoords(compiler, *unit.fragment);
-    }
-    result.fragment = CheckOne(compiler, unit.fragment);
-    if (result.vertex.IsSound() && result.fragment.IsSound()) {
-        ns_ruke::CheckStages(result.vertex.report, result.fragment.report, unit.context.target,
-                             result.stageWarnings);
-    }
-    return result;
-}
-
-template <class Element>
-void AppendTo(std::vector<Element>& list, std::vector<Element>&& more)
-{
-    std::move(more.begin(), more.end(), std::back_inserter(list));
-}
-
-std::vector<Unit> UnitsOf(const PassOptions& options, const std::vector<std::string>& targets)
-{
-    std::vector<Unit> units;
-    for (const std::string& target : targets) {
-        Unit& unit = units.emplace_back();
-        unit.context.target = target;
-        if (options.BothPasses()) {
-            unit.vertex = MakePass(options, target, ns_ruke::kVertexStage, options.vertexNodes);
-            unit.fragment =
-                MakePass(options, target, ns_ruke::kFragmentStage, options.fragmentNodes);
-        } else {
-            const bool isVertex = options.stage == ns_ruke::kVertexStage;
-            (isVertex ? unit.vertex : unit.fragment) =
-                MakePass(options, target, options.stage, options.nodes);
-        }
-    }
-    return units;
-}
-
-std::vector<Unit> UnitsOf(const Manifest& manifest, const std::vector<std::string>& shaders,
-                          const std::vector<std::string>& targets)
-{
-    std::vector<Unit> units;
-    for (const Variant& variant : ListVariants(manifest, shaders)) {
-        if (std::find(targets.begin(), targets.end(), variant.target) == targets.end()) {
-            continue;
-        }
-        const ManifestShader& shader = manifest.shaders[variant.shader];
-        const std::string name = shader.VariantName(variant.number);
-        Unit& unit = units.emplace_back();
-        unit.context = {variant.target, shader.name, variant.target + "/" + name};
-        unit.shader = variant.shader;
-        const MacroValues macros = shader.Macros(variant.number, variant.target);
-        if (!shader.vertex.empty()) {
-            unit.vertex = MakePass(shader, variant.target, ns_ruke::kVertexStage,
-                                   NamesOf(shader.vertex), macros);
-        }
-        if (!shader.fragment.empty()) {
-            unit.fragment = MakePass(shader, variant.target, ns_ruke::kFragmentStage,
-                                     NamesOf(shader.fragment), macros);
-        }
-    }
-    return units;
-}
 
 /// One run of "morlc check".
 class CheckRun {
@@ -190,8 +42,7 @@ public:
             return;
         }
         MakeUnits();
-        CheckUnits();
-        JudgeTexts();
+        checked.emplace(units, *nodes.compiler, options.jobs);
         Collect();
         for (Diagnostic& diagnostic : findings.Tell(targets.size())) {
             Tell(diagnostic);
@@ -234,100 +85,18 @@ private:
         }
     }
 
-    void CheckUnits()
-    {
-        const std::size_t threads = ThreadCount(options.jobs, units.size());
-        std::vector<std::unique_ptr<MorlCompiler>> copies;
-        for (std::size_t i = 0; i < threads; ++i) {
-            copies.push_back(CopyNodes(*nodes.compiler));
-        }
-        checked.resize(units.size());
-        RunParallel(threads, units.size(), [&](std::size_t thread, std::size_t i) {
-            Keep(i, CheckPasses(*copies[thread], units[i]));
-        });
-        for (std::size_t i = 0; i < units.size(); ++i) {
-            PlanVerdict(units[i], checked[i]);
-        }
-    }
-
-    /// Keeps what is needed of the passes of a unit.
-    void Keep(std::size_t number, CheckedPasses passes)
-    {
-        const Unit& unit = units[number];
-        CheckedUnit& result = checked[number];
-        for (CheckedPass* pass : {&passes.vertex, &passes.fragment}) {
-            AppendTo(result.faults, std::move(pass->report.faults));
-            AppendTo(result.warnings, std::move(pass->warnings));
-            pass->report.faults.clear();
-        }
-        AppendTo(result.warnings, std::move(passes.stageWarnings));
-        const bool isSound = result.faults.empty();
-        const std::lock_guard<std::mutex> lock(mutex);
-        if (!isSound) {
-            broken.insert(unit.shader);
-        }
-        for (CheckedPass* pass : {&passes.vertex, &passes.fragment}) {
-            used[unit.shader].Add(pass->report);
-            if (isSound && pass->exists) {
-                const bool isVertex = pass == &passes.vertex;
-                (isVertex ? result.vertex : result.fragment) =
-                    KeepText(number, unit.context.target + (isVertex ? "v" : "f"), *pass);
-            }
-        }
-    }
-
-    const CheckedText* KeepText(std::size_t number, const std::string& kind, CheckedPass& pass)
-    {
-        std::unique_ptr<CheckedText>& text = texts[kind + pass.output.code];
-        if (!text || number < text->unit) {
-            if (!text) {
-                text = std::make_unique<CheckedText>();
-            }
-            text->unit = number;
-            text->code = std::move(pass.output.code);
-            text->report = std::move(pass.report);
-        }
-        return text.get();
-    }
-
-    void PlanVerdict(const Unit& unit, CheckedUnit& result)
-    {
-        const bool areSound = result.vertex != nullptr || result.fragment != nullptr;
-        if (!areSound || !Tells("verdict")) {
-            return;
-        }
-        const TextPair pair = {result.vertex, result.fragment};
-        const auto [known, isNew] = byPair.try_emplace(pair, pairs.size());
-        if (isNew) {
-            pairs.emplace_back(unit.context.target, pair);
-        }
-        result.verdict = known->second;
-        result.isJudged = true;
-    }
-
-    void JudgeTexts()
-    {
-        const auto codeOf = [](const CheckedText* text) {
-            return text != nullptr ? text->code : std::string();
-        };
-        verdicts.resize(pairs.size());
-        Progress progress(pairs.size(), "texts", options.quiet);
-        RunParallel(ThreadCount(options.jobs, pairs.size()), pairs.size(),
-                    [&](std::size_t /*thread*/, std::size_t i) {
-                        const auto& [target, pair] = pairs[i];
-                        verdicts[i] = Judge(target, codeOf(pair.first), codeOf(pair.second));
-                        progress.Advance(1);
-                    });
-    }
-
     void Collect()
     {
+        std::optional<Verdicts> verdicts;
+        if (Tells("verdict")) {
+            verdicts.emplace(units, *checked, options.jobs, options.quiet);
+        }
         for (std::size_t i = 0; i < units.size(); ++i) {
-            const CheckedUnit& result = checked[i];
+            const CheckedUnit& result = (*checked)[i];
             Collect(result.faults, units[i]);
             Collect(result.warnings, units[i]);
-            if (result.isJudged) {
-                Collect(verdicts[result.verdict], result, units[i]);
+            if (verdicts) {
+                Collect((*verdicts)[i], result, units[i]);
             }
         }
     }
@@ -440,16 +209,17 @@ private:
             }
             for (const auto* pass : {&unit.vertex, &unit.fragment}) {
                 if (*pass) {
-                    used[shader].AddMentioned(*nodes.compiler, (*pass)->nodeNames, macros);
+                    checked->UsedBy(shader).AddMentioned(*nodes.compiler, (*pass)->nodeNames,
+                                                         macros);
                 }
             }
             break;
         }
         // What has faults may have lost its uniforms.
-        const bool tellsSamplers = Tells("unused-sampler") && broken.count(shader) == 0;
+        const bool tellsSamplers = Tells("unused-sampler") && !checked->IsBroken(shader);
         ReportUnusedNames(Tells("unused-macro") ? macros : NamePlaces(),
-                          tellsSamplers ? samplers : NamePlaces(), used[shader], where, true,
-                          diagnostics);
+                          tellsSamplers ? samplers : NamePlaces(), checked->UsedBy(shader), where,
+                          true, diagnostics);
     }
 
     /// Points at the name of an unknown node in the manifest.
@@ -498,14 +268,7 @@ private:
     std::set<std::string> setMacros;  ///< by any shader of the manifest
     std::vector<std::string> targets;
     std::vector<Unit> units;
-    std::vector<CheckedUnit> checked;  ///< by unit
-    std::mutex mutex;                  ///< protects the next three members
-    std::unordered_map<std::string, std::unique_ptr<CheckedText>> texts;  ///< by target and code
-    std::set<std::size_t> broken;                                         ///< shaders with faults
-    std::map<std::size_t, UsedNames> used;                                ///< by shader
-    std::vector<std::pair<std::string, TextPair>> pairs;                  ///< with their targets
-    std::map<TextPair, std::size_t> byPair;
-    std::vector<std::vector<VerdictMessage>> verdicts;  ///< by pair
+    std::optional<CheckedUnits> checked;
     Findings findings;
     // The source of the node that was told about last: most findings of a node follow each other.
     std::string lastNode;

@@ -2,9 +2,13 @@
 // The verdict of glslang, which is linked into the tool.
 #include "check/verdict.h"
 
+#include "options.h"
+
 #include <glslang/Public/ResourceLimits.h>
 #include <glslang/Public/ShaderLang.h>
-#include <array>
+#include <morl/morl.h>
+#include <algorithm>
+#include <cstdlib>
 #include <memory>
 #include <sstream>
 
@@ -13,29 +17,21 @@ namespace {
 
 /// How a target is compiled.
 struct Dialect {
-    const char* target;
     bool isHlsl;  ///< its stages cannot be linked: both have a block of uniforms of the same name
     int version;
     EShMessages messages;
 };
 
-constexpr std::array<Dialect, 4> kDialects = {
-    {{"hlsl", true, 100,
-      static_cast<EShMessages>(EShMsgReadHlsl | EShMsgSpvRules | EShMsgVulkanRules |
-                               EShMsgHlslDX9Compatible)},
-     {"hlsl10", true, 100,
-      static_cast<EShMessages>(EShMsgReadHlsl | EShMsgSpvRules | EShMsgVulkanRules)},
-     {"glsl", false, 150, EShMsgDefault},
-     {"glsles", false, 100, EShMsgDefault}}};
-
-const Dialect* FindDialect(const std::string& target)
+Dialect DialectOf(const ns_ruke::TargetInfo& target)
 {
-    for (const Dialect& dialect : kDialects) {
-        if (target == dialect.target) {
-            return &dialect;
-        }
+    if (!target.Has(ns_ruke::kHlsl)) {
+        return {false, target.version, EShMsgDefault};
     }
-    return nullptr;
+    constexpr int kUnversioned = 100;
+    constexpr unsigned kMessages = EShMsgReadHlsl | EShMsgSpvRules | EShMsgVulkanRules;
+    const bool isOld = target.Has(ns_ruke::kPlainSamplers);
+    return {true, kUnversioned,
+            static_cast<EShMessages>(kMessages | (isOld ? EShMsgHlslDX9Compatible : 0U))};
 }
 
 /// Prepares glslang once for the process.
@@ -91,14 +87,19 @@ void AppendMessages(const char* log, int stage, std::vector<VerdictMessage>& mes
     }
 }
 
+EShLanguage LanguageOf(Stage stage)
+{
+    return stage == Stage::Vertex ? EShLangVertex : EShLangFragment;
+}
+
 /// One text while it is compiled.
-class Stage {
+class StageText {
 public:
-    Stage(const Dialect& newDialect, int newNumber, const std::string& newCode)
+    StageText(const Dialect& newDialect, Stage newStage, const std::string& newCode)
         : dialect(newDialect),
-          number(newNumber),
+          number(static_cast<int>(newStage)),
           code(newCode),
-          shader(newNumber == 0 ? EShLangVertex : EShLangFragment)
+          shader(LanguageOf(newStage))
     {
     }
 
@@ -108,8 +109,8 @@ public:
         const char* const strings[] = {code.c_str()};
         shader.setStrings(strings, 1);
         if (dialect.isHlsl) {
-            const EShLanguage language = number == 0 ? EShLangVertex : EShLangFragment;
-            shader.setEnvInput(glslang::EShSourceHlsl, language, glslang::EShClientVulkan, 100);
+            shader.setEnvInput(glslang::EShSourceHlsl, shader.getStage(), glslang::EShClientVulkan,
+                               100);
             shader.setEnvClient(glslang::EShClientVulkan, glslang::EShTargetVulkan_1_0);
             shader.setEnvTarget(glslang::EShTargetSpv, glslang::EShTargetSpv_1_0);
             shader.setEntryPoint("main");
@@ -131,11 +132,11 @@ private:
     glslang::TShader shader;
 };
 
-void Link(const Dialect& dialect, const std::vector<Stage*>& stages,
+void Link(const Dialect& dialect, const std::vector<StageText*>& stages,
           std::vector<VerdictMessage>& messages)
 {
     glslang::TProgram program;
-    for (Stage* stage : stages) {
+    for (StageText* stage : stages) {
         program.addShader(&stage->Shader());
     }
     if (!program.link(dialect.messages)) {
@@ -154,26 +155,27 @@ std::vector<VerdictMessage> Judge(const std::string& target, const std::string& 
                                   const std::string& fragment)
 {
     std::vector<VerdictMessage> messages;
-    const Dialect* const dialect = FindDialect(target);
-    if (dialect == nullptr) {
+    const ns_ruke::TargetInfo* const info = ns_ruke::FindTargetInfo(target);
+    if (info == nullptr) {
         return messages;
     }
+    const Dialect dialect = DialectOf(*info);
     Initialize();
-    Stage vertexStage(*dialect, 0, vertex);
-    Stage fragmentStage(*dialect, 1, fragment);
+    StageText vertexStage(dialect, Stage::Vertex, vertex);
+    StageText fragmentStage(dialect, Stage::Fragment, fragment);
     const bool isVertexValid = vertex.empty() || vertexStage.Parse(messages);
     const bool isFragmentValid = fragment.empty() || fragmentStage.Parse(messages);
     if (!isVertexValid || !isFragmentValid) {
         return messages;
     }
-    if (dialect->isHlsl || vertex.empty() || fragment.empty()) {
-        for (Stage* stage : {&vertexStage, &fragmentStage}) {
+    if (dialect.isHlsl || vertex.empty() || fragment.empty()) {
+        for (StageText* stage : {&vertexStage, &fragmentStage}) {
             if (!(stage == &vertexStage ? vertex : fragment).empty()) {
-                Link(*dialect, {stage}, messages);
+                Link(dialect, {stage}, messages);
             }
         }
     } else {
-        Link(*dialect, {&vertexStage, &fragmentStage}, messages);
+        Link(dialect, {&vertexStage, &fragmentStage}, messages);
     }
     return messages;
 }
