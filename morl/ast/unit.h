@@ -5,6 +5,9 @@
 #include "morl/parser/token.h"
 
 #include <cstdint>
+// MinGW's g++ must know std::type_info before it exports the first class: otherwise it also exports
+// the type information of the standard library's classes.
+#include <typeinfo>
 
 namespace ns_ruke {
 
