@@ -2,6 +2,7 @@
 #include "morl/check/hints.h"
 
 #include "morl/core/messages.h"
+#include "morl/parser/internal/keywords.h"
 
 #include <algorithm>
 #include <array>
@@ -99,6 +100,33 @@ constexpr std::string_view kOtherFunctions[] = {
     "mod",   "modf",    "noise", "outerProduct", "radians",     "refract",
     "round", "sincos",  "sinh",  "tanh",         "trunc"};
 
+constexpr bool IsIntrinsic(std::string_view word)
+{
+    for (const Keyword& keyword : kKeywords) {
+        if (keyword.wordClass == WordClass::Function && keyword.spelling == word) {
+            return true;
+        }
+    }
+    return false;
+}
+
+constexpr bool HintsAreNoIntrinsics()
+{
+    for (const WordHint& hint : kWordHints) {
+        if (IsIntrinsic(hint.word)) {
+            return false;
+        }
+    }
+    for (const std::string_view word : kOtherFunctions) {
+        if (IsIntrinsic(word)) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(HintsAreNoIntrinsics(), "a hint says that an intrinsic is none");
+
+/// Those that every target has.
 constexpr std::string_view kIntrinsics =
     "max, min, saturate, clamp, length, normalize, reflect, dot, cross, mul, pow, lerp, sin, cos, "
     "tan, abs, tex2D, texCUBE";

@@ -6,7 +6,6 @@
 
 #include <morl/morl.h>
 #include <algorithm>
-#include <initializer_list>
 #include <memory>
 #include <string_view>
 #include <utility>
@@ -153,7 +152,7 @@ std::string WithLanguageTables(const std::string& document)
 
 std::string WithWordLists(const std::string& grammar)
 {
-    const std::pair<const char*, std::initializer_list<WordClass>> lists[] = {
+    const std::pair<const char*, std::vector<WordClass>> lists[] = {
         {"storage.modifier.morl", {WordClass::Buffer}},
         {"storage.type.morl", {WordClass::Void, WordClass::Type}},
         {"constant.language.semantic.morl", {WordClass::Semantic}},

@@ -11,7 +11,7 @@ exec '${CMAKE_CROSSCOMPILING_EMULATOR}' '$<TARGET_FILE:morlc>' \"$@\"
 function(morl_tool_test name)
     add_test(NAME ${name} COMMAND ${ARGN})
     set_tests_properties(${name} PROPERTIES
-        TIMEOUT 600 ENVIRONMENT MORLC=${tool_directory}/morlc)
+        TIMEOUT 600 LABELS cases ENVIRONMENT MORLC=${tool_directory}/morlc)
 endfunction()
 # Those of "morlc check" need glslang, which the tool for Windows is built without.
 foreach(file IN LISTS cases ITEMS windows/tool.txt)
@@ -23,4 +23,4 @@ endforeach()
 morl_tool_test(build_test ${MORL_NATIVE_TESTS}/build_test)
 add_test(NAME windows/package COMMAND sh ${CMAKE_CURRENT_SOURCE_DIR}/windows/package_test.sh
     ${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR} ${CMAKE_CROSSCOMPILING_EMULATOR})
-set_tests_properties(windows/package PROPERTIES TIMEOUT 600)
+set_tests_properties(windows/package PROPERTIES TIMEOUT 600 LABELS package)
