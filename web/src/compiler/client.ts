@@ -36,8 +36,12 @@ export class CompilerClient {
 
   private start(): Worker {
     const worker = new Worker(new URL('./worker.ts', import.meta.url), { type: 'module' });
-    worker.onmessage = (event: MessageEvent<Answer>) => this.take(event.data);
-    worker.onerror = () => this.take(failedAnswer(this.lastId, 'the compiler has stopped'));
+    worker.onmessage = (event: MessageEvent<Answer>) => {
+      this.take(event.data);
+    };
+    worker.onerror = () => {
+      this.take(failedAnswer(this.lastId, 'the compiler has stopped'));
+    };
     return worker;
   }
 
