@@ -112,13 +112,12 @@ void* TakeUnitMemory(std::size_t size)
 void FreeUnit(MorlUnit* unit) noexcept
 {
     const std::size_t size = unit->size.bytes;
-    const std::size_t index = size / kStep;
-    if (size == 0 || !kKeepsUnits || index >= kSizes) {
+    if (size == 0 || !kKeepsUnits || size / kStep >= kSizes) {
         delete unit;
         return;
     }
     unit->~MorlUnit();
-    FreeList& list = memory->lists[index];
+    FreeList& list = memory->lists[size / kStep];
     if (list.bytes >= memory->limit) {
         ::operator delete(unit);
         if (memory == &noneYet) {

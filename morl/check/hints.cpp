@@ -100,31 +100,21 @@ constexpr std::string_view kOtherFunctions[] = {
     "mod",   "modf",    "noise", "outerProduct", "radians",     "refract",
     "round", "sincos",  "sinh",  "tanh",         "trunc"};
 
-constexpr bool IsIntrinsic(std::string_view word)
+constexpr std::size_t CountIntrinsics()
 {
+    std::size_t count = 0;
     for (const Keyword& keyword : kKeywords) {
-        if (keyword.wordClass == WordClass::Function && keyword.spelling == word) {
-            return true;
+        const bool isFunction = keyword.wordClass == WordClass::Function;
+        for (const WordHint& hint : kWordHints) {
+            count += isFunction && keyword.spelling == hint.word ? 1 : 0;
+        }
+        for (const std::string_view word : kOtherFunctions) {
+            count += isFunction && keyword.spelling == word ? 1 : 0;
         }
     }
-    return false;
+    return count;
 }
-
-constexpr bool HintsAreNoIntrinsics()
-{
-    for (const WordHint& hint : kWordHints) {
-        if (IsIntrinsic(hint.word)) {
-            return false;
-        }
-    }
-    for (const std::string_view word : kOtherFunctions) {
-        if (IsIntrinsic(word)) {
-            return false;
-        }
-    }
-    return true;
-}
-static_assert(HintsAreNoIntrinsics(), "a hint says that an intrinsic is none");
+static_assert(CountIntrinsics() == 0, "a hint says that an intrinsic is none");
 
 /// Those that every target has.
 constexpr std::string_view kIntrinsics =

@@ -44,9 +44,11 @@ class NameMap {
 public:
     NameMap() = default;
     NameMap(const NameMap& /*other*/) : NameMap() {}
-    NameMap& operator=(const NameMap& /*other*/)
+    NameMap& operator=(const NameMap& other)
     {
-        Clear();
+        if (this != &other) {
+            Clear();
+        }
         return *this;
     }
     ~NameMap() = default;

@@ -14,14 +14,14 @@ constexpr std::size_t kRows = std::size(kKeywords);
 /// A function says what it takes, in the letters that Keyword explains; nothing else does.
 constexpr bool AreFunctionsDescribed()
 {
+    std::size_t described = 0;
     for (const Keyword& keyword : kKeywords) {
         const bool isFunction = keyword.wordClass == WordClass::Function;
-        if (isFunction == keyword.arguments.empty() ||
-            keyword.arguments.find_first_not_of("vnmcst") != std::string_view::npos) {
-            return false;
-        }
+        const bool isKnown =
+            keyword.arguments.find_first_not_of("vnmcst") == std::string_view::npos;
+        described += isFunction != keyword.arguments.empty() && isKnown ? 1 : 0;
     }
-    return true;
+    return described == kRows;
 }
 static_assert(AreFunctionsDescribed());
 

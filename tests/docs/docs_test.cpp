@@ -111,8 +111,13 @@ TEST(Tests, ExpectEveryMessageCheckAndHint)
     wanted.merge(Hints());
     EXPECT_GE(wanted.size(), 110U);
     wanted.erase("source too long:");  // it would take 2 GiB
+    // A check is expected by a case, or by a probe, whose outcome is a row of docs/targets.md.
+    const std::string probes = ReadText(kSource / "tests/pictures/probes.json");
     for (const ns_ruke::CheckInfo& check : ns_ruke::MorlChecks()) {
-        wanted.insert("[-W " + std::string(check.name) + "]");
+        const std::string name(check.name);
+        if (probes.find("\"check\": \"" + name + "\"") == std::string::npos) {
+            wanted.insert("[-W " + name + "]");
+        }
     }
     for (const std::string& text : wanted) {
         EXPECT_NE(expected.find(text), std::string::npos) << text;

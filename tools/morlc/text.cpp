@@ -39,17 +39,36 @@ std::size_t SizeAt(const std::string& text, std::size_t start)
     return end == start + size ? size : 0;
 }
 
+/// The code point of a character in UTF-8.
+std::uint32_t CodePoint(std::string_view character)
+{
+    const auto first = static_cast<unsigned char>(character[0]);
+    std::uint32_t code = character.size() == 1 ? first : first & (0x7FU >> character.size());
+    for (const char c : character.substr(1)) {
+        code = code << 6U | (static_cast<unsigned char>(c) & 0x3FU);
+    }
+    return code;
+}
+
 /// Whether a character controls a terminal, or changes the direction of writing.
 bool IsControl(std::string_view character)
 {
-    constexpr std::string_view kDirections[] = {"\u061C", "\u200E", "\u200F", "\u202A",
-                                                "\u202B", "\u202C", "\u202D", "\u202E",
-                                                "\u2066", "\u2067", "\u2068", "\u2069"};
-    const bool isC0 = static_cast<unsigned char>(character[0]) < ' ' || character[0] == '\x7f';
-    const bool isC1 = character[0] == '\xC2' && static_cast<unsigned char>(character[1]) < 0xA0;
-    return isC0 || isC1 ||
-           std::find(std::begin(kDirections), std::end(kDirections), character) !=
-               std::end(kDirections);
+    struct Range {
+        std::uint32_t first;
+        std::uint32_t last;
+    };
+    constexpr Range kControls[] = {
+        {0x00, 0x1F},      // C0
+        {0x7F, 0x9F},      // DEL and C1
+        {0x61C, 0x61C},    // the Arabic letter mark
+        {0x200E, 0x200F},  // marks of direction
+        {0x202A, 0x202E},  // embeddings and overrides
+        {0x2066, 0x2069},  // isolates
+    };
+    const std::uint32_t code = CodePoint(character);
+    return std::any_of(std::begin(kControls), std::end(kControls), [code](const Range& range) {
+        return range.first <= code && code <= range.last;
+    });
 }
 
 }  // namespace

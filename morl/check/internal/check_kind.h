@@ -80,6 +80,6 @@ const CheckInfo& InfoOf(CheckKind kind);
 /// What a warning says: what happens, what to do, and the hint.
 /// @param name what it is about
 /// @param hint may be empty
-std::string WarningText(const CheckInfo& check, std::string_view name, std::string_view hint);
+std::string WarningText(const CheckInfo& info, std::string_view name, std::string_view hint);
 
 }  // namespace ns_ruke

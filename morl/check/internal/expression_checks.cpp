@@ -200,7 +200,7 @@ std::string PassChecker::HintForUnknown(const std::string& name)
         names.push_back(entry.name);
     }
     const std::string nearest = NearestName(names, name);
-    const std::string meant = DidYouMean(nearest, "; ");
+    std::string meant = DidYouMean(nearest, "; ");
     // One letter more or less is a slip.
     if (!nearest.empty() && nearest.size() + 1 >= name.size() &&
         nearest.size() <= name.size() + 1) {

@@ -120,7 +120,7 @@ std::string NodeIndex::NearestNode(const Nodes& nodes, const std::string& wanted
         names.emplace_back(name->second);
     }
     std::sort(names.begin(), names.end());
-    const std::string nearest = NearestName(names, wanted);
+    std::string nearest = NearestName(names, wanted);
     if (!nearest.empty()) {
         return nearest;
     }

@@ -9,14 +9,14 @@
 
 namespace ns_ruke {
 
-void Walk::Mark(std::uint32_t offset)
+void Walk::Mark(std::uint32_t offset) const
 {
     if (WrittenLines* lines = answers.Lines()) {
         lines->Mark(text, offset);
     }
 }
 
-void Walk::Mark(const MorlDeclare* declare)
+void Walk::Mark(const MorlDeclare* declare) const
 {
     if (WrittenLines* lines = answers.Lines()) {
         lines->Mark(text, declare);
@@ -104,7 +104,7 @@ void Walk::MultiComment(MorlMultiCommentSentence* sentence, int indent)
 }
 
 // A comment of several lines has several lines in the source. Called when it has been written.
-void Walk::MarkLines(const MorlMultiCommentSentence* sentence, WrittenLines& lines)
+void Walk::MarkLines(const MorlMultiCommentSentence* sentence, WrittenLines& lines) const
 {
     constexpr std::size_t kOpen = 2;   // of the comment
     constexpr std::size_t kClose = 3;  // and the line break

@@ -60,8 +60,8 @@ public:
     void PlainCall(MorlFunctionCall* call);
 
     /// The line that is begun now is from this place of the current statement, or this declaration.
-    void Mark(std::uint32_t offset);
-    void Mark(const MorlDeclare* declare);
+    void Mark(std::uint32_t offset) const;
+    void Mark(const MorlDeclare* declare) const;
 
     Answers& answers;
     Text& text;
@@ -69,7 +69,7 @@ public:
 private:
     void Indent(int indent);
     void End(std::uint32_t offset, int indent);
-    void MarkLines(const MorlMultiCommentSentence* sentence, WrittenLines& lines);
+    void MarkLines(const MorlMultiCommentSentence* sentence, WrittenLines& lines) const;
     void FormedCall(MorlFunctionCall* call, const CallForm& form);
     void SeparatedArguments(MorlFunctionCall* call, const CallForm& form, char separator);
     CallArguments Arguments(MorlFunctionCall* call, const CallForm& form);
