@@ -55,7 +55,8 @@ public:
     /// @param pass is only read.
     void Compile(PassProperty& pass, ShaderOutput& output);
 
-    /// The same, and fills a report, which is cleared first.
+    /// The same, and fills a report, which is cleared first. After an exception it is valid, but
+    /// what it has is incomplete; this holds for the warnings as well.
     /// @return false if the request was refused; the report then says why, and has only faults.
     bool CompileReported(PassProperty& pass, ShaderOutput& output, PassReport& report,
                          ReportParts parts = ReportParts::All);
@@ -72,7 +73,7 @@ public:
     /// request parses those of its nodes whose content has changed, and no others. Pointers to
     /// replaced and removed nodes become invalid.
     /// @return what is wrong with the text, if anything is; then nothing has been changed.
-    NodeTextResult LoadNodes(const NodeText& text);
+    [[nodiscard]] NodeTextResult LoadNodes(const NodeText& text);
 
     /// Adds a node or replaces the one of the same name.
     /// @param x, y the place on an editor's canvas; the compiler does not use it.

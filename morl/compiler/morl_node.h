@@ -55,7 +55,8 @@ public:
     /// is left without a program.
     void Compile(MorlParser* parser, std::string target);
 
-    /// Where in the content a byte is, such as the beginning of a node of the program's tree.
+    /// Where in the content a byte is, such as the beginning of a node of the program's tree. It
+    /// remembers the lines, so like everything of a compiler this is for one thread at a time.
     /// @param offset counted from 0
     TextPlace PlaceOf(std::uint32_t offset) const;
 

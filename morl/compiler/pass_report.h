@@ -11,7 +11,7 @@ namespace ns_ruke {
 
 /// Something that is probably a mistake, although the source has no fault.
 struct ReportWarning {
-    std::string_view check;  ///< the name of the check
+    std::string_view check;  ///< the name of the check; valid as long as the library is loaded
     std::string node;        ///< empty: the request as a whole
     int line = 0;            ///< 1-based, in the node's content; 0: no place
     int column = 0;          ///< 1-based, in bytes; 0: no place

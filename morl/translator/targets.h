@@ -42,6 +42,6 @@ MORL_API std::vector<std::string> MorlTargets();
 MORL_API const TargetInfo* FindTargetInfo(std::string_view target);
 
 /// A new back end for a target, or null if no target has exactly this name.
-MORL_API std::unique_ptr<MorlTranslator> MakeTranslator(const std::string& target);
+[[nodiscard]] MORL_API std::unique_ptr<MorlTranslator> MakeTranslator(const std::string& target);
 
 }  // namespace ns_ruke

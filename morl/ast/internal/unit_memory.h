@@ -10,11 +10,11 @@
 namespace ns_ruke {
 
 /// Memory for a unit of this size: that of a freed one, if the thread has kept one.
-void* TakeUnitMemory(std::size_t size);
+[[nodiscard]] void* TakeUnitMemory(std::size_t size);
 
 /// Makes a unit whose memory is kept when it is freed. Constructors of units do not throw.
 template <class Unit>
-std::unique_ptr<Unit> MakeUnit()
+[[nodiscard]] std::unique_ptr<Unit> MakeUnit()
 {
     std::unique_ptr<Unit> unit(::new (TakeUnitMemory(sizeof(Unit))) Unit);
     unit->size.bytes = sizeof(Unit);
