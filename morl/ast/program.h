@@ -26,7 +26,7 @@ struct MORL_API MorlProgramOwnership {
 /// What a parser reads over without a message.
 enum class MorlLostKind : std::uint8_t {
     Statement,    ///< an expression that is no assignment
-    Semicolon,    ///< a ";" of its own
+    Semicolon,    ///< a ";" by itself
     Directive,    ///< an "#else", "#endif" or "#endfor" without its block
     Word,         ///< another word that begins no statement
     While,        ///< the word and its condition; the body stays

@@ -90,7 +90,7 @@ struct MORL_API MorlIfSentence : MorlSentence {
     ~MorlIfSentence() override;
 };
 
-/// An `else if` parsed as a statement of its own, because a comment precedes its `else`.
+/// An `else if` parsed as a separate statement, because a comment precedes its `else`.
 struct MORL_API MorlElseIfSentence : MorlIfSentence {
     MorlElseIfSentence() { unitType = TOKEN_ELSE; }
 };

@@ -36,7 +36,7 @@ struct KeptUnit {
     KeptUnit* next;
 };
 
-/// The freed units of one size, each still an allocation of its own.
+/// The freed units of one size, each still a separate allocation.
 struct FreeList {
     KeptUnit* first = nullptr;
     std::size_t bytes = 0;

@@ -9,7 +9,7 @@
 
 namespace ns_ruke {
 
-/// What can be wrong with a pass whose sources are free of faults, and how it is told. The text
+/// What can be wrong with a pass whose sources are free of faults, and how it is reported. The text
 /// says what happens, with "{}" for the name that it is about; the cure says what to do.
 struct CheckInfo {
     std::string_view name;   ///< "mul-operand"; for the options of tools

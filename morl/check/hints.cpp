@@ -256,7 +256,7 @@ std::string HintInPlace(const Excerpt& excerpt, std::string_view message)
         return "'==' compares";
     }
     if (StartsWith(message, "need if")) {
-        return "an 'else' stands right behind the '}' of its 'if'";
+        return "an 'else' must follow the '}' of its 'if' directly";
     }
     if ((StartsWith(message, "expression error") || StartsWith(message, "miss ';'")) &&
         excerpt.line.find("/*") != std::string::npos) {

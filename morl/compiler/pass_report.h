@@ -52,7 +52,7 @@ enum class ReportParts {
     All
 };
 
-/// What a host may want to know about a request besides its output.
+/// What a host may want to know about a request, in addition to its output.
 struct PassReport {
     /// The faults of the nodes that took part, also of those parsed by earlier requests, and of the
     /// request. They are logged as well, those of the nodes when they are parsed.

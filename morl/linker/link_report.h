@@ -12,8 +12,7 @@ namespace ns_ruke {
 class MorlNode;
 struct MorlDeclare;
 
-/// Which node the elements of a linked program are from: those before these numbers, and not before
-/// those of the node merged earlier.
+/// Where one node's elements end in each list of a linked program.
 struct LinkOrigin {
     const MorlNode* node;
     std::size_t inputs;

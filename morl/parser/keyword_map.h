@@ -22,7 +22,7 @@ enum class WordClass : std::uint8_t {
     Control,
     Directive,
     Operator,
-    Special,  ///< a statement of its own
+    Special,  ///< a statement by itself
 };
 
 /// One word of the language.

@@ -231,7 +231,7 @@ void MorlParser::SkipConstruct(std::uint32_t start, int open)
     }
 }
 
-// A statement or block ends with its ";", its "}" without an `else` behind it, or its closing word;
+// A statement or block ends with its ";", its "}" without an `else` after it, or its closing word;
 // an expression ends before a bracket that it has not opened.
 std::uint32_t MorlParser::EndOfConstruct(std::uint32_t start, int open) const
 {

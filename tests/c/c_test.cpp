@@ -166,7 +166,7 @@ static_assert(MORL_INVALID_ARGUMENT == 1 && MORL_OUT_OF_MEMORY == 2 && MORL_FILE
               MORL_NODES_REFUSED == 4 && MORL_REFUSED == 5 && MORL_NOT_FOUND == 6 &&
               MORL_FAILED == 7 && MORL_ERROR == 1 && MORL_FRAGMENT == 1);
 
-// A host of another version passes a structure of another size; no byte behind it is touched.
+// A host of another version passes a structure of another size; no byte after it is touched.
 TEST_F(CInterface, WorksWithHostsOfOtherVersions)
 {
     ASSERT_EQ(morl_set_node(compiler, &node), MORL_OK);

@@ -199,7 +199,7 @@ void DeclareBuild(CLI::App& app, CommonOptions& common, BuildOptions& options)
     CLI::Option* const shader =
         DeclareList(app, "--shader", options.shaders, "NAME,...", "Build only these shaders");
     CLI::Option* const noIndex =
-        app.add_flag("--no-index", options.noIndex, "Leave the index as it is");
+        app.add_flag("--no-index", options.noIndex, "Do not touch the index");
     CLI::Option* const index = app.add_flag("--index", options.indexOnly,
                                             "Only write the index of the shaders built before");
     CLI::Option* const ninja = app.add_option("--ninja", options.ninjaFile,

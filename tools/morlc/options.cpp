@@ -14,7 +14,7 @@ namespace morlc {
 namespace {
 
 constexpr const char* kCommandFirst =
-    " (give the options of a command behind its name, and a node of this name behind '--')";
+    " (give the options of a command after its name, and a node of this name after '--')";
 
 /// Help without the "Needs" and "Excludes" lists; error messages say this when it matters.
 class HelpFormatter : public CLI::Formatter {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the operating systems do in different ways. Each has a source file of its own.
+// What operating systems do in different ways. Each has its own source file.
 #pragma once
 
 #include <cstdio>

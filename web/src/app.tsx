@@ -31,7 +31,7 @@ function Notice() {
   );
 }
 
-/** Whether a field has an undo of its own for what is typed into it. */
+/** Whether a field has its own undo for what is typed into it. */
 function isField(target: EventTarget | null): boolean {
   return target instanceof HTMLInputElement && ['text', 'search', 'number'].includes(target.type);
 }

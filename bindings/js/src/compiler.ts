@@ -18,7 +18,7 @@ export interface CreateOptions {
 }
 
 /**
- * A compiler with its nodes. Each has memory of its own, which {@link dispose} gives back. Methods
+ * A compiler with its nodes. Each has its own memory, which {@link dispose} gives back. Methods
  * are synchronous; use a worker to keep a page free of them.
  *
  * ```ts

@@ -44,7 +44,7 @@ export interface Fault {
   node: string;
   /** What is wrong. */
   text: string;
-  /** What may be behind it, such as a word of another language; empty: nothing is known. */
+  /** The likely cause, such as a word of another language; empty: nothing is known. */
   hint: string;
   /** 1-based, in the node's content or in the text of nodes; 0: no place. */
   line: number;

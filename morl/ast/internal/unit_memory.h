@@ -23,7 +23,7 @@ template <class Unit>
 
 /// Deletes a unit. Units are small and numerous and die together, so the memory of what MakeUnit
 /// has made is kept: otherwise the allocator takes a third of a request's time. Every unit is an
-/// allocation of its own, so hosts can delete any of them.
+/// separate allocation, so hosts can delete any of them.
 void FreeUnit(MorlUnit* unit) noexcept;
 
 inline void DeleteUnit(MorlUnit* unit) noexcept

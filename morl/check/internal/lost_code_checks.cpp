@@ -82,7 +82,7 @@ private:
         }
     }
 
-    /// Once for a line: a statement that yields nothing leaves its ";" behind, and more.
+    /// At most once per line: one bad statement drops several tokens.
     void WarnOfNoEffect(std::uint32_t offset)
     {
         const int line = node.PlaceOf(offset).line;

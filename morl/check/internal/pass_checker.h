@@ -107,7 +107,7 @@ private:
     bool hasFaults = false;         ///< whether a node has some, so that names may be missing
     std::vector<ScopeEntry> componentNames;  ///< inputs and outputs that are called like members
     bool hasAutoTexcoords = false;           ///< among the outputs
-    bool isInitialiser = false;              ///< the call at hand is all that is assigned
+    bool isInitialiser = false;              ///< checking a call that is the whole initialiser
 };
 
 /// Whether an expression has one of these operators outside of parentheses and calls.

@@ -11,7 +11,7 @@ namespace ns_ruke {
 /// An operand, and what stands before it.
 struct Term {
     ENUM_TOKEN operatorToken;  ///< TOKEN_NONE: it is the first one
-    int minusSigns;            ///< how many stand before it, besides the operator
+    int minusSigns;            ///< how many precede it, not counting the operator
     std::uint32_t offset;      ///< of the operator
     const MorlExpression* operand;
 };

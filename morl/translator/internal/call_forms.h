@@ -19,7 +19,7 @@ using CallArguments = std::array<std::string, 4>;
 enum class CallLayout {
     Matrix,      ///< the matrix's constructor over the arguments: M(a0,a1,a2)
     Transposed,  ///< the matrix's constructor over their components: M(V(a0.x,a1.x,a2.x),V(a0.y,...
-    Product,     ///< a0*a1, without parentheses of its own
+    Product,     ///< a0*a1, without parentheses around it
     Saturate,    ///< clamp(a0,0.0,1.0)
     Sampling     ///< a0.Sample(sampler_a0,a1), or the comparing form of a shadow map
 };

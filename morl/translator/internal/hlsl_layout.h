@@ -81,7 +81,7 @@ extern const WordList kHlslWords;
 // returns the other. In a stage that is neither vertex nor fragment, the structs have no names.
 
 /// The input struct.
-/// @param firstMember a line of its own before the inputs; may be empty
+/// @param firstMember a separate line before the inputs; may be empty
 void HlslInputs(Walk& walk, std::string_view firstMember, const Declares& inputs);
 
 /// One member of the output struct. Also renames the output in the body to this member.

@@ -38,7 +38,7 @@ struct TargetRecord {
     bool writesBindings;  ///< whether shaders contain registers and texture coordinates
     CallForms callForms;
     const WordList& reservedWords;      ///< that the language's family has, and Morl has not
-    const WordList& moreReservedWords;  ///< that this target has besides
+    const WordList& moreReservedWords;  ///< that only this target has
     TargetLayout layout;
 };
 

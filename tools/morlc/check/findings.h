@@ -36,7 +36,7 @@ class Findings {
 public:
     void Add(const Finding& finding, const FindingContext& context);
 
-    /// The findings as they are told: in the order in which they were first found. A verdict on a
+    /// The findings in the order in which they were first found. A verdict on a
     /// line that a warning is about confirms the warning, which becomes an error.
     /// @param allTargets how many targets were checked; a finding in all of them does not list them
     std::vector<Diagnostic> Tell(std::size_t allTargets) const;

@@ -27,7 +27,7 @@ struct GraphEdge {
     bool isInCycle = false;  ///< it is part of a cycle of references
 };
 
-/// The nodes and their references. Each file has a canvas of its own.
+/// The nodes and their references. Each file has its own canvas.
 struct NodeGraph {
     std::vector<GraphNode> nodes;  ///< in ascending order of the names; missing ones at the end
     std::vector<GraphEdge> edges;

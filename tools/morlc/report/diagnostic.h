@@ -13,7 +13,7 @@ namespace morlc {
 /// How bad a problem is. A warning does not keep anything from being written.
 enum class Severity { Error, Warning, Info };
 
-/// One problem, or one remark, as it is shown.
+/// One problem, or one remark, as shown to the user.
 struct Diagnostic {
     bool IsError() const { return severity == Severity::Error; }
 

@@ -40,7 +40,7 @@ export interface Message {
   /** 1-based, in UTF-16 code units; 0: no place. */
   readonly column: number;
   readonly text: string;
-  /** What may be behind it; empty: nothing is known. */
+  /** The likely cause; empty: nothing is known. */
   readonly hint: string;
   /** The targets that it is about. */
   readonly targets: readonly Target[];

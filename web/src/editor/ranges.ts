@@ -12,7 +12,7 @@ export function rangeOf(doc: Text, message: Message): { from: number; to: number
   }
   const at = Math.min(line.from + message.column - 1, line.to);
   const word = /^[\w$]+|^./.exec(line.text.slice(at - line.from))?.[0] ?? '';
-  // A fault is often found right behind the word that is wrong.
+  // A fault is often found right after the word that is wrong.
   return word.trim() === ''
     ? { from: Math.max(line.from, at - 1), to: at }
     : { from: at, to: at + word.length };

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Edits of JSON texts that leave every other byte as it is, comments and indentation included.
+// Edits of JSON texts that leave every other byte alone, comments and indentation included.
 import { applyEdits, findNodeAtLocation, type JSONPath, modify, parseTree } from 'jsonc-parser';
 
 /** Comments are read over, trailing commas are not. */

@@ -72,7 +72,7 @@ interface Accepted {
 }
 
 /**
- * three.js puts lines of its own before a text. GLSL ES wants "#version" first, and the lines of the driver's messages
+ * three.js puts its own lines before a text. GLSL ES wants "#version" first, and the lines of the driver's messages
  * shall be those of the text, so these lines are taken away again.
  */
 function keepTextsAsTheyStand(gl: WebGLRenderingContext | WebGL2RenderingContext): void {
@@ -127,7 +127,7 @@ export class PreviewRenderer {
   private isAnimated = false;
   private values: Readonly<Record<string, readonly number[]>> = {};
 
-  /** @param onContext is told when the browser takes the graphics away (true) and gives them back (false) */
+  /** @param onContext is called when the browser takes the graphics away (true) and gives them back (false) */
   constructor(canvas: HTMLCanvasElement, onContext: (isLost: boolean) => void) {
     this.renderer = new WebGLRenderer({ canvas, antialias: true, preserveDrawingBuffer: true });
     keepTextsAsTheyStand(this.renderer.getContext());
