@@ -59,6 +59,7 @@ struct MORL_API MorlMarcoForDeclare : MorlDeclare {
     int end = 0;          ///< one past the last loop value; written by the linker
     std::vector<MorlDeclare*> declares;  ///< owned
 
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
     MorlMarcoForDeclare() { unitType = TOKEN_MARCO_FOR_DECLARE; }
     ~MorlMarcoForDeclare() override;
 };

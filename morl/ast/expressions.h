@@ -49,6 +49,7 @@ struct MORL_API MorlParenthesiseExpression : MorlExpression {
     MorlExpression*
         expression;  ///< owned; left unset by the constructor, assigned by whoever makes one
 
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
     MorlParenthesiseExpression() { unitType = TOKEN_PARENTHESISE_EXPRESSION; }
     ~MorlParenthesiseExpression() override;
 };

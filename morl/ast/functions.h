@@ -38,6 +38,7 @@ struct MORL_API MorlMarcoForFunction : MorlFunction {
     int end = 0;                           ///< one past the last loop value
     std::vector<MorlFunction*> functions;  ///< owned
 
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
     MorlMarcoForFunction() { unitType = TOKEN_MARCO_FOR_FUNCTION; }
     ~MorlMarcoForFunction() override;
 };

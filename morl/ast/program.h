@@ -56,6 +56,7 @@ struct MORL_API MorlProgram : MorlUnit {
     std::vector<MorlLostCode> lostCode;  ///< in the order of the source
     bool hasMacros = true;               ///< false: the source has no macro block or assignment
 
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
     MorlProgram() { unitType = TOKEN_PROGRAM; }
     ~MorlProgram() override;
 };

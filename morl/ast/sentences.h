@@ -32,6 +32,7 @@ struct MORL_API MorlEmptySentence : MorlSentence {
 struct MORL_API MorlSpecialSentence : MorlSentence {
     ENUM_TOKEN keyword;  ///< left unset by the constructor; TOKEN_DISCARD is the only one
 
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
     MorlSpecialSentence() { unitType = TOKEN_SPECIAL_SENTENCE; }
 };
 
@@ -124,6 +125,7 @@ struct MORL_API MorlMarcoForSentence : MorlSentence {
     int end = 0;          ///< one past the last loop value; written by the linker
     std::vector<MorlSentence*> sentences;  ///< owned
 
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
     MorlMarcoForSentence() { unitType = TOKEN_MARCO_FOR_SENTENCE; }
     ~MorlMarcoForSentence() override;
 };

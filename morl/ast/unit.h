@@ -28,6 +28,7 @@ struct MorlUnitSize {
 /// destructor. Copying a node is shallow: the copy and its original share their children, so they
 /// must never both be destroyed. Only MorlLinker makes deep copies. Nodes have no behaviour: code
 /// that walks a tree reads `unitType` and casts.
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
 struct MORL_API MorlUnit {
     ENUM_TOKEN unitType;  ///< the kind of the node; left unset by this constructor
     /// Where in the parsed text its first token begins, or the operator of an operation; in bytes.
@@ -35,7 +36,7 @@ struct MORL_API MorlUnit {
     std::uint32_t offset = 0;
     MorlUnitSize size;
 
-    MorlUnit() = default;
+    MorlUnit() = default;  // NOLINT(cppcoreguidelines-pro-type-member-init)
     MorlUnit(const MorlUnit&) = default;
     MorlUnit& operator=(const MorlUnit&) = default;
     virtual ~MorlUnit();

@@ -45,7 +45,7 @@ struct FreeList {
 /// The freed units of one thread.
 struct UnitMemory {
     std::array<FreeList, kSizes> lists;
-    std::size_t limit;  ///< bytes to keep per size
+    std::size_t limit = 0;  ///< bytes to keep per size
 };
 
 // These keep nothing, so threads can share them.

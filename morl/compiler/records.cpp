@@ -6,6 +6,7 @@
 
 namespace ns_ruke {
 
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
 PassProperty::PassProperty() = default;
 PassProperty::PassProperty(const PassProperty& other) = default;
 PassProperty::PassProperty(PassProperty&& other) noexcept = default;

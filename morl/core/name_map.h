@@ -42,6 +42,7 @@ class NameMap {
     static_assert(std::is_trivial_v<Value>, "so that making a map costs nothing");
 
 public:
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
     NameMap() = default;
     NameMap(const NameMap& /*other*/) : NameMap() {}
     NameMap& operator=(const NameMap& other)

@@ -22,7 +22,7 @@ std::string Digits(Integer value, unsigned char base)
         return {};
     }
     // In base 2 a negative value takes one digit more than a positive one, and a sign.
-    std::array<char, std::numeric_limits<Integer>::digits + 2> digits;
+    std::array<char, std::numeric_limits<Integer>::digits + 2> digits{};
     const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value, base).ptr;
     return {digits.data(), end};
 }

@@ -337,7 +337,7 @@ struct GlContext::State {
                 "the context cannot be used");
     }
 
-    GlApi api;
+    GlApi api = GlApi::Core;
     EGLDisplay display = EGL_NO_DISPLAY;
     EGLContext context = EGL_NO_CONTEXT;
 };

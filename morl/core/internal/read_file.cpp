@@ -47,7 +47,7 @@ std::optional<std::string> ReadFile(const std::string& path)
         return std::nullopt;
     }
     std::string text;
-    std::array<char, 16384> block;
+    std::array<char, 16384> block{};
     std::size_t count = 0;
     do {
         count = std::fread(block.data(), 1, block.size(), file.get());

@@ -57,10 +57,10 @@ private:
     std::size_t Search(const MorlDeclare* declare);
 
     const LinkReport& link;
-    std::vector<ListedDeclare> listed;   ///< in the order of the program's lists
-    std::vector<std::size_t> byPointer;  ///< indexes of `listed`, once a search needs them
-    std::array<std::size_t, 3> starts;   ///< of the lists in `listed`
-    std::size_t next = 0;                ///< the index that most likely comes next
+    std::vector<ListedDeclare> listed;    ///< in the order of the program's lists
+    std::vector<std::size_t> byPointer;   ///< indexes of `listed`, once a search needs them
+    std::array<std::size_t, 3> starts{};  ///< of the lists in `listed`
+    std::size_t next = 0;                 ///< the index that most likely comes next
     std::vector<const MorlDeclare*> declares;
     std::vector<MarkedPlace> marks;
     std::size_t statementOrigin = 0;  ///< of the current statement

@@ -18,7 +18,7 @@ namespace morlc {
 
 /// One of the distinct texts of a pass.
 struct PassText {
-    std::size_t first;             ///< the first variant that has it
+    std::size_t first = 0;         ///< the first variant that has it
     ns_ruke::ShaderOutput output;  ///< with the code
     ns_ruke::PassReport report;    ///< of the request with the lowest key that gave this text
     std::string reportKey;

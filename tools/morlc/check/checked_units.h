@@ -18,7 +18,7 @@ namespace morlc {
 
 /// A distinct text of one pass, with the report of the first unit that has it.
 struct CheckedText {
-    std::size_t unit;  ///< the number of that unit
+    std::size_t unit = 0;  ///< the number of that unit
     std::string code;
     ns_ruke::PassReport report;
 };

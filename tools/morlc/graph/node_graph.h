@@ -21,8 +21,8 @@ struct GraphNode {
 
 /// A reference, from the node that makes it.
 struct GraphEdge {
-    std::size_t from;
-    std::size_t to;
+    std::size_t from = 0;
+    std::size_t to = 0;
     bool isBroken = false;   ///< `to` is missing
     bool isInCycle = false;  ///< it is part of a cycle of references
 };
