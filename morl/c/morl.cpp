@@ -342,7 +342,9 @@ morl_compiler* morl_compiler_create(void)
 
 void morl_compiler_destroy(morl_compiler* compiler)
 {
-    delete compiler;
+    if (compiler == nullptr || !compiler->isBusy) {
+        delete compiler;
+    }
 }
 
 morl_text morl_message(const morl_compiler* compiler)

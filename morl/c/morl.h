@@ -197,7 +197,10 @@ MORL_API const morl_text* morl_targets(size_t* count);
 /** Makes a compiler without nodes. Null: out of memory. */
 MORL_API morl_compiler* morl_compiler_create(void);
 
-/** Destroys a compiler; null is allowed. */
+/**
+ * Destroys a compiler; null is allowed. Does nothing while the compiler is at work, which only the
+ * log's function can try: destroy it after that call.
+ */
 MORL_API void morl_compiler_destroy(morl_compiler* compiler);
 
 /**

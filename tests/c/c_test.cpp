@@ -145,6 +145,7 @@ TEST_F(CInterface, TakesNoCallFromItsOwnLog)
         [](void* passed, const morl_log_line* line) {
             Host& caller = *static_cast<Host*>(passed);
             EXPECT_EQ(morl_remove_node(caller.compiler, line->node), MORL_INVALID_ARGUMENT);
+            morl_compiler_destroy(caller.compiler);
             EXPECT_EQ(Shown(morl_message(caller.compiler)),
                       "the compiler is in use: its log must not call it");
             caller.refused += line->line == 2 && Shown(line->node) == "n" ? 1 : 0;

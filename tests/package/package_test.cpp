@@ -186,6 +186,16 @@ TEST_F(Package, LivesBesideJsonCpp)
             {"cmake", "-S", work.path.string(), "-B", (work.path / "build").string(), "-G", "Ninja",
              "-DCMAKE_CXX_COMPILER=" MORL_CXX_COMPILER, "-DCMAKE_PREFIX_PATH=" + prefix});
         EXPECT_EQ(configured.status, 0) << packages << configured.err;
+        // As a part of the project, morl changes and installs nothing.
+        const std::string cache = ReadText(work.path / "build/CMakeCache.txt");
+        EXPECT_EQ(cache.find("BUILD_SHARED_LIBS"), std::string::npos) << packages;
+        EXPECT_FALSE(std::filesystem::exists(work.path / "build/CPackConfig.cmake")) << packages;
+        const std::string install =
+            RunShell("cat '" + work.path.string() + "'/build/cmake_install.cmake '" +
+                     work.path.string() + "'/build/*/cmake_install.cmake")
+                .out;
+        EXPECT_NE(install, "");
+        EXPECT_EQ(install.find("file(INSTALL DESTINATION"), std::string::npos) << packages;
     }
     // The shared library needs nothing else; only the static one depends on JsonCpp.
     const std::string targets = ReadText(prefix + "/lib/cmake/morl/morl-static-targets.cmake");

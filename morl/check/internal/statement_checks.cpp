@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace ns_ruke {
 namespace {
@@ -186,7 +187,7 @@ void PassChecker::CheckRepetitions()
     }
 }
 
-// Inputs are copied to variables with an "i" in front of their name, outputs to some with "ret".
+// Inputs are copied to variables whose names begin with kInputLocal, outputs with kOutputLocal.
 void PassChecker::CheckCopies()
 {
     constexpr std::string_view kWordsWithI[] = {"f", "n", "nt", "nline", "nout", "nput"};
@@ -212,13 +213,16 @@ void PassChecker::CheckCopies()
 /// Warns if a name is that of such a copy.
 void PassChecker::CheckCopied(std::string_view name, std::uint32_t offset)
 {
-    const std::size_t prefix = name[0] == 'i' ? 1 : name.substr(0, 3) == "ret" ? 3 : 0;
-    if (prefix == 0 || name.size() == prefix) {
-        return;
-    }
-    const ScopeEntry* copied = scope.Find(name.substr(prefix));
-    if (copied != nullptr && copied->kind == (prefix == 1 ? Kind::Input : Kind::Output)) {
-        Warn(CheckKind::CopiedName, offset, copied->name);
+    const std::pair<std::string_view, Kind> copies[] = {{kInputLocal, Kind::Input},
+                                                        {kOutputLocal, Kind::Output}};
+    for (const auto& [prefix, kind] : copies) {
+        if (name.size() <= prefix.size() || name.substr(0, prefix.size()) != prefix) {
+            continue;
+        }
+        const ScopeEntry* copied = scope.Find(name.substr(prefix.size()));
+        if (copied != nullptr && copied->kind == kind) {
+            Warn(CheckKind::CopiedName, offset, copied->name);
+        }
     }
 }
 
