@@ -32,6 +32,11 @@ endforeach()
 # For "pkg-config morl"; found relative to itself, so that the prefix can move.
 file(RELATIVE_PATH MORL_PC_PREFIX /prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig /prefix)
 string(REGEX REPLACE "/$" "" MORL_PC_PREFIX ${MORL_PC_PREFIX})
+# Only those who link the static library need JsonCpp; its own .pc file need not be there.
+set(MORL_PC_JSONCPP -ljsoncpp)
+if(MORL_BUNDLES_JSONCPP)
+    set(MORL_PC_JSONCPP "")
+endif()
 configure_file(cmake/morl.pc.in morl.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/morl.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 

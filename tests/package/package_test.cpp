@@ -72,7 +72,7 @@ protected:
         const std::string host = (build.path / "host").string();
         // In the paths that pkg-config prints, spaces are escaped for the shell.
         const ProcessResult compiled =
-            RunShell("export PKG_CONFIG_PATH='" + prefix + "/lib/pkgconfig'; eval " +
+            RunShell("export PKG_CONFIG_LIBDIR='" + prefix + "/lib/pkgconfig'; eval " +
                      MORL_CXX_COMPILER " -std=c++17 " MORL_SANITIZE_FLAGS " \"'" + kExamples +
                      "/embed/main.cpp'\" -o " + host + " $(pkg-config " + options +
                      " --cflags --libs morl | " + filter + ")");
