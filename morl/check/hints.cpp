@@ -2,13 +2,17 @@
 #include "morl/check/hints.h"
 
 #include "morl/core/messages.h"
+#include "morl/core/nearest.h"
 #include "morl/parser/internal/keywords.h"
+#include "morl/parser/keyword_map.h"
 
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <initializer_list>
 #include <iterator>
 #include <string_view>
+#include <vector>
 
 namespace ns_ruke {
 namespace {
@@ -235,6 +239,43 @@ bool StartsWith(std::string_view text, std::string_view start)
     return text.substr(0, start.size()) == start;
 }
 
+/// The first word of a line; empty if it begins with something else.
+std::string_view FirstWord(std::string_view line)
+{
+    const std::size_t begin = std::min(line.find_first_not_of(" \t"), line.size());
+    std::size_t end = begin;
+    while (end < line.size() && (IsWordCharacter(line[end]) || line[end] == '#')) {
+        ++end;
+    }
+    return line.substr(begin, end - begin);
+}
+
+/// A question for the word of these classes that a word was probably meant to be.
+std::string MeantWord(std::string_view word, std::initializer_list<WordClass> classes)
+{
+    constexpr std::size_t kShortest = 3;  // shorter words resemble too many others
+    std::vector<std::string_view> names;
+    for (const Keyword& keyword : KeywordMap::Keywords()) {
+        if (keyword.spelling == word) {
+            return {};
+        }
+        if (std::find(classes.begin(), classes.end(), keyword.wordClass) != classes.end()) {
+            names.push_back(keyword.spelling);
+        }
+    }
+    return word.size() < kShortest ? "" : DidYouMean(NearestName(names, word), "");
+}
+
+/// The word that ends where the rest of the line begins.
+std::string_view WordBefore(std::string_view line, std::size_t end)
+{
+    std::size_t begin = std::min(end, line.size());
+    while (begin > 0 && IsWordCharacter(line[begin - 1])) {
+        --begin;
+    }
+    return line.substr(begin, std::min(end, line.size()) - begin);
+}
+
 /// A hint that follows from the message and where it points.
 std::string HintInPlace(const Excerpt& excerpt, std::string_view message)
 {
@@ -250,7 +291,11 @@ std::string HintInPlace(const Excerpt& excerpt, std::string_view message)
         return "'discard;' has no parentheses";
     }
     if (StartsWith(message, "miss ';'") && rest.substr(0, 1) == "(") {
-        return "only types and intrinsics can be called; they are " + std::string(kIntrinsics);
+        const std::string meant = MeantWord(WordBefore(excerpt.line, excerpt.caret),
+                                            {WordClass::Function, WordClass::Type});
+        return !meant.empty() ? meant
+                              : "only types and intrinsics can be called; they are " +
+                                    std::string(kIntrinsics);
     }
     if (StartsWith(message, "miss ')'") && rest.substr(0, 1) == "=") {
         return "'==' compares";
@@ -274,15 +319,28 @@ std::string HintInPlace(const Excerpt& excerpt, std::string_view message)
         return "what is declared outside of 'main' has no initial value: assign it in 'main'";
     }
     if (StartsWith(message, "need a register symbol")) {
-        return "the semantics are POSITION, NORMAL, TANGENT, BINORMAL, BLENDINDICES, BLENDWEIGHT, "
-               "TEXCOORD0 to TEXCOORD7, TEXAUTO, SV_Position, COLOR, COLOR0 to COLOR3 and SAUTO";
+        const std::string meant =
+            MeantWord(WordBefore(excerpt.line, excerpt.caret), {WordClass::Semantic});
+        return !meant.empty() ? meant
+                              : "the semantics are POSITION, NORMAL, TANGENT, BINORMAL, "
+                                "BLENDINDICES, BLENDWEIGHT, "
+                                "TEXCOORD0 to TEXCOORD7, TEXAUTO, SV_Position, COLOR, COLOR0 to "
+                                "COLOR3 and SAUTO";
     }
     if (StartsWith(message, "invalid var type") &&
         excerpt.line.find("main(") != std::string::npos) {
         return "nothing stands between the parentheses of 'main()', not even a blank";
     }
     if (StartsWith(message, "invalid var declare")) {
-        return "only declarations and 'void main()' stand here: there may be a '}' too many above";
+        const std::string meant =
+            MeantWord(FirstWord(excerpt.line),
+                      {WordClass::Buffer, WordClass::Void, WordClass::Type, WordClass::Directive});
+        if (!meant.empty()) {
+            return meant;
+        }
+        return rest.substr(0, 1) == "}"
+                   ? "this '}' closes nothing: there is one too many, here or above"
+                   : "outside of 'main' there are only declarations and 'void main()'";
     }
     if (StartsWith(message, "miss ','")) {
         return "a ',' or a ')' is missing";
@@ -299,7 +357,12 @@ std::string HintInPlace(const Excerpt& excerpt, std::string_view message)
             excerpt.line.find("--") != std::string::npos) {
             return "'++' and '--' work on names and array elements: 'v.x += 1.0;'";
         }
-        return "a statement is 'TYPE NAME;', 'NAME = VALUE;', 'if', 'for' or 'discard;'";
+        const std::string meant = MeantWord(
+            FirstWord(excerpt.line),
+            {WordClass::Type, WordClass::Control, WordClass::Special, WordClass::Directive});
+        return !meant.empty()
+                   ? meant
+                   : "a statement is 'TYPE NAME;', 'NAME = VALUE;', 'if', 'for' or 'discard;'";
     }
     return {};
 }
