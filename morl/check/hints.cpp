@@ -332,7 +332,7 @@ std::string HintInPlace(const Excerpt& excerpt, std::string_view message)
         return "nothing stands between the parentheses of 'main()', not even a blank";
     }
     if (StartsWith(message, "invalid var declare")) {
-        const std::string meant =
+        std::string meant =
             MeantWord(FirstWord(excerpt.line),
                       {WordClass::Buffer, WordClass::Void, WordClass::Type, WordClass::Directive});
         if (!meant.empty()) {
