@@ -78,11 +78,6 @@ void FinalOutput(Walk& walk, const Declares& outputs)
     }
 }
 
-void Main(Walk& walk, MorlProgram& linked)
-{
-    GlslMain(walk, linked, FinalOutput);
-}
-
 constexpr TargetRecord kRecord = {
     {"glsl", kGlsl | kDesktopGlsl | kPlainSamplers, 150},
     "#version 150\n",
@@ -96,7 +91,7 @@ constexpr TargetRecord kRecord = {
     CallForms(kCalls),
     kGlslWords,
     kMoreWords,
-    {GlslUniforms, Inputs, Outputs, Main, GlslInputCopies, OutputLocals}};
+    {GlslUniforms, Inputs, Outputs, GlslEntry, GlslInputCopies, OutputLocals, FinalOutput}};
 
 }  // namespace
 

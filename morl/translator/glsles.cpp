@@ -105,11 +105,6 @@ void FinalOutput(Walk& walk, const Declares& outputs)
     }
 }
 
-void Main(Walk& walk, MorlProgram& linked)
-{
-    GlslMain(walk, linked, FinalOutput);
-}
-
 constexpr TargetRecord kRecord = {
     {"glsles", kGlsl | kGlslEs | kPlainSamplers, 100},
     "#version 100\nprecision highp int; \nprecision highp float; \n",
@@ -123,7 +118,7 @@ constexpr TargetRecord kRecord = {
     CallForms(kCalls),
     kGlslWords,
     kNoMoreWords,
-    {GlslUniforms, InputList, OutputList, Main, GlslInputCopies, OutputLocals}};
+    {GlslUniforms, InputList, OutputList, GlslEntry, GlslInputCopies, OutputLocals, FinalOutput}};
 
 }  // namespace
 

@@ -43,7 +43,7 @@ constexpr TargetRecord kRecord = {
     CallForms(kCalls),
     kHlslWords,
     kNoMoreWords,
-    {Uniforms, InputList, HlslOutputs, HlslMain, HlslInputCopies, HlslOutputLocal}};
+    {Uniforms, InputList, HlslOutputs, HlslEntry, HlslInputCopies, HlslOutputLocal, HlslReturn}};
 
 }  // namespace
 

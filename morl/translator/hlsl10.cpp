@@ -96,7 +96,7 @@ constexpr TargetRecord kRecord = {
     CallForms(kCalls),
     kHlslWords,
     kNoMoreWords,
-    {Uniforms, InputList, OutputList, HlslMain, HlslInputCopies, HlslOutputLocal}};
+    {Uniforms, InputList, OutputList, HlslEntry, HlslInputCopies, HlslOutputLocal, HlslReturn}};
 
 }  // namespace
 

@@ -93,7 +93,7 @@ std::string MorlTargetTranslator::WriteOutputList(Declares outputs)
 
 std::string MorlTargetTranslator::WriteMainFunction(MorlProgram* linked)
 {
-    return Collect([&](Walk& walk) { record->layout.main(walk, *linked); });
+    return Collect([&](Walk& walk) { walk.Main(*linked); });
 }
 
 std::string MorlTargetTranslator::WriteInputConvert(Declares inputs)

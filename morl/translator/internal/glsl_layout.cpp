@@ -66,14 +66,9 @@ void GlslCopyOut(Walk& walk, std::string_view target, const MorlDeclare* output)
     walk.text.Append('\t', target, " = ", kOutputLocal, output->name, "; \n");
 }
 
-void GlslMain(Walk& walk, MorlProgram& linked, TargetLayout::List finalOutput)
+void GlslEntry(Walk& walk)
 {
     walk.text.Append("void main(){ \n");
-    walk.InputConvert(linked.inputs);
-    walk.OutputConvert(linked.outputs);
-    walk.MainBody(linked);
-    finalOutput(walk, linked.outputs);
-    walk.text.Append("}\n");
 }
 
 }  // namespace ns_ruke

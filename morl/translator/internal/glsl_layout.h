@@ -96,8 +96,7 @@ void GlslOutputLocals(Walk& walk, const Declares& outputs, std::string_view star
 /// The line that copies an output's local to `target`.
 void GlslCopyOut(Walk& walk, std::string_view target, const MorlDeclare* output);
 
-/// The entry function.
-/// @param finalOutput appends the lines at its end for the outputs
-void GlslMain(Walk& walk, MorlProgram& linked, TargetLayout::List finalOutput);
+/// The line that begins the entry function.
+void GlslEntry(Walk& walk);
 
 }  // namespace ns_ruke

@@ -116,14 +116,15 @@ void HlslOutputLocal(Walk& walk, const Declares& /*outputs*/)
     }
 }
 
-void HlslMain(Walk& walk, MorlProgram& linked)
+void HlslEntry(Walk& walk)
 {
     const Structs structs = StructsOf(walk.answers.Stage());
     walk.text.Append(structs.output, " main(", structs.input, " input){ \n");
-    walk.InputConvert(linked.inputs);
-    walk.OutputConvert(linked.outputs);
-    walk.MainBody(linked);
-    walk.text.Append("\treturn output;\n}\n");
+}
+
+void HlslReturn(Walk& walk, const Declares& /*outputs*/)
+{
+    walk.text.Append("\treturn output;\n");
 }
 
 }  // namespace ns_ruke

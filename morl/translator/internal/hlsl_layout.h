@@ -99,7 +99,10 @@ void HlslInputCopies(Walk& walk, const Declares& inputs);
 /// The local output struct.
 void HlslOutputLocal(Walk& walk, const Declares& outputs);
 
-/// The entry function.
-void HlslMain(Walk& walk, MorlProgram& linked);
+/// The line that begins the entry function.
+void HlslEntry(Walk& walk);
+
+/// The line at its end.
+void HlslReturn(Walk& walk, const Declares& outputs);
 
 }  // namespace ns_ruke

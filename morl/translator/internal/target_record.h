@@ -20,9 +20,10 @@ struct TargetLayout {
     List uniforms;
     List inputs;
     List outputs;
-    void (*main)(Walk& walk, MorlProgram& linked);
-    List inputConvert;   ///< the lines at the start of the entry function for the inputs
-    List outputConvert;  ///< the same for the outputs
+    void (*entry)(Walk& walk);  ///< the line that begins the entry function
+    List inputConvert;          ///< the lines at its start for the inputs
+    List outputConvert;         ///< the same for the outputs
+    List end;                   ///< the lines at its end, for the outputs
 };
 
 /// Everything that distinguishes a target. Each target has one record, in its file.

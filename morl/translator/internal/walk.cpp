@@ -162,6 +162,18 @@ void Walk::IfSentence(MorlIfSentence* sentence, int indent)
     End(sentence->elseEndOffset, indent);
 }
 
+void Walk::Main(const MorlProgram& linked)
+{
+    const TargetLayout& layout = answers.target->layout;
+    layout.entry(*this);
+    InputConvert(linked.inputs);
+    OutputConvert(linked.outputs);
+    MainBody(linked);
+    layout.end(*this, linked.outputs);
+    text.Append("}\n");
+}
+
+// Nothing, if the program has no `main`.
 void Walk::MainBody(const MorlProgram& linked)
 {
     if (linked.mainFunction == nullptr) {

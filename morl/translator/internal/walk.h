@@ -47,11 +47,8 @@ public:
     /// The same without asking a translator.
     /// @param counter the number of the next texture coordinate
     void Binding(const MorlDeclare* declare, const MorlRegister* binding, std::uint32_t& counter);
-    /// The lines at the start of the entry function.
-    void InputConvert(const Declares& inputs);
-    void OutputConvert(const Declares& outputs);
-    /// The statements of a program's `main`, if it has one.
-    void MainBody(const MorlProgram& linked);
+    /// The entry function.
+    void Main(const MorlProgram& linked);
 
     void FunctionCall(MorlFunctionCall* call);
     /// A call in the target's own form for it, if there is one, or in the usual form.
@@ -67,6 +64,9 @@ public:
     Text& text;
 
 private:
+    void InputConvert(const Declares& inputs);
+    void OutputConvert(const Declares& outputs);
+    void MainBody(const MorlProgram& linked);
     void Indent(int indent);
     void End(std::uint32_t offset, int indent);
     void MarkLines(const MorlMultiCommentSentence* sentence, WrittenLines& lines) const;

@@ -34,7 +34,7 @@ void WriteRequest(const TargetRecord& target, const PassProperty& pass, MorlProg
     target.layout.uniforms(walk, program.uniforms);
     target.layout.inputs(walk, program.inputs);
     target.layout.outputs(walk, program.outputs);
-    target.layout.main(walk, program);
+    walk.Main(program);
     FillOutput(text.Copy(), program.uniforms, std::move(request.outputSemantics), output);
 }
 
