@@ -38,36 +38,27 @@ inline constexpr SpellingTable kGlslAutoTypes({
 
 /// TOKEN_SAMPLE is written without a name, as its arguments alone. The rows of calls that have a
 /// form of their own are not used to write them.
-inline constexpr SpellingTable kGlslFunctions({
-    {TOKEN_FLOAT2, "vec2"},
-    {TOKEN_FLOAT3, "vec3"},
-    {TOKEN_FLOAT4, "vec4"},
-    {TOKEN_FLOAT2X4, "mat2x4"},
-    {TOKEN_FLOAT3X3, "mat3"},
-    {TOKEN_FLOAT3X4, "mat3x4"},
-    {TOKEN_FLOAT4X3, "mat4x3"},
-    {TOKEN_FLOAT4X4, "mat4"},
-    {TOKEN_FLOAT3X3_CONSTRUCT, "mat3"},
-    {TOKEN_FLOAT4X4_CONSTRUCT, "mat4"},
-    {TOKEN_FLOAT4X4_TRANPOSE, "mat4"},
-    {TOKEN_TEX1D, "texture"},
-    {TOKEN_TEX2D, "texture"},
-    {TOKEN_TEX3D, "texture"},
-    {TOKEN_TEX2DPROJ, "texture2DProj"},
-    {TOKEN_TEXCUBE, "texture"},
-    {TOKEN_SAMPLE, ""},
-    {TOKEN_MAX, "max"},
-    {TOKEN_MIN, "min"},
-    {TOKEN_SATURATE, "saturate"},
-    {TOKEN_CLAMP, "clamp"},
-    {TOKEN_LENGTH, "length"},
-    {TOKEN_NORMALIZE, "normalize"},
-    {TOKEN_DOT, "dot"},
-    {TOKEN_CROSS, "cross"},
-    {TOKEN_MUL, "mul"},
-    {TOKEN_POW, "pow"},
-    {TOKEN_LERP, "mix"},
-});
+inline constexpr SpellingTable kGlslFunctions(kCommonFunctions,
+                                              {
+                                                  {TOKEN_FLOAT2, "vec2"},
+                                                  {TOKEN_FLOAT3, "vec3"},
+                                                  {TOKEN_FLOAT4, "vec4"},
+                                                  {TOKEN_FLOAT2X4, "mat2x4"},
+                                                  {TOKEN_FLOAT3X3, "mat3"},
+                                                  {TOKEN_FLOAT3X4, "mat3x4"},
+                                                  {TOKEN_FLOAT4X3, "mat4x3"},
+                                                  {TOKEN_FLOAT4X4, "mat4"},
+                                                  {TOKEN_FLOAT3X3_CONSTRUCT, "mat3"},
+                                                  {TOKEN_FLOAT4X4_CONSTRUCT, "mat4"},
+                                                  {TOKEN_FLOAT4X4_TRANPOSE, "mat4"},
+                                                  {TOKEN_TEX1D, "texture"},
+                                                  {TOKEN_TEX2D, "texture"},
+                                                  {TOKEN_TEX3D, "texture"},
+                                                  {TOKEN_TEX2DPROJ, "texture2DProj"},
+                                                  {TOKEN_TEXCUBE, "texture"},
+                                                  {TOKEN_SAMPLE, ""},
+                                                  {TOKEN_LERP, "mix"},
+                                              });
 
 /// GLSL has no semantics; the texts are for tools that ask a back end for one. BINORMAL has no
 /// text.

@@ -151,6 +151,20 @@ inline constexpr SpellingTable kSpecialWords({
     {TOKEN_DISCARD, "discard"},
 });
 
+/// The functions that HLSL and GLSL spell alike.
+inline constexpr SpellingTable kCommonFunctions({
+    {TOKEN_MAX, "max"},
+    {TOKEN_MIN, "min"},
+    {TOKEN_SATURATE, "saturate"},
+    {TOKEN_CLAMP, "clamp"},
+    {TOKEN_LENGTH, "length"},
+    {TOKEN_NORMALIZE, "normalize"},
+    {TOKEN_DOT, "dot"},
+    {TOKEN_CROSS, "cross"},
+    {TOKEN_MUL, "mul"},
+    {TOKEN_POW, "pow"},
+});
+
 /// The semantics as HLSL for shader model 3 has them. There are no system values: the projected
 /// position is POSITION. TEXAUTO and SAUTO are not spelled but numbered.
 inline constexpr SpellingTable kSemantics({
