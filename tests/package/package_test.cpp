@@ -144,15 +144,15 @@ TEST_F(Package, HasAllThatHostsAreWrittenFor)
 {
     const TemporaryDirectory work;
     const std::string host = (work.path / "host").string();
-    const std::string source = MORL_SOURCE_DIR "/tests/package/described_interface.cpp";
+    const std::string source = "'" MORL_SOURCE_DIR "/tests/package/described_interface.cpp'";
     const std::string include = " -I'" + prefix + "/include' ";
     const std::string warnings =
         " -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror -fsyntax-only";
     const std::string lines[] = {
         MORL_CXX_COMPILER " -std=c++17 " MORL_SANITIZE_FLAGS + include + source + " '" +
             MORL_LIBRARY "' -ljsoncpp -Wl,-rpath,'" MORL_BINARY_DIR "' -o " + host + " && " + host,
-        MORL_C_COMPILER " -std=c99 -Wstrict-prototypes" + warnings + include + kExamples +
-            "/embed_c/main.c",
+        MORL_C_COMPILER " -std=c99 -Wstrict-prototypes" + warnings + include + "'" + kExamples +
+            "/embed_c/main.c'",
         MORL_CXX_COMPILER " -std=c++17 -fno-exceptions -x c++" + warnings + include + "'" + prefix +
             "/include/morl/c/morl.h'",
         "echo '#include <morl/morl.h>' | " MORL_CXX_COMPILER
