@@ -81,7 +81,7 @@ static morl_status compile(morl_compiler* compiler, morl_text target, morl_resul
 {
     static const morl_text nodes[] = {TEXT("surface_texture"), TEXT("unlit"), TEXT("surface_out")};
     static const morl_semantic semantics[] = {{TEXT("oUV"), TEXT("TEXCOORD0")}};
-    static const morl_value samplers[] = {{TEXT("albedoMap"), 3}};
+    static const morl_value samplers[] = {{TEXT("albedoMap"), 3, 0}};
     morl_request request;
     memset(&request, 0, sizeof request);
     request.size = sizeof request;
@@ -97,13 +97,15 @@ static morl_status compile(morl_compiler* compiler, morl_text target, morl_resul
     return morl_compile(compiler, &request, result);
 }
 
-static void show_faults(const morl_output* output)
+static void show_faults(const morl_result* result)
 {
+    morl_fault fault;
     size_t i;
-    for (i = 0; i < output->fault_count; ++i) {
-        const morl_fault* fault = &output->faults[i];
-        printf("%.*s:%d:%d: %.*s\n", SHOW(fault->node), (int)fault->line, (int)fault->column,
-               SHOW(fault->text));
+    memset(&fault, 0, sizeof fault);
+    fault.size = sizeof fault;
+    for (i = 0; morl_get_fault(result, i, &fault) == MORL_OK; ++i) {
+        printf("%.*s:%d:%d: %.*s\n", SHOW(fault.node), (int)fault.line, (int)fault.column,
+               SHOW(fault.text));
     }
 }
 
@@ -126,14 +128,16 @@ static void show_code(const morl_output* output)
     }
 }
 
-static void show_uniforms(const morl_output* output)
+static void show_uniforms(const morl_result* result)
 {
+    morl_declare uniform;
     size_t i;
-    for (i = 0; i < output->uniform_declare_count; ++i) {
-        const morl_declare* uniform = &output->uniform_declares[i];
-        printf("bind %.*s (%.*s)", SHOW(uniform->name), SHOW(uniform->type));
-        if (uniform->number >= 0) {
-            printf(" to register %d", (int)uniform->number);
+    memset(&uniform, 0, sizeof uniform);
+    uniform.size = sizeof uniform;
+    for (i = 0; morl_get_declare(result, MORL_UNIFORMS, i, &uniform) == MORL_OK; ++i) {
+        printf("bind %.*s (%.*s)", SHOW(uniform.name), SHOW(uniform.type));
+        if (uniform.number >= 0) {
+            printf(" to register %d", (int)uniform.number);
         }
         printf("\n");
     }
@@ -156,9 +160,9 @@ static morl_status show_all(morl_compiler* compiler)
         output.size = sizeof output;
         if (morl_get_output(result, &output) == MORL_OK) {
             printf("== %.*s\n", SHOW(targets[i]));
-            show_faults(&output);
+            show_faults(result);
             show_code(&output);
-            show_uniforms(&output);
+            show_uniforms(result);
         }
         morl_result_destroy(result);
     }
@@ -188,7 +192,7 @@ int main(int argc, char** argv)
         fprintf(stderr, "usage: embed_c DIRECTORY (the one with the folder morl/)\n");
         return EXIT_FAILURE;
     }
-    morl_set_log(ignore, NULL);
+    morl_set_log(ignore, NULL, NULL, NULL);
     compiler = morl_compiler_create();
     status = run(compiler, argv[1]);
     morl_compiler_destroy(compiler);

@@ -9,6 +9,8 @@ morl/c/morl.h.
 """
 
 import ctypes
+import functools
+import itertools
 import sys
 from ctypes import POINTER, c_char_p, c_float, c_int32, c_size_t, c_void_p
 
@@ -28,7 +30,7 @@ class Text(ctypes.Structure):
 
 
 class Value(ctypes.Structure):
-    _fields_ = [("name", Text), ("value", c_int32)]
+    _fields_ = [("name", Text), ("value", c_int32), ("reserved", c_int32)]
 
 
 class Semantic(ctypes.Structure):
@@ -36,8 +38,9 @@ class Semantic(ctypes.Structure):
 
 
 class Fault(ctypes.Structure):
-    _fields_ = [("level", c_int32), ("line", c_int32), ("column", c_int32), ("file", Text),
-                ("node", Text), ("text", Text)]
+    _fields_ = [("struct_size", c_size_t), ("level", c_int32), ("line", c_int32),
+                ("column", c_int32), ("reserved", c_int32), ("file", Text), ("node", Text),
+                ("text", Text), ("hint", Text)]
 
 
 class Node(ctypes.Structure):
@@ -51,7 +54,9 @@ class Request(ctypes.Structure):
                 ("macros", POINTER(Value)), ("macro_count", c_size_t),
                 ("semantics", POINTER(Semantic)), ("semantic_count", c_size_t),
                 ("samplers", POINTER(Value)), ("sampler_count", c_size_t), ("target", Text),
-                ("stage", c_int32), ("wants_report", c_int32), ("wants_warnings", c_int32)]
+                ("stage", c_int32), ("wants_report", c_int32), ("wants_warnings", c_int32),
+                ("reserved", c_int32), ("most_loop_work", c_size_t), ("most_text_bytes", c_size_t),
+                ("cancel", POINTER(c_int32))]
 
 
 class Line(ctypes.Structure):
@@ -59,30 +64,33 @@ class Line(ctypes.Structure):
 
 
 class Declare(ctypes.Structure):
-    _fields_ = [("name", Text), ("type", Text), ("written_type", Text), ("array_size", Text),
-                ("semantic", Text), ("elements", c_int32), ("number", c_int32), ("node", c_int32),
-                ("line", c_int32)]
-
-
-class Macro(ctypes.Structure):
-    _fields_ = [("name", Text), ("value", c_int32), ("is_set", c_int32)]
+    _fields_ = [("struct_size", c_size_t), ("name", Text), ("type", Text), ("written_type", Text),
+                ("array_size", Text), ("semantic", Text), ("base_type", c_int32),
+                ("rows", c_int32), ("columns", c_int32), ("elements", c_int32), ("bytes", c_int32),
+                ("offset", c_int32), ("semantic_kind", c_int32), ("semantic_index", c_int32),
+                ("number", c_int32), ("is_used", c_int32), ("node", c_int32), ("line", c_int32),
+                ("column", c_int32), ("reserved", c_int32), ("repeated_by", POINTER(c_int32)),
+                ("repeated_by_count", c_size_t)]
 
 
 class Output(ctypes.Structure):
     _fields_ = [("struct_size", c_size_t), ("code", Text),
                 ("semantics", POINTER(Semantic)), ("semantic_count", c_size_t),
                 ("uniforms", POINTER(Text)), ("uniform_count", c_size_t),
-                ("faults", POINTER(Fault)), ("fault_count", c_size_t),
                 ("nodes", POINTER(Text)), ("node_count", c_size_t),
                 ("lines", POINTER(Line)), ("line_count", c_size_t),
-                ("uniform_declares", POINTER(Declare)), ("uniform_declare_count", c_size_t),
-                ("inputs", POINTER(Declare)), ("input_count", c_size_t),
-                ("outputs", POINTER(Declare)), ("output_count", c_size_t),
-                ("macros", POINTER(Macro)), ("macro_count", c_size_t),
                 ("unused_macros", POINTER(Text)), ("unused_macro_count", c_size_t),
-                ("warnings", c_void_p), ("warning_count", c_size_t)]
+                ("fault_count", c_size_t), ("uniform_declare_count", c_size_t),
+                ("input_count", c_size_t), ("output_count", c_size_t), ("macro_count", c_size_t),
+                ("warning_count", c_size_t), ("constant_bytes", c_size_t)]
 
 
+if ctypes.sizeof(c_void_p) == 8:  # what morl/c/morl.h gives them where pointers have 8 bytes
+    assert list(map(ctypes.sizeof, (Text, Value, Semantic, Fault, Node, Request, Line, Declare,
+                                    Output))) == [16, 24, 32, 88, 64, 128, 8, 160, 160]
+
+UNIFORMS = 0
+OK = 0
 FRAGMENT = 1
 LOG = ctypes.CFUNCTYPE(None, c_void_p, c_void_p)
 
@@ -105,7 +113,7 @@ class Compiler:
         self.library.morl_compiler_destroy(self.handle)
 
     def check(self, status):
-        if status != 0:
+        if status != OK:
             raise MorlError(str(self.library.morl_message(self.handle)))
 
     def load_file(self, path):
@@ -116,8 +124,8 @@ class Compiler:
         node = Node(ctypes.sizeof(Node), Text.of(name), Text.of(content), names, len(references))
         self.check(self.library.morl_set_node(self.handle, ctypes.byref(node)))
 
-    def compile(self, target, nodes, semantics, samplers, show):
-        """Runs a request for the fragment stage and shows its output, which lives until then."""
+    def compile(self, target, nodes, semantics, samplers):
+        """Runs a request for the fragment stage and shows its output."""
         request = Request(ctypes.sizeof(Request))
         request.nodes = (Text * len(nodes))(*map(Text.of, nodes))
         request.node_count = len(nodes)
@@ -136,7 +144,7 @@ class Compiler:
         try:
             output = Output(ctypes.sizeof(Output))
             self.check(self.library.morl_get_output(result, ctypes.byref(output)))
-            show(output)
+            show(self.library, result, output)
         finally:
             self.library.morl_result_destroy(result)
 
@@ -152,19 +160,31 @@ def open_library(path):
     library.morl_set_node.argtypes = [c_void_p, POINTER(Node)]
     library.morl_compile.argtypes = [c_void_p, POINTER(Request), POINTER(c_void_p)]
     library.morl_get_output.argtypes = [c_void_p, POINTER(Output)]
+    library.morl_get_fault.argtypes = [c_void_p, c_size_t, POINTER(Fault)]
+    library.morl_get_declare.argtypes = [c_void_p, c_int32, c_size_t, POINTER(Declare)]
     library.morl_result_destroy.argtypes = [c_void_p]
-    library.morl_set_log.argtypes = [LOG, c_void_p]
+    library.morl_set_log.argtypes = [LOG, c_void_p, c_void_p, c_void_p]
     return library
 
 
-def show(output):
-    for fault in output.faults[:output.fault_count]:
+def elements(get, kind):
+    """The elements of a list of a result, which are got one by one."""
+    for index in itertools.count():
+        element = kind(ctypes.sizeof(kind))
+        if get(index, ctypes.byref(element)) != OK:
+            return
+        yield element
+
+
+def show(library, result, output):
+    for fault in elements(functools.partial(library.morl_get_fault, result), Fault):
         print(f"{fault.node}:{fault.line}:{fault.column}: {fault.text}")
     code = str(output.code).split("\n")
     for line, text in zip(output.lines[:output.line_count], code):
         place = f"{output.nodes[line.node]}:{line.line}" if line.node >= 0 else ""
         print(f"{place:18}| {text}")
-    for uniform in output.uniform_declares[:output.uniform_declare_count]:
+    get_uniform = functools.partial(library.morl_get_declare, result, UNIFORMS)
+    for uniform in elements(get_uniform, Declare):
         register = f" to register {uniform.number}" if uniform.number >= 0 else ""
         print(f"bind {uniform.name} ({uniform.type}){register}")
 
@@ -189,7 +209,7 @@ def run(library, directory):
             for target in targets:
                 print(f"== {target}")
                 compiler.compile(target, ["surface_texture", "unlit", "surface_out"],
-                                 {"oUV": "TEXCOORD0"}, {"albedoMap": 3}, show)
+                                 {"oUV": "TEXCOORD0"}, {"albedoMap": 3})
 
 
 def main():
@@ -198,7 +218,7 @@ def main():
     library = open_library(sys.argv[1])
     # The log of the process: the report has all that this host shows.
     ignore = LOG(lambda *_: None)
-    library.morl_set_log(ignore, None)
+    library.morl_set_log(ignore, None, None, None)
     try:
         run(library, sys.argv[2])
     except MorlError as error:

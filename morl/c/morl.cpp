@@ -6,6 +6,8 @@
 #include "morl/c/internal/result.h"
 #include "morl/compiler/log_line.h"
 #include "morl/compiler/morl_compiler.h"
+#include "morl/compiler/program_report.h"
+#include "morl/compiler/report_text.h"
 #include "morl/core/internal/read_file.h"
 #include "morl/core/log_system.h"
 #include "morl/core/messages.h"
@@ -13,6 +15,7 @@
 #include "morl/translator/targets.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <cstddef>
 #include <cstdint>
@@ -42,17 +45,38 @@ struct TextList {
 
 }  // namespace
 
+namespace ns_ruke {
+namespace {
+
+/// A compiler that knows its handle, for the log.
+class HostedCompiler : public MorlCompiler {
+public:
+    explicit HostedCompiler(const morl_compiler& newHandle)
+        : MorlCompiler(std::vector<NodeText>()), handle(newHandle)
+    {
+    }
+
+    const morl_compiler& handle;
+};
+
+}  // namespace
+}  // namespace ns_ruke
+
 /// A compiler, and what its last calls have returned or complained about.
-struct morl_compiler {
-    ns_ruke::MorlCompiler compiler{std::vector<ns_ruke::NodeText>()};
+struct morl_compiler : ns_ruke::Handle {
+    static constexpr ns_ruke::HandleKind kKind = ns_ruke::HandleKind::Compiler;
+
+    morl_compiler() : Handle(kKind), compiler(*this) {}
+
+    ns_ruke::HostedCompiler compiler;
     std::string message;
     std::vector<ns_ruke::NodeTextFault> nodeFaults;
     std::vector<ns_ruke::ReportFault> requestFaults;
-    std::vector<morl_fault> faults;  ///< made from one of these
-    bool isBusy = false;             ///< a call is under way
-    TextList names;                  ///< of all nodes
-    TextList loaded;                 ///< of the nodes that were loaded last
-    TextList references;             ///< of the node that was got last, as its name and content
+    std::vector<morl_fault> faults;   ///< made from one of these
+    std::atomic<bool> isBusy{false};  ///< a call is under way
+    TextList names;                   ///< of all nodes
+    TextList loaded;                  ///< of the nodes that were loaded last
+    TextList references;              ///< of the node that was got last, as its name and content
     std::string nodeName;
     std::string nodeContent;
 };
@@ -60,10 +84,27 @@ struct morl_compiler {
 namespace ns_ruke {
 namespace {
 
-// What hosts of the first version pass. Later versions append to these structures.
-constexpr std::size_t kNodeSize = offsetof(morl_node, y) + sizeof(float);
-constexpr std::size_t kRequestSize = offsetof(morl_request, wants_warnings) + sizeof(std::int32_t);
-constexpr std::size_t kOutputSize = offsetof(morl_output, warning_count) + sizeof(std::size_t);
+/// Where a structure has ended in version 2.0: the smallest that hosts pass. Later versions append
+/// to structures, and change nothing here.
+template <class Structure>
+constexpr std::size_t kFirstSize = 0;
+
+#define MORL_FIRST_SIZE(structure, last)          \
+    template <>                                   \
+    constexpr std::size_t kFirstSize<structure> = \
+        offsetof(structure, last) + sizeof(structure::last)
+MORL_FIRST_SIZE(morl_fault, hint);
+MORL_FIRST_SIZE(morl_node, y);
+MORL_FIRST_SIZE(morl_request, cancel);
+MORL_FIRST_SIZE(morl_place, reserved);
+MORL_FIRST_SIZE(morl_declare, repeated_by_count);
+MORL_FIRST_SIZE(morl_macro, is_set);
+MORL_FIRST_SIZE(morl_warning, column);
+MORL_FIRST_SIZE(morl_output, constant_bytes);
+MORL_FIRST_SIZE(morl_program_uniform, fragment);
+MORL_FIRST_SIZE(morl_varying, input);
+MORL_FIRST_SIZE(morl_program_info, warning_count);
+#undef MORL_FIRST_SIZE
 
 /// Ends a call with a status that is not MORL_OK.
 struct CallFailure {
@@ -76,40 +117,39 @@ struct CallFailure {
     throw CallFailure{MORL_INVALID_ARGUMENT, message};
 }
 
-/// While it lives, its compiler takes no other call, such as one of the function that logs.
-class Busy {
-public:
-    explicit Busy(morl_compiler& handle) : compiler(handle) { compiler.isBusy = true; }
-    Busy(const Busy&) = delete;
-    Busy& operator=(const Busy&) = delete;
-    ~Busy() { compiler.isBusy = false; }
-
-private:
-    morl_compiler& compiler;
-};
-
 /// Runs the body of a call for a compiler, and turns what it throws into a status and a message.
+template <class Body>
+morl_status Run(morl_compiler& handle, const Body& body) noexcept
+{
+    handle.faults.clear();
+    try {
+        body(handle);
+        return MORL_OK;
+    } catch (CallFailure& failure) {
+        handle.message = std::move(failure.message);
+        return failure.status;
+    } catch (const std::bad_alloc&) {
+        handle.message = "out of memory";  // short enough to need none
+        return MORL_OUT_OF_MEMORY;
+    } catch (...) {
+        handle.message = "internal error";  // likewise
+        return MORL_FAILED;
+    }
+}
+
+/// The same for one call at a time: the function that logs cannot call the compiler that logs.
 template <class Body>
 morl_status Call(morl_compiler* handle, const Body& body) noexcept
 {
-    if (handle == nullptr || handle->isBusy) {
+    if (!IsHandle(handle)) {
         return MORL_INVALID_ARGUMENT;
     }
-    const Busy busy(*handle);
-    handle->faults.clear();
-    try {
-        body(*handle);
-        return MORL_OK;
-    } catch (CallFailure& failure) {
-        handle->message = std::move(failure.message);
-        return failure.status;
-    } catch (const std::bad_alloc&) {
-        handle->message = "out of memory";  // short enough to need none
-        return MORL_OUT_OF_MEMORY;
-    } catch (...) {
-        handle->message = "internal error";  // likewise
-        return MORL_FAILED;
+    if (handle->isBusy.exchange(true)) {
+        return MORL_BUSY;
     }
+    const morl_status status = Run(*handle, body);
+    handle->isBusy = false;
+    return status;
 }
 
 /// Checks a list or a text that a host has passed.
@@ -117,9 +157,9 @@ morl_status Call(morl_compiler* handle, const Body& body) noexcept
 /// @param of what it consists of
 void CheckList(const void* list, std::size_t count, const std::string& what, const char* of)
 {
-    if (count > static_cast<std::size_t>(PTRDIFF_MAX)) {
+    if (count > MORL_MOST) {
         Refuse("the size of " + what + " is " + std::to_string(count) +
-               ": lists and texts need their own sizes, there is no end mark");
+               ": lists and texts need their own sizes, at most " + std::to_string(MORL_MOST));
     }
     if (list == nullptr && count > 0) {
         Refuse(what + " is null, but should have " + std::to_string(count) + " " + of);
@@ -145,12 +185,21 @@ void CheckNotNull(const void* pointer, const char* what)
     }
 }
 
+/// Whether a host has passed a structure with its size.
+template <class Structure>
+bool HasSize(const Structure* structure)
+{
+    static_assert(kFirstSize<Structure> > 0);
+    return structure != nullptr && structure->size >= kFirstSize<Structure> &&
+           structure->size <= MORL_MOST;
+}
+
 /// Checks a structure that begins with its size.
 template <class Structure>
-void CheckSize(const Structure* structure, std::size_t smallest, const char* what)
+void CheckSize(const Structure* structure, const char* what)
 {
     CheckNotNull(structure, what);
-    if (structure->size < smallest) {
+    if (!HasSize(structure)) {
         Refuse(std::string(what) + ".size is " + std::to_string(structure->size) +
                ", and should be sizeof(morl_" + what + "): " + std::to_string(sizeof(Structure)));
     }
@@ -178,6 +227,15 @@ std::unordered_map<std::string, int> ToMap(const morl_value* list, std::size_t c
     return map;
 }
 
+RequestLimits ToLimits(const morl_request& request)
+{
+    // Hosts share a plain number, which is an atomic one wherever this is so.
+    using Flag = std::atomic<std::int32_t>;
+    static_assert(sizeof(Flag) == sizeof(std::int32_t) && Flag::is_always_lock_free);
+    return {request.most_loop_work, request.most_text_bytes,
+            reinterpret_cast<const Flag*>(request.cancel)};
+}
+
 PassProperty ToPass(const morl_request& request)
 {
     PassProperty pass;
@@ -196,7 +254,20 @@ PassProperty ToPass(const morl_request& request)
                ", and should be MORL_VERTEX or MORL_FRAGMENT");
     }
     pass.stage = request.stage;
+    if (request.reserved != 0) {
+        Refuse("request.reserved is not 0: set all that you do not use to 0");
+    }
+    pass.limits = ToLimits(request);
     return pass;
+}
+
+/// Lets a host see the faults of a call that fails.
+template <class Fault>
+void Show(const std::vector<Fault>& faults, morl_compiler& handle)
+{
+    for (const Fault& fault : faults) {
+        handle.faults.push_back(ToFault(fault));
+    }
 }
 
 void LoadText(morl_compiler& handle, const NodeText& text)
@@ -204,17 +275,37 @@ void LoadText(morl_compiler& handle, const NodeText& text)
     NodeTextResult result = handle.compiler.LoadNodes(text);
     if (!result.faults.empty()) {
         handle.nodeFaults = std::move(result.faults);
-        handle.faults = ToFaults(handle.nodeFaults);
+        Show(handle.nodeFaults, handle);
         throw CallFailure{MORL_NODES_REFUSED, NodeTextError(handle.nodeFaults).what()};
     }
     handle.loaded.Set(std::move(result.nodes));
 }
 
-[[noreturn]] void RefuseRequest(morl_compiler& handle, std::vector<ReportFault> faults)
+/// Why a request was not written.
+morl_status StatusOf(RequestEnd end)
 {
-    handle.requestFaults = std::move(faults);
-    handle.faults = ToFaults(handle.requestFaults);
-    std::string message = handle.requestFaults.front().text;
+    switch (end) {
+    case RequestEnd::Written:
+        return MORL_OK;
+    case RequestEnd::Refused:
+        return MORL_REFUSED;
+    case RequestEnd::Cancelled:
+        return MORL_CANCELLED;
+    default:
+        return MORL_LIMIT_REACHED;
+    }
+}
+
+/// The faults of the nodes come first; the last one is why the request has ended.
+std::string MessageOf(const PassReport& report)
+{
+    if (report.end == RequestEnd::Cancelled || report.faults.empty()) {
+        return "cancelled";
+    }
+    if (report.end != RequestEnd::Refused) {
+        return report.faults.back().text;
+    }
+    std::string message = report.faults.front().text;
     if (StringHelper::StartWith(message, messages::kUnknownTarget, false)) {
         const char* separator = " (the targets are ";
         for (const std::string& target : MorlTargets()) {
@@ -222,7 +313,15 @@ void LoadText(morl_compiler& handle, const NodeText& text)
         }
         message += ")";
     }
-    throw CallFailure{MORL_REFUSED, message};
+    return message;
+}
+
+[[noreturn]] void EndRequest(morl_compiler& handle, PassReport report)
+{
+    CallFailure failure{StatusOf(report.end), MessageOf(report)};
+    handle.requestFaults = std::move(report.faults);
+    Show(handle.requestFaults, handle);
+    throw std::move(failure);
 }
 
 std::unique_ptr<morl_result> Compile(morl_compiler& handle, const morl_request& request)
@@ -238,12 +337,13 @@ std::unique_ptr<morl_result> Compile(morl_compiler& handle, const morl_request& 
             : handle.compiler.CompileReported(pass, output, report,
                                               wantsReport ? ReportParts::All : ReportParts::Faults);
     if (!isWritten) {
-        RefuseRequest(handle, std::move(report.faults));
+        EndRequest(handle, std::move(report));
     }
     if (!wantsReport) {
         report.faults.clear();
     }
-    return std::make_unique<morl_result>(std::move(output), std::move(report), std::move(warnings));
+    return std::make_unique<morl_result>(pass, wantsReport, std::move(output), std::move(report),
+                                         std::move(warnings));
 }
 
 const MorlNode& FindNode(const morl_compiler& handle, const morl_text& name)
@@ -266,6 +366,51 @@ void CopyOut(Structure from, Structure* to)
     std::memset(static_cast<void*>(to), 0, size);
     std::memcpy(static_cast<void*>(to), &from, std::min(size, sizeof(Structure)));
 }
+
+/// Gives a host what a structure of this library has, if it has room for it.
+template <class Structure>
+morl_status Give(Structure from, Structure* to)
+{
+    if (!HasSize(to)) {
+        return MORL_INVALID_ARGUMENT;
+    }
+    CopyOut(from, to);
+    return MORL_OK;
+}
+
+/// Gives a host an element of a list.
+template <class Element, class Structure>
+morl_status GiveElement(const std::vector<Element>& list, std::size_t index,
+                        Structure (*convert)(const Element&), Structure* to)
+{
+    if (!HasSize(to)) {
+        return MORL_INVALID_ARGUMENT;
+    }
+    return index < list.size() ? Give(convert(list[index]), to) : MORL_NOT_FOUND;
+}
+
+/// A function of a host that hears the log, as a sink.
+struct HostLog {
+    void operator()(LogLevel level, const std::string& category, const std::string& message) const
+    {
+        const LogLine parts(level, message);
+        const auto* const compiler = dynamic_cast<const HostedCompiler*>(parts.compiler);
+        morl_log_line line = {};
+        line.size = sizeof line;
+        line.level = parts.IsError() ? MORL_ERROR : MORL_INFO;
+        line.line = parts.line;
+        line.column = parts.column;
+        line.category = ToText(category);
+        line.message = ToText(message);
+        line.node = ToText(parts.node);
+        line.text = ToText(parts.text);
+        line.compiler = compiler != nullptr ? &compiler->handle : nullptr;
+        log(host, &line);
+    }
+
+    morl_log log;
+    void* host;
+};
 
 /// The targets as texts. They are never destroyed, because hosts may use them until they end.
 const TextList& Targets()
@@ -300,7 +445,7 @@ const char* morl_status_text(morl_status status)
     case MORL_OK:
         return "success";
     case MORL_INVALID_ARGUMENT:
-        return "an argument is null or not valid, or the compiler is in use";
+        return "an argument is null or not valid";
     case MORL_OUT_OF_MEMORY:
         return "out of memory";
     case MORL_FILE_NOT_READ:
@@ -310,7 +455,13 @@ const char* morl_status_text(morl_status status)
     case MORL_REFUSED:
         return "a request names an unknown node or target";
     case MORL_NOT_FOUND:
-        return "there is no such node";
+        return "there is no such node, or no such element of a list";
+    case MORL_BUSY:
+        return "another call for this compiler is under way";
+    case MORL_LIMIT_REACHED:
+        return "a limit of the request is reached";
+    case MORL_CANCELLED:
+        return "the request was cancelled";
     default:
         return "internal error";
     }
@@ -340,28 +491,39 @@ morl_compiler* morl_compiler_create(void)
     }
 }
 
-void morl_compiler_destroy(morl_compiler* compiler)
+morl_status morl_compiler_destroy(morl_compiler* compiler)
 {
-    if (compiler == nullptr || !compiler->isBusy) {
-        delete compiler;
+    if (compiler == nullptr) {
+        return MORL_OK;
     }
+    if (!IsHandle(compiler)) {
+        return MORL_INVALID_ARGUMENT;
+    }
+    if (compiler->isBusy.exchange(true)) {
+        return MORL_BUSY;
+    }
+    delete compiler;
+    return MORL_OK;
 }
 
 morl_text morl_message(const morl_compiler* compiler)
 {
-    if (compiler == nullptr) {
-        return ToText("the compiler is null");
+    if (!IsHandle(compiler)) {
+        return ToText("this is no compiler");
     }
-    return compiler->isBusy ? ToText("the compiler is in use: its log must not call it")
+    return compiler->isBusy ? ToText("another call for this compiler is under way")
                             : ToText(compiler->message);
 }
 
-const morl_fault* morl_faults(const morl_compiler* compiler, size_t* count)
+morl_status morl_get_call_fault(const morl_compiler* compiler, size_t index, morl_fault* fault)
 {
-    if (count != nullptr) {
-        *count = compiler != nullptr ? compiler->faults.size() : 0;
+    if (!IsHandle(compiler) || !HasSize(fault)) {
+        return MORL_INVALID_ARGUMENT;
     }
-    return compiler != nullptr ? compiler->faults.data() : nullptr;
+    if (compiler->isBusy) {
+        return MORL_BUSY;
+    }
+    return index < compiler->faults.size() ? Give(compiler->faults[index], fault) : MORL_NOT_FOUND;
 }
 
 morl_status morl_load_nodes(morl_compiler* compiler, morl_text name, morl_text text)
@@ -391,7 +553,7 @@ morl_status morl_load_node_file(morl_compiler* compiler, morl_text path)
 morl_status morl_set_node(morl_compiler* compiler, const morl_node* node)
 {
     return Call(compiler, [&](morl_compiler& handle) {
-        CheckSize(node, kNodeSize, "node");
+        CheckSize(node, "node");
         handle.compiler.SetNode(
             ToString(node->name, "node.name"), ToString(node->content, "node.content"),
             ToStrings(node->references, node->reference_count, "node.references"), node->x,
@@ -409,7 +571,7 @@ morl_status morl_remove_node(morl_compiler* compiler, morl_text name)
 morl_status morl_get_node(morl_compiler* compiler, morl_text name, morl_node* node)
 {
     return Call(compiler, [&](morl_compiler& handle) {
-        CheckSize(node, kNodeSize, "node");
+        CheckSize(node, "node");
         const MorlNode& found = FindNode(handle, name);
         handle.nodeName = found.GetName();
         handle.nodeContent = found.GetContent();
@@ -447,49 +609,157 @@ morl_status morl_compile(morl_compiler* compiler, const morl_request* request, m
     }
     return Call(compiler, [&](morl_compiler& handle) {
         CheckNotNull(result, "result");
-        CheckSize(request, kRequestSize, "request");
+        CheckSize(request, "request");
         *result = Compile(handle, *request).release();
     });
 }
 
 morl_status morl_get_output(const morl_result* result, morl_output* output)
 {
-    if (result == nullptr || output == nullptr || output->size < kOutputSize) {
-        return MORL_INVALID_ARGUMENT;
-    }
-    CopyOut(result->view, output);
-    return MORL_OK;
+    return IsHandle(result) ? Give(result->view, output) : MORL_INVALID_ARGUMENT;
 }
 
-morl_text morl_get_hint(const morl_result* result, size_t fault)
+morl_status morl_get_fault(const morl_result* result, size_t index, morl_fault* fault)
 {
-    return result != nullptr && fault < result->report.faults.size()
-               ? ToText(result->report.faults[fault].hint)
-               : ToText("");
+    return IsHandle(result) ? GiveElement(result->report.faults, index, ToFault, fault)
+                            : MORL_INVALID_ARGUMENT;
+}
+
+morl_status morl_get_declare(const morl_result* result, int32_t list, size_t index,
+                             morl_declare* declare)
+{
+    if (!IsHandle(result)) {
+        return MORL_INVALID_ARGUMENT;
+    }
+    switch (list) {
+    case MORL_UNIFORMS:
+        return GiveElement(result->report.uniforms, index, ToDeclare, declare);
+    case MORL_INPUTS:
+        return GiveElement(result->report.inputs, index, ToDeclare, declare);
+    case MORL_OUTPUTS:
+        return GiveElement(result->report.outputs, index, ToDeclare, declare);
+    default:
+        return MORL_INVALID_ARGUMENT;
+    }
+}
+
+morl_status morl_get_macro(const morl_result* result, size_t index, morl_macro* macro)
+{
+    return IsHandle(result) ? GiveElement(result->report.macros, index, ToMacro, macro)
+                            : MORL_INVALID_ARGUMENT;
+}
+
+morl_status morl_get_warning(const morl_result* result, size_t index, morl_warning* warning)
+{
+    return IsHandle(result) ? GiveElement(result->warnings, index, ToWarning, warning)
+                            : MORL_INVALID_ARGUMENT;
+}
+
+morl_status morl_get_place(const morl_result* result, size_t line, morl_place* place)
+{
+    if (!IsHandle(result) || !HasSize(place)) {
+        return MORL_INVALID_ARGUMENT;
+    }
+    if (line == 0 || line > result->lines.size() || result->lines[line - 1].node < 0) {
+        return MORL_NOT_FOUND;
+    }
+    const morl_line& from = result->lines[line - 1];
+    return Give({0, result->nodes[static_cast<std::size_t>(from.node)], from.line, 0}, place);
+}
+
+morl_text morl_get_json(morl_result* result)
+{
+    if (!IsHandle(result) || !result->hasReport) {
+        return ToText("");
+    }
+    try {
+        if (result->json.empty()) {
+            result->json = ReportText(result->request, result->output, result->report);
+        }
+    } catch (...) {
+        return ToText("");
+    }
+    return ToText(result->json);
 }
 
 void morl_result_destroy(morl_result* result)
 {
-    delete result;
+    if (IsHandle(result)) {
+        delete result;
+    }
 }
 
-morl_status morl_set_log(morl_log log, void* host)
+morl_status morl_link(const morl_result* vertex, const morl_result* fragment,
+                      morl_program** program)
+{
+    if (program == nullptr) {
+        return MORL_INVALID_ARGUMENT;
+    }
+    *program = nullptr;
+    const bool areReported =
+        IsHandle(vertex) && IsHandle(fragment) && vertex->hasReport && fragment->hasReport;
+    if (!areReported || vertex->request.target != fragment->request.target) {
+        return MORL_INVALID_ARGUMENT;
+    }
+    try {
+        *program = new morl_program(
+            ReportProgram(vertex->report, fragment->report, vertex->request.target));
+        return MORL_OK;
+    } catch (const std::bad_alloc&) {
+        return MORL_OUT_OF_MEMORY;
+    } catch (...) {
+        return MORL_FAILED;
+    }
+}
+
+morl_status morl_get_program_info(const morl_program* program, morl_program_info* info)
+{
+    if (!IsHandle(program)) {
+        return MORL_INVALID_ARGUMENT;
+    }
+    const ProgramReport& report = program->report;
+    return Give({0, report.uniforms.size(), report.varyings.size(), report.warnings.size()}, info);
+}
+
+morl_status morl_get_program_uniform(const morl_program* program, size_t index,
+                                     morl_program_uniform* uniform)
+{
+    return IsHandle(program) ? GiveElement(program->report.uniforms, index, ToUniform, uniform)
+                             : MORL_INVALID_ARGUMENT;
+}
+
+morl_status morl_get_varying(const morl_program* program, size_t index, morl_varying* varying)
+{
+    return IsHandle(program) ? GiveElement(program->report.varyings, index, ToVarying, varying)
+                             : MORL_INVALID_ARGUMENT;
+}
+
+morl_status morl_get_program_warning(const morl_program* program, size_t index,
+                                     morl_warning* warning)
+{
+    return IsHandle(program) ? GiveElement(program->report.warnings, index, ToWarning, warning)
+                             : MORL_INVALID_ARGUMENT;
+}
+
+void morl_program_destroy(morl_program* program)
+{
+    if (IsHandle(program)) {
+        delete program;
+    }
+}
+
+morl_status morl_set_log(morl_log log, void* host, morl_log* previous_log, void** previous_host)
 {
     try {
-        LogSink sink;
-        if (log != nullptr) {
-            sink = [log, host](LogLevel level, const std::string& category,
-                               const std::string& message) {
-                const LogLine parts(level, message);
-                const morl_log_line line = {
-                    sizeof line,        parts.IsError() ? MORL_ERROR : MORL_INFO,
-                    parts.line,         parts.column,
-                    ToText(category),   ToText(message),
-                    ToText(parts.node), ToText(parts.text)};
-                log(host, &line);
-            };
+        const LogSink previous =
+            TamberLogSystem::SetSink(log != nullptr ? LogSink(HostLog{log, host}) : LogSink());
+        const auto* const known = previous.target<HostLog>();
+        if (previous_log != nullptr) {
+            *previous_log = known != nullptr ? known->log : nullptr;
         }
-        TamberLogSystem::SetSink(std::move(sink));
+        if (previous_host != nullptr) {
+            *previous_host = known != nullptr ? known->host : nullptr;
+        }
         return MORL_OK;
     } catch (const std::bad_alloc&) {
         return MORL_OUT_OF_MEMORY;

@@ -19,11 +19,14 @@
  *
  * Errors: nothing is thrown. If a function returns another status than MORL_OK, nothing has been
  * changed; morl_message says what is wrong if it took a compiler, morl_status_text says less.
+ * Handles that are null, of another kind, or destroyed and not yet overwritten are invalid
+ * arguments. Sizes and counts are at most MORL_MOST.
  *
  * Compatibility: a structure that begins with `size` may grow at its end; set `size` to its sizeof,
  * and all that you do not use to 0. The library reads no more than that, and sets to 0 what it does
- * not know, so hosts and libraries of different versions work together. Other structures, and the
- * numbers of constants, never change.
+ * not know, so hosts and libraries of different 2.x versions work together. Lists of such
+ * structures are read one by one, for the same reason. Other structures, and the numbers of
+ * constants, never change; lists of constants may grow.
  */
 #ifndef MORL_C_MORL_H
 #define MORL_C_MORL_H
@@ -47,9 +50,15 @@ enum {
     MORL_FILE_NOT_READ = 3, /**< a file is missing or cannot be read */
     MORL_NODES_REFUSED = 4, /**< a text of nodes has faults; morl_faults has them */
     MORL_REFUSED = 5,       /**< an unknown node or target in a request; morl_faults has them */
-    MORL_NOT_FOUND = 6,     /**< there is no such node */
-    MORL_FAILED = 7         /**< anything else */
+    MORL_NOT_FOUND = 6,     /**< there is no such node, or no such element of a list */
+    MORL_FAILED = 7,        /**< anything else */
+    MORL_BUSY = 8,          /**< another call for this compiler is under way */
+    MORL_LIMIT_REACHED = 9, /**< a limit of the request; morl_get_call_fault says which */
+    MORL_CANCELLED = 10     /**< by morl_request::cancel */
 };
+
+/** The largest size of a text, in bytes, and the longest list. */
+#define MORL_MOST 0x7fffffff
 
 /** The level of a fault or a log message. */
 enum { MORL_INFO = 0, MORL_ERROR = 1 };
@@ -57,11 +66,48 @@ enum { MORL_INFO = 0, MORL_ERROR = 1 };
 /** The stage of a request. */
 enum { MORL_VERTEX = 0, MORL_FRAGMENT = 1 };
 
+/** What a declaration consists of. */
+enum {
+    MORL_UNKNOWN = 0, /**< "auto" that no target can write */
+    MORL_FLOAT = 1,
+    MORL_INT = 2,
+    MORL_BONE_INDEX = 3, /**< "auto" bound to BLENDINDICES: integers in hlsl10, otherwise floats */
+    MORL_SAMPLER_1D = 4, /**< this and all that follow are samplers */
+    MORL_SAMPLER_1D_ARRAY = 5,
+    MORL_SAMPLER_2D = 6,
+    MORL_SAMPLER_2D_ARRAY = 7,
+    MORL_SAMPLER_3D = 8,
+    MORL_SAMPLER_3D_ARRAY = 9,
+    MORL_SAMPLER_CUBE = 10
+};
+
+/** What a declaration is bound to. */
+enum {
+    MORL_UNBOUND = 0,
+    MORL_POSITION = 1,
+    MORL_NORMAL = 2,
+    MORL_TANGENT = 3,
+    MORL_BINORMAL = 4,
+    MORL_BLEND_INDICES = 5,
+    MORL_BLEND_WEIGHT = 6,
+    MORL_TEXCOORD = 7, /**< its index is the number of the texture coordinate */
+    MORL_SCREEN_POSITION = 8,
+    MORL_COLOR = 9,    /**< its index is the render target */
+    MORL_SAMPLER = 10, /**< its index is the register */
+    MORL_OTHER_SEMANTIC = 11
+};
+
+/** The lists of declarations of a result. */
+enum { MORL_UNIFORMS = 0, MORL_INPUTS = 1, MORL_OUTPUTS = 2 };
+
 /** A compiler with its nodes. */
 typedef struct morl_compiler morl_compiler;
 
 /** The result of a request. */
 typedef struct morl_result morl_result;
+
+/** Both passes of a shader as one program. */
+typedef struct morl_program morl_program;
 
 /** Bytes of a text. */
 typedef struct morl_text {
@@ -73,6 +119,7 @@ typedef struct morl_text {
 typedef struct morl_value {
     morl_text name;
     int32_t value;
+    int32_t reserved; /**< 0 */
 } morl_value;
 
 /** A declaration with the texture coordinate that it was given, such as "TEXCOORD0". */
@@ -83,12 +130,15 @@ typedef struct morl_semantic {
 
 /** What is wrong, and where. */
 typedef struct morl_fault {
+    size_t size;    /**< sizeof(morl_fault) */
     int32_t level;  /**< MORL_INFO or MORL_ERROR */
     int32_t line;   /**< 1-based, in the node's content or in the text of nodes; 0: no place */
     int32_t column; /**< 1-based, in bytes; 0: no place */
+    int32_t reserved;
     morl_text file; /**< the name of the text of nodes; empty: none */
     morl_text node; /**< empty: none, or not known */
     morl_text text; /**< what is wrong */
+    morl_text hint; /**< what to write instead, or what may have gone wrong; empty: not known */
 } morl_fault;
 
 /** A node. */
@@ -115,8 +165,20 @@ typedef struct morl_request {
     size_t sampler_count;
     morl_text target;       /**< "hlsl", "hlsl10", "glsl" or "glsles" */
     int32_t stage;          /**< MORL_VERTEX or MORL_FRAGMENT */
-    int32_t wants_report;   /**< not 0: also fills the report of morl_output */
-    int32_t wants_warnings; /**< not 0: also fills its warnings; needs a report */
+    int32_t wants_report;   /**< not 0: the result has a report */
+    int32_t wants_warnings; /**< not 0: the report has warnings; needs a report */
+    int32_t reserved;       /**< 0 */
+    /**
+     * The most work in "#for" loops, in visits to what is repeated; 0: only the library's own
+     * bound, which takes at most about 1.5 seconds. 200,000 suit an editor.
+     */
+    size_t most_loop_work;
+    size_t most_text_bytes; /**< the longest text, in bytes; 0: no limit */
+    /**
+     * Any thread may set this to another value than 0, as a whole and atomically, which ends the
+     * request; null: nobody can. Must live as long as the call.
+     */
+    const int32_t* cancel;
 } morl_request;
 
 /** What a line of the code was made from. */
@@ -125,21 +187,45 @@ typedef struct morl_line {
     int32_t line; /**< 1-based, in the node's content; 0 without a node */
 } morl_line;
 
+/** The place in a node that a line of the code was made from. */
+typedef struct morl_place {
+    size_t size; /**< sizeof(morl_place) */
+    morl_text node;
+    int32_t line; /**< 1-based, in the node's content */
+    int32_t reserved;
+} morl_place;
+
 /** A uniform, an input or an output. */
 typedef struct morl_declare {
+    size_t size; /**< sizeof(morl_declare) */
     morl_text name;
     morl_text type;         /**< as declared, such as "float4" or "auto" */
     morl_text written_type; /**< as the target spells it */
     morl_text array_size;   /**< as written; empty: no array */
     morl_text semantic;     /**< as declared, such as "TEXAUTO"; empty: not bound */
-    int32_t elements;       /**< the array size if it is a number, otherwise 0 */
-    int32_t number; /**< the sampler's register or the texture coordinate, as written; -1: none */
-    int32_t node;   /**< the node that declares it: an index into morl_output::nodes */
-    int32_t line;   /**< 1-based, in the node's content */
+    int32_t base_type;      /**< MORL_FLOAT and so on */
+    int32_t rows;           /**< of a vector or matrix; 1: a number; 0: a sampler, or unknown */
+    int32_t columns;        /**< of a matrix; 1: a vector or a number; 0: a sampler, or unknown */
+    int32_t elements; /**< the array size, with the values of macros; 0: no array, or not known */
+    int32_t bytes;    /**< of all elements, closely packed; 0: a sampler, or not known */
+    /** In hlsl10, where a uniform is in the constant buffer of the pass, in bytes; -1: not there */
+    int32_t offset;
+    int32_t semantic_kind;  /**< MORL_POSITION and so on */
+    int32_t semantic_index; /**< such as 1 of "COLOR1"; -1: the target writes none */
+    /** The sampler's register or the texture coordinate, as written, or the render target; -1 */
+    int32_t number;
+    int32_t is_used; /**< not 0: the entry function reads or assigns it */
+    int32_t node;    /**< the node that declares it: an index into morl_output::nodes */
+    int32_t line;    /**< 1-based, in the node's content */
+    int32_t column;  /**< 1-based, in bytes */
+    int32_t reserved;
+    const int32_t* repeated_by; /**< further nodes that declare it; likewise indexes, ascending */
+    size_t repeated_by_count;
 } morl_declare;
 
 /** A macro that conditions and loops of the nodes have asked for. */
 typedef struct morl_macro {
+    size_t size; /**< sizeof(morl_macro) */
     morl_text name;
     int32_t value;  /**< the value used */
     int32_t is_set; /**< 0: not by the request; it counted as 0, or its loop did not run */
@@ -147,6 +233,7 @@ typedef struct morl_macro {
 
 /** Something that is probably a mistake, although the source has no fault. */
 typedef struct morl_warning {
+    size_t size;     /**< sizeof(morl_warning) */
     morl_text check; /**< the name of the check, such as "undeclared-name" */
     morl_text node;  /**< empty: the request as a whole */
     morl_text text;  /**< what happens, and what to do */
@@ -154,7 +241,7 @@ typedef struct morl_warning {
     int32_t column;  /**< 1-based, in bytes; 0: no place */
 } morl_warning;
 
-/** The output of a request. */
+/** The output of a request, and the sizes of the lists of its report. */
 typedef struct morl_output {
     size_t size; /**< sizeof(morl_output) */
     morl_text code;
@@ -164,28 +251,47 @@ typedef struct morl_output {
     size_t uniform_count;
 
     /* The report. */
-    const morl_fault* faults; /**< of all nodes that took part, and of the request */
-    size_t fault_count;
     const morl_text* nodes; /**< the names of those that were merged, in this order */
     size_t node_count;
     const morl_line* lines; /**< one for each line of the code */
     size_t line_count;
-    const morl_declare* uniform_declares; /**< in the order in which they are written */
-    size_t uniform_declare_count;
-    const morl_declare* inputs; /**< likewise */
-    size_t input_count;
-    const morl_declare* outputs; /**< likewise */
-    size_t output_count;
-    const morl_macro* macros; /**< in ascending order of the names */
-    size_t macro_count;
-    const morl_text* unused_macros; /**< set by the request, but never asked for */
+    const morl_text* unused_macros; /**< set by the request, but never asked for; ascending */
     size_t unused_macro_count;
-
-    const morl_warning* warnings;
-    size_t warning_count;
+    size_t fault_count; /**< of all nodes that took part, and of the request: morl_get_fault */
+    size_t uniform_declare_count; /**< in the order in which they are written: morl_get_declare */
+    size_t input_count;           /**< likewise */
+    size_t output_count;          /**< likewise */
+    size_t macro_count;           /**< in ascending order of the names: morl_get_macro */
+    size_t warning_count;         /**< morl_get_warning */
+    /** The size of the constant buffer in hlsl10, a multiple of 16; 0: none, or not known */
+    size_t constant_bytes;
 } morl_output;
 
-/** The version of the library: "1.1.0", with a NUL at its end. */
+/** A uniform of the vertex pass, the fragment pass, or both. */
+typedef struct morl_program_uniform {
+    size_t size; /**< sizeof(morl_program_uniform) */
+    morl_text name;
+    int32_t vertex;   /**< an index into the uniforms of the vertex pass; -1: it has none */
+    int32_t fragment; /**< likewise of the fragment pass */
+} morl_program_uniform;
+
+/** What the vertex pass hands to the fragment pass. */
+typedef struct morl_varying {
+    size_t size; /**< sizeof(morl_varying) */
+    morl_text name;
+    int32_t output; /**< an index into the outputs of the vertex pass; -1: nothing feeds it */
+    int32_t input;  /**< an index into the inputs of the fragment pass; -1: it is not read */
+} morl_varying;
+
+/** The sizes of the lists of a program. */
+typedef struct morl_program_info {
+    size_t size; /**< sizeof(morl_program_info) */
+    size_t uniform_count;
+    size_t varying_count;
+    size_t warning_count; /**< of what does not fit together in the two passes */
+} morl_program_info;
+
+/** The version of the library: "2.0.0", with a NUL at its end. */
 MORL_API const char* morl_version(void);
 
 /** A status in words, with a NUL at its end. */
@@ -198,10 +304,10 @@ MORL_API const morl_text* morl_targets(size_t* count);
 MORL_API morl_compiler* morl_compiler_create(void);
 
 /**
- * Destroys a compiler; null is allowed. Does nothing while the compiler is at work, which only the
- * log's function can try: destroy it after that call.
+ * Destroys a compiler; null is allowed. MORL_BUSY while another call for it is under way, such as
+ * the one that its log hears of: destroy it after that call.
  */
-MORL_API void morl_compiler_destroy(morl_compiler* compiler);
+MORL_API morl_status morl_compiler_destroy(morl_compiler* compiler);
 
 /**
  * What was wrong with the last call for this compiler that failed, as one line; empty if none has
@@ -210,10 +316,12 @@ MORL_API void morl_compiler_destroy(morl_compiler* compiler);
 MORL_API morl_text morl_message(const morl_compiler* compiler);
 
 /**
- * The faults that made the last call for this compiler fail with MORL_NODES_REFUSED or
- * MORL_REFUSED; after any other call there are none. Valid until the next call for the compiler.
+ * A fault that made the last call for this compiler fail with MORL_NODES_REFUSED, MORL_REFUSED or
+ * MORL_LIMIT_REACHED. Its texts are valid until the next call of another function for the compiler.
+ * @param index from 0; MORL_NOT_FOUND after the last one
  */
-MORL_API const morl_fault* morl_faults(const morl_compiler* compiler, size_t* count);
+MORL_API morl_status morl_get_call_fault(const morl_compiler* compiler, size_t index,
+                                         morl_fault* fault);
 
 /**
  * Loads all nodes of a text in the format of the node files, or none if it has faults. Nodes of the
@@ -256,18 +364,64 @@ MORL_API morl_status morl_get_node_names(morl_compiler* compiler, const morl_tex
 MORL_API morl_status morl_compile(morl_compiler* compiler, const morl_request* request,
                                   morl_result** result);
 
-/** The output of a request. Valid until the result is destroyed. */
+/** The output of a request. Valid until the result is destroyed, as is all that follows. */
 MORL_API morl_status morl_get_output(const morl_result* result, morl_output* output);
 
+/** An element of a list of the report; MORL_NOT_FOUND after the last one. @param index from 0 */
+MORL_API morl_status morl_get_fault(const morl_result* result, size_t index, morl_fault* fault);
+
+/** Likewise. @param list MORL_UNIFORMS, MORL_INPUTS or MORL_OUTPUTS */
+MORL_API morl_status morl_get_declare(const morl_result* result, int32_t list, size_t index,
+                                      morl_declare* declare);
+
+/** Likewise. */
+MORL_API morl_status morl_get_macro(const morl_result* result, size_t index, morl_macro* macro);
+
+/** Likewise. */
+MORL_API morl_status morl_get_warning(const morl_result* result, size_t index,
+                                      morl_warning* warning);
+
 /**
- * What to write instead of the cause of a fault, or what may have gone wrong, as one line; empty if
- * nothing is known. Valid until the result is destroyed.
- * @param fault an index into morl_output::faults
+ * Where a line of the code is from, for the messages of a driver; MORL_NOT_FOUND: from no node, or
+ * there is no such line. @param line 1-based
  */
-MORL_API morl_text morl_get_hint(const morl_result* result, size_t fault);
+MORL_API morl_status morl_get_place(const morl_result* result, size_t line, morl_place* place);
+
+/**
+ * What a host binds by, as a JSON object: docs/reflection.schema.json. The result needs a report;
+ * without one the text is empty, as it is if memory is short. Made when it is first asked for, so
+ * by one thread at a time.
+ */
+MORL_API morl_text morl_get_json(morl_result* result);
 
 /** Destroys a result; null is allowed. */
 MORL_API void morl_result_destroy(morl_result* result);
+
+/**
+ * Puts the reports of both passes of a shader together.
+ * @param vertex, fragment results for the same target; they may be destroyed afterwards
+ * @param program gets a new program, which the host destroys; null unless MORL_OK is returned.
+ */
+MORL_API morl_status morl_link(const morl_result* vertex, const morl_result* fragment,
+                               morl_program** program);
+
+/** Valid until the program is destroyed, as is all that follows. */
+MORL_API morl_status morl_get_program_info(const morl_program* program, morl_program_info* info);
+
+/** MORL_NOT_FOUND after the last one. @param index from 0 */
+MORL_API morl_status morl_get_program_uniform(const morl_program* program, size_t index,
+                                              morl_program_uniform* uniform);
+
+/** Likewise. */
+MORL_API morl_status morl_get_varying(const morl_program* program, size_t index,
+                                      morl_varying* varying);
+
+/** Likewise; its place is in the fragment pass. */
+MORL_API morl_status morl_get_program_warning(const morl_program* program, size_t index,
+                                              morl_warning* warning);
+
+/** Destroys a program; null is allowed. */
+MORL_API void morl_program_destroy(morl_program* program);
 
 /** A message of the log, and its parts. */
 typedef struct morl_log_line {
@@ -275,10 +429,12 @@ typedef struct morl_log_line {
     int32_t level;  /**< MORL_INFO or MORL_ERROR */
     int32_t line;   /**< 1-based, in the node's content; 0: no place */
     int32_t column; /**< 1-based, in bytes; 0: no place */
+    int32_t reserved;
     morl_text category;
-    morl_text message; /**< the whole message: one line, without a line break */
-    morl_text node;    /**< empty: none */
-    morl_text text;    /**< the message without its place */
+    morl_text message;             /**< the whole message: one line, without a line break */
+    morl_text node;                /**< empty: none */
+    morl_text text;                /**< the message without its place */
+    const morl_compiler* compiler; /**< whose request logs; null: none of this interface */
 } morl_log_line;
 
 /** Receives the messages of the process's log. The line and its texts are valid during the call. */
@@ -287,11 +443,14 @@ typedef void (*morl_log)(void* host, const morl_log_line* line);
 /**
  * Sends the log of the whole process to a function, or with null back to standard error. It is
  * called on the thread that logs, for one thread at a time; it must not throw, nor wait for another
- * thread that logs. Calls for the compiler that logs are refused. Once this function has returned,
- * the function set before is not called again.
+ * thread that logs. Calls for the compiler that logs are refused with MORL_BUSY. Once this function
+ * has returned, the function set before is not called again.
  * @param host is passed on
+ * @param previous_log, previous_host get what was set before, to set it again; null if that was not
+ *        set by this function. Either may be null.
  */
-MORL_API morl_status morl_set_log(morl_log log, void* host);
+MORL_API morl_status morl_set_log(morl_log log, void* host, morl_log* previous_log,
+                                  void** previous_host);
 
 /** Frees the memory that this thread keeps for its next request. */
 MORL_API void morl_release_memory(void);

@@ -8,7 +8,10 @@
 namespace ns_ruke {
 
 LogLine::LogLine(LogLevel logLevel, const std::string& message)
-    : level(logLevel), node(LogScope::CurrentNode()), text(message)
+    : level(logLevel),
+      compiler(LogScope::CurrentCompiler()),
+      node(LogScope::CurrentNode()),
+      text(message)
 {
     if (const ReportFault* fault = FaultOfMessage(message)) {
         line = fault->line;
@@ -19,8 +22,7 @@ LogLine::LogLine(LogLevel logLevel, const std::string& message)
 
 bool LogLine::IsParseMark() const
 {
-    return level == LogLevel::Info &&
-           (text == messages::kCompilerStart || text == messages::kCompilerEnd);
+    return level == LogLevel::Info && messages::IsParseMark(text);
 }
 
 }  // namespace ns_ruke

@@ -8,9 +8,11 @@
 
 namespace ns_ruke {
 
-/// A log line split into its parts: the node it belongs to, the location in the node's content, and
-/// the text. Construct it inside a LogSink, on the logging thread, because node and location are
-/// known only there:
+class MorlCompiler;
+
+/// A log line split into its parts: the compiler and the node it belongs to, the location in the
+/// node's content, and the text. Construct it inside a LogSink, on the logging thread, because node
+/// and location are known only there:
 ///
 ///     TamberLogSystem::SetSink([](LogLevel level, const std::string&, const std::string& message)
 ///     {
@@ -29,10 +31,11 @@ public:
     bool IsParseMark() const;
 
     LogLevel level;
-    std::string node;  ///< empty: the line belongs to the request as a whole
-    int line = 0;      ///< 1-based line in the node's content; 0: no location
-    int column = 0;    ///< 1-based, in bytes; 0: no location
-    std::string text;  ///< the message without its location
+    const MorlCompiler* compiler;  ///< that is running a request; null: none
+    std::string node;              ///< empty: the line belongs to the request as a whole
+    int line = 0;                  ///< 1-based line in the node's content; 0: no location
+    int column = 0;                ///< 1-based, in bytes; 0: no location
+    std::string text;              ///< the message without its location
 };
 
 }  // namespace ns_ruke

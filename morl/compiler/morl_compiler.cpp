@@ -8,6 +8,7 @@
 #include "morl/compiler/node_files.h"
 #include "morl/core/internal/fault_collector.h"
 #include "morl/core/internal/graphics_log.h"
+#include "morl/core/log_scope.h"
 #include "morl/core/messages.h"
 #include "morl/linker/morl_linker.h"
 #include "morl/parser/morl_parser.h"
@@ -18,6 +19,8 @@
 #include <algorithm>
 #include <iterator>
 #include <memory>
+#include <optional>
+#include <string>
 #include <utility>
 
 namespace ns_ruke {
@@ -92,9 +95,9 @@ bool MorlCompiler::CompileReported(PassProperty& pass, ShaderOutput& output, Pas
     }
     report = PassReport();
     FaultCollector collector;
-    const bool isWritten = Run(pass, output, nullptr, nullptr);
+    report.end = Run(pass, output, nullptr, nullptr);
     report.faults = std::move(collector.faults);
-    return isWritten;
+    return report.end == RequestEnd::Written;
 }
 
 bool MorlCompiler::CompileReported(PassProperty& pass, ShaderOutput& output, PassReport& report,
@@ -111,30 +114,27 @@ bool MorlCompiler::RunReported(PassProperty& pass, ShaderOutput& output, PassRep
     try {
         report = PassReport();
         FaultCollector collector;
-        const bool isWritten = Run(pass, output, &report, warnings);
+        report.end = Run(pass, output, &report, warnings);
         std::move(collector.faults.begin(), collector.faults.end(),
                   std::back_inserter(report.faults));
-        return isWritten;
+        return report.end == RequestEnd::Written;
     } catch (...) {
         output = std::move(before);
         throw;
     }
 }
 
-bool MorlCompiler::Run(PassProperty& pass, ShaderOutput& output, PassReport* report,
-                       std::vector<ReportWarning>* warnings)
+// Parses those nodes that need it.
+// @return whether the request goes on
+bool MorlCompiler::ParseNodes(const std::vector<MorlNode*>& list, const PassProperty& pass,
+                              PassReport* report)
 {
-    const TargetRecord* target = FindTarget(pass.target);
-    if (target == nullptr) {
-        LogGraphicsError(messages::kUnknownTarget + pass.target);
-    }
-    if (ReportUnknown(pass) || target == nullptr) {
-        return false;
-    }
     MorlParser parser;
     parser.Init();
-    std::vector<MorlNode*> list = SelectNodes(pass);
     for (MorlNode* node : list) {
+        if (pass.limits.IsCancelled()) {
+            return false;
+        }
         if (node->NeedCompile(pass.target)) {
             node->Compile(&parser, pass.target);
         }
@@ -143,25 +143,51 @@ bool MorlCompiler::Run(PassProperty& pass, ShaderOutput& output, PassReport* rep
                                   node->GetFaults().end());
         }
     }
+    return true;
+}
+
+RequestEnd MorlCompiler::Run(PassProperty& pass, ShaderOutput& output, PassReport* report,
+                             std::vector<ReportWarning>* warnings)
+{
+    const LogScope scope(*this);
+    const TargetRecord* target = FindTarget(pass.target);
+    if (target == nullptr) {
+        LogGraphicsError(messages::kUnknownTarget + pass.target);
+    }
+    if (ReportUnknown(pass) || target == nullptr) {
+        return RequestEnd::Refused;
+    }
+    std::vector<MorlNode*> list = SelectNodes(pass);
+    if (!ParseNodes(list, pass, report)) {
+        return RequestEnd::Cancelled;
+    }
     MorlProgram linked;
     PrepareLinked(linked, pass.stage);
     MorlLinker linker;
     LinkReport link;
-    linker.LinkShared(pass.macros, list, linked, report != nullptr ? &link : nullptr);
-    if (report == nullptr) {
-        WriteRequest(*target, pass, linked, nullptr, output);
-        return true;
+    const RequestEnd end = linker.LinkShared(pass.macros, list, linked,
+                                             report != nullptr ? &link : nullptr, pass.limits);
+    if (end != RequestEnd::Written) {
+        return end;
     }
-    WrittenLines lines(linked, link);
-    WriteRequest(*target, pass, linked, &lines, output);
-    FillReport(pass, *target, link, lines, output, *report);
+    std::optional<WrittenLines> lines;
+    if (report != nullptr) {
+        lines.emplace(linked, link);
+    }
+    if (!WriteRequest(*target, pass, linked, lines ? &*lines : nullptr, output)) {
+        LogGraphicsError(messages::kOverTextBytes + std::to_string(pass.limits.textBytes));
+        return RequestEnd::TooMuchText;
+    }
+    if (lines) {
+        FillReport(pass, *target, link, *lines, output, *report);
+    }
     if (warnings != nullptr) {
         if (!index) {
             index = std::make_shared<NodeIndex>(nodes);
         }
         CheckPass({pass, *target, linked, link, nodes, *index}, *warnings);
     }
-    return true;
+    return RequestEnd::Written;
 }
 
 // Whether any name is unknown. Each unknown name is reported once, in order of first appearance.

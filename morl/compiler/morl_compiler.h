@@ -57,7 +57,8 @@ public:
 
     /// The same, and fills a report, which is cleared first. After an exception it is valid, but
     /// what it has is incomplete; this holds for the warnings as well.
-    /// @return false if the request was refused; the report then says why, and has only faults.
+    /// @return whether the output was written. If not, PassReport::end and the faults say why, and
+    ///         the report has nothing else.
     bool CompileReported(PassProperty& pass, ShaderOutput& output, PassReport& report,
                          ReportParts parts = ReportParts::All);
 
@@ -91,8 +92,10 @@ public:
     const MorlNode* FindNode(const std::string& name) const;
 
 private:
-    bool Run(PassProperty& pass, ShaderOutput& output, PassReport* report,
-             std::vector<ReportWarning>* warnings);
+    RequestEnd Run(PassProperty& pass, ShaderOutput& output, PassReport* report,
+                   std::vector<ReportWarning>* warnings);
+    bool ParseNodes(const std::vector<MorlNode*>& list, const PassProperty& pass,
+                    PassReport* report);
     bool RunReported(PassProperty& pass, ShaderOutput& output, PassReport& report,
                      std::vector<ReportWarning>* warnings);
     void LoadNodeDefinition(std::string path);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "morl/core/export.h"
+#include "morl/core/request_limits.h"
 
 #include <string>
 #include <unordered_map>
@@ -29,6 +30,9 @@ struct MORL_API PassProperty {
 
     /// Sampler registers by declaration name, for declarations bound to SAUTO.
     std::unordered_map<std::string, int> samplerRegisters;
+
+    /// None by default.
+    RequestLimits limits;
 
     PassProperty();
     PassProperty(const PassProperty& other);

@@ -49,6 +49,9 @@ constexpr int kMaxJsonNesting = 200;
 /// once; nested in each other, they would make the text grow exponentially.
 constexpr std::size_t kMaxRepeatedText = std::size_t{4} * 1024 * 1024;
 
+/// How many declarations of one pass a report lists as repeated by later nodes.
+constexpr std::size_t kMaxRepetitions = 10'000;
+
 /// How many warnings a request gives. Nobody reads more, and a hostile source could have millions.
 constexpr std::size_t kMaxWarnings = 200;
 

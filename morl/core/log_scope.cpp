@@ -4,23 +4,35 @@
 namespace ns_ruke {
 namespace {
 
-thread_local const std::string* currentNode = nullptr;
+thread_local const LogScope* current = nullptr;
 
 }  // namespace
 
-LogScope::LogScope(const std::string& nodeName) : outer(currentNode)
+LogScope::LogScope(const std::string& nodeName)
+    : node(&nodeName), compiler(CurrentCompiler()), outer(current)
 {
-    currentNode = &nodeName;
+    current = this;
+}
+
+LogScope::LogScope(const MorlCompiler& newCompiler)
+    : node(nullptr), compiler(&newCompiler), outer(current)
+{
+    current = this;
 }
 
 LogScope::~LogScope()
 {
-    currentNode = outer;
+    current = outer;
 }
 
 std::string LogScope::CurrentNode()
 {
-    return currentNode != nullptr ? *currentNode : std::string();
+    return current != nullptr && current->node != nullptr ? *current->node : std::string();
+}
+
+const MorlCompiler* LogScope::CurrentCompiler()
+{
+    return current != nullptr ? current->compiler : nullptr;
 }
 
 }  // namespace ns_ruke

@@ -1,9 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "morl/core/log_system.h"
 
+#include "morl/core/internal/platform_fork.h"
+#include "morl/core/log_scope.h"
+#include "morl/core/messages.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <iterator>
+#include <new>
 
 namespace ns_ruke {
 namespace {
@@ -175,14 +180,41 @@ private:
 
 void WriteToStandardError(LogLevel level, const std::string& category, const std::string& message)
 {
+    if (level == LogLevel::Info && messages::IsParseMark(message)) {
+        return;
+    }
     std::string line = level == LogLevel::Error ? "[error] " : "[info] ";
-    line.append(category).append(": ").append(message) += '\n';
+    line.append(category).append(": ");
+    const std::string node = LogScope::CurrentNode();
+    if (!node.empty()) {
+        line.append("node '").append(node).append("': ");
+    }
+    line.append(message) += '\n';
     std::fwrite(line.data(), 1, line.size(), stderr);
 }
 
 }  // namespace
 
-TamberLogSystem::TamberLogSystem() = default;
+TamberLogSystem::TamberLogSystem()
+{
+    CallAtFork(BeforeFork, AfterForkInParent, AfterForkInChild);
+}
+
+void TamberLogSystem::BeforeFork()
+{
+    Singleton<TamberLogSystem>::GetSingletonPtr()->mutex.lock();
+}
+
+void TamberLogSystem::AfterForkInParent()
+{
+    Singleton<TamberLogSystem>::GetSingletonPtr()->mutex.unlock();
+}
+
+// A recursive mutex knows its owner by a number that the child's thread does not have.
+void TamberLogSystem::AfterForkInChild()
+{
+    ::new (&Singleton<TamberLogSystem>::GetSingletonPtr()->mutex) std::recursive_mutex;
+}
 
 template <>
 TamberLogSystem* Singleton<TamberLogSystem>::GetSingletonPtr()

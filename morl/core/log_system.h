@@ -72,9 +72,12 @@ public:
     static void LogInitialize();
 
     /// Installs a sink and returns the previous one. An empty sink stands for the default, which
-    /// writes "[error] CATEGORY: MESSAGE" lines to standard error. A sink runs on the logging
-    /// thread while other loggers wait. It may log and may set another sink, but must not wait for
-    /// another thread that logs.
+    /// writes lines like "[error] CATEGORY: node 'NAME': MESSAGE" to standard error, without the
+    /// information lines that surround every parse. A sink runs on the logging thread while other
+    /// loggers wait. It may log and may set another sink, but must not wait for another thread that
+    /// logs.
+    ///
+    /// A process may fork at any time: a fork waits for the sink, and the child can log at once.
     static LogSink SetSink(LogSink sink);
 
     /// Writes an information message. Without further arguments, `format` is the message itself,
@@ -103,6 +106,10 @@ private:
     friend class Singleton<TamberLogSystem>;
 
     TamberLogSystem();
+
+    static void BeforeFork();
+    static void AfterForkInParent();
+    static void AfterForkInChild();
 
     template <class... Arguments>
     static std::string Finish(std::string format, const Arguments&... arguments)

@@ -6,11 +6,18 @@
 /// path, the text of the offending token. The spellings are part of the interface: tools match on
 /// them.
 
+#include <string_view>
+
 namespace ns_ruke::messages {
 
 // Information, around each parse.
 constexpr char kCompilerStart[] = "Morl Compiler: Compiler Start";
 constexpr char kCompilerEnd[] = "Morl Compiler: Compiler End";
+
+constexpr bool IsParseMark(std::string_view message)
+{
+    return message == kCompilerStart || message == kCompilerEnd;
+}
 
 // Node files and requests.
 constexpr char kFileNotFound[] = "Can't Find File: ";
@@ -63,9 +70,11 @@ constexpr char kDeclare[] = "MorlLinker: declare ";  ///< then the name, and kCo
 constexpr char kConflicts[] = " conflicts!";
 constexpr char kTooManyIterations[] = "MorlLinker: too many iterations: ";
 constexpr char kTooMuchExpansion[] = "MorlLinker: too much expansion: ";
+constexpr char kOverLoopWork[] = "MorlLinker: the host's limit of work is reached: ";
 
 // The back ends.
 constexpr char kNotEnoughArguments[] = "Morl Compiler: not enough arguments: ";
 constexpr char kExpressionTooLong[] = "Morl Compiler: expression too long: ";
+constexpr char kOverTextBytes[] = "Morl Compiler: the host's limit of text is reached: ";
 
 }  // namespace ns_ruke::messages

@@ -94,16 +94,20 @@ void MorlLinker::Link(std::string /*target*/, Macros& macros, std::vector<MorlNo
 {
     sharing = nullptr;
     linkReport = nullptr;
+    limits = RequestLimits();
     MergePrograms(macros, nodes, program);
 }
 
-void MorlLinker::LinkShared(Macros& macros, std::vector<MorlNode*>& nodes, MorlProgram& program,
-                            LinkReport* report)
+RequestEnd MorlLinker::LinkShared(Macros& macros, std::vector<MorlNode*>& nodes,
+                                  MorlProgram& program, LinkReport* report,
+                                  const RequestLimits& newLimits)
 {
     linkReport = report;
+    limits = newLimits;
     program.ownership.elements = false;
     sharing = &program;
     MergePrograms(macros, nodes, program);
+    return end;
 }
 
 void MorlLinker::MergePrograms(Macros& macros, std::vector<MorlNode*>& nodes, MorlProgram& program)
@@ -112,6 +116,8 @@ void MorlLinker::MergePrograms(Macros& macros, std::vector<MorlNode*>& nodes, Mo
     currentLoop.clear();
     iterations = 0;
     work = 0;
+    loopWork = 0;
+    end = RequestEnd::Written;
     tooManyIterations = false;
     exhausted = false;
     declaredNames.Clear();
@@ -246,7 +252,7 @@ void MorlLinker::MergeDeclare(std::vector<MorlDeclare*>& declares, MorlDeclare* 
         AppendDeclare(declares, declare);
         return;
     }
-    if (linkReport != nullptr && linkReport->repetitions.size() < kMaxWarnings) {
+    if (linkReport != nullptr && linkReport->repetitions.size() < kMaxRepetitions) {
         linkReport->repetitions.push_back({declare, static_cast<int>(linkReport->origins.size())});
     }
     if (reportConflict) {

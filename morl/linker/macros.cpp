@@ -40,6 +40,13 @@ float Truth(bool value)
 
 }  // namespace
 
+float MorlLinker::Evaluate(Macros& macros, const MorlExpression* expression)
+{
+    linkReport = nullptr;
+    loopValues.clear();
+    return CalExpression(macros, expression);
+}
+
 // Calls and increments count as 0, as does anything else that is not arithmetic on macros.
 float MorlLinker::CalExpression(Macros& macros, const MorlExpression* expression)
 {
@@ -161,7 +168,7 @@ bool MorlLinker::HasWorkLeftOrReport(const std::string& name)
 bool MorlLinker::BeginIterationOrReport(const std::string& varName)
 {
     ++work;
-    if (!HasWorkLeftOrReport(varName) || tooManyIterations) {
+    if (!HasWorkLeftOrReport(varName) || tooManyIterations || !HasLimitLeftOrReport(varName)) {
         return false;
     }
     if (iterations == kMaxLoopIterations) {
@@ -171,6 +178,20 @@ bool MorlLinker::BeginIterationOrReport(const std::string& varName)
     }
     ++iterations;
     return true;
+}
+
+// Whether the host lets one more iteration run. If not, nothing more is expanded.
+bool MorlLinker::HasLimitLeftOrReport(const std::string& varName)
+{
+    if (limits.IsCancelled()) {
+        end = RequestEnd::Cancelled;
+        exhausted = true;
+    } else if (limits.loopWork != 0 && loopWork + (work - loopStart) > limits.loopWork) {
+        LogGraphicsError(messages::kOverLoopWork + varName);
+        end = RequestEnd::TooMuchWork;
+        exhausted = true;
+    }
+    return !exhausted;
 }
 
 // Runs `body` for every value of a `#for` group whose name is a macro of the request. Afterwards
@@ -185,9 +206,15 @@ void MorlLinker::Repeat(Macros& macros, Group* group, const Body& body)
     }
     group->end = bound->second;
     const std::string outerLoop = std::exchange(currentLoop, group->varName);
+    if (outerLoop.empty()) {
+        loopStart = work;
+    }
     for (int i = group->start; i < group->end && BeginIterationOrReport(group->varName); ++i) {
         loopValues[group->varName] = StringHelper::ConvertToString(i, 10);
         body();
+    }
+    if (outerLoop.empty()) {
+        loopWork += work - loopStart;
     }
     currentLoop = outerLoop;
     loopValues.erase(group->varName);

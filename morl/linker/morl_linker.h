@@ -5,6 +5,7 @@
 #include "morl/compiler/morl_node.h"
 #include "morl/core/export.h"
 #include "morl/core/name_map.h"
+#include "morl/core/request_limits.h"
 #include "morl/linker/link_report.h"
 #include "morl/linker/loop_values.h"
 
@@ -44,8 +45,15 @@ public:
     /// would be the same. `program` is then only valid while the programs of the nodes are.
     /// @param program must have no declarations and no statements yet.
     /// @param report receives what a report of the request needs; null: nothing is noted.
-    void LinkShared(std::unordered_map<std::string, int>& macros, std::vector<MorlNode*>& nodes,
-                    MorlProgram& program, LinkReport* report = nullptr);
+    /// @return RequestEnd::Written, or which of the limits was reached; `program` is then
+    ///         incomplete.
+    RequestEnd LinkShared(std::unordered_map<std::string, int>& macros,
+                          std::vector<MorlNode*>& nodes, MorlProgram& program,
+                          LinkReport* report = nullptr, const RequestLimits& newLimits = {});
+
+    /// The value of an expression of macros, as conditions have it.
+    /// @param expression null counts as 0.
+    float Evaluate(std::unordered_map<std::string, int>& macros, const MorlExpression* expression);
 
 private:
     using Macros = std::unordered_map<std::string, int>;
@@ -78,6 +86,7 @@ private:
     template <class Group, class Body>
     void Repeat(Macros& macros, Group* group, const Body& body);
     bool BeginIterationOrReport(const std::string& varName);
+    bool HasLimitLeftOrReport(const std::string& varName);
     bool HasWorkLeftOrReport(const std::string& name);
 
     // Evaluation. A null expression counts as 0.
@@ -140,6 +149,10 @@ private:
     std::size_t work = 0;              ///< in units of kMaxLinkWork
     bool tooManyIterations = false;    ///< kMaxLoopIterations was reached and reported
     bool exhausted = false;            ///< kMaxLinkWork was exceeded and reported
+    RequestLimits limits;
+    std::size_t loopStart = 0;  ///< `work` when the outermost running loop began
+    std::size_t loopWork = 0;   ///< of the loops that have ended
+    RequestEnd end = RequestEnd::Written;
 };
 
 }  // namespace ns_ruke

@@ -25,6 +25,18 @@ constexpr bool AreFunctionsDescribed()
 }
 static_assert(AreFunctionsDescribed());
 
+/// A semantic says what kind it is; nothing else does.
+constexpr bool AreSemanticsDescribed()
+{
+    std::size_t described = 0;
+    for (const Keyword& keyword : kKeywords) {
+        const bool isSemantic = keyword.wordClass == WordClass::Semantic;
+        described += isSemantic == (keyword.semantic != SemanticKind::None) ? 1 : 0;
+    }
+    return described == kRows;
+}
+static_assert(AreSemanticsDescribed());
+
 constexpr bool AreInTokenOrder()
 {
     for (std::size_t i = 1; i < kRows; ++i) {

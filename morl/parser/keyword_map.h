@@ -2,6 +2,7 @@
 #pragma once
 
 #include "morl/core/export.h"
+#include "morl/parser/semantic_kind.h"
 #include "morl/parser/token.h"
 #include "morl/parser/value_type.h"
 
@@ -35,6 +36,8 @@ struct Keyword {
     /// wide), "n" such a value or a number, "m" a matrix or a vector, "c" a column or row of a
     /// matrix, "s" a sampler, "t" texture coordinates.
     std::string_view arguments{};
+    SemanticKind semantic{};  ///< of a semantic
+    int index = 0;            ///< of a semantic; -1: each declaration gets its own
 };
 
 /// All words of the language, in the order of their tokens.

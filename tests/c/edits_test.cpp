@@ -36,24 +36,40 @@ std::string_view View(const morl_text& text)
 
 // The same of both interfaces, as text.
 
-void Show(std::ostream& out, const morl_declare* list, std::size_t count)
+void ShowDeclares(std::ostream& out, const morl_result* result, std::int32_t list)
 {
-    for (const morl_declare* d = list; d != list + count; ++d) {
-        out << View(d->name) << d->node << ":" << d->line << View(d->type) << View(d->written_type)
-            << View(d->array_size) << d->elements << View(d->semantic) << d->number << "\n";
+    morl_declare d = {};
+    d.size = sizeof d;
+    for (std::size_t i = 0; morl_get_declare(result, list, i, &d) == MORL_OK; ++i) {
+        out << View(d.name) << d.node << ":" << d.line << ":" << d.column << View(d.type)
+            << View(d.written_type) << View(d.array_size) << d.elements << View(d.semantic)
+            << d.number << " " << d.base_type << d.rows << d.columns << d.bytes << " " << d.offset
+            << " " << d.semantic_kind << d.semantic_index << d.is_used;
+        std::for_each(d.repeated_by, d.repeated_by + d.repeated_by_count,
+                      [&out](int node) { out << "," << node; });
+        out << "\n";
     }
 }
 
-void Show(std::ostream& out, const std::vector<ReportDeclare>& list)
+void ShowDeclares(std::ostream& out, const std::vector<ReportDeclare>& list)
 {
     for (const ReportDeclare& d : list) {
-        out << d.name << d.node << ":" << d.line << d.type << d.writtenType << d.arraySize
-            << d.elements << d.semantic << d.number << "\n";
+        out << d.name << d.node << ":" << d.line << ":" << d.column << d.type << d.writtenType
+            << d.arraySize << d.elements << d.semantic << d.number << " "
+            << static_cast<int>(d.baseType) << d.rows << d.columns << d.bytes << " " << d.offset
+            << " " << static_cast<int>(d.semanticKind) << d.semanticIndex << d.isUsed;
+        for (const int node : d.repeatedBy) {
+            out << "," << node;
+        }
+        out << "\n";
     }
 }
 
-std::string Shown(const morl_output& output)
+std::string Shown(const morl_result* result)
 {
+    morl_output output = {};
+    output.size = sizeof output;
+    morl_get_output(result, &output);
     std::ostringstream out;
     out << View(output.code);
     for (std::size_t i = 0; i < output.semantic_count; ++i) {
@@ -62,26 +78,32 @@ std::string Shown(const morl_output& output)
     for (std::size_t i = 0; i < output.uniform_count; ++i) {
         out << View(output.uniforms[i]) << "\n";
     }
-    for (const morl_fault* f = output.faults; f != output.faults + output.fault_count; ++f) {
-        out << f->level << View(f->node) << f->line << ":" << f->column << View(f->text) << "\n";
+    morl_fault f = {};
+    f.size = sizeof f;
+    for (std::size_t i = 0; morl_get_fault(result, i, &f) == MORL_OK; ++i) {
+        out << f.level << View(f.node) << f.line << ":" << f.column << View(f.text) << View(f.hint)
+            << "\n";
     }
     for (const morl_line* l = output.lines; l != output.lines + output.line_count; ++l) {
         out << (l->node < 0 ? "-" : View(output.nodes[l->node])) << l->line << "\n";
     }
-    Show(out, output.uniform_declares, output.uniform_declare_count);
-    Show(out, output.inputs, output.input_count);
-    Show(out, output.outputs, output.output_count);
-    for (const morl_macro* m = output.macros; m != output.macros + output.macro_count; ++m) {
-        out << View(m->name) << m->value << m->is_set << "\n";
+    ShowDeclares(out, result, MORL_UNIFORMS);
+    ShowDeclares(out, result, MORL_INPUTS);
+    ShowDeclares(out, result, MORL_OUTPUTS);
+    morl_macro m = {};
+    m.size = sizeof m;
+    for (std::size_t i = 0; morl_get_macro(result, i, &m) == MORL_OK; ++i) {
+        out << View(m.name) << m.value << m.is_set << "\n";
     }
     for (std::size_t i = 0; i < output.unused_macro_count; ++i) {
         out << View(output.unused_macros[i]) << "\n";
     }
-    for (const morl_warning* w = output.warnings; w != output.warnings + output.warning_count;
-         ++w) {
-        out << View(w->check) << View(w->node) << w->line << ":" << w->column << View(w->text)
-            << "\n";
+    morl_warning w = {};
+    w.size = sizeof w;
+    for (std::size_t i = 0; morl_get_warning(result, i, &w) == MORL_OK; ++i) {
+        out << View(w.check) << View(w.node) << w.line << ":" << w.column << View(w.text) << "\n";
     }
+    out << output.constant_bytes;
     return out.str();
 }
 
@@ -99,15 +121,15 @@ std::string Shown(const ShaderOutput& output, const PassReport& report,
     }
     for (const ReportFault& f : report.faults) {
         out << (f.level == LogLevel::Error) << f.node << f.line << ":" << f.column << f.text
-            << "\n";
+            << f.hint << "\n";
     }
     for (const ReportLine& l : report.lines) {
         out << (l.node < 0 ? "-" : report.nodes[static_cast<std::size_t>(l.node)]) << l.line
             << "\n";
     }
-    Show(out, report.uniforms);
-    Show(out, report.inputs);
-    Show(out, report.outputs);
+    ShowDeclares(out, report.uniforms);
+    ShowDeclares(out, report.inputs);
+    ShowDeclares(out, report.outputs);
     for (const ReportMacro& m : report.macros) {
         out << m.name << m.value << m.isSet << "\n";
     }
@@ -117,6 +139,7 @@ std::string Shown(const ShaderOutput& output, const PassReport& report,
     for (const ReportWarning& w : warnings) {
         out << w.check << w.node << w.line << ":" << w.column << w.text << "\n";
     }
+    out << report.constantBytes;
     return out.str();
 }
 
@@ -129,7 +152,7 @@ public:
             [](void* host, const morl_log_line* line) {
                 static_cast<Session*>(host)->parses += View(line->text) == messages::kCompilerStart;
             },
-            this);
+            this, nullptr, nullptr);
         for (unsigned seed = 0; seed < 50; ++seed) {
             for (const morl_test::NodeSource& node : morl_test::RandomGraph(seed).nodes) {
                 contents.push_back(node.content);
@@ -141,7 +164,7 @@ public:
     ~Session()
     {
         morl_compiler_destroy(compiler);
-        morl_set_log(nullptr, nullptr);
+        morl_set_log(nullptr, nullptr, nullptr, nullptr);
     }
 
     void Step()
@@ -243,9 +266,9 @@ private:
         }
         const morl_status status = morl_load_nodes(compiler, Text("session"), Text(text));
         ASSERT_EQ(status, isMalformed ? MORL_NODES_REFUSED : MORL_OK) << text;
-        std::size_t faults = 0;
-        morl_faults(compiler, &faults);
-        ASSERT_EQ(faults > 0, isMalformed);
+        morl_fault fault = {};
+        fault.size = sizeof fault;
+        ASSERT_EQ(morl_get_call_fault(compiler, 0, &fault), isMalformed ? MORL_OK : MORL_NOT_FOUND);
         if (!isMalformed) {
             for (auto& [name, node] : added) {
                 Store(name, std::move(node));
@@ -292,7 +315,8 @@ private:
             names.push_back(Text(name));
             expectedParses += std::exchange(nodes[name].parsed, target) != target ? 1 : 0;
         }
-        const morl_value macros[] = {{Text("COUNT"), 2}, {Text("FANCY"), 1}, {Text("UNUSED"), 3}};
+        const morl_value macros[] = {
+            {Text("COUNT"), 2, 0}, {Text("FANCY"), 1, 0}, {Text("UNUSED"), 3, 0}};
         const morl_semantic semantics[] = {{Text("oFirst"), Text("TEXCOORD4")}};
         morl_request request = {};
         request.size = sizeof request;
@@ -310,10 +334,7 @@ private:
         parses = 0;
         ASSERT_EQ(morl_compile(compiler, &request, &result), MORL_OK);
         ASSERT_EQ(parses, expectedParses);
-        morl_output output = {};
-        output.size = sizeof output;
-        morl_get_output(result, &output);
-        const std::string shown = Shown(output);
+        const std::string shown = Shown(result);
         morl_result_destroy(result);
         ASSERT_EQ(shown, CompileAfresh(target, stage, named));
         ++requests;

@@ -200,7 +200,14 @@ std::string Shown(const PassReport& report, const std::vector<ReportDeclare>& de
     for (const ReportDeclare& d : declares) {
         text << NameOf(report, d.node) << ":" << d.line << " " << d.type << "/" << d.writtenType
              << " " << d.name << "[" << d.arraySize << "=" << d.elements << "] " << d.semantic
-             << " " << d.number << "\n";
+             << " " << d.number << " | type " << static_cast<int>(d.baseType) << " " << d.rows
+             << "x" << d.columns << ", " << d.bytes << " bytes at " << d.offset << ", semantic "
+             << static_cast<int>(d.semanticKind) << "." << d.semanticIndex
+             << (d.isUsed ? ", used" : "");
+        for (const int node : d.repeatedBy) {
+            text << ", also " << NameOf(report, node);
+        }
+        text << "\n";
     }
     return text.str();
 }
@@ -211,8 +218,12 @@ TEST(Report, DescribesWhatAPassBinds)
     compiler.SetNode("a",
                      "uniform sampler2D map : SAUTO;\nuniform float4 bones[3 * N];\n"
                      "uniform float k[4];\n#if FOG\nin auto i : BLENDINDICES;\n#endif\n"
-                     "#for LIGHTS : 0 uniform float l;\n#endfor\nin float2 uv : TEXCOORD0;");
-    compiler.SetNode("b", "out float2 oUv : TEXAUTO;\nout float3 oN : NORMAL;");
+                     "#for LIGHTS : 0 uniform float l;\n#endfor\nin float2 uv : TEXCOORD1;\n"
+                     "void main() { oUv = uv * bones[1].xy; }");
+    compiler.SetNode("b",
+                     "out float2 oUv : TEXAUTO;\nout float3 oN : NORMAL;\nin float2 uv : TEXCOORD1;"
+                     "uniform float k[4];",
+                     {"a"});
     PassProperty pass = MakePass("hlsl10", 0, {"b", "a"});
     pass.macros = {{"FOG", 1}, {"OTHER", 2}, {"N", 3}};
     pass.samplerRegisters = {{"map", 5}};
@@ -220,20 +231,56 @@ TEST(Report, DescribesWhatAPassBinds)
     PassReport report;
     const LogCapture log;
     compiler.CompileReported(pass, output, report);
-    EXPECT_EQ(Shown(report, report.uniforms),
-              "a:1 sampler2D/Texture2D map[=0] SAUTO 5\n"
-              "a:2 float4/float4 bones[3*N=0]  -1\n"
-              "a:3 float/float k[4=4]  -1\n");
-    EXPECT_EQ(Shown(report, report.inputs),
-              "a:5 auto/uint4 i[=0] BLENDINDICES -1\na:9 float2/float2 uv[=0] TEXCOORD0 -1\n");
-    EXPECT_EQ(Shown(report, report.outputs),
-              "b:2 float3/float3 oN[=0] NORMAL -1\nb:1 float2/float2 oUv[=0] TEXAUTO 0\n");
+    EXPECT_EQ(
+        Shown(report, report.uniforms),
+        "a:1 sampler2D/Texture2D map[=0] SAUTO 5 | type 6 0x0, 0 bytes at -1, semantic 10.5\n"
+        "a:2 float4/float4 bones[3*N=9]  -1 | type 1 4x1, 144 bytes at 0, semantic 0.0, used\n"
+        "a:3 float/float k[4=4]  -1 | type 1 1x1, 16 bytes at 144, semantic 0.0, also b\n");
+    EXPECT_EQ(report.constantBytes, 208);
+    EXPECT_EQ(
+        Shown(report, report.inputs),
+        "a:5 auto/uint4 i[=0] BLENDINDICES -1 | type 3 4x1, 16 bytes at -1, semantic 5.0\n"
+        "a:9 float2/float2 uv[=0] TEXCOORD1 -1 | type 1 2x1, 8 bytes at -1, semantic 7.1, used, "
+        "also b\n");
+    EXPECT_EQ(
+        Shown(report, report.outputs),
+        "b:2 float3/float3 oN[=0] NORMAL -1 | type 1 3x1, 12 bytes at -1, semantic 2.0\n"
+        "b:1 float2/float2 oUv[=0] TEXAUTO 0 | type 1 2x1, 8 bytes at -1, semantic 7.0, used\n");
     std::string macros;
     for (const ReportMacro& macro : report.macros) {
         macros += macro.name + "=" + std::to_string(macro.value) + (macro.isSet ? " " : "? ");
     }
     EXPECT_EQ(macros, "FOG=1 LIGHTS=0? ");
     EXPECT_EQ(report.unusedMacros, (std::vector<std::string>{"N", "OTHER"}));
+}
+
+// The places that Microsoft's compiler gave these declarations.
+TEST(Report, LaysOutConstantsLikeDirect3D)
+{
+    MorlCompiler compiler(std::vector<NodeText>{});
+    compiler.SetNode(
+        "n",
+        "uniform float a; uniform float2 b; uniform float2 c; uniform float3 d;"
+        "uniform float e; uniform int2 f; uniform float3x3 g; uniform float h;"
+        "uniform float4x3 i; uniform float j; uniform float3x4 k; uniform float2 l[3];"
+        "uniform float m; uniform float2x4 o[2]; uniform float2 p; uniform sampler2D q;"
+        "uniform float4x4 r; uniform float3 s[1]; uniform float t;");
+    PassProperty pass = MakePass("hlsl10", 1, {"n"});
+    ShaderOutput output;
+    PassReport report;
+    const LogCapture log;
+    compiler.CompileReported(pass, output, report);
+    std::string places;
+    for (const ReportDeclare& uniform : report.uniforms) {
+        places += uniform.name + std::to_string(uniform.offset) + " ";
+    }
+    EXPECT_EQ(places,
+              "a0 b4 c16 d32 e44 f48 g64 h108 i112 j160 k176 l240 m280 o288 p408 q-1 r416 s480 "
+              "t492 ");
+    EXPECT_EQ(report.constantBytes, 496);
+    pass.target = "hlsl";
+    compiler.CompileReported(pass, output, report);
+    EXPECT_EQ(report.uniforms[1].offset, -1);
 }
 
 TEST(Report, HasTheFaultsOfAllNodesThatTookPart)

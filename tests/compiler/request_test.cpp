@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "support/graph.h"
+#include "support/log_capture.h"
 
 #include <gtest/gtest.h>
+#include <atomic>
 #include <tuple>
 
 namespace {
@@ -29,6 +31,76 @@ TEST(Request, AccumulatesInAReusedRecord)
     EXPECT_EQ(output.code.find('u'), output.code.find("uniform float w"));
 }
 
+// What a host allows ends a request, which then changes nothing. Work outside of loops is free.
+TEST(Request, EndsAtTheLimitsOfItsHost)
+{
+    const auto compiler =
+        MakeCompiler({{"loop", "void main() { #for N : 0 x_N = 1; #endfor }", {}},
+                      {"block", "void main() { if(a) { #for N : 0 x = 1; #endfor } }", {}},
+                      {"flat", "void main() { x = 1; x = 2; x = 3; x = 4; }", {}}});
+    std::atomic<std::int32_t> yes{1};
+    std::atomic<std::int32_t> no{0};
+    const struct {
+        const char* node;
+        RequestLimits limits;
+        RequestEnd end;
+        const char* fault;
+    } rows[] = {
+        {"loop", {2000, 2000, &no}, RequestEnd::Written, ""},
+        {"flat", {1, 0, nullptr}, RequestEnd::Written, ""},
+        {"loop",
+         {100, 0, nullptr},
+         RequestEnd::TooMuchWork,
+         "MorlLinker: the host's limit of work is reached: N"},
+        {"block",
+         {0, 90, nullptr},
+         RequestEnd::TooMuchText,
+         "Morl Compiler: the host's limit of text is reached: 90"},
+        {"flat",
+         {0, 40, nullptr},
+         RequestEnd::TooMuchText,
+         "Morl Compiler: the host's limit of text is reached: 40"},
+        {"flat", {0, 0, &yes}, RequestEnd::Cancelled, ""},
+    };
+    const morl_test::LogCapture log;
+    for (const auto& row : rows) {
+        for (const ReportParts parts : {ReportParts::Faults, ReportParts::All}) {
+            PassProperty pass = MakePass("glsl", 1, {row.node});
+            pass.macros = {{"N", 50}};
+            pass.limits = row.limits;
+            ShaderOutput output;
+            PassReport report;
+            const bool isWritten = compiler->CompileReported(pass, output, report, parts);
+            EXPECT_EQ(report.end, row.end) << row.node;
+            EXPECT_EQ(isWritten, row.end == RequestEnd::Written);
+            EXPECT_EQ(output.code.empty(), !isWritten) << output.code;
+            EXPECT_TRUE(report.lines.empty() || isWritten);
+            EXPECT_EQ(report.faults.empty() ? "" : report.faults.back().text, row.fault);
+        }
+    }
+}
+
+// The flag is asked while loops run, not only between the steps.
+TEST(Request, IsCancelledInsideOfLoops)
+{
+    const auto compiler = MakeCompiler(
+        {{"endless", "void main() { #for N : 0 #for M : 0 $k = N; #endfor #endfor }", {}}});
+    std::atomic<std::int32_t> cancel{0};
+    PassProperty pass = MakePass("glsl", 1, {"endless"});
+    pass.macros = {{"N", 1000}, {"M", 1000}};
+    pass.limits.cancel = &cancel;
+    ShaderOutput output;
+    PassReport report;
+    // The loops run after the only node was parsed.
+    const LogSink previous = TamberLogSystem::SetSink(
+        [&cancel](LogLevel, const std::string& /*category*/, const std::string& message) {
+            cancel = message == messages::kCompilerEnd ? 1 : 0;
+        });
+    compiler->CompileReported(pass, output, report);
+    TamberLogSystem::SetSink(previous);
+    EXPECT_EQ(report.end, RequestEnd::Cancelled);
+}
+
 TEST(Request, TellsWhichNodeALogLineBelongsTo)
 {
     const auto compiler =
@@ -47,6 +119,7 @@ TEST(Request, TellsWhichNodeALogLineBelongsTo)
 
     std::string text;
     for (const LogLine& line : lines) {
+        EXPECT_EQ(line.compiler, compiler.get());
         if (!line.IsParseMark()) {
             text += line.node + "|" + std::to_string(line.line) + "|" +
                     std::to_string(line.column) + "|" + line.text + "\n";
@@ -74,6 +147,7 @@ TEST(Request, TellsNoPlaceOfOtherMessages)
     MorlParser().Parse("in float a\n;\n", program);
     TamberLogSystem::SetSink(std::move(previous));
     ASSERT_EQ(lines.size(), 4U);
+    EXPECT_EQ(lines[0].compiler, nullptr);
     EXPECT_EQ(lines[1].text + std::to_string(lines[1].line), "seen0");
     EXPECT_EQ(lines[2].text + std::to_string(lines[2].line), "invalid var declare:3");
 }

@@ -93,9 +93,16 @@ TEST(Log, WritesToStandardErrorByDefault)
     testing::internal::CaptureStderr();
     Log().LogError("Graphics", "broken");
     Log().LogInfo("Graphics", "fine");
+    Log().LogInfo("Graphics", messages::kCompilerStart);
+    Log().LogInfo("Graphics", messages::kCompilerEnd);
+    const std::string node = "sky";
+    const LogScope scope(node);
+    Log().LogError("Graphics", "red");
     const std::string text = testing::internal::GetCapturedStderr();
     TamberLogSystem::SetSink(outer);
-    EXPECT_EQ(text, "[error] Graphics: broken\n[info] Graphics: fine\n");
+    EXPECT_EQ(
+        text,
+        "[error] Graphics: broken\n[info] Graphics: fine\n[error] Graphics: node 'sky': red\n");
 }
 
 TEST(Log, LetsASinkLogAndReplaceItself)

@@ -63,7 +63,7 @@ class Document:
         self.directory = directory
         self.targets = list_targets(build)
         self.programs = {"cpp": [], "c": []}
-        self.cmake = "find_package(morl 1.1 REQUIRED)\ntarget_link_libraries(engine PRIVATE morl::morl)\n"
+        self.cmake = "find_package(morl 2.0 REQUIRED)\ntarget_link_libraries(engine PRIVATE morl::morl)\n"
         self.morl = None  # the last source, with its macros
         self.count = 0
         tools = os.path.join(build, "tools")

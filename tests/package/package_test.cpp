@@ -167,7 +167,7 @@ TEST_F(Package, HasAllThatHostsAreWrittenFor)
 // In one project, in any order and any number of times.
 TEST_F(Package, LivesBesideJsonCpp)
 {
-    const std::string morl = "find_package(morl 1.1 REQUIRED)\n";
+    const std::string morl = "find_package(morl 2.0 REQUIRED)\n";
     const std::string json = "find_package(jsoncpp REQUIRED)\n";
     const std::string inside = "set(MORL_TESTS OFF)\nset(MORL_TOOLS OFF)\nadd_subdirectory(\"" +
                                std::string(MORL_SOURCE_DIR) + "\" morl)\n";
@@ -267,15 +267,27 @@ TEST_F(Package, ExportsThePublicInterfaceOnly)
     const ProcessResult result =
         RunShell("nm -DC --defined-only '" MORL_LIBRARY "' | cut -d' ' -f3- | sort -u");
     ASSERT_EQ(result.status, 0) << result.err;
+    const std::string version = MORL_PROJECT_VERSION;
+    const std::string major = version.substr(0, version.find('.'));
+    const std::string minor = version.substr(0, version.rfind('.'));
     std::set<std::string> exported;
     std::string functions;
     std::istringstream lines(result.out);
-    for (std::string line; std::getline(lines, line);) {
+    for (std::string whole; std::getline(lines, whole);) {
+        // The loader compares the versions of symbols.
+        const std::size_t at = whole.find("@@");
+        const std::string line = whole.substr(0, at);
+        const std::string node = at != std::string::npos ? whole.substr(at) : "";
         const std::string start = "ns_ruke::";
         if (line.compare(0, 5, "morl_") == 0) {
+            EXPECT_EQ(node, "@@MORL_" + major);
             functions += line + "\n";
             continue;
         }
+        if (line.compare(0, 5, "MORL_") == 0) {
+            continue;  // the versions themselves
+        }
+        EXPECT_EQ(node, "@@MORL_CXX_" + minor) << line;
         const std::size_t found = line.find(start);
         ASSERT_NE(found, std::string::npos) << line;
         const std::size_t name = found + start.size();

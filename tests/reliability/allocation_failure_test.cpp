@@ -211,6 +211,11 @@ TEST(AllocationFailure, InTheCInterface)
             fails(morl_get_node(compiler, name, &node)) || fails(morl_set_node(compiler, &node)) ||
             fails(morl_compile(compiler, &request, &result))) {
             EXPECT_EQ(result, nullptr);
+        } else {
+            morl_program* program = nullptr;
+            fails(morl_link(result, result, &program));
+            morl_program_destroy(program);
+            failures += morl_get_json(result).size == 0 ? 1 : 0;
         }
         morl_result_destroy(result);
         morl_compiler_destroy(compiler);

@@ -138,6 +138,13 @@ void JsonFile::Fail(const Json::Value& value, const std::string& text) const
     throw DiagnosticError(ErrorAt(At(value), text));
 }
 
+Json::Value ParseJson(const std::string& text)
+{
+    Json::Value root;
+    std::istringstream(text) >> root;
+    return root;
+}
+
 std::string FormatJsonFile(const Json::Value& root)
 {
     return Json::writeString(WriterBuilder(), root) + "\n";

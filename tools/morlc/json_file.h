@@ -49,6 +49,9 @@ SourceText ReadSource(const std::string& path, const std::string& prefix);
 void ParseJson(const Json::CharReaderBuilder& builder, const std::string& text,
                const SourceText& source, Json::Value& root);
 
+/// A document that the library has written.
+Json::Value ParseJson(const std::string& text);
+
 /// A document as text, indented by two spaces and ending in a line break.
 std::string FormatJsonFile(const Json::Value& root);
 

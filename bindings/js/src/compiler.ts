@@ -1,9 +1,20 @@
 // SPDX-License-Identifier: MIT
 import { loadModule } from "#load_module";
 import { kindOfStatus, MorlError } from "./error.js";
-import { type Arena, Native, NoMemory, Reader, Trap } from "./native.js";
+import { type Arena, Native, NoMemory, Reader, readElements, sizes, Trap } from "./native.js";
 import { type ColumnReader, columnReader } from "./places.js";
-import type { Declare, Fault, MorlNode, Request, Result, Warning } from "./types.js";
+import type {
+  BaseType,
+  Declare,
+  Fault,
+  MorlNode,
+  Program,
+  ProgramRequest,
+  Request,
+  Result,
+  SemanticKind,
+  Warning,
+} from "./types.js";
 
 /** The module, compiled once for all compilers. */
 let sharedModule: Promise<WebAssembly.Module> | undefined;
@@ -53,7 +64,7 @@ export class Compiler {
     }
   }
 
-  /** The version of the compiler, such as "1.1.0". */
+  /** The version of the compiler, such as "2.0.0". */
   get version(): string {
     return this.call((native) => native.terminatedText(native.calls.morl_version()));
   }
@@ -92,7 +103,7 @@ export class Compiler {
       native.with((arena) => {
         const references = node.references ?? [];
         const address = arena.put([
-          9 * 4,
+          sizes.node * 4,
           ...arena.text(node.name),
           ...arena.text(node.content),
           arena.put(references.flatMap((name) => arena.text(name))),
@@ -125,8 +136,7 @@ export class Compiler {
   getNode(name: string): MorlNode | undefined {
     return this.call((native) =>
       native.with((arena) => {
-        const address = arena.words(9);
-        native.data().setInt32(address, 9 * 4, true);
+        const address = arena.structure(sizes.node);
         const status = native.calls.morl_get_node(this.handle, arena.put(arena.text(name)), address);
         if (kindOfStatus(status) === "not-found") {
           return undefined;
@@ -158,29 +168,39 @@ export class Compiler {
   /**
    * Runs a request. Faults in the nodes do not stop it: the result lists them, and the code is
    * written from what remains.
-   * @throws {@link MorlError} `request-refused` for an unknown node or target
+   * @throws {@link MorlError} `request-refused` for an unknown node or target, `limit-reached`
    */
   compile(request: Request): Result {
     return this.call((native) =>
       native.with((arena) => {
-        const result = arena.words(1);
-        const address = putRequest(arena, request);
-        this.check(native, arena, native.calls.morl_compile(this.handle, address, result));
-        const handle = native.word(result);
+        const handle = this.run(native, arena, request);
         try {
-          const output = arena.words(25);
-          native.data().setInt32(output, 25 * 4, true);
-          this.check(native, arena, native.calls.morl_get_output(handle, output));
-          const contentOf = (node: string): string => this.content(native, node);
-          const read = readOutput(new Reader(native, output + 4), columnReader(contentOf));
-          const hint = arena.words(2);
-          read.faults.forEach((fault, i) => {
-            native.calls.morl_get_hint(hint, handle, i);
-            fault.hint = new Reader(native, hint).text();
-          });
-          return read;
+          return this.read(native, arena, handle);
         } finally {
           native.calls.morl_result_destroy(handle);
+        }
+      }),
+    );
+  }
+
+  /**
+   * Runs the requests of both passes of a shader, and puts them together.
+   * @throws {@link MorlError} as {@link compile}
+   */
+  compileProgram(request: ProgramRequest): Program {
+    return this.call((native) =>
+      native.with((arena) => {
+        const handles: number[] = [];
+        const pass = (stage: "vertex" | "fragment", semantics: Record<string, string>): Result => {
+          handles.push(this.run(native, arena, { ...request, stage, nodes: request[stage], semantics }));
+          return this.read(native, arena, handles[handles.length - 1] as number);
+        };
+        try {
+          const vertex = pass("vertex", {});
+          const fragment = pass("fragment", vertex.semantics);
+          return { vertex, fragment, ...this.link(native, arena, handles) };
+        } finally {
+          handles.forEach((handle) => native.calls.morl_result_destroy(handle));
         }
       }),
     );
@@ -192,10 +212,63 @@ export class Compiler {
     this.native = undefined;
   }
 
+  /** Runs a request. Returns its result, which the caller destroys. */
+  private run(native: Native, arena: Arena, request: Request): number {
+    const result = arena.words(1);
+    const address = putRequest(arena, request);
+    this.check(native, arena, native.calls.morl_compile(this.handle, address, result));
+    return native.word(result);
+  }
+
+  private read(native: Native, arena: Arena, handle: number): Result {
+    const output = arena.structure(sizes.output);
+    this.check(native, arena, native.calls.morl_get_output(handle, output));
+    return readResult(native, arena, handle, new Reader(native, output + 4), this.columns(native));
+  }
+
+  private link(native: Native, arena: Arena, handles: number[]): Omit<Program, "vertex" | "fragment"> {
+    const { calls } = native;
+    const [vertex, fragment] = handles as [number, number];
+    const address = arena.words(1);
+    this.check(native, arena, calls.morl_link(vertex, fragment, address));
+    const program = native.word(address);
+    const columns = this.columns(native);
+    try {
+      return {
+        uniforms: readElements(
+          native,
+          arena,
+          sizes.uniform,
+          (index, element) => calls.morl_get_program_uniform(program, index, element),
+          (element) => ({ name: element.text(), vertex: element.word(), fragment: element.word() }),
+        ),
+        varyings: readElements(
+          native,
+          arena,
+          sizes.varying,
+          (index, element) => calls.morl_get_varying(program, index, element),
+          (element) => ({ name: element.text(), output: element.word(), input: element.word() }),
+        ),
+        warnings: readElements(
+          native,
+          arena,
+          sizes.warning,
+          (index, element) => calls.morl_get_program_warning(program, index, element),
+          (element) => readWarning(element, columns),
+        ),
+      };
+    } finally {
+      calls.morl_program_destroy(program);
+    }
+  }
+
+  private columns(native: Native): ColumnReader {
+    return columnReader((node) => this.content(native, node));
+  }
+
   private content(native: Native, node: string): string {
     return native.with((arena) => {
-      const address = arena.words(9);
-      native.data().setInt32(address, 9 * 4, true);
+      const address = arena.structure(sizes.node);
       const status = native.calls.morl_get_node(this.handle, arena.put(arena.text(node)), address);
       return status === 0 ? new Reader(native, address + 12).text() : "";
     });
@@ -233,10 +306,14 @@ export class Compiler {
     const message = arena.words(2);
     native.calls.morl_message(message, this.handle);
     const words = new Reader(native, message).text();
-    const count = arena.words(1);
-    const list = arena.put([native.calls.morl_faults(this.handle, count), native.word(count)]);
     const columns = columnReader(text);
-    const faults = new Reader(native, list).list((element) => readFault(element, columns));
+    const faults = readElements(
+      native,
+      arena,
+      sizes.fault,
+      (index, element) => native.calls.morl_get_call_fault(this.handle, index, element),
+      (element) => readFault(element, columns),
+    );
     throw new MorlError(
       kind,
       words || native.terminatedText(native.calls.morl_status_text(status)),
@@ -252,8 +329,15 @@ function putValues(arena: Arena, values: Readonly<Record<string, number>> = {}):
       throw new MorlError("invalid-argument", `'${name}' is not a 32-bit integer: ${value}`);
     }
   }
-  const words = entries.flatMap(([name, value]) => [...arena.text(name), value]);
+  const words = entries.flatMap(([name, value]) => [...arena.text(name), value, 0]);
   return [arena.put(words), entries.length];
+}
+
+function putLimit(value = 0): number {
+  if (!Number.isInteger(value) || value < 0 || value > 0xffffffff) {
+    throw new MorlError("invalid-argument", `not a limit: ${value}`);
+  }
+  return value;
 }
 
 function putRequest(arena: Arena, request: Request): number {
@@ -262,7 +346,7 @@ function putRequest(arena: Arena, request: Request): number {
   }
   const semantics = Object.entries(request.semantics ?? {});
   return arena.put([
-    14 * 4,
+    sizes.request * 4,
     arena.put(request.nodes.flatMap((name) => arena.text(name))),
     request.nodes.length,
     ...putValues(arena, request.macros),
@@ -273,6 +357,10 @@ function putRequest(arena: Arena, request: Request): number {
     request.stage === "vertex" ? 0 : 1,
     1,
     request.warnings ? 1 : 0,
+    0,
+    putLimit(request.mostLoopWork),
+    putLimit(request.mostTextBytes),
+    0,
   ]);
 }
 
@@ -280,10 +368,12 @@ function readFault(reader: Reader, columns: ColumnReader): Fault {
   const level = reader.word() === 1 ? "error" : "info";
   const line = reader.word();
   const column = reader.word();
+  reader.word();
   const file = reader.text();
   const node = reader.text();
   const text = reader.text();
-  return { level, file, node, text, hint: "", line, column: columns(node, line, column) };
+  const hint = reader.text();
+  return { level, file, node, text, hint, line, column: columns(node, line, column) };
 }
 
 function readWarning(reader: Reader, columns: ColumnReader): Warning {
@@ -295,44 +385,121 @@ function readWarning(reader: Reader, columns: ColumnReader): Warning {
   return { check, node, text, line, column: columns(node, line, column) };
 }
 
-function readDeclare(reader: Reader): Omit<Declare, "node"> & { node: number } {
-  return {
+/** In the order of the C interface's numbers. */
+const baseTypes: readonly BaseType[] = [
+  "unknown",
+  "float",
+  "int",
+  "boneIndex",
+  "sampler1D",
+  "sampler1DArray",
+  "sampler2D",
+  "sampler2DArray",
+  "sampler3D",
+  "sampler3DArray",
+  "samplerCUBE",
+];
+
+/** Likewise. */
+const semanticKinds: readonly SemanticKind[] = [
+  "none",
+  "position",
+  "normal",
+  "tangent",
+  "binormal",
+  "blendIndices",
+  "blendWeight",
+  "texcoord",
+  "screenPosition",
+  "color",
+  "sampler",
+  "other",
+];
+
+function readDeclare(reader: Reader, nodeAt: (index: number) => string, columns: ColumnReader): Declare {
+  const texts = {
     name: reader.text(),
     type: reader.text(),
     writtenType: reader.text(),
     arraySize: reader.text(),
     semantic: reader.text(),
-    elements: reader.word(),
-    number: reader.word(),
-    node: reader.word(),
-    line: reader.word(),
   };
+  const numbers = {
+    baseType: baseTypes[reader.word()] ?? "unknown",
+    rows: reader.word(),
+    columns: reader.word(),
+    elements: reader.word(),
+    bytes: reader.word(),
+    offset: reader.word(),
+    semanticKind: semanticKinds[reader.word()] ?? "other",
+    semanticIndex: reader.word(),
+    number: reader.word(),
+    isUsed: reader.word() !== 0,
+  };
+  const node = nodeAt(reader.word());
+  const line = reader.word();
+  const column = columns(node, line, reader.word());
+  reader.word();
+  const repeatedBy = reader.list((element) => nodeAt(element.word()));
+  return { ...texts, ...numbers, node, line, column, repeatedBy };
 }
 
-function readOutput(reader: Reader, columns: ColumnReader): Result {
-  const code = reader.text();
-  const semantics = reader.list((element): [string, string] => [element.text(), element.text()]);
-  reader.list((element) => element.text()); // the names of the uniforms, which come below
-  const faults = reader.list((element) => readFault(element, columns));
-  const nodes = reader.list((element) => element.text());
+function readResult(
+  native: Native,
+  arena: Arena,
+  handle: number,
+  output: Reader,
+  columns: ColumnReader,
+): Result {
+  const { calls } = native;
+  const code = output.text();
+  const semantics = output.list((element): [string, string] => [element.text(), element.text()]);
+  output.list((element) => element.text()); // the names of the uniforms, which come below
+  const nodes = output.list((element) => element.text());
   const nodeAt = (index: number): string => nodes[index] ?? "";
-  const declares = (): Declare[] =>
-    reader.list(readDeclare).map((declare) => ({ ...declare, node: nodeAt(declare.node) }));
+  const lines = output.list((element) => ({ node: nodeAt(element.word()), line: element.word() }));
+  const unusedMacros = output.list((element) => element.text());
+  for (let counts = 0; counts < 6; ++counts) {
+    output.word(); // the lists below end by themselves
+  }
+  const declares = (list: number): Declare[] =>
+    readElements(
+      native,
+      arena,
+      sizes.declare,
+      (index, element) => calls.morl_get_declare(handle, list, index, element),
+      (element) => readDeclare(element, nodeAt, columns),
+    );
   return {
     code,
     semantics: Object.fromEntries(semantics),
-    faults,
+    faults: readElements(
+      native,
+      arena,
+      sizes.fault,
+      (index, element) => calls.morl_get_fault(handle, index, element),
+      (element) => readFault(element, columns),
+    ),
     nodes,
-    lines: reader.list((element) => ({ node: nodeAt(element.word()), line: element.word() })),
-    uniforms: declares(),
-    inputs: declares(),
-    outputs: declares(),
-    macros: reader.list((element) => ({
-      name: element.text(),
-      value: element.word(),
-      isSet: element.word() !== 0,
-    })),
-    unusedMacros: reader.list((element) => element.text()),
-    warnings: reader.list((element) => readWarning(element, columns)),
+    lines,
+    uniforms: declares(0),
+    inputs: declares(1),
+    outputs: declares(2),
+    macros: readElements(
+      native,
+      arena,
+      sizes.macro,
+      (index, element) => calls.morl_get_macro(handle, index, element),
+      (element) => ({ name: element.text(), value: element.word(), isSet: element.word() !== 0 }),
+    ),
+    unusedMacros,
+    warnings: readElements(
+      native,
+      arena,
+      sizes.warning,
+      (index, element) => calls.morl_get_warning(handle, index, element),
+      (element) => readWarning(element, columns),
+    ),
+    constantBytes: output.word(),
   };
 }

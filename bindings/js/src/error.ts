@@ -5,6 +5,7 @@ import type { Fault } from "./types.js";
  * Why a call failed:
  * - `nodes-refused`: a text of nodes has faults, which the error lists; nothing was loaded
  * - `request-refused`: an unknown node or target in a request; the error lists the faults
+ * - `limit-reached`: a limit of the request
  * - `not-found`: there is no such node
  * - `out-of-memory`: the compiler is as before, or disposed of if a later call says so
  * - `invalid-argument`, `failed`: the message says more
@@ -15,6 +16,7 @@ export type ErrorKind =
   | "out-of-memory"
   | "nodes-refused"
   | "request-refused"
+  | "limit-reached"
   | "not-found"
   | "failed"
   | "disposed";
@@ -42,6 +44,9 @@ const kinds: readonly ErrorKind[] = [
   "nodes-refused",
   "request-refused",
   "not-found",
+  "failed",
+  "failed",
+  "limit-reached",
   "failed",
 ];
 

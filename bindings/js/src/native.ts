@@ -15,7 +15,7 @@ interface Exports {
   morl_status_text(status: number): Address;
   morl_compiler_create(): Address;
   morl_message(result: Address, compiler: Address): void;
-  morl_faults(compiler: Address, count: Address): Address;
+  morl_get_call_fault(compiler: Address, index: number, fault: Address): number;
   morl_load_nodes(compiler: Address, name: Address, text: Address): number;
   morl_get_loaded_nodes(compiler: Address, names: Address, count: Address): number;
   morl_set_node(compiler: Address, node: Address): number;
@@ -23,9 +23,17 @@ interface Exports {
   morl_get_node(compiler: Address, name: Address, node: Address): number;
   morl_get_node_names(compiler: Address, names: Address, count: Address): number;
   morl_compile(compiler: Address, request: Address, result: Address): number;
-  morl_get_hint(text: Address, result: Address, fault: number): void;
   morl_get_output(result: Address, output: Address): number;
+  morl_get_fault(result: Address, index: number, fault: Address): number;
+  morl_get_declare(result: Address, list: number, index: number, declare: Address): number;
+  morl_get_macro(result: Address, index: number, macro: Address): number;
+  morl_get_warning(result: Address, index: number, warning: Address): number;
   morl_result_destroy(result: Address): void;
+  morl_link(vertex: Address, fragment: Address, program: Address): number;
+  morl_get_program_uniform(program: Address, index: number, uniform: Address): number;
+  morl_get_varying(program: Address, index: number, varying: Address): number;
+  morl_get_program_warning(program: Address, index: number, warning: Address): number;
+  morl_program_destroy(program: Address): void;
 }
 
 const decoder = new TextDecoder("utf-8", { ignoreBOM: true });
@@ -33,6 +41,19 @@ const encoder = new TextEncoder();
 
 /** Words of four bytes: what all structures of the C interface consist of here. */
 const wordSize = 4;
+
+/** The words of the structures that begin with their size; native.c compares them. */
+export const sizes = {
+  fault: 13,
+  node: 9,
+  request: 18,
+  declare: 27,
+  macro: 5,
+  warning: 9,
+  output: 20,
+  uniform: 5,
+  varying: 5,
+} as const;
 
 /** One instance of the module. */
 export class Native {
@@ -143,6 +164,13 @@ export class Arena {
     return [address, bytes.length];
   }
 
+  /** Room for a structure of this many words, which begins with its size in bytes. */
+  structure(count: number): Address {
+    const address = this.words(count);
+    this.native.data().setInt32(address, count * wordSize, true);
+    return address;
+  }
+
   free(): void {
     this.blocks.forEach((block) => this.native.calls.free(block));
     this.blocks.length = 0;
@@ -188,4 +216,24 @@ export class Reader {
     const count = this.word();
     return Array.from({ length: count }, () => read(elements));
   }
+}
+
+/**
+ * Reads the elements of a list, which the C interface gives one by one.
+ * @param size the words of an element
+ * @param get gives the element of an index, or another status than 0 after the last one
+ */
+export function readElements<Value>(
+  native: Native,
+  arena: Arena,
+  size: number,
+  get: (index: number, element: Address) => number,
+  read: (element: Reader) => Value,
+): Value[] {
+  const element = arena.structure(size);
+  const values: Value[] = [];
+  while (get(values.length, element) === 0) {
+    values.push(read(new Reader(native, element + wordSize)));
+  }
+  return values;
 }

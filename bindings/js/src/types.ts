@@ -33,6 +33,18 @@ export interface Request {
   samplers?: Readonly<Record<string, number>>;
   /** Whether to look for what is probably a mistake, too. */
   warnings?: boolean;
+  /** The most work in `#for` loops, in visits to what is repeated; 200,000 suit an editor. */
+  mostLoopWork?: number;
+  /** The longest text, in bytes. */
+  mostTextBytes?: number;
+}
+
+/** A request for both passes of a shader. */
+export interface ProgramRequest extends Omit<Request, "stage" | "nodes" | "semantics"> {
+  /** The names of the nodes of the vertex pass. */
+  vertex: readonly string[];
+  /** The names of the nodes of the fragment pass. */
+  fragment: readonly string[];
 }
 
 /** What is wrong, and where. */
@@ -83,17 +95,64 @@ export interface Declare {
   writtenType: string;
   /** As written; empty: no array. */
   arraySize: string;
-  /** The array size if it is a number, otherwise 0. */
+  /** The array size, with the values of macros; 0: no array, or not known. */
   elements: number;
+  baseType: BaseType;
+  /** Of a vector or matrix; 1: a number; 0: a sampler, or unknown. */
+  rows: number;
+  /** Of a matrix; 1: a vector or a number; 0: a sampler, or unknown. */
+  columns: number;
+  /** Of all elements, closely packed; 0: a sampler, or not known. */
+  bytes: number;
+  /** In hlsl10, where a uniform is in the constant buffer of the pass, in bytes; -1: not there. */
+  offset: number;
   /** As declared, such as "TEXAUTO"; empty: not bound. */
   semantic: string;
-  /** The sampler's register or the texture coordinate, as written; -1: none. */
+  semanticKind: SemanticKind;
+  /** Such as 1 of "COLOR1"; -1: the target writes none. */
+  semanticIndex: number;
+  /** The sampler's register or the texture coordinate, as written, or the render target; -1: none. */
   number: number;
+  /** Whether the entry function reads or assigns it. */
+  isUsed: boolean;
   /** The name of the node that declares it. */
   node: string;
   /** 1-based, in the node's content. */
   line: number;
+  /** 1-based, in UTF-16 code units. */
+  column: number;
+  /** The names of further nodes that declare it. */
+  repeatedBy: string[];
 }
+
+/** What a declaration consists of; `boneIndex`: integers in hlsl10, floats in other targets. */
+export type BaseType =
+  | "unknown"
+  | "float"
+  | "int"
+  | "boneIndex"
+  | "sampler1D"
+  | "sampler1DArray"
+  | "sampler2D"
+  | "sampler2DArray"
+  | "sampler3D"
+  | "sampler3DArray"
+  | "samplerCUBE";
+
+/** What a declaration is bound to. */
+export type SemanticKind =
+  | "none"
+  | "position"
+  | "normal"
+  | "tangent"
+  | "binormal"
+  | "blendIndices"
+  | "blendWeight"
+  | "texcoord"
+  | "screenPosition"
+  | "color"
+  | "sampler"
+  | "other";
 
 /** A macro that conditions and loops of the nodes have asked for. */
 export interface MacroUse {
@@ -126,4 +185,34 @@ export interface Result {
   macros: MacroUse[];
   /** Set by the request, but never asked for. */
   unusedMacros: string[];
+  /** The size of the constant buffer in hlsl10, a multiple of 16; 0: none, or not known. */
+  constantBytes: number;
+}
+
+/** A uniform of the vertex pass, the fragment pass, or both. */
+export interface ProgramUniform {
+  name: string;
+  /** An index into the uniforms of the vertex pass; -1: it has none. */
+  vertex: number;
+  /** An index into the uniforms of the fragment pass; -1: it has none. */
+  fragment: number;
+}
+
+/** What the vertex pass hands to the fragment pass. */
+export interface Varying {
+  name: string;
+  /** An index into the outputs of the vertex pass; -1: nothing feeds it. */
+  output: number;
+  /** An index into the inputs of the fragment pass; -1: it is not read. */
+  input: number;
+}
+
+/** Both passes of a shader as one program. */
+export interface Program {
+  vertex: Result;
+  fragment: Result;
+  uniforms: ProgramUniform[];
+  varyings: Varying[];
+  /** Of what does not fit together in the two passes. */
+  warnings: Warning[];
 }

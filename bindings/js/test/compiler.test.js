@@ -70,6 +70,23 @@ test("a result tells what the code was made from", async () => {
   assert.deepEqual(result.lines[written], { node: "n", line: 4 });
   assert.ok(result.warnings.some((warning) => warning.check === "undeclared-name" && warning.node === "n" && warning.line === 4));
   assert.equal(compiler.compile(request).code.includes("light_"), false);
+  const tint = { vertex: "uniform float4 tint; out float2 uv : TEXAUTO; void main() { uv = tint.xy; }" };
+  compiler.setNode({ name: "v", content: tint.vertex });
+  compiler.setNode({ name: "f", content: "uniform float k;\nuniform float4 tint; in float2 lost : TEXAUTO;" });
+  const program = compiler.compileProgram({ target: "hlsl10", vertex: ["v"], fragment: ["f"] });
+  assert.deepEqual(program.uniforms, [
+    { name: "tint", vertex: 0, fragment: 1 },
+    { name: "k", vertex: -1, fragment: 0 },
+  ]);
+  assert.deepEqual(program.varyings.map(({ name, output, input }) => [name, output, input]), [
+    ["uv", 0, -1],
+    ["lost", -1, 0],
+  ]);
+  assert.deepEqual(program.warnings.map(({ check, node, line }) => [check, node, line]), [["unmatched-input", "f", 2]]);
+  const { isUsed, offset, baseType, rows, semanticKind } = program.fragment.uniforms[1];
+  assert.deepEqual([isUsed, offset, baseType, rows, semanticKind], [false, 16, "float", 4, "none"]);
+  assert.equal(program.fragment.constantBytes, 32);
+  assert.throws(() => compiler.compile({ ...request, mostTextBytes: 9 }), { kind: "limit-reached" });
   assert.equal(compiler.removeNode("base"), true);
   assert.equal(compiler.removeNode("base"), false);
   assert.equal(compiler.getNode("base"), undefined);

@@ -2,19 +2,58 @@
 #include "morl/compiler/internal/report.h"
 
 #include "morl/ast/stage.h"
+#include "morl/compiler/internal/constant_buffer.h"
 #include "morl/compiler/morl_node.h"
 #include "morl/core/string_helper.h"
+#include "morl/linker/morl_linker.h"
 #include "morl/parser/keyword_map.h"
 #include "morl/translator/internal/register_order.h"
 #include "morl/translator/internal/walk.h"
 
 #include <algorithm>
 #include <cstddef>
-#include <set>
+#include <string>
+#include <string_view>
+#include <unordered_map>
 #include <utility>
 
 namespace ns_ruke {
 namespace {
+
+/// The longest array that is described. No target has longer ones.
+constexpr float kMostElements = 65536.0F;
+
+DeclareType ToDeclareType(ValueBase base, ENUM_TOKEN type)
+{
+    switch (base) {
+    case ValueBase::Float:
+        return DeclareType::Float;
+    case ValueBase::Int:
+        return DeclareType::Int;
+    case ValueBase::BoneIndex:
+        return DeclareType::BoneIndex;
+    case ValueBase::Sampler:
+        break;
+    default:
+        return DeclareType::Unknown;
+    }
+    switch (type) {
+    case TOKEN_SAMPLER1D:
+        return DeclareType::Sampler1D;
+    case TOKEN_SAMPLER1DARRAY:
+        return DeclareType::Sampler1DArray;
+    case TOKEN_SAMPLER2D:
+        return DeclareType::Sampler2D;
+    case TOKEN_SAMPLER2DARRAY:
+        return DeclareType::Sampler2DArray;
+    case TOKEN_SAMPLER3D:
+        return DeclareType::Sampler3D;
+    case TOKEN_SAMPLER3DARRAY:
+        return DeclareType::Sampler3DArray;
+    default:
+        return DeclareType::SamplerCube;
+    }
+}
 
 /// Describes the declarations of one request.
 class Reflection {
@@ -37,13 +76,41 @@ public:
         result.type = KeywordMap::WordOf(declare.varType);
         result.writtenType = WrittenType(declare, target);
         AddArray(declare, result);
+        AddType(declare, result);
         if (declare.registerBinding != nullptr) {
-            result.semantic = KeywordMap::WordOf(declare.registerBinding->registerToken);
-            result.number = target.writesBindings ? NumberOfBinding(declare) : -1;
+            AddSemantic(declare, result);
         }
     }
 
 private:
+    static void AddType(const MorlDeclare& declare, ReportDeclare& result)
+    {
+        const bool isAuto = declare.varType == TOKEN_AUTO;
+        const ValueType type = isAuto && BindingToken(&declare) == TOKEN_BLENDINDICES
+                                   ? ValueType{ValueBase::BoneIndex, 4, 1}
+                                   : KeywordMap::TypeOf(declare.varType);
+        result.baseType = ToDeclareType(type.base, declare.varType);
+        if (type.IsKnown() && type.base != ValueBase::Sampler) {
+            result.rows = type.rows;
+            result.columns = type.columns;
+            const int elements = declare.arraySize != nullptr ? result.elements : 1;
+            result.bytes = static_cast<int>(sizeof(float)) * type.rows * type.columns * elements;
+        }
+    }
+
+    void AddSemantic(const MorlDeclare& declare, ReportDeclare& result) const
+    {
+        const Keyword& row = KeywordMap::RowOf(declare.registerBinding->registerToken);
+        result.semantic = row.spelling;
+        result.semanticKind =
+            row.semantic != SemanticKind::None ? row.semantic : SemanticKind::Other;
+        const int given = target.writesBindings ? NumberOfBinding(declare) : -1;
+        result.semanticIndex = row.index >= 0 ? row.index : given;
+        const bool isRenderTarget = row.semantic == SemanticKind::Color &&
+                                    declare.bufferType == TOKEN_OUT && pass.stage == kFragmentStage;
+        result.number = isRenderTarget ? row.index : given;
+    }
+
     void AddArray(const MorlDeclare& declare, ReportDeclare& result) const
     {
         if (declare.arraySize == nullptr) {
@@ -56,9 +123,18 @@ private:
         Text text;
         Walk(answers, text).Expression(declare.arraySize);
         result.arraySize = text.Copy();
-        if (declare.arraySize->unitType == TOKEN_NUMBER) {
-            result.elements = StringHelper::ConvertToInt32(result.arraySize);
+        result.elements = ElementsOf(*declare.arraySize);
+    }
+
+    /// A number is what most arrays have.
+    int ElementsOf(MorlExpression& size) const
+    {
+        if (size.unitType == TOKEN_NUMBER) {
+            return StringHelper::ConvertToInt32(static_cast<MorlNumber&>(size).value);
         }
+        std::unordered_map<std::string, int> macros = pass.macros;
+        const float elements = MorlLinker().Evaluate(macros, &size);
+        return elements >= 1.0F && elements <= kMostElements ? static_cast<int>(elements) : 0;
     }
 
     int NumberOfBinding(const MorlDeclare& declare) const
@@ -93,6 +169,28 @@ std::vector<ReportDeclare>& ListOf(const MorlDeclare& declare, PassReport& repor
     }
 }
 
+/// Notes the nodes that repeat a declaration of an earlier one.
+void AddRepetitions(const LinkReport& link, PassReport& report)
+{
+    for (std::vector<ReportDeclare>* list : {&report.uniforms, &report.inputs, &report.outputs}) {
+        std::unordered_map<std::string_view, std::size_t> places;
+        for (std::size_t i = 0; i < list->size() && !link.repetitions.empty(); ++i) {
+            places.emplace((*list)[i].name, i);
+        }
+        for (const auto& [declare, node] : link.repetitions) {
+            const auto place = places.find(declare->name);
+            if (&ListOf(*declare, report) != list || place == places.end()) {
+                continue;
+            }
+            ReportDeclare& known = (*list)[place->second];
+            const int last = known.repeatedBy.empty() ? known.node : known.repeatedBy.back();
+            if (node != last) {
+                known.repeatedBy.push_back(node);
+            }
+        }
+    }
+}
+
 void AddMacros(const PassProperty& pass, const LinkReport& link, PassReport& report)
 {
     for (const auto& [name, place] : link.usedMacros) {
@@ -120,7 +218,8 @@ void FillReport(const PassProperty& pass, const TargetRecord& target, const Link
     report.lines = lines.Resolve(output.code);
     const Reflection reflection(pass, target, output);
     const std::vector<const MorlDeclare*>& declares = lines.Declares();
-    for (const MorlDeclare* declare : declares) {
+    for (std::size_t i = 0; i < declares.size(); ++i) {
+        const MorlDeclare* const declare = declares[i];
         std::vector<ReportDeclare>& list = ListOf(*declare, report);
         if (list.capacity() == 0) {
             list.reserve(static_cast<std::size_t>(
@@ -131,8 +230,13 @@ void FillReport(const PassProperty& pass, const TargetRecord& target, const Link
         const int node = lines.NodeOf(declare);
         const MorlNode& source = *link.origins[static_cast<std::size_t>(node)].node;
         reflection.Describe(*declare, node, source, list.emplace_back());
+        list.back().isUsed = lines.uses[i];
     }
+    AddRepetitions(link, report);
     AddMacros(pass, link, report);
+    if (target.info.Has(kTextureObjects)) {
+        LayOutConstants(report);
+    }
 }
 
 }  // namespace ns_ruke

@@ -20,6 +20,15 @@ constexpr Keyword Type(std::string_view spelling, ENUM_TOKEN token, ValueType ty
     return {spelling, token, WordClass::Type, type};
 }
 
+/// The index of a semantic that is given one for each declaration.
+constexpr int kNumbered = -1;
+
+constexpr Keyword Semantic(std::string_view spelling, ENUM_TOKEN token, SemanticKind kind,
+                           int index)
+{
+    return {spelling, token, WordClass::Semantic, {}, {}, kind, index};
+}
+
 constexpr Keyword Function(std::string_view spelling, ENUM_TOKEN token, std::string_view arguments,
                            ValueType type = {})
 {
@@ -58,28 +67,28 @@ constexpr Keyword kKeywords[] = {
     Word("uniform", TOKEN_UNIFORM, WordClass::Buffer),
     Word("in", TOKEN_IN, WordClass::Buffer),
     Word("out", TOKEN_OUT, WordClass::Buffer),
-    Word("POSITION", TOKEN_POSITION, WordClass::Semantic),
-    Word("NORMAL", TOKEN_NORMAL, WordClass::Semantic),
-    Word("TANGENT", TOKEN_TANGENT, WordClass::Semantic),
-    Word("BINORMAL", TOKEN_BINORMAL, WordClass::Semantic),
-    Word("BLENDINDICES", TOKEN_BLENDINDICES, WordClass::Semantic),
-    Word("BLENDWEIGHT", TOKEN_BLENDWEIGHT, WordClass::Semantic),
-    Word("TEXCOORD0", TOKEN_TEXCOORD0, WordClass::Semantic),
-    Word("TEXCOORD1", TOKEN_TEXCOORD1, WordClass::Semantic),
-    Word("TEXCOORD2", TOKEN_TEXCOORD2, WordClass::Semantic),
-    Word("TEXCOORD3", TOKEN_TEXCOORD3, WordClass::Semantic),
-    Word("TEXCOORD4", TOKEN_TEXCOORD4, WordClass::Semantic),
-    Word("TEXCOORD5", TOKEN_TEXCOORD5, WordClass::Semantic),
-    Word("TEXCOORD6", TOKEN_TEXCOORD6, WordClass::Semantic),
-    Word("TEXCOORD7", TOKEN_TEXCOORD7, WordClass::Semantic),
-    Word("TEXAUTO", TOKEN_TEXAUTO, WordClass::Semantic),
-    Word("SV_Position", TOKEN_SV_POSITION, WordClass::Semantic),
-    Word("COLOR", TOKEN_COLOR, WordClass::Semantic),
-    Word("COLOR0", TOKEN_COLOR0, WordClass::Semantic),
-    Word("COLOR1", TOKEN_COLOR1, WordClass::Semantic),
-    Word("COLOR2", TOKEN_COLOR2, WordClass::Semantic),
-    Word("COLOR3", TOKEN_COLOR3, WordClass::Semantic),
-    Word("SAUTO", TOKEN_SAUTO, WordClass::Semantic),
+    Semantic("POSITION", TOKEN_POSITION, SemanticKind::Position, 0),
+    Semantic("NORMAL", TOKEN_NORMAL, SemanticKind::Normal, 0),
+    Semantic("TANGENT", TOKEN_TANGENT, SemanticKind::Tangent, 0),
+    Semantic("BINORMAL", TOKEN_BINORMAL, SemanticKind::Binormal, 0),
+    Semantic("BLENDINDICES", TOKEN_BLENDINDICES, SemanticKind::BlendIndices, 0),
+    Semantic("BLENDWEIGHT", TOKEN_BLENDWEIGHT, SemanticKind::BlendWeight, 0),
+    Semantic("TEXCOORD0", TOKEN_TEXCOORD0, SemanticKind::Texcoord, 0),
+    Semantic("TEXCOORD1", TOKEN_TEXCOORD1, SemanticKind::Texcoord, 1),
+    Semantic("TEXCOORD2", TOKEN_TEXCOORD2, SemanticKind::Texcoord, 2),
+    Semantic("TEXCOORD3", TOKEN_TEXCOORD3, SemanticKind::Texcoord, 3),
+    Semantic("TEXCOORD4", TOKEN_TEXCOORD4, SemanticKind::Texcoord, 4),
+    Semantic("TEXCOORD5", TOKEN_TEXCOORD5, SemanticKind::Texcoord, 5),
+    Semantic("TEXCOORD6", TOKEN_TEXCOORD6, SemanticKind::Texcoord, 6),
+    Semantic("TEXCOORD7", TOKEN_TEXCOORD7, SemanticKind::Texcoord, 7),
+    Semantic("TEXAUTO", TOKEN_TEXAUTO, SemanticKind::Texcoord, kNumbered),
+    Semantic("SV_Position", TOKEN_SV_POSITION, SemanticKind::ScreenPosition, 0),
+    Semantic("COLOR", TOKEN_COLOR, SemanticKind::Color, 0),
+    Semantic("COLOR0", TOKEN_COLOR0, SemanticKind::Color, 0),
+    Semantic("COLOR1", TOKEN_COLOR1, SemanticKind::Color, 1),
+    Semantic("COLOR2", TOKEN_COLOR2, SemanticKind::Color, 2),
+    Semantic("COLOR3", TOKEN_COLOR3, SemanticKind::Color, 3),
+    Semantic("SAUTO", TOKEN_SAUTO, SemanticKind::Sampler, kNumbered),
     Word("if", TOKEN_IF, WordClass::Control),
     Word("else", TOKEN_ELSE, WordClass::Control),
     Word("for", TOKEN_FOR, WordClass::Control),

@@ -22,9 +22,15 @@ struct WrittenRequest {
     const PassProperty& pass;
     const MorlProgram& program;
     WrittenLines* lines;  ///< notes where lines come from; null: nobody asked for it
-    NameMap<const std::string_view*> prefixes{};  ///< of inputs and outputs in the body
+    /// What is known of a name in the body.
+    struct Name {
+        const std::string_view* prefix;  ///< of an input or output; null: none
+        bool isUsed;
+    };
+    NameMap<Name> names{};  ///< of inputs and outputs, and of uniforms if lines are noted
     MorlTranslator::Repetition repetition{};
     std::uint32_t texcoordCounter = 0;  ///< the number of the next automatic texture coordinate
+    std::size_t mostBytes = SIZE_MAX;   ///< of text; once there are more, nothing else is written
     /// The texture coordinates assigned, by declaration name.
     std::unordered_map<std::string, std::string> outputSemantics{};
 };
@@ -52,6 +58,12 @@ public:
         return hooks != nullptr ? hooks->program : &request->program;
     }
     int Stage() const { return StageOf(Program()); }
+
+    /// Whether a text has become longer than the request allows.
+    bool IsFull(const Text& text) const
+    {
+        return request != nullptr && text.Size() > request->mostBytes;
+    }
 
     // Each appends one answer.
 
@@ -110,8 +122,12 @@ public:
         if (hooks != nullptr) {
             text.Append(hooks->WriteVariable(variable));
         } else {
-            const auto* const prefix = request->prefixes.Find(variable->name);
-            text.Append(prefix != nullptr ? **prefix : std::string_view(), variable->name);
+            auto* const known = request->names.Find(variable->name);
+            if (known != nullptr) {
+                known->isUsed = true;
+            }
+            const bool hasPrefix = known != nullptr && known->prefix != nullptr;
+            text.Append(hasPrefix ? *known->prefix : std::string_view(), variable->name);
         }
     }
 
@@ -122,7 +138,7 @@ public:
         if (hooks != nullptr) {
             hooks->variableNames[name] = std::string(prefix) + name;
         } else {
-            request->prefixes[name] = &prefix;
+            request->names[name].prefix = &prefix;
         }
     }
 

@@ -33,7 +33,7 @@ void Walk::Indent(int indent)
 // Macro statements are handled by the linker; any that remain are not written.
 void Walk::Sentence(MorlSentence* sentence, int indent)
 {
-    if (sentence == nullptr) {
+    if (sentence == nullptr || answers.IsFull(text)) {
         return;
     }
     Mark(sentence->offset);

@@ -21,12 +21,24 @@ std::size_t UsualSize(const MorlProgram& program)
                              2 * program.outputs.size() + statements);
 }
 
+/// Notes which declarations the body has used.
+void NoteUses(const WrittenRequest& request)
+{
+    for (const MorlDeclare* declare : request.lines->Declares()) {
+        const auto* const known = request.names.Find(declare->name);
+        request.lines->uses.push_back(known != nullptr && known->isUsed);
+    }
+}
+
 }  // namespace
 
-void WriteRequest(const TargetRecord& target, const PassProperty& pass, MorlProgram& program,
+bool WriteRequest(const TargetRecord& target, const PassProperty& pass, MorlProgram& program,
                   WrittenLines* lines, ShaderOutput& output)
 {
     WrittenRequest request = {pass, program, lines};
+    if (pass.limits.textBytes != 0) {
+        request.mostBytes = pass.limits.textBytes;
+    }
     Answers answers(request, target);
     Text text(UsualSize(program));
     Walk walk(answers, text);
@@ -34,8 +46,20 @@ void WriteRequest(const TargetRecord& target, const PassProperty& pass, MorlProg
     target.layout.uniforms(walk, program.uniforms);
     target.layout.inputs(walk, program.inputs);
     target.layout.outputs(walk, program.outputs);
+    if (lines != nullptr) {
+        for (const MorlDeclare* uniform : program.uniforms) {
+            request.names[uniform->name];
+        }
+    }
     walk.Main(program);
+    if (text.Size() > request.mostBytes) {
+        return false;
+    }
+    if (lines != nullptr) {
+        NoteUses(request);
+    }
     FillOutput(text.Copy(), program.uniforms, std::move(request.outputSemantics), output);
+    return true;
 }
 
 }  // namespace ns_ruke

@@ -14,7 +14,8 @@ class WrittenLines;
 /// target's translator, but nothing can be overridden, which saves the virtual calls and their
 /// strings.
 /// @param lines notes where the lines come from; null: nobody asked for it.
-void WriteRequest(const TargetRecord& target, const PassProperty& pass, MorlProgram& program,
-                  WrittenLines* lines, ShaderOutput& output);
+/// @return false if the text became longer than the request allows; the output is then unchanged.
+[[nodiscard]] bool WriteRequest(const TargetRecord& target, const PassProperty& pass,
+                                MorlProgram& program, WrittenLines* lines, ShaderOutput& output);
 
 }  // namespace ns_ruke

@@ -33,6 +33,8 @@ public:
 
     /// The declarations, in the order in which they were first marked.
     const std::vector<const MorlDeclare*>& Declares() const { return declares; }
+    /// Whether `main` uses each of them.
+    std::vector<bool> uses;
     /// The index of its node in the link's list.
     int NodeOf(const MorlDeclare* declare) { return listed[IndexOf(declare)].node; }
 

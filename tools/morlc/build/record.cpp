@@ -56,51 +56,12 @@ Json::Value Variants(const ShaderRecord& record)
     return targets;
 }
 
-/// Only what applies to a declaration is there.
-Json::Value Declares(const std::vector<ns_ruke::ReportDeclare>& declares,
-                     const std::vector<std::string>& nodes)
-{
-    Json::Value array(Json::arrayValue);
-    for (const ns_ruke::ReportDeclare& declare : declares) {
-        Json::Value& object = array.append(Json::Value(Json::objectValue));
-        object["name"] = declare.name;
-        object["type"] = std::string(declare.type);
-        object["writtenType"] = std::string(declare.writtenType);
-        if (!declare.arraySize.empty()) {
-            object["arraySize"] = declare.arraySize;
-        }
-        if (declare.elements > 0) {
-            object["elements"] = declare.elements;
-        }
-        if (!declare.semantic.empty()) {
-            object["semantic"] = std::string(declare.semantic);
-        }
-        if (declare.number >= 0) {
-            object["number"] = declare.number;
-        }
-        object["node"] = nodes.at(static_cast<std::size_t>(declare.node));
-        object["line"] = declare.line;
-    }
-    return array;
-}
-
 Json::Value Texts(const ShaderRecord& record)
 {
     Json::Value texts(Json::objectValue);
     for (const auto& [file, text] : record.texts) {
-        const std::vector<std::string>& nodes = text.report.nodes;
-        Json::Value& object = texts[file];
-        object["target"] = text.target;
-        object["stage"] = text.stage;
-        object["hash"] = text.hash;
-        object["uniforms"] = StringArray(text.uniforms);
-        object["samplers"] = Object(text.samplers);
-        object["semantics"] = Object(text.semantics);
-        object["macros"] = Object(text.macros);
-        object["unusedMacros"] = StringArray(text.unusedMacros);
-        object["declarations"]["uniforms"] = Declares(text.report.uniforms, nodes);
-        object["declarations"]["inputs"] = Declares(text.report.inputs, nodes);
-        object["declarations"]["outputs"] = Declares(text.report.outputs, nodes);
+        texts[file] = ParseJson(text.reflection);
+        texts[file]["hash"] = text.hash;
     }
     return texts;
 }

@@ -15,18 +15,8 @@ namespace morlc {
 
 /// What the engine needs to know about one text.
 struct TextRecord {
-    std::string target;
-    std::string stage;                  ///< "vertex" or "fragment"
-    std::string hash;                   ///< of the text; changes when the text does
-    std::vector<std::string> uniforms;  ///< in the order of their declarations
-    /// The registers of the samplers that are bound to SAUTO.
-    std::map<std::string, int> samplers;
-    std::map<std::string, std::string> semantics;  ///< assigned texture coordinates
-    /// The macros that the text's nodes ask for, with their values in its first variant; null: the
-    /// manifest does not set it.
-    std::map<std::string, Json::Value> macros;
-    std::vector<std::string> unusedMacros;  ///< set by the manifest, but never asked for
-    ns_ruke::PassReport report;             ///< with the declarations and the nodes
+    std::string hash;        ///< of the text; changes when the text does
+    std::string reflection;  ///< ns_ruke::ReportText, with the macros of its first variant
 };
 
 /// The files of one variant, relative to the output directory, as ShaderRecord::File has them.

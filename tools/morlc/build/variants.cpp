@@ -79,39 +79,28 @@ std::string FindBroken(const std::vector<std::string>& names, const Worker& work
     return found != names.end() ? *found : "";
 }
 
-/// The register of a sampler that is bound to SAUTO: what the targets that write registers write.
-int RegisterOf(const ManifestShader& shader, const std::string& name)
-{
-    const auto assigned = shader.samplers.find(name);
-    return assigned != shader.samplers.end() ? assigned->second : 0;
-}
-
 TextRecord MakeTextRecord(const ManifestShader& shader, const std::string& target,
                           const StageName& stage, PassText& text)
 {
-    TextRecord record;
-    record.target = target;
-    record.stage = stage.name;
-    record.hash = Fingerprint(text.output.code);
-    record.uniforms = text.output.uniformNames;
-    record.semantics.insert(text.output.semantics.begin(), text.output.semantics.end());
-    for (const ns_ruke::ReportDeclare& uniform : text.report.uniforms) {
-        if (uniform.semantic == kAutomaticRegister) {
-            record.samplers[uniform.name] = RegisterOf(shader, uniform.name);
-        }
-    }
     const MacroValues values = shader.Macros(text.first, target);
+    ns_ruke::PassReport& report = text.report;
+    report.macros.clear();
     for (const std::string& macro : text.macros) {
         const auto value = values.find(macro);
-        record.macros[macro] = value != values.end() ? Json::Value(value->second) : Json::Value();
+        const bool isSet = value != values.end();
+        report.macros.push_back({macro, isSet ? value->second : 0, isSet});
     }
+    report.unusedMacros.clear();
     for (const auto& [macro, value] : values) {
         if (text.macros.count(macro) == 0) {
-            record.unusedMacros.push_back(macro);
+            report.unusedMacros.push_back(macro);
         }
     }
-    record.report = std::move(text.report);
-    return record;
+    ns_ruke::PassProperty pass;
+    pass.target = target;
+    pass.stage = static_cast<int>(stage.stage);
+    pass.samplerRegisters = {shader.samplers.begin(), shader.samplers.end()};
+    return {Fingerprint(text.output.code), ns_ruke::ReportText(pass, text.output, report)};
 }
 
 void AddTexts(const ManifestShader& shader, const std::string& target, const StageName& stage,
