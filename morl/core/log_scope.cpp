@@ -4,21 +4,40 @@
 namespace ns_ruke {
 namespace {
 
-thread_local const LogScope* current = nullptr;
+constexpr LogContext kNothing;
+
+thread_local const LogContext* current = &kNothing;
+
+LogContext WithNode(const std::string& node)
+{
+    LogContext context = CurrentLogContext();
+    context.node = &node;
+    return context;
+}
+
+LogContext WithCompiler(const MorlCompiler& compiler)
+{
+    LogContext context = CurrentLogContext();
+    context.node = nullptr;
+    context.compiler = &compiler;
+    return context;
+}
 
 }  // namespace
 
-LogScope::LogScope(const std::string& nodeName)
-    : node(&nodeName), compiler(CurrentCompiler()), outer(current)
+const LogContext& CurrentLogContext()
 {
-    current = this;
+    return *current;
 }
 
-LogScope::LogScope(const MorlCompiler& newCompiler)
-    : node(nullptr), compiler(&newCompiler), outer(current)
+LogScope::LogScope(const LogContext& newContext) : context(newContext), outer(current)
 {
-    current = this;
+    current = &context;
 }
+
+LogScope::LogScope(const std::string& nodeName) : LogScope(WithNode(nodeName)) {}
+
+LogScope::LogScope(const MorlCompiler& compiler) : LogScope(WithCompiler(compiler)) {}
 
 LogScope::~LogScope()
 {
@@ -27,12 +46,12 @@ LogScope::~LogScope()
 
 std::string LogScope::CurrentNode()
 {
-    return current != nullptr && current->node != nullptr ? *current->node : std::string();
+    return current->node != nullptr ? *current->node : std::string();
 }
 
 const MorlCompiler* LogScope::CurrentCompiler()
 {
-    return current != nullptr ? current->compiler : nullptr;
+    return current->compiler;
 }
 
 }  // namespace ns_ruke

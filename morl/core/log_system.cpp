@@ -219,7 +219,9 @@ void TamberLogSystem::AfterForkInChild()
 template <>
 TamberLogSystem* Singleton<TamberLogSystem>::GetSingletonPtr()
 {
-    static TamberLogSystem* const instance = new TamberLogSystem;
+    // Never destroyed, and in no allocation that would be lost with an unloaded plug-in.
+    alignas(TamberLogSystem) static unsigned char storage[sizeof(TamberLogSystem)];
+    static TamberLogSystem* const instance = ::new (storage) TamberLogSystem;
     return instance;
 }
 

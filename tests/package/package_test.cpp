@@ -139,6 +139,41 @@ TEST_F(Package, ServesEditorsInEveryLanguage)
 }
 #endif
 
+#ifdef MORL_SHARED
+// Any number of plug-ins contain the library, export nothing of it and keep a log of their own.
+// Those that have compiled on another thread than the main one can be unloaded, and leave nothing.
+TEST_F(Package, LivesInPlugIns)
+{
+    const TemporaryDirectory build;
+    const std::string base = build.path.string();
+    Succeed({"cmake", "-S", MORL_SOURCE_DIR "/tests/package/plugin", "-B", base, "-G", "Ninja",
+             "-DCMAKE_CXX_COMPILER=" MORL_CXX_COMPILER, "-DCMAKE_BUILD_TYPE=Release",
+             "-DCMAKE_PREFIX_PATH=" + prefix});
+    Succeed({"cmake", "--build", base});
+    const ProcessResult exported = RunShell("nm -DC --defined-only '" + base + "/libplugin.so'");
+    EXPECT_EQ(exported.out.find("ns_ruke"), std::string::npos) << exported.out;
+    EXPECT_EQ(exported.out.find("morl_"), std::string::npos) << exported.out;
+    EXPECT_NE(exported.out.find("run_plugin"), std::string::npos);
+    std::vector<std::string> copies = {base + "/engine", "1", "other"};
+    for (int i = 0; i < 100; ++i) {
+        copies.push_back(base + "/copy" + std::to_string(i) + ".so");
+        std::filesystem::copy_file(base + "/libplugin.so", copies.back());
+    }
+    const auto run = [](const std::vector<std::string>& command) {
+        const ProcessResult result = RunProcess(command);
+        return result.err + result.out;
+    };
+    EXPECT_EQ(run(copies), "100 faults heard, 0 still loaded, no memory lost\n");
+    EXPECT_EQ(run({base + "/engine", "50", "other", base + "/libplugin.so"}),
+              "50 faults heard, 0 still loaded, no memory lost\n");
+    EXPECT_EQ(run({base + "/engine", "50", "main", base + "/libplugin.so"}),
+              "50 faults heard, 1 still loaded, no memory lost\n");
+    // The shared library stays loaded.
+    EXPECT_EQ(run({base + "/engine", "50", "main", base + "/libshared_plugin.so"}),
+              "50 faults heard, 0 still loaded, no memory lost\n");
+}
+#endif
+
 // Hosts that were written for version 1.0 compile and link, and those in C and without exceptions.
 TEST_F(Package, HasAllThatHostsAreWrittenFor)
 {

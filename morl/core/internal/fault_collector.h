@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "morl/core/log_scope.h"
 #include "morl/core/report_fault.h"
 
 #include <string>
@@ -13,14 +14,11 @@ namespace ns_ruke {
 class FaultCollector {
 public:
     FaultCollector();
-    FaultCollector(const FaultCollector&) = delete;
-    FaultCollector& operator=(const FaultCollector&) = delete;
-    ~FaultCollector();
 
     std::vector<ReportFault> faults;
 
 private:
-    FaultCollector* outer;
+    LogScope scope;
 };
 
 /// Hands a fault to the collector in force on this thread, if there is one.
@@ -35,15 +33,12 @@ class LoggedFault {
 public:
     /// The arguments must outlive this object.
     LoggedFault(const ReportFault& newFault, const std::string& newMessage);
-    LoggedFault(const LoggedFault&) = delete;
-    LoggedFault& operator=(const LoggedFault&) = delete;
-    ~LoggedFault();
 
     const ReportFault& fault;
     const std::string& message;
 
 private:
-    LoggedFault* outer;
+    LogScope scope;
 };
 
 }  // namespace ns_ruke
