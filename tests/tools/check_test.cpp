@@ -150,4 +150,31 @@ TEST(Check, FindsFaultsOnTheLinesWhereTheyArePlanted)
     EXPECT_EQ(found.size(), planted.size());
 }
 
+// Texts that would overflow a compiler's stack or take it minutes.
+TEST(Check, LeavesNothingToTheCompilerThatItCannotTake)
+{
+    const auto check = [](const std::string& content, const std::string& options) {
+        const morl_test::TemporaryDirectory directory;
+        Json::Value node(Json::objectValue);
+        node["name"] = "n";
+        node["content"] = content;
+        Json::Value nodes(Json::arrayValue);
+        nodes.append(node);
+        morl_test::WriteNodeFiles(directory.path, nodes.toStyledString());
+        const ProcessResult result =
+            morl_test::RunShell("ulimit -s 2048; '" + morl_test::ToolPath() + "' check -C '" +
+                                directory.path.string() + "' -s fragment n " + options);
+        return std::to_string(result.status) + " " + result.err;
+    };
+    constexpr std::size_t kDeep = 1200;
+    EXPECT_EQ(check("out float4 c : COLOR0; void main() { c.x = " + std::string(kDeep, '(') +
+                        "1.0" + std::string(kDeep, ')') + "; }",
+                    ""),
+              "0 ");
+    const std::string said = check(
+        "out float4 c : COLOR0; void main() { #for N : 0 c = float4(1.0,1.0,1.0,1.0); #endfor }",
+        "-D N=150000 -t glsl");
+    EXPECT_NE(said.find("no verdict on a text of "), std::string::npos) << said;
+}
+
 }  // namespace

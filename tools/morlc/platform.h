@@ -2,8 +2,10 @@
 // What operating systems do in different ways. Each has its own source file.
 #pragma once
 
+#include <cstddef>
 #include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -28,6 +30,11 @@ bool HasColourTerminal();
 
 /// Whether standard error is a terminal.
 bool HasTerminal();
+
+/// Runs something on a thread with a stack of this many bytes, and waits for it. What it throws is
+/// thrown here. (Only where there is a compiler's verdict.)
+/// @throws std::runtime_error if there is no such thread.
+void RunWithStack(std::size_t bytes, const std::function<void()>& work);
 
 /// Opens an existing or new file for writing bytes; null: `errno` says why.
 std::FILE* OpenToWrite(const std::string& path);

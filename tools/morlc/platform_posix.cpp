@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "platform.h"
 
+#include <pthread.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <csignal>
 #include <cstdlib>
+#include <exception>
+#include <stdexcept>
 #include <string_view>
 #include <system_error>
 
@@ -23,6 +26,23 @@ mode_t ModeOf(const std::filesystem::path& path)
 {
     struct stat status = {};
     return ::stat(path.c_str(), &status) == 0 ? status.st_mode & 07777 : NewFileMode();
+}
+
+/// What RunWithStack hands to its thread.
+struct StackedWork {
+    const std::function<void()>& work;
+    std::exception_ptr thrown;
+};
+
+void* RunStackedWork(void* passed)
+{
+    auto& stacked = *static_cast<StackedWork*>(passed);
+    try {
+        stacked.work();
+    } catch (...) {
+        stacked.thrown = std::current_exception();
+    }
+    return nullptr;
 }
 
 }  // namespace
@@ -62,6 +82,25 @@ bool HasColourTerminal()
 {
     const char* const terminal = std::getenv("TERM");
     return HasTerminal() && terminal != nullptr && std::string_view(terminal) != "dumb";
+}
+
+void RunWithStack(std::size_t bytes, const std::function<void()>& work)
+{
+    StackedWork stacked = {work, nullptr};
+    pthread_attr_t attributes;
+    pthread_t thread = {};
+    pthread_attr_init(&attributes);
+    pthread_attr_setstacksize(&attributes, bytes);
+    const int error = pthread_create(&thread, &attributes, RunStackedWork, &stacked);
+    pthread_attr_destroy(&attributes);
+    if (error != 0) {
+        throw std::runtime_error("cannot start a thread: " +
+                                 std::generic_category().message(error));
+    }
+    pthread_join(thread, nullptr);
+    if (stacked.thrown) {
+        std::rethrow_exception(stacked.thrown);
+    }
 }
 
 std::FILE* OpenToWrite(const std::string& path)

@@ -140,8 +140,14 @@ private:
     {
         for (const VerdictMessage& message : messages) {
             Finding finding;
-            finding.isVerdict = true;
             finding.text = message.text;
+            if (message.isMissing) {
+                finding.severity = Severity::Warning;
+                finding.check = "verdict";
+                findings.Add(finding, unit.context);
+                continue;
+            }
+            finding.isVerdict = true;
             const bool isVertex =
                 message.stage == ns_ruke::kVertexStage || result.fragment == nullptr;
             const CheckedText& text = isVertex ? *result.vertex : *result.fragment;

@@ -3,6 +3,7 @@
 #include "check/verdict.h"
 
 #include "options.h"
+#include "platform.h"
 
 #include <glslang/Public/ResourceLimits.h>
 #include <glslang/Public/ShaderLang.h>
@@ -144,22 +145,18 @@ void Link(const Dialect& dialect, const std::vector<StageText*>& stages,
     }
 }
 
-}  // namespace
+/// Longer texts are not judged, in bytes: no shader is a hundredth of this, and a compiler takes
+/// more time and memory than anything else in this tool.
+constexpr std::size_t kLongest = std::size_t{4} << 20U;
 
-bool HasVerdict()
-{
-    return true;
-}
+/// The deepest source that the library lets through needs a sixteenth of it, in bytes.
+constexpr std::size_t kStack = std::size_t{64} << 20U;
 
-std::vector<VerdictMessage> Judge(const std::string& target, const std::string& vertex,
-                                  const std::string& fragment)
+std::vector<VerdictMessage> JudgeHere(const ns_ruke::TargetInfo& info, const std::string& vertex,
+                                      const std::string& fragment)
 {
     std::vector<VerdictMessage> messages;
-    const ns_ruke::TargetInfo* const info = ns_ruke::FindTargetInfo(target);
-    if (info == nullptr) {
-        return messages;
-    }
-    const Dialect dialect = DialectOf(*info);
+    const Dialect dialect = DialectOf(info);
     Initialize();
     StageText vertexStage(dialect, Stage::Vertex, vertex);
     StageText fragmentStage(dialect, Stage::Fragment, fragment);
@@ -177,6 +174,33 @@ std::vector<VerdictMessage> Judge(const std::string& target, const std::string& 
     } else {
         Link(dialect, {&vertexStage, &fragmentStage}, messages);
     }
+    return messages;
+}
+
+}  // namespace
+
+bool HasVerdict()
+{
+    return true;
+}
+
+std::vector<VerdictMessage> Judge(const std::string& target, const std::string& vertex,
+                                  const std::string& fragment)
+{
+    const ns_ruke::TargetInfo* const info = ns_ruke::FindTargetInfo(target);
+    if (info == nullptr) {
+        return {};
+    }
+    const std::size_t size = std::max(vertex.size(), fragment.size());
+    if (size > kLongest) {
+        VerdictMessage message;
+        message.isMissing = true;
+        message.text = "no verdict on a text of " + std::to_string(size) +
+                       " bytes; the longest has " + std::to_string(kLongest);
+        return {message};
+    }
+    std::vector<VerdictMessage> messages;
+    RunWithStack(kStack, [&] { messages = JudgeHere(*info, vertex, fragment); });
     return messages;
 }
 
