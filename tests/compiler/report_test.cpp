@@ -13,6 +13,7 @@ namespace {
 using namespace ns_ruke;
 using morl_test::LogCapture;
 using morl_test::MakePass;
+using Strings = std::vector<std::string>;
 
 std::vector<std::string> Lines(const std::string& text)
 {
@@ -252,6 +253,38 @@ TEST(Report, DescribesWhatAPassBinds)
     }
     EXPECT_EQ(macros, "FOG=1 LIGHTS=0? ");
     EXPECT_EQ(report.unusedMacros, (std::vector<std::string>{"N", "OTHER"}));
+}
+
+// A host that compiles the fragment pass alone, or forgets what the vertex pass has assigned.
+TEST(Report, WarnsOfTexcoordsThatNobodyAssigned)
+{
+    MorlCompiler compiler(std::vector<NodeText>{});
+    compiler.SetNode("n",
+                     "in float2 uv : TEXAUTO; out float4 c : COLOR0;\n"
+                     "void main() { c = float4(uv, uv); }");
+    const auto warnings = [&](const std::string& target, const Strings& semantics) {
+        PassProperty pass = MakePass(target, 1, {"n"});
+        for (const std::string& name : semantics) {
+            pass.semantics[name] = "TEXCOORD0";
+        }
+        ShaderOutput output;
+        PassReport report;
+        std::vector<ReportWarning> found;
+        compiler.CompileReported(pass, output, report, found);
+        std::string text;
+        for (const ReportWarning& warning : found) {
+            text += warning.node + ":" + std::to_string(warning.line) + " " + warning.text +
+                    " [-W " + std::string(warning.check) + "]\n";
+        }
+        return text;
+    };
+    const LogCapture log;
+    EXPECT_EQ(warnings("hlsl", {}),
+              "n:1 'uv' has no texture coordinate: none was assigned by a vertex pass; compile the "
+              "vertex pass first, and pass on the semantics that it assigns "
+              "[-W unassigned-texcoord]\n");
+    EXPECT_EQ(warnings("glsl", {}), "");
+    EXPECT_EQ(warnings("hlsl", {"uv"}), "");
 }
 
 // The places that Microsoft's compiler gave these declarations.

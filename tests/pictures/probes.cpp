@@ -175,6 +175,7 @@ std::vector<ns_ruke::ReportWarning> CheckProbe(const Probe& probe, const std::st
         ns_ruke::PassReport report;
         std::vector<ns_ruke::ReportWarning> warnings;
         compiler->CompileReported(*pass, output, report, warnings);
+        request.fragment.semantics.insert(output.semantics.begin(), output.semantics.end());
         std::copy_if(warnings.begin(), warnings.end(), std::back_inserter(all),
                      [](const auto& warning) { return warning.check != "unused-macro"; });
     }

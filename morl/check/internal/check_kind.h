@@ -35,6 +35,8 @@ enum class CheckKind : std::uint8_t {
     VaryingPlace,
     VaryingSemantic,
     MissingSemantic,
+    UnassignedTexcoord,
+    SharedRegister,
     NoPosition,
     NoColor,
     UnwrittenOutput,

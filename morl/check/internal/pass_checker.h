@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 namespace ns_ruke {
@@ -106,6 +107,7 @@ private:
     int node = -1;                  ///< of what is being checked: an index into the link's list
     bool hasFaults = false;         ///< whether a node has some, so that names may be missing
     std::vector<ScopeEntry> componentNames;  ///< inputs and outputs that are called like members
+    std::unordered_set<int> takenRegisters;  ///< of samplers that come before
     bool hasAutoTexcoords = false;           ///< among the outputs
     bool isInitialiser = false;              ///< checking a call that is the whole initialiser
 };

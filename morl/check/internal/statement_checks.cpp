@@ -139,6 +139,12 @@ void PassChecker::CheckSampler(const MorlDeclare& declare)
     }
     if (BindingToken(&declare) != TOKEN_SAUTO) {
         Warn(CheckKind::UnboundSampler, declare.offset, declare.name);
+        return;
+    }
+    const auto given = input.pass.samplerRegisters.find(declare.name);
+    const int number = given != input.pass.samplerRegisters.end() ? given->second : 0;
+    if (!takenRegisters.insert(number).second) {
+        Warn(CheckKind::SharedRegister, declare.offset, declare.name);
     }
 }
 
@@ -148,6 +154,11 @@ void PassChecker::CheckSemantic(const MorlDeclare& declare, Kind kind)
     const bool isVertex = input.pass.stage == kVertexStage;
     if (declare.registerBinding == nullptr) {
         Warn(CheckKind::MissingSemantic, declare.offset, declare.name);
+    }
+    const bool isFromVertexPass = kind == Kind::Input && binding == TOKEN_TEXAUTO &&
+                                  input.pass.stage == kFragmentStage;
+    if (isFromVertexPass && input.pass.semantics.empty()) {
+        Warn(CheckKind::UnassignedTexcoord, declare.offset, declare.name);
     }
     if (kind == Kind::Input && isVertex && binding == TOKEN_COLOR0) {
         Warn(CheckKind::ColorInput, declare.offset, declare.name);

@@ -47,7 +47,8 @@ CheckedPass CheckOne(MorlCompiler& compiler, std::optional<PassProperty> pass)
     return result;
 }
 
-/// Stands in for a vertex pass that is not checked: a texture coordinate for each input that needs
+/// Stands in for a vertex pass that is not checked, or that feeds nothing (which is told in words of
+/// the stages): a texture coordinate for each input that needs
 /// one.
 void AssignTexcoords(MorlCompiler& compiler, PassProperty& pass)
 {
@@ -66,7 +67,8 @@ CheckedPasses CheckPasses(MorlCompiler& compiler, Unit unit)
     result.vertex = CheckOne(compiler, unit.vertex);
     if (unit.fragment && unit.vertex) {
         unit.fragment->semantics = result.vertex.output.semantics;
-    } else if (unit.fragment) {
+    }
+    if (unit.fragment && unit.fragment->semantics.empty()) {
         AssignTexcoords(compiler, *unit.fragment);
     }
     result.fragment = CheckOne(compiler, unit.fragment);
