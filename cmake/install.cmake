@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
 # What is installed, and how other projects find it.
 install(DIRECTORY morl DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
-    FILES_MATCHING PATTERN "*.h"
+    FILES_MATCHING PATTERN "*.h" PATTERN "*.hpp"
     PATTERN internal EXCLUDE)
 # For "find_package(morl)", both installed and in the build tree.
 configure_package_config_file(cmake/morl-config.cmake.in morl-config.cmake

@@ -118,6 +118,7 @@ TEST_F(Package, ServesEditorsInEveryLanguage)
     const ProcessResult c = RunHost("embed_c", "embed_c", options);
     const ProcessResult staticC =
         RunHost("embed_c", "embed_c", {"-DCMAKE_PREFIX_PATH=" + prefix, "-DSTATIC=ON"});
+    const ProcessResult hpp = RunHost("embed_hpp", "embed_hpp", options);
     const ProcessResult python = RunProcess(
         {"python3", kExamples + "/python/edit_loop.py", prefix + "/lib/libmorl.so", kExamples});
     EXPECT_EQ(cpp.status, 0) << cpp.err;
@@ -129,6 +130,7 @@ TEST_F(Package, ServesEditorsInEveryLanguage)
     }
     EXPECT_EQ(c.out, cpp.out) << c.err;
     EXPECT_EQ(staticC.out, cpp.out) << staticC.err;
+    EXPECT_EQ(hpp.out, cpp.out) << hpp.err;
     EXPECT_EQ(python.out, cpp.out) << python.err;
     // A missing file is reported.
     EXPECT_EQ(RunProcess({"python3", kExamples + "/python/edit_loop.py", prefix + "/lib/libmorl.so",
@@ -190,6 +192,9 @@ TEST_F(Package, HasAllThatHostsAreWrittenFor)
             "/embed_c/main.c'",
         MORL_CXX_COMPILER " -std=c++17 -fno-exceptions -x c++" + warnings + include + "'" + prefix +
             "/include/morl/c/morl.h'",
+        "echo '#include <morl/c/morl.hpp>' | " MORL_CXX_COMPILER
+        " -std=c++17 -fno-exceptions -fno-rtti -Wold-style-cast -x c++" +
+            warnings + include + "-",
         "echo '#include <morl/morl.h>' | " MORL_CXX_COMPILER
         " -std=c++17 -Wold-style-cast -Wuseless-cast -Wnon-virtual-dtor -x c++" +
             warnings + include + "-"};

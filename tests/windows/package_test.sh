@@ -29,13 +29,13 @@ printf 'KERNEL32.dll\nmsvcrt.dll\n' | diff - "$work/needs"
 mkdir "$work/morl"
 (cd "$work/morl" && cmake -E tar xf ../zip/morl-*.zip)
 prefix=$(echo "$work"/morl/*)
-for file in bin/morl.dll bin/morlc.exe lib/libmorl.dll.a lib/libmorl_static.a include/morl/c/morl.h \
+for file in bin/morl.dll bin/morlc.exe lib/libmorl.dll.a lib/morl.def lib/morl.lib lib/libmorl_static.a include/morl/c/morl.h \
     share/doc/morl/LICENSE share/doc/morl/licences/jsoncpp.txt lib/cmake/morl/morl-config.cmake; do
     [ -f "$prefix/$file" ] || fail "the package has no $file"
 done
 
 for linkage in OFF ON; do
-    for host in embed embed_c; do
+    for host in embed embed_c embed_hpp; do
         cmake -S "$source/examples/$host" -B "$work/$host-$linkage" -G Ninja -DSTATIC="$linkage" \
             -DCMAKE_TOOLCHAIN_FILE="$source/cmake/mingw.cmake" -Dmorl_DIR="$prefix/lib/cmake/morl" >/dev/null
         cmake --build "$work/$host-$linkage" >/dev/null
@@ -45,6 +45,7 @@ for linkage in OFF ON; do
     grep -q '^hlsl: vertex 783 bytes, 2 uniforms, 3 semantics; fragment 1933 bytes' "$work/embed"
     "$wine" "$work/embed-$linkage/edit_loop.exe" "$source/examples" | tr -d '\r' >"$work/loop"
     "$wine" "$work/embed_c-$linkage/embed_c.exe" "$source/examples" | tr -d '\r' | diff "$work/loop" -
+    "$wine" "$work/embed_hpp-$linkage/embed_hpp.exe" "$source/examples" | tr -d '\r' | diff "$work/loop" -
     [ "$(wc -l <"$work/loop")" -gt 100 ] || fail "the edit loop prints too little"
 done
 (cd "$prefix/share/morl/examples" && "$wine" "$prefix/bin/morlc.exe" build shaders.json -o "$work/out") |
