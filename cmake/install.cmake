@@ -1,6 +1,8 @@
 # SPDX-License-Identifier: MIT
-# What is installed, and how other projects find it.
-install(DIRECTORY morl DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+# What is installed, and how other projects find it. A component is a package of its own: the shared
+# library, what hosts are built with, the tools, and the documents with the samples.
+set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME doc)
+install(DIRECTORY morl COMPONENT dev DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
     FILES_MATCHING PATTERN "*.h" PATTERN "*.hpp"
     PATTERN internal EXCLUDE)
 # For "find_package(morl)", both installed and in the build tree.
@@ -11,21 +13,21 @@ install(FILES
     ${PROJECT_BINARY_DIR}/morl-config.cmake
     ${PROJECT_BINARY_DIR}/morl-config-version.cmake
     cmake/jsoncpp.cmake
-    DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/morl)
+    COMPONENT dev DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/morl)
 configure_file(cmake/jsoncpp.cmake jsoncpp.cmake COPYONLY)
 # One set for each library, as only the static one has a dependency.
 set(MORL_EXPORT_SETS morl-static)
 if(BUILD_SHARED_LIBS)
     list(APPEND MORL_EXPORT_SETS morl)
     install(TARGETS morl EXPORT morl
-        ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
-        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
-        RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+        ARCHIVE COMPONENT dev DESTINATION ${CMAKE_INSTALL_LIBDIR}
+        LIBRARY COMPONENT library NAMELINK_COMPONENT dev DESTINATION ${CMAKE_INSTALL_LIBDIR}
+        RUNTIME COMPONENT library DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
-install(TARGETS morl_static EXPORT morl-static ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(TARGETS morl_static EXPORT morl-static ARCHIVE COMPONENT dev DESTINATION ${CMAKE_INSTALL_LIBDIR})
 foreach(set IN LISTS MORL_EXPORT_SETS)
     install(EXPORT ${set} NAMESPACE morl:: FILE ${set}-targets.cmake
-        DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/morl)
+        COMPONENT dev DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/morl)
     export(EXPORT ${set} NAMESPACE morl:: FILE ${PROJECT_BINARY_DIR}/${set}-targets.cmake)
 endforeach()
 
@@ -42,13 +44,16 @@ if(MORL_IS_ELF)
     set(MORL_PC_HIDDEN " -Wl,--exclude-libs,libmorl.a")
 endif()
 configure_file(cmake/morl.pc.in morl.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/morl.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+install(FILES ${PROJECT_BINARY_DIR}/morl.pc COMPONENT dev DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
 if(MORL_TOOLS)
-    install(TARGETS morlc RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-    install(FILES ${PROJECT_BINARY_DIR}/man/morlc.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+    install(TARGETS morlc RUNTIME COMPONENT tools DESTINATION ${CMAKE_INSTALL_BINDIR})
+    if(NOT MORL_DEBIAN)
+        install(FILES ${PROJECT_BINARY_DIR}/man/morlc.1
+            COMPONENT tools DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+    endif()
     install(FILES tools/completion/morlc.bash
-        DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
+        COMPONENT tools DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
         RENAME morlc)
 endif()
 install(FILES LICENSE README.md CHANGELOG.md CONTRIBUTING.md DESTINATION ${CMAKE_INSTALL_DOCDIR})

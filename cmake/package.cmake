@@ -1,8 +1,8 @@
 # SPDX-License-Identifier: MIT
-# "cpack" makes a package of all that is installed: for Debian, or a ZIP for Windows.
-set(CPACK_GENERATOR DEB)
-if(WIN32)
-    set(CPACK_GENERATOR ZIP)
+# "cpack" makes packages: for Debian, if the build is for that ("./dev deb"), otherwise a ZIP.
+set(CPACK_GENERATOR ZIP)
+if(MORL_DEBIAN)
+    set(CPACK_GENERATOR DEB)
 endif()
 set(CPACK_PACKAGE_NAME morl)
 set(CPACK_PACKAGE_VENDOR "The morl developers")
@@ -14,14 +14,11 @@ if(NOT WIN32)
 endif()
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
-set(CPACK_DEBIAN_PACKAGE_SECTION libdevel)
-set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
-    "The library with its headers, the command-line tool morlc with its manual\n page, and a library of sample nodes.")
-# Depends on the shared libraries that the binaries need, and suggests what linking the static
-# library needs.
+# Depends on the shared libraries that the binaries need.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_SUGGESTS "libjsoncpp-dev")
-set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+if(MORL_DEBIAN)
+    include(cmake/debian.cmake)
+endif()
 
 # The licences of what a self-contained DLL and tool are linked with.
 if(MORL_BUNDLES_JSONCPP)

@@ -16,5 +16,5 @@ add_custom_command(OUTPUT ${PROJECT_BINARY_DIR}/morl.lib
 add_custom_target(morl_visual_cpp ALL DEPENDS ${PROJECT_BINARY_DIR}/morl.lib)
 if(MORL_INSTALL)
     install(FILES ${PROJECT_BINARY_DIR}/morl.def ${PROJECT_BINARY_DIR}/morl.lib
-        DESTINATION ${CMAKE_INSTALL_LIBDIR})
+        COMPONENT dev DESTINATION ${CMAKE_INSTALL_LIBDIR})
 endif()

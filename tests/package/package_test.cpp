@@ -343,35 +343,4 @@ TEST_F(Package, ExportsThePublicInterfaceOnly)
 }
 #endif
 
-TEST_F(Package, BecomesADebianPackage)
-{
-    const TemporaryDirectory work;
-    const std::string base = work.path.string();
-    Succeed({"cpack", "-G", "DEB", "-B", base, "--config", MORL_BINARY_DIR "/CPackConfig.cmake"});
-    const std::string package =
-        base + "/morl_" MORL_PROJECT_VERSION "_$(dpkg --print-architecture).deb";
-    const ProcessResult fields = RunShell("dpkg-deb -f " + package + " Depends Version");
-    EXPECT_NE(fields.out.find("libjsoncpp"), std::string::npos) << fields.out << fields.err;
-
-    // A separate root, in which nothing is installed and no package scripts can run.
-    const std::string root = base + "/root";
-    std::filesystem::create_directories(root + "/var/lib/dpkg/updates");
-    std::filesystem::create_directories(root + "/var/lib/dpkg/info");
-    WriteText(root + "/var/lib/dpkg/status", "");
-    const ProcessResult installed =
-        RunShell("PATH=$PATH:/usr/sbin:/sbin dpkg --root=" + root +
-                 " --force-not-root --force-depends --no-triggers --unpack " + package);
-    ASSERT_EQ(installed.status, 0) << installed.out << installed.err;
-    for (const char* file :
-         {"/usr/include/morl/morl.h", "/usr/share/man/man1/morlc.1", "/usr/lib/pkgconfig/morl.pc",
-          "/usr/share/bash-completion/completions/morlc", "/usr/share/doc/morl/LICENSE"}) {
-        EXPECT_TRUE(std::filesystem::exists(root + file)) << file;
-    }
-    const ProcessResult run =
-        RunProcess({root + "/usr/bin/morlc", "build", "-C", root + "/usr/share/morl/examples",
-                    "shaders.json", "-o", base + "/out"});
-    EXPECT_EQ(run.status, 0) << run.err;
-    EXPECT_NE(run.out.find("16 shaders, 272 variants"), std::string::npos) << run.out;
-}
-
 }  // namespace
