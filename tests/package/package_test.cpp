@@ -271,6 +271,11 @@ TEST_F(Package, TellsOneVersion)
     EXPECT_EQ(
         RunShell("PKG_CONFIG_PATH='" + prefix + "/lib/pkgconfig' pkg-config --modversion morl").out,
         version + "\n");
+    for (const char* file : {"packaging/vcpkg/vcpkg.json", "packaging/conan/conanfile.py",
+                             "bindings/js/package.json"}) {
+        const std::string text = ReadText(std::string(MORL_SOURCE_DIR) + "/" + file);
+        EXPECT_NE(text.find("\"" + version + "\""), std::string::npos) << file;
+    }
     EXPECT_NE(ReadText(prefix + "/share/man/man1/morlc.1").find("\"morl " + version + "\""),
               std::string::npos);
 #ifdef MORL_SHARED
