@@ -314,6 +314,17 @@ TEST(Report, LaysOutConstantsLikeDirect3D)
     pass.target = "hlsl";
     compiler.CompileReported(pass, output, report);
     EXPECT_EQ(report.uniforms[1].offset, -1);
+    // Where a size is absurd, it is not told, and no place after it.
+    compiler.SetNode("n",
+                     "uniform float a; uniform float4 b[2147483647]; uniform float4 c;"
+                     "#for N : 0 uniform float4x4 d_N[65536];\n#endfor");
+    pass.target = "hlsl10";
+    pass.macros = {{"N", 2000}};
+    compiler.CompileReported(pass, output, report);
+    EXPECT_EQ(report.uniforms[1].bytes, 0);
+    EXPECT_EQ(report.uniforms[2].offset, -1);
+    EXPECT_EQ(report.uniforms.back().bytes, 4194304);
+    EXPECT_EQ(report.constantBytes, 0);
 }
 
 TEST(Report, HasTheFaultsOfAllNodesThatTookPart)

@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "morl/compiler/internal/constant_buffer.h"
 
+#include <cstdint>
+
 namespace ns_ruke {
 namespace {
 
 constexpr int kNumber = 4;  ///< bytes of a number
 constexpr int kRegister = 4 * kNumber;
+constexpr std::int64_t kMost = 1 << 30;  ///< bytes; no device has a buffer of this size
 
-int ToNextRegister(int bytes)
+std::int64_t ToNextRegister(std::int64_t bytes)
 {
     return (bytes + kRegister - 1) / kRegister * kRegister;
 }
@@ -27,7 +30,7 @@ bool StartsRegister(const ReportDeclare& declare)
 
 void LayOutConstants(PassReport& report)
 {
-    int end = 0;
+    std::int64_t end = 0;
     for (ReportDeclare& uniform : report.uniforms) {
         if (IsSampler(uniform.baseType)) {
             continue;
@@ -37,11 +40,15 @@ void LayOutConstants(PassReport& report)
         }
         const int element = ElementSize(uniform);
         const bool crosses = end % kRegister + element > kRegister;
-        uniform.offset = StartsRegister(uniform) || crosses ? ToNextRegister(end) : end;
+        end = StartsRegister(uniform) || crosses ? ToNextRegister(end) : end;
+        uniform.offset = static_cast<int>(end);
         const int before = uniform.elements > 1 ? uniform.elements - 1 : 0;
-        end = uniform.offset + before * ToNextRegister(element) + element;
+        end += before * ToNextRegister(element) + element;
+        if (end > kMost) {
+            return;
+        }
     }
-    report.constantBytes = ToNextRegister(end);
+    report.constantBytes = static_cast<int>(ToNextRegister(end));
 }
 
 }  // namespace ns_ruke

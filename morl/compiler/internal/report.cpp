@@ -20,8 +20,8 @@
 namespace ns_ruke {
 namespace {
 
-/// The longest array that is described. No target has longer ones.
-constexpr float kMostElements = 65536.0F;
+/// The longest array whose size in bytes is told. No target has longer ones.
+constexpr int kMostElements = 65536;
 
 DeclareType ToDeclareType(ValueBase base, ENUM_TOKEN type)
 {
@@ -73,28 +73,30 @@ public:
         const TextPlace place = source.PlaceOf(declare.offset);
         result.line = place.line;
         result.column = place.column;
-        result.type = KeywordMap::WordOf(declare.varType);
+        const Keyword& row = KeywordMap::RowOf(declare.varType);
+        result.type = row.spelling;
         result.writtenType = WrittenType(declare, target);
         AddArray(declare, result);
-        AddType(declare, result);
+        AddType(declare, row.type, result);
         if (declare.registerBinding != nullptr) {
             AddSemantic(declare, result);
         }
     }
 
 private:
-    static void AddType(const MorlDeclare& declare, ReportDeclare& result)
+    static void AddType(const MorlDeclare& declare, ValueType type, ReportDeclare& result)
     {
-        const bool isAuto = declare.varType == TOKEN_AUTO;
-        const ValueType type = isAuto && BindingToken(&declare) == TOKEN_BLENDINDICES
-                                   ? ValueType{ValueBase::BoneIndex, 4, 1}
-                                   : KeywordMap::TypeOf(declare.varType);
+        if (declare.varType == TOKEN_AUTO && BindingToken(&declare) == TOKEN_BLENDINDICES) {
+            type = {ValueBase::BoneIndex, 4, 1};
+        }
         result.baseType = ToDeclareType(type.base, declare.varType);
         if (type.IsKnown() && type.base != ValueBase::Sampler) {
             result.rows = type.rows;
             result.columns = type.columns;
             const int elements = declare.arraySize != nullptr ? result.elements : 1;
-            result.bytes = static_cast<int>(sizeof(float)) * type.rows * type.columns * elements;
+            result.bytes = elements <= kMostElements ? static_cast<int>(sizeof(float)) * type.rows *
+                                                           type.columns * elements
+                                                     : 0;
         }
     }
 
@@ -134,7 +136,8 @@ private:
         }
         std::unordered_map<std::string, int> macros = pass.macros;
         const float elements = MorlLinker().Evaluate(macros, &size);
-        return elements >= 1.0F && elements <= kMostElements ? static_cast<int>(elements) : 0;
+        const bool isSize = elements >= 1.0F && elements <= static_cast<float>(kMostElements);
+        return isSize ? static_cast<int>(elements) : 0;
     }
 
     int NumberOfBinding(const MorlDeclare& declare) const
