@@ -29,7 +29,7 @@ const scopes = {
 
 function readKeywords() {
   const keywords = new Map();
-  const rows = /(Type|Function|Word)\(\s*"([^"]+)",\s*TOKEN_\w+(?:,\s*WordClass::(\w+))?/g;
+  const rows = /(Type|Semantic|Function|Word)\(\s*"([^"]+)",\s*TOKEN_\w+(?:,\s*WordClass::(\w+))?/g;
   for (const [, row, word, wordClass] of read(path.join(root, 'morl/parser/internal/keywords.h')).matchAll(rows)) {
     keywords.set(word, word === 'while' ? 'invalid.illegal' : scopes[wordClass || row]);
   }
