@@ -155,8 +155,8 @@ void PassChecker::CheckSemantic(const MorlDeclare& declare, Kind kind)
     if (declare.registerBinding == nullptr) {
         Warn(CheckKind::MissingSemantic, declare.offset, declare.name);
     }
-    const bool isFromVertexPass = kind == Kind::Input && binding == TOKEN_TEXAUTO &&
-                                  input.pass.stage == kFragmentStage;
+    const bool isFromVertexPass =
+        kind == Kind::Input && binding == TOKEN_TEXAUTO && input.pass.stage == kFragmentStage;
     if (isFromVertexPass && input.pass.semantics.empty()) {
         Warn(CheckKind::UnassignedTexcoord, declare.offset, declare.name);
     }

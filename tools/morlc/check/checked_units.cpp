@@ -47,9 +47,8 @@ CheckedPass CheckOne(MorlCompiler& compiler, std::optional<PassProperty> pass)
     return result;
 }
 
-/// Stands in for a vertex pass that is not checked, or that feeds nothing (which is told in words of
-/// the stages): a texture coordinate for each input that needs
-/// one.
+/// Stands in for a vertex pass that is not checked, or that feeds nothing (which is told in words
+/// of the stages): a texture coordinate for each input that needs one.
 void AssignTexcoords(MorlCompiler& compiler, PassProperty& pass)
 {
     const CheckedPass first = CheckOne(compiler, pass);
