@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <initializer_list>
 #include <iterator>
+#include <set>
+#include <string_view>
 
 namespace ns_ruke {
 namespace {
@@ -42,6 +44,26 @@ bool IsMultiplyCall(const MorlExpression& expression)
 {
     return expression.unitType == TOKEN_FUNCTION_CALL &&
            static_cast<const MorlFunctionCall&>(expression).functionToken == TOKEN_MUL;
+}
+
+/// The local variable that a statement declares; empty: none.
+std::string_view LocalOf(const MorlSentence* sentence)
+{
+    if (sentence == nullptr) {
+        return {};
+    }
+    if (sentence->unitType == TOKEN_DEFINITION_SENTENCE) {
+        return static_cast<const MorlDefinitionSentence*>(sentence)->name;
+    }
+    if (sentence->unitType != TOKEN_ASSIGN) {
+        return {};
+    }
+    const auto* assignment = static_cast<const MorlAssignSentence*>(sentence);
+    const MorlExpression* target = assignment->target;
+    const bool declares = assignment->varType != TOKEN_NONE && target != nullptr &&
+                          target->unitType == TOKEN_IDENTIFIER;
+    return declares ? std::string_view(static_cast<const MorlVariable*>(target)->name)
+                    : std::string_view();
 }
 
 }  // namespace
@@ -206,14 +228,65 @@ std::string PassChecker::HintForUnknown(const std::string& name)
         nearest.size() <= name.size() + 1) {
         return meant;
     }
+    const std::string later = HintOfLaterNode(name);
+    if (!later.empty()) {
+        return later;
+    }
     const std::string declaring =
         input.index.FindDeclaring(input.nodes, name, input.pass.stage, input.pass.nodeNames);
-    if (!declaring.empty()) {
+    const std::string& here = input.link.origins[static_cast<std::size_t>(node)].node->Name();
+    if (!declaring.empty() && !BuildsOn(declaring, here)) {
         return "; add the node '" + declaring + "', which declares it";
     }
     return name.compare(0, 3, "gl_") == 0
                ? "; declare an output, such as 'out float4 oColor : COLOR0;'"
                : meant;
+}
+
+/// A local variable of this name that a node of the pass declares, but too late.
+std::string PassChecker::HintOfLaterNode(const std::string& name) const
+{
+    const std::vector<LinkOrigin>& origins = input.link.origins;
+    const std::vector<MorlSentence*>& sentences = input.linked.mainFunction->sentences;
+    const LinkOrigin& here = origins[static_cast<std::size_t>(node)];
+    for (std::size_t i = static_cast<std::size_t>(node) + 1; i < origins.size(); ++i) {
+        const auto first =
+            sentences.begin() + static_cast<std::ptrdiff_t>(origins[i - 1].sentences);
+        const auto last = sentences.begin() + static_cast<std::ptrdiff_t>(origins[i].sentences);
+        const bool declaresIt = std::any_of(
+            first, last, [&](const MorlSentence* sentence) { return LocalOf(sentence) == name; });
+        if (!declaresIt) {
+            continue;
+        }
+        const std::string& later = origins[i].node->Name();
+        return BuildsOn(later, here.node->Name())
+                   ? "; '" + later + "', which declares it, builds on this node, so it comes later"
+                   : "; '" + later + "', which declares it, comes later: build on it ('ref')";
+    }
+    return {};
+}
+
+/// Whether a node refers to another one, or to one that does. References to no node do not count.
+bool PassChecker::BuildsOn(const std::string& from, const std::string& wanted) const
+{
+    std::set<std::string> seen = {from};
+    std::vector<std::string> waiting = {from};
+    while (!waiting.empty()) {
+        const auto found = input.nodes.find(waiting.back());
+        waiting.pop_back();
+        if (found == input.nodes.end() || found->second == nullptr) {
+            continue;
+        }
+        for (const std::string& reference : found->second->References()) {
+            if (reference == wanted) {
+                return true;
+            }
+            if (seen.insert(reference).second) {
+                waiting.push_back(reference);
+            }
+        }
+    }
+    return false;
 }
 
 ValueType PassChecker::Index(const MorlBinaryOperation& operation)

@@ -79,6 +79,8 @@ private:
     bool DependsOnData(const MorlExpression* expression);
     void ReportUnknownName(const MorlVariable& variable);
     std::string HintForUnknown(const std::string& name);
+    std::string HintOfLaterNode(const std::string& name) const;
+    bool BuildsOn(const std::string& from, const std::string& wanted) const;
 
     // Calls: call_checks.cpp.
     ValueType Call(const MorlFunctionCall& call);
