@@ -89,22 +89,38 @@ namespace {
 template <class Structure>
 constexpr std::size_t kFirstSize = 0;
 
-#define MORL_FIRST_SIZE(structure, last)          \
-    template <>                                   \
-    constexpr std::size_t kFirstSize<structure> = \
-        offsetof(structure, last) + sizeof(structure::last)
-MORL_FIRST_SIZE(morl_fault, hint);
-MORL_FIRST_SIZE(morl_node, y);
-MORL_FIRST_SIZE(morl_request, cancel);
-MORL_FIRST_SIZE(morl_place, reserved);
-MORL_FIRST_SIZE(morl_declare, repeated_by_count);
-MORL_FIRST_SIZE(morl_macro, is_set);
-MORL_FIRST_SIZE(morl_warning, column);
-MORL_FIRST_SIZE(morl_output, constant_bytes);
-MORL_FIRST_SIZE(morl_program_uniform, fragment);
-MORL_FIRST_SIZE(morl_varying, input);
-MORL_FIRST_SIZE(morl_program_info, warning_count);
-#undef MORL_FIRST_SIZE
+template <>
+constexpr std::size_t kFirstSize<morl_fault> = offsetof(morl_fault, hint) +
+                                               sizeof(morl_fault::hint);
+template <>
+constexpr std::size_t kFirstSize<morl_node> = offsetof(morl_node, y) + sizeof(morl_node::y);
+template <>
+constexpr std::size_t kFirstSize<morl_request> = offsetof(morl_request, cancel) +
+                                                 sizeof(morl_request::cancel);
+template <>
+constexpr std::size_t kFirstSize<morl_place> = offsetof(morl_place, reserved) +
+                                               sizeof(morl_place::reserved);
+template <>
+constexpr std::size_t kFirstSize<morl_declare> = offsetof(morl_declare, repeated_by_count) +
+                                                 sizeof(morl_declare::repeated_by_count);
+template <>
+constexpr std::size_t kFirstSize<morl_macro> = offsetof(morl_macro, is_set) +
+                                               sizeof(morl_macro::is_set);
+template <>
+constexpr std::size_t kFirstSize<morl_warning> = offsetof(morl_warning, column) +
+                                                 sizeof(morl_warning::column);
+template <>
+constexpr std::size_t kFirstSize<morl_output> = offsetof(morl_output, constant_bytes) +
+                                                sizeof(morl_output::constant_bytes);
+template <>
+constexpr std::size_t kFirstSize<morl_program_uniform> = offsetof(morl_program_uniform, fragment) +
+                                                         sizeof(morl_program_uniform::fragment);
+template <>
+constexpr std::size_t kFirstSize<morl_varying> = offsetof(morl_varying, input) +
+                                                 sizeof(morl_varying::input);
+template <>
+constexpr std::size_t kFirstSize<morl_program_info> = offsetof(morl_program_info, warning_count) +
+                                                      sizeof(morl_program_info::warning_count);
 
 /// Ends a call with a status that is not MORL_OK.
 struct CallFailure {

@@ -228,7 +228,7 @@ std::string PassChecker::HintForUnknown(const std::string& name)
         nearest.size() <= name.size() + 1) {
         return meant;
     }
-    const std::string later = HintOfLaterNode(name);
+    std::string later = HintOfLaterNode(name);
     if (!later.empty()) {
         return later;
     }
