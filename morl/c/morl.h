@@ -48,12 +48,12 @@ enum {
     MORL_INVALID_ARGUMENT = 1, /**< a mistake of the host, such as a null pointer */
     MORL_OUT_OF_MEMORY = 2,
     MORL_FILE_NOT_READ = 3, /**< a file is missing or cannot be read */
-    MORL_NODES_REFUSED = 4, /**< a text of nodes has faults; morl_faults has them */
-    MORL_REFUSED = 5,       /**< an unknown node or target in a request; morl_faults has them */
+    MORL_NODES_REFUSED = 4, /**< a text of nodes has faults: morl_get_call_fault */
+    MORL_REFUSED = 5,       /**< an unknown node or target in a request: likewise */
     MORL_NOT_FOUND = 6,     /**< there is no such node, or no such element of a list */
     MORL_FAILED = 7,        /**< anything else */
     MORL_BUSY = 8,          /**< another call for this compiler is under way */
-    MORL_LIMIT_REACHED = 9, /**< a limit of the request; morl_get_call_fault says which */
+    MORL_LIMIT_REACHED = 9, /**< a limit of the request: likewise */
     MORL_CANCELLED = 10     /**< by morl_request::cancel */
 };
 
