@@ -148,7 +148,7 @@ TEST(Bounds, OfMemoryAndTime)
 #else
     constexpr int kIterations = 1'000'000;
 #endif
-    constexpr std::size_t kMostBytes = std::size_t{450} << 20U;
+    constexpr std::size_t kMostBytes = std::size_t{400} << 20U;
     constexpr double kMostSeconds = 6;  // of processor time; three to four times what it takes
     for (const std::string& source : WorstSources(2000)) {
         const LogCapture log;
