@@ -32,8 +32,8 @@ constexpr std::size_t kMaxLoopIterations = 1'000'000;
 /// line that will be written, and for every `kBytesPerWork` bytes of text copied, searched, or
 /// written as indentation. What is shared instead of copied is charged like a copy. Once the bound
 /// is exceeded, no further iteration runs and no further name is substituted. A request then takes
-/// at most about 1.5 s and 400 MB, with its report and warnings. 10,000 unrolled lights use two fifths
-/// of the bound, and 256 nodes of 500 lines most of it.
+/// at most about 1.5 s and 400 MB, with its report and warnings. 10,000 unrolled lights use two
+/// fifths of the bound, and 256 nodes of 500 lines most of it.
 constexpr std::size_t kMaxLinkWork = 3'200'000;
 constexpr std::size_t kBytesPerWork = 16;
 
