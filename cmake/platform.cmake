@@ -1,7 +1,6 @@
 # SPDX-License-Identifier: MIT
-include(CheckCXXCompilerFlag)
-
 # What differs between platforms. The defaults of compilers and linkers do elsewhere.
+include(CheckCXXCompilerFlag)
 
 # Libraries in ELF: names are bound when the library is linked, and the version script hides the
 # standard-library templates that were instantiated for the exported classes.

@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
 # For hosts that Visual C++ builds: the C interface of the DLL as a module definition file and as an
 # import library. (The classes are for hosts of the compiler that has built the DLL.)
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/morl/c/morl.h)
 file(STRINGS ${PROJECT_SOURCE_DIR}/morl/c/morl.h declared REGEX "^MORL_API ")
 set(definitions "LIBRARY morl.dll\nEXPORTS\n")
 foreach(line IN LISTS declared)

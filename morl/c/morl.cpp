@@ -43,16 +43,11 @@ struct TextList {
     std::vector<morl_text> texts;
 };
 
-}  // namespace
-
-namespace ns_ruke {
-namespace {
-
 /// A compiler that knows its handle, for the log.
-class HostedCompiler : public MorlCompiler {
+class HostedCompiler : public ns_ruke::MorlCompiler {
 public:
     explicit HostedCompiler(const morl_compiler& newHandle)
-        : MorlCompiler(std::vector<NodeText>()), handle(newHandle)
+        : MorlCompiler(std::vector<ns_ruke::NodeText>()), handle(newHandle)
     {
     }
 
@@ -60,7 +55,6 @@ public:
 };
 
 }  // namespace
-}  // namespace ns_ruke
 
 /// A compiler, and what its last calls have returned or complained about.
 struct morl_compiler : ns_ruke::Handle {
@@ -68,7 +62,7 @@ struct morl_compiler : ns_ruke::Handle {
 
     morl_compiler() : Handle(kKind), compiler(*this) {}
 
-    ns_ruke::HostedCompiler compiler;
+    HostedCompiler compiler;
     std::string message;
     std::vector<ns_ruke::NodeTextFault> nodeFaults;
     std::vector<ns_ruke::ReportFault> requestFaults;
@@ -315,7 +309,7 @@ morl_status StatusOf(RequestEnd end)
 /// The faults of the nodes come first; the last one is why the request has ended.
 std::string MessageOf(const PassReport& report)
 {
-    if (report.end == RequestEnd::Cancelled || report.faults.empty()) {
+    if (report.end == RequestEnd::Cancelled) {
         return "cancelled";
     }
     if (report.end != RequestEnd::Refused) {

@@ -13,15 +13,12 @@
 namespace ns_ruke {
 namespace {
 
-constexpr std::string_view kPositionSemantic = "SV_Position";
-
 /// What the vertex pass hands on: its outputs but the position, in the order of the struct.
 std::vector<const ReportDeclare*> Varyings(const std::vector<ReportDeclare>& declares)
 {
     std::vector<const ReportDeclare*> list;
     for (const ReportDeclare& declare : declares) {
-        // A declaration without a name is what is left of a lost macro block.
-        if (declare.semantic != kPositionSemantic && !declare.name.empty()) {
+        if (IsVarying(declare)) {
             list.push_back(&declare);
         }
     }

@@ -13,7 +13,7 @@ LogLine::LogLine(LogLevel logLevel, const std::string& message)
       node(LogScope::CurrentNode()),
       text(message)
 {
-    if (const ReportFault* fault = FaultOfMessage(message)) {
+    if (const ReportFault* fault = LoggedFault::Of(message)) {
         line = fault->line;
         column = fault->column;
         text = fault->text;

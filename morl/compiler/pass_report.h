@@ -77,6 +77,14 @@ struct ReportDeclare {
     std::vector<int> repeatedBy;
 };
 
+/// Whether an output of the vertex pass or an input of the fragment pass goes from one to the
+/// other. The position does not; a declaration without a name is what is left of a lost macro
+/// block.
+inline bool IsVarying(const ReportDeclare& declare)
+{
+    return declare.semanticKind != SemanticKind::ScreenPosition && !declare.name.empty();
+}
+
 /// A macro that conditions and loops of the nodes have asked for.
 struct ReportMacro {
     std::string name;
@@ -92,7 +100,7 @@ enum class ReportParts {
 
 /// What a host may want to know about a request, in addition to its output.
 struct PassReport {
-    RequestEnd end = RequestEnd::Written;
+    RequestEnd end = RequestEnd::Written;  ///< how the request has ended
     /// The faults of the nodes that took part, also of those parsed by earlier requests, and of the
     /// request. They are logged as well, those of the nodes when they are parsed.
     std::vector<ReportFault> faults;

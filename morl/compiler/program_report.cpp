@@ -12,16 +12,18 @@ namespace {
 
 /// Joins two lists of declarations by name.
 /// @param Entry has a name, and an index into each list
-template <class Entry>
+/// @param isWanted whether a declaration takes part
+template <class Entry, class Predicate>
 std::vector<Entry> Join(const std::vector<ReportDeclare>& first, int Entry::*inFirst,
-                        const std::vector<ReportDeclare>& second, int Entry::*inSecond)
+                        const std::vector<ReportDeclare>& second, int Entry::*inSecond,
+                        const Predicate& isWanted)
 {
     std::vector<Entry> joined;
     std::unordered_map<std::string_view, std::size_t> places;
     const auto add = [&](const std::vector<ReportDeclare>& list, int Entry::*index) {
         for (std::size_t i = 0; i < list.size(); ++i) {
             const ReportDeclare& declare = list[i];
-            if (declare.semanticKind == SemanticKind::ScreenPosition) {
+            if (!isWanted(declare)) {
                 continue;
             }
             const auto [place, isNew] = places.emplace(declare.name, joined.size());
@@ -43,9 +45,9 @@ ProgramReport ReportProgram(const PassReport& vertex, const PassReport& fragment
 {
     ProgramReport report;
     report.uniforms = Join(vertex.uniforms, &ProgramUniform::vertex, fragment.uniforms,
-                           &ProgramUniform::fragment);
-    report.varyings =
-        Join(vertex.outputs, &ProgramVarying::output, fragment.inputs, &ProgramVarying::input);
+                           &ProgramUniform::fragment, [](const ReportDeclare&) { return true; });
+    report.varyings = Join(vertex.outputs, &ProgramVarying::output, fragment.inputs,
+                           &ProgramVarying::input, IsVarying);
     CheckStages(vertex, fragment, target, report.warnings);
     return report;
 }

@@ -2,6 +2,7 @@
 #include "morl/compiler/report_text.h"
 
 #include "morl/ast/stage.h"
+#include "morl/translator/internal/bindings.h"
 
 #include <json/json.h>
 #include <cstddef>
@@ -98,8 +99,7 @@ Json::Value SamplersOf(const PassProperty& pass, const PassReport& report)
     Json::Value object(Json::objectValue);
     for (const ReportDeclare& uniform : report.uniforms) {
         if (uniform.semanticKind == SemanticKind::Sampler) {
-            const auto found = pass.samplerRegisters.find(uniform.name);
-            object[uniform.name] = found != pass.samplerRegisters.end() ? found->second : 0;
+            object[uniform.name] = SamplerRegister(pass, uniform.name);
         }
     }
     return object;

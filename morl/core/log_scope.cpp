@@ -4,54 +4,51 @@
 namespace ns_ruke {
 namespace {
 
-constexpr LogContext kNothing;
-
-thread_local const LogContext* current = &kNothing;
-
-LogContext WithNode(const std::string& node)
-{
-    LogContext context = CurrentLogContext();
-    context.node = &node;
-    return context;
-}
-
-LogContext WithCompiler(const MorlCompiler& compiler)
-{
-    LogContext context = CurrentLogContext();
-    context.node = nullptr;
-    context.compiler = &compiler;
-    return context;
-}
+/// All that the log has of a thread's own data, of which a library loaded at run time gets little.
+thread_local const LogScope* current = nullptr;
 
 }  // namespace
 
-const LogContext& CurrentLogContext()
+LogScope::LogScope() : outer(current)
 {
-    return *current;
+    if (outer != nullptr) {
+        node = outer->node;
+        compiler = outer->compiler;
+        collector = outer->collector;
+        loggedFault = outer->loggedFault;
+    }
+    current = this;
 }
 
-LogScope::LogScope(const LogContext& newContext) : context(newContext), outer(current)
+LogScope::LogScope(const std::string& nodeName) : LogScope()
 {
-    current = &context;
+    node = &nodeName;
 }
 
-LogScope::LogScope(const std::string& nodeName) : LogScope(WithNode(nodeName)) {}
-
-LogScope::LogScope(const MorlCompiler& compiler) : LogScope(WithCompiler(compiler)) {}
+LogScope::LogScope(const MorlCompiler& newCompiler) : LogScope()
+{
+    node = nullptr;
+    compiler = &newCompiler;
+}
 
 LogScope::~LogScope()
 {
     current = outer;
 }
 
+const LogScope* LogScope::Current()
+{
+    return current;
+}
+
 std::string LogScope::CurrentNode()
 {
-    return current->node != nullptr ? *current->node : std::string();
+    return current != nullptr && current->node != nullptr ? *current->node : std::string();
 }
 
 const MorlCompiler* LogScope::CurrentCompiler()
 {
-    return current->compiler;
+    return current != nullptr ? current->compiler : nullptr;
 }
 
 }  // namespace ns_ruke

@@ -11,19 +11,8 @@ class FaultCollector;
 class LoggedFault;
 class MorlCompiler;
 
-/// What a thread works on, for those who hear its log. All of it hangs on one thread-local pointer,
-/// because a library loaded at run time has little room for a thread's own data.
-struct LogContext {
-    const std::string* node = nullptr;         ///< null: none; likewise below
-    const MorlCompiler* compiler = nullptr;    ///< that runs a request
-    FaultCollector* collector = nullptr;       ///< gets the faults
-    const LoggedFault* loggedFault = nullptr;  ///< whose message is being logged
-};
-
-/// The context of the current thread; empty when it works on nothing.
-const LogContext& CurrentLogContext();
-
-/// Changes the context of the current thread for as long as the object lives. Scopes nest.
+/// Names what the current thread works on, for as long as the object lives, so that a sink knows
+/// who logs. Scopes nest; what an inner one does not name stays as it was.
 class MORL_API LogScope {
 public:
     /// Names the node that the thread works on. @param nodeName must outlive the scope.
@@ -31,9 +20,8 @@ public:
     explicit LogScope(const std::string&& nodeName) = delete;
 
     /// Names the compiler that the thread works for. No node of it is at work yet.
-    explicit LogScope(const MorlCompiler& compiler);
+    explicit LogScope(const MorlCompiler& newCompiler);
 
-    explicit LogScope(const LogContext& newContext);
     LogScope(const LogScope&) = delete;
     LogScope& operator=(const LogScope&) = delete;
     ~LogScope();
@@ -45,8 +33,19 @@ public:
     static const MorlCompiler* CurrentCompiler();
 
 private:
-    LogContext context;
-    const LogContext* outer;
+    friend class FaultCollector;
+    friend class LoggedFault;
+
+    LogScope();
+
+    const std::string* node = nullptr;         ///< null: none; likewise below
+    const MorlCompiler* compiler = nullptr;    ///< that runs a request
+    FaultCollector* collector = nullptr;       ///< gets the faults
+    const LoggedFault* loggedFault = nullptr;  ///< whose message is being logged
+    const LogScope* outer;
+
+    /// The innermost scope of the thread; null: it works on nothing.
+    static const LogScope* Current();
 };
 
 }  // namespace ns_ruke

@@ -17,9 +17,9 @@ struct RequestLimits {
     /// The most bytes of text; 0: no limit.
     std::size_t textBytes = 0;
 
-    /// Any thread may set it to another value than 0, which ends the request. Asked at each
-    /// iteration of a `#for` and before each step of the request; null: nobody can. Belongs to the
-    /// host, and must outlive the request.
+    /// Any thread may set it to another value than 0, which ends the request. Asked before each
+    /// node is parsed and at each iteration of a `#for`: what follows takes moments. Null: nobody
+    /// can. Belongs to the host, and must outlive the request.
     const std::atomic<std::int32_t>* cancel = nullptr;
 
     bool IsCancelled() const

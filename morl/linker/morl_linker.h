@@ -148,11 +148,11 @@ private:
     std::size_t iterations = 0;        ///< of `#for`
     std::size_t work = 0;              ///< in units of kMaxLinkWork
     bool tooManyIterations = false;    ///< kMaxLoopIterations was reached and reported
-    bool exhausted = false;            ///< kMaxLinkWork was exceeded and reported
-    RequestLimits limits;
+    bool exhausted = false;     ///< nothing more is expanded: kMaxLinkWork or a limit was reached
+    RequestLimits limits;       ///< of the host
     std::size_t loopStart = 0;  ///< `work` when the outermost running loop began
     std::size_t loopWork = 0;   ///< of the loops that have ended
-    RequestEnd end = RequestEnd::Written;
+    RequestEnd end = RequestEnd::Written;  ///< which limit was reached, if one was
 };
 
 }  // namespace ns_ruke

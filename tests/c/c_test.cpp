@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 // What hosts of the C interface can do wrong, and how long what they get is valid.
 #include <gtest/gtest.h>
-#include <morl/c/morl.h>
 #include <atomic>
 #include <cstddef>
 #include <cstring>
 #include <functional>
+#include <morl/c/morl.hpp>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -13,22 +13,16 @@
 
 namespace {
 
+using morl::Sized;
+
 morl_text Text(std::string_view text)
 {
-    return {text.data(), text.size()};
+    return morl::ToText(text);
 }
 
 std::string Shown(const morl_text& text)
 {
-    return {text.data, text.size};
-}
-
-template <class Structure>
-Structure Sized()
-{
-    Structure structure = {};
-    structure.size = sizeof structure;
-    return structure;
+    return std::string(morl::ToView(text));
 }
 
 constexpr morl_text kBroken = {nullptr, 3};

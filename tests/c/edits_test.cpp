@@ -6,16 +6,17 @@
 
 #include <gtest/gtest.h>
 #include <json/json.h>
-#include <morl/c/morl.h>
 #include <algorithm>
 #include <cstdlib>
 #include <map>
+#include <morl/c/morl.hpp>
 #include <sstream>
 #include <utility>
 
 namespace {
 
 using namespace ns_ruke;
+using morl::Sized;
 
 /// How many edits and requests there are; "./dev edits" sets the variable.
 long Count()
@@ -24,27 +25,17 @@ long Count()
     return count != nullptr ? std::atol(count) : 20000;
 }
 
-morl_text Text(std::string_view text)
-{
-    return {text.data(), text.size()};
-}
-
-std::string_view View(const morl_text& text)
-{
-    return {text.data, text.size};
-}
-
 // The same of both interfaces, as text.
 
 void ShowDeclares(std::ostream& out, const morl_result* result, std::int32_t list)
 {
-    morl_declare d = {};
-    d.size = sizeof d;
+    auto d = Sized<morl_declare>();
     for (std::size_t i = 0; morl_get_declare(result, list, i, &d) == MORL_OK; ++i) {
-        out << View(d.name) << d.node << ":" << d.line << ":" << d.column << View(d.type)
-            << View(d.written_type) << View(d.array_size) << d.elements << View(d.semantic)
-            << d.number << " " << d.base_type << d.rows << d.columns << d.bytes << " " << d.offset
-            << " " << d.semantic_kind << d.semantic_index << d.is_used;
+        out << morl::ToView(d.name) << d.node << ":" << d.line << ":" << d.column
+            << morl::ToView(d.type) << morl::ToView(d.written_type) << morl::ToView(d.array_size)
+            << d.elements << morl::ToView(d.semantic) << d.number << " " << d.base_type << d.rows
+            << d.columns << d.bytes << " " << d.offset << " " << d.semantic_kind << d.semantic_index
+            << d.is_used;
         std::for_each(d.repeated_by, d.repeated_by + d.repeated_by_count,
                       [&out](int node) { out << "," << node; });
         out << "\n";
@@ -67,41 +58,39 @@ void ShowDeclares(std::ostream& out, const std::vector<ReportDeclare>& list)
 
 std::string Shown(const morl_result* result)
 {
-    morl_output output = {};
-    output.size = sizeof output;
+    auto output = Sized<morl_output>();
     morl_get_output(result, &output);
     std::ostringstream out;
-    out << View(output.code);
+    out << morl::ToView(output.code);
     for (std::size_t i = 0; i < output.semantic_count; ++i) {
-        out << View(output.semantics[i].name) << View(output.semantics[i].semantic) << "\n";
-    }
-    for (std::size_t i = 0; i < output.uniform_count; ++i) {
-        out << View(output.uniforms[i]) << "\n";
-    }
-    morl_fault f = {};
-    f.size = sizeof f;
-    for (std::size_t i = 0; morl_get_fault(result, i, &f) == MORL_OK; ++i) {
-        out << f.level << View(f.node) << f.line << ":" << f.column << View(f.text) << View(f.hint)
+        out << morl::ToView(output.semantics[i].name) << morl::ToView(output.semantics[i].semantic)
             << "\n";
     }
+    for (std::size_t i = 0; i < output.uniform_count; ++i) {
+        out << morl::ToView(output.uniforms[i]) << "\n";
+    }
+    auto f = Sized<morl_fault>();
+    for (std::size_t i = 0; morl_get_fault(result, i, &f) == MORL_OK; ++i) {
+        out << f.level << morl::ToView(f.node) << f.line << ":" << f.column << morl::ToView(f.text)
+            << morl::ToView(f.hint) << "\n";
+    }
     for (const morl_line* l = output.lines; l != output.lines + output.line_count; ++l) {
-        out << (l->node < 0 ? "-" : View(output.nodes[l->node])) << l->line << "\n";
+        out << (l->node < 0 ? "-" : morl::ToView(output.nodes[l->node])) << l->line << "\n";
     }
     ShowDeclares(out, result, MORL_UNIFORMS);
     ShowDeclares(out, result, MORL_INPUTS);
     ShowDeclares(out, result, MORL_OUTPUTS);
-    morl_macro m = {};
-    m.size = sizeof m;
+    auto m = Sized<morl_macro>();
     for (std::size_t i = 0; morl_get_macro(result, i, &m) == MORL_OK; ++i) {
-        out << View(m.name) << m.value << m.is_set << "\n";
+        out << morl::ToView(m.name) << m.value << m.is_set << "\n";
     }
     for (std::size_t i = 0; i < output.unused_macro_count; ++i) {
-        out << View(output.unused_macros[i]) << "\n";
+        out << morl::ToView(output.unused_macros[i]) << "\n";
     }
-    morl_warning w = {};
-    w.size = sizeof w;
+    auto w = Sized<morl_warning>();
     for (std::size_t i = 0; morl_get_warning(result, i, &w) == MORL_OK; ++i) {
-        out << View(w.check) << View(w.node) << w.line << ":" << w.column << View(w.text) << "\n";
+        out << morl::ToView(w.check) << morl::ToView(w.node) << w.line << ":" << w.column
+            << morl::ToView(w.text) << "\n";
     }
     out << output.constant_bytes;
     return out.str();
@@ -150,7 +139,8 @@ public:
     {
         morl_set_log(
             [](void* host, const morl_log_line* line) {
-                static_cast<Session*>(host)->parses += View(line->text) == messages::kCompilerStart;
+                static_cast<Session*>(host)->parses +=
+                    morl::ToView(line->text) == messages::kCompilerStart;
             },
             this, nullptr, nullptr);
         for (unsigned seed = 0; seed < 50; ++seed) {
@@ -226,11 +216,15 @@ private:
         }
         std::vector<morl_text> references;
         for (const std::string& reference : node.references) {
-            references.push_back(Text(reference));
+            references.push_back(morl::ToText(reference));
         }
-        const morl_node passed = {
-            sizeof passed, Text(name), Text(node.content), references.data(), references.size(),
-            1.5F,          2.5F};
+        const morl_node passed = {sizeof passed,
+                                  morl::ToText(name),
+                                  morl::ToText(node.content),
+                                  references.data(),
+                                  references.size(),
+                                  1.5F,
+                                  2.5F};
         ASSERT_EQ(morl_set_node(compiler, &passed), MORL_OK);
         Store(name, std::move(node));
     }
@@ -238,7 +232,7 @@ private:
     void Remove()
     {
         const std::string name = PickFrom(kNames);
-        ASSERT_EQ(morl_remove_node(compiler, Text(name)),
+        ASSERT_EQ(morl_remove_node(compiler, morl::ToText(name)),
                   nodes.erase(name) > 0 ? MORL_OK : MORL_NOT_FOUND);
     }
 
@@ -264,10 +258,10 @@ private:
         if (isMalformed) {
             text.resize(random() % text.size());
         }
-        const morl_status status = morl_load_nodes(compiler, Text("session"), Text(text));
+        const morl_status status =
+            morl_load_nodes(compiler, morl::ToText("session"), morl::ToText(text));
         ASSERT_EQ(status, isMalformed ? MORL_NODES_REFUSED : MORL_OK) << text;
-        morl_fault fault = {};
-        fault.size = sizeof fault;
+        auto fault = Sized<morl_fault>();
         ASSERT_EQ(morl_get_call_fault(compiler, 0, &fault), isMalformed ? MORL_OK : MORL_NOT_FOUND);
         if (!isMalformed) {
             for (auto& [name, node] : added) {
@@ -285,14 +279,13 @@ private:
         ASSERT_EQ(morl_get_node_names(compiler, &names, &count), MORL_OK);
         ASSERT_EQ(count, nodes.size());
         for (std::size_t i = 0; i < count; ++i) {
-            morl_node node = {};
-            node.size = sizeof node;
+            auto node = Sized<morl_node>();
             ASSERT_EQ(morl_get_node(compiler, names[i], &node), MORL_OK);
-            const Node& expected = nodes.at(std::string(View(names[i])));
-            ASSERT_EQ(View(node.content), expected.content);
+            const Node& expected = nodes.at(std::string(morl::ToView(names[i])));
+            ASSERT_EQ(morl::ToView(node.content), expected.content);
             ASSERT_EQ(node.reference_count, expected.references.size());
             for (std::size_t j = 0; j < node.reference_count; ++j) {
-                ASSERT_EQ(View(node.references[j]), expected.references[j]);
+                ASSERT_EQ(morl::ToView(node.references[j]), expected.references[j]);
             }
         }
     }
@@ -312,21 +305,21 @@ private:
         std::vector<morl_text> names;
         std::size_t expectedParses = 0;
         for (const std::string& name : named) {
-            names.push_back(Text(name));
+            names.push_back(morl::ToText(name));
             expectedParses += std::exchange(nodes[name].parsed, target) != target ? 1 : 0;
         }
-        const morl_value macros[] = {
-            {Text("COUNT"), 2, 0}, {Text("FANCY"), 1, 0}, {Text("UNUSED"), 3, 0}};
-        const morl_semantic semantics[] = {{Text("oFirst"), Text("TEXCOORD4")}};
-        morl_request request = {};
-        request.size = sizeof request;
+        const morl_value macros[] = {{morl::ToText("COUNT"), 2, 0},
+                                     {morl::ToText("FANCY"), 1, 0},
+                                     {morl::ToText("UNUSED"), 3, 0}};
+        const morl_semantic semantics[] = {{morl::ToText("oFirst"), morl::ToText("TEXCOORD4")}};
+        auto request = Sized<morl_request>();
         request.nodes = names.data();
         request.node_count = names.size();
         request.macros = macros;
         request.macro_count = std::size(macros);
         request.semantics = semantics;
         request.semantic_count = std::size(semantics);
-        request.target = Text(target);
+        request.target = morl::ToText(target);
         request.stage = stage;
         request.wants_report = 1;
         request.wants_warnings = 1;

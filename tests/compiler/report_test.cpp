@@ -314,17 +314,18 @@ TEST(Report, LaysOutConstantsLikeDirect3D)
     pass.target = "hlsl";
     compiler.CompileReported(pass, output, report);
     EXPECT_EQ(report.uniforms[1].offset, -1);
-    // Where a size is absurd, it is not told, and no place after it.
-    compiler.SetNode("n",
-                     "uniform float a; uniform float4 b[2147483647]; uniform float4 c;"
-                     "#for N : 0 uniform float4x4 d_N[65536];\n#endfor");
+    // Where a size is absurd, it is not told, and no place after it; nor where the sum is.
     pass.target = "hlsl10";
     pass.macros = {{"N", 2000}};
-    compiler.CompileReported(pass, output, report);
-    EXPECT_EQ(report.uniforms[1].bytes, 0);
-    EXPECT_EQ(report.uniforms[2].offset, -1);
-    EXPECT_EQ(report.uniforms.back().bytes, 4194304);
-    EXPECT_EQ(report.constantBytes, 0);
+    for (const char* absurd :
+         {"uniform float4 b[2147483647];", "#for N : 0 uniform float4x4 b_N[65536];\n#endfor "}) {
+        compiler.SetNode("n", std::string("uniform float a; ") + absurd + "uniform float4 c;");
+        compiler.CompileReported(pass, output, report);
+        EXPECT_EQ(report.uniforms[0].offset, 0);
+        EXPECT_EQ(report.uniforms.back().offset, -1);
+        EXPECT_EQ(report.constantBytes, 0);
+    }
+    EXPECT_EQ(report.uniforms[1].bytes, 4194304);
 }
 
 TEST(Report, HasTheFaultsOfAllNodesThatTookPart)

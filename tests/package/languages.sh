@@ -19,7 +19,10 @@ try() {
     name=$1
     shift
     "$@" "$source/examples" | diff "$work/expected" -
-    ! "$@" /nowhere 2>"$work/error"
+    if "$@" /nowhere 2>"$work/error"; then
+        echo "$name: a missing folder is no error" >&2
+        exit 1
+    fi
     grep -q 'cannot read /nowhere/morl/vertex_shader.morl: No such file or directory' "$work/error"
     echo "$name: $(wc -l <"$work/expected") equal lines"
 }

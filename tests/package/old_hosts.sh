@@ -57,7 +57,7 @@ expect host-now "$build" "the host runs"
 mkdir -p "$work/next"
 now=$(sed -n 's/^\(MORL_CXX_[0-9.]*\) {/\1/p' "$build/exports.map")
 sed "s/^$now /${now%.*}.999 /" "$build/exports.map" >"$work/next/exports.map"
+find "$build/CMakeFiles/morl_shared_objects.dir" -name '*.o' -printf '"%p"\n' >"$work/next/objects"
 c++ -shared -o "$work/next/libmorl.so.2" -Wl,-soname,libmorl.so.2 \
-    -Wl,--version-script="$work/next/exports.map" \
-    $(find "$build/CMakeFiles/morl_shared_objects.dir" -name '*.o') -ljsoncpp
+    -Wl,--version-script="$work/next/exports.map" "@$work/next/objects" -ljsoncpp
 expect host-now "$work/next" "version \`$now' not found"

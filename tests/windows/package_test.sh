@@ -18,6 +18,7 @@ x86_64-w64-mingw32-objdump -p "$build/bin/morl.dll" |
     sed -n '/^\[Ordinal\/Name Pointer\] Table/,/^$/s/^[[:space:]]*\[ *[0-9]*\] \([^ ]*\)$/\1/p' >"$work/exports"
 grep '^morl_' "$work/exports" | sort >"$work/functions"
 diff "$source/tests/package/c_interface.txt" "$work/functions"
+sed -n 's/^    //p' "$build/morl.def" | sort | diff "$work/functions" -
 grep -v '^morl_' "$work/exports" | c++filt >"$work/classes"
 [ "$(wc -l <"$work/classes")" -gt 100 ] || fail "the classes are not exported"
 ! grep -vE '(^|[( :])(vtable for |typeinfo for |typeinfo name for |virtual thunk to |non-virtual thunk to )?ns_ruke::' \

@@ -141,9 +141,7 @@ void PassChecker::CheckSampler(const MorlDeclare& declare)
         Warn(CheckKind::UnboundSampler, declare.offset, declare.name);
         return;
     }
-    const auto given = input.pass.samplerRegisters.find(declare.name);
-    const int number = given != input.pass.samplerRegisters.end() ? given->second : 0;
-    if (!takenRegisters.insert(number).second) {
+    if (!takenRegisters.insert(SamplerRegister(input.pass, declare.name)).second) {
         Warn(CheckKind::SharedRegister, declare.offset, declare.name);
     }
 }

@@ -144,8 +144,7 @@ private:
     {
         const ENUM_TOKEN token = BindingToken(&declare);
         if (token == TOKEN_SAUTO) {
-            const auto found = pass.samplerRegisters.find(declare.name);
-            return found != pass.samplerRegisters.end() ? found->second : 0;
+            return SamplerRegister(pass, declare.name);
         }
         if (token != TOKEN_TEXAUTO) {
             return -1;
@@ -233,7 +232,7 @@ void FillReport(const PassProperty& pass, const TargetRecord& target, const Link
         const int node = lines.NodeOf(declare);
         const MorlNode& source = *link.origins[static_cast<std::size_t>(node)].node;
         reflection.Describe(*declare, node, source, list.emplace_back());
-        list.back().isUsed = lines.uses[i];
+        list.back().isUsed = lines.IsUsed(i);
     }
     AddRepetitions(link, report);
     AddMacros(pass, link, report);

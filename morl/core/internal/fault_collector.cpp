@@ -2,42 +2,31 @@
 #include "morl/core/internal/fault_collector.h"
 
 namespace ns_ruke {
-namespace {
 
-LogContext With(FaultCollector& collector)
+FaultCollector::FaultCollector()
 {
-    LogContext context = CurrentLogContext();
-    context.collector = &collector;
-    return context;
+    scope.collector = this;
 }
 
-LogContext With(const LoggedFault& fault)
+void FaultCollector::Collect(const ReportFault& fault)
 {
-    LogContext context = CurrentLogContext();
-    context.loggedFault = &fault;
-    return context;
-}
-
-}  // namespace
-
-FaultCollector::FaultCollector() : scope(With(*this)) {}
-
-void CollectFault(const ReportFault& fault)
-{
-    if (FaultCollector* const collector = CurrentLogContext().collector) {
-        collector->faults.push_back(fault);
+    const LogScope* const scope = LogScope::Current();
+    if (scope != nullptr && scope->collector != nullptr) {
+        scope->collector->faults.push_back(fault);
     }
 }
 
 LoggedFault::LoggedFault(const ReportFault& newFault, const std::string& newMessage)
-    : fault(newFault), message(newMessage), scope(With(*this))
+    : fault(newFault), message(newMessage)
 {
+    scope.loggedFault = this;
 }
 
 // A sink may log as well, so the message must be that of the fault.
-const ReportFault* FaultOfMessage(const std::string& message)
+const ReportFault* LoggedFault::Of(const std::string& message)
 {
-    const LoggedFault* const logged = CurrentLogContext().loggedFault;
+    const LogScope* const scope = LogScope::Current();
+    const LoggedFault* const logged = scope != nullptr ? scope->loggedFault : nullptr;
     return logged != nullptr && logged->message == message ? &logged->fault : nullptr;
 }
 

@@ -15,24 +15,23 @@ class FaultCollector {
 public:
     FaultCollector();
 
+    /// Hands a fault to the collector in force on this thread, if there is one.
+    static void Collect(const ReportFault& fault);
+
     std::vector<ReportFault> faults;
 
 private:
     LogScope scope;
 };
 
-/// Hands a fault to the collector in force on this thread, if there is one.
-void CollectFault(const ReportFault& fault);
-
-/// The fault that this thread is logging, for the sink that receives its message; null: the message
-/// is about no fault.
-const ReportFault* FaultOfMessage(const std::string& message);
-
-/// While it lives, FaultOfMessage gives this fault for this message.
+/// The fault that this thread is logging, for the sink that receives its message.
 class LoggedFault {
 public:
     /// The arguments must outlive this object.
     LoggedFault(const ReportFault& newFault, const std::string& newMessage);
+
+    /// The fault that a message is about; null: about none.
+    static const ReportFault* Of(const std::string& message);
 
     const ReportFault& fault;
     const std::string& message;

@@ -29,7 +29,7 @@ void LogGraphicsError(const std::string& text, const TextPlace& place)
     const ReportFault fault = {
         LogLevel::Error, LogScope::CurrentNode(), place.line, place.column, text, {}};
     const std::string message = place.line > 0 ? FormatPlace(place) + text : text;
-    CollectFault(fault);
+    FaultCollector::Collect(fault);
     const LoggedFault logged(fault, message);
     Log(LogLevel::Error, message);
 }

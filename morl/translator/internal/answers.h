@@ -156,8 +156,7 @@ public:
         if (hooks != nullptr) {
             return hooks->samplerRegisters[name];
         }
-        const auto found = request->pass.samplerRegisters.find(name);
-        return found != request->pass.samplerRegisters.end() ? found->second : 0;
+        return SamplerRegister(request->pass, name);
     }
 
     /// The texture coordinate of a declaration bound to TEXAUTO: in the fragment stage the one that

@@ -2,9 +2,11 @@
 #pragma once
 
 #include "morl/ast/declarations.h"
+#include "morl/compiler/pass_property.h"
 #include "morl/core/string_helper.h"
 #include "morl/translator/internal/text.h"
 
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -18,6 +20,13 @@ inline ENUM_TOKEN BindingToken(const MorlDeclare* declare)
 {
     return declare->registerBinding != nullptr ? declare->registerBinding->registerToken
                                                : TOKEN_NONE;
+}
+
+/// The register of a sampler that is bound to SAUTO: 0, unless the request gives one.
+inline int SamplerRegister(const PassProperty& pass, const std::string& name)
+{
+    const auto found = pass.samplerRegisters.find(name);
+    return found != pass.samplerRegisters.end() ? found->second : 0;
 }
 
 /// A sampler or texture register, such as "register(s2)".

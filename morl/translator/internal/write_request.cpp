@@ -24,11 +24,13 @@ std::size_t UsualSize(const MorlProgram& program)
 /// Notes which declarations the body has used.
 void NoteUses(const WrittenRequest& request)
 {
-    request.lines->uses.reserve(request.lines->Declares().size());
+    std::vector<bool> uses;
+    uses.reserve(request.lines->Declares().size());
     for (const MorlDeclare* declare : request.lines->Declares()) {
         const auto* const known = request.names.Find(declare->name);
-        request.lines->uses.push_back(known != nullptr && known->isUsed);
+        uses.push_back(known != nullptr && known->isUsed);
     }
+    request.lines->SetUses(std::move(uses));
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace ns_ruke {
@@ -33,8 +34,9 @@ public:
 
     /// The declarations, in the order in which they were first marked.
     const std::vector<const MorlDeclare*>& Declares() const { return declares; }
-    /// Whether `main` uses each of them.
-    std::vector<bool> uses;
+    /// Whether `main` uses each of them, in this order.
+    void SetUses(std::vector<bool> newUses) { uses = std::move(newUses); }
+    bool IsUsed(std::size_t declare) const { return uses[declare]; }
     /// The index of its node in the link's list.
     int NodeOf(const MorlDeclare* declare) { return listed[IndexOf(declare)].node; }
 
@@ -64,6 +66,7 @@ private:
     std::array<std::size_t, 3> starts{};  ///< of the lists in `listed`
     std::size_t next = 0;                 ///< the index that most likely comes next
     std::vector<const MorlDeclare*> declares;
+    std::vector<bool> uses;  ///< of these
     std::vector<MarkedPlace> marks;
     std::size_t statementOrigin = 0;  ///< of the current statement
 };

@@ -118,9 +118,12 @@ private:
         for (const ReportWarning& warning : warnings) {
             const std::string check(warning.check);
             // Whether a macro is used, or set, is a question for all shaders together: one that
-            // another shader sets is left out on purpose.
-            const bool isElsewhere = check == "unused-macro" ||
-                                     (check == "unset-macro" && setMacros.count(warning.name) > 0);
+            // another shader sets is left out on purpose. What a vertex pass does not feed is told
+            // by name.
+            const bool isElsewhere =
+                check == "unused-macro" ||
+                (check == "unset-macro" && setMacros.count(warning.name) > 0) ||
+                (check == "unassigned-texcoord" && unit.vertex);
             if (isElsewhere || !Tells(check)) {
                 continue;
             }

@@ -47,8 +47,8 @@ CheckedPass CheckOne(MorlCompiler& compiler, std::optional<PassProperty> pass)
     return result;
 }
 
-/// Stands in for a vertex pass that is not checked, or that feeds nothing (which is told in words
-/// of the stages): a texture coordinate for each input that needs one.
+/// Stands in for a vertex pass that is not checked: a texture coordinate for each input that needs
+/// one.
 void AssignTexcoords(MorlCompiler& compiler, PassProperty& pass)
 {
     const CheckedPass first = CheckOne(compiler, pass);
@@ -66,8 +66,7 @@ CheckedPasses CheckPasses(MorlCompiler& compiler, Unit unit)
     result.vertex = CheckOne(compiler, unit.vertex);
     if (unit.fragment && unit.vertex) {
         unit.fragment->semantics = result.vertex.output.semantics;
-    }
-    if (unit.fragment && unit.fragment->semantics.empty()) {
+    } else if (unit.fragment) {
         AssignTexcoords(compiler, *unit.fragment);
     }
     result.fragment = CheckOne(compiler, unit.fragment);

@@ -21,9 +21,8 @@ struct VerdictMessage {
 /// Compiles the texts of a shader and links its stages, if the target's can be linked. Several
 /// threads may do this at the same time.
 /// @param vertex, fragment empty: the shader has no such pass
-/// @return the errors, in the order of the texts; nothing if there are none. Texts that would take
-/// a
-///         compiler minutes get none.
+/// @return the errors, in the order of the texts. A text that would take a compiler minutes gets no
+///         verdict, which is the only message then.
 std::vector<VerdictMessage> Judge(const std::string& target, const std::string& vertex,
                                   const std::string& fragment);
 
