@@ -1,7 +1,7 @@
 #!/bin/sh
 # SPDX-License-Identifier: MIT
 # Runs a Windows program without a display, in a Windows of the build's own (build/wine).
-# wine.sh --server OPTION: to the process that all programs of this Windows share
+# wine.sh --server start|stop: keeps the process that all programs of this Windows share, or ends it
 set -eu
 here=$(cd "$(dirname "$0")/.." && pwd)
 export WINEPREFIX="${MORL_WINE_PREFIX:-$here/build/wine}" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
@@ -9,7 +9,12 @@ export WINEPREFIX="${MORL_WINE_PREFIX:-$here/build/wine}" WINEDEBUG=-all WINEDLL
 export LC_ALL=C.UTF-8
 unset DISPLAY
 if [ "${1:-}" = --server ]; then
-    shift
-    exec "$(command -v wineserver64 || echo /usr/lib/wine/wineserver64)" "$@"
+    server=$(command -v wineserver64 || echo /usr/lib/wine/wineserver64)
+    "$server" -k || true
+    if [ "$2" = start ]; then
+        mkdir -p "$WINEPREFIX"
+        "$server" -p
+    fi
+    exit
 fi
 exec "$(command -v wine64 || echo /usr/lib/wine/wine64)" "$@"
