@@ -503,11 +503,11 @@ const tests = {
   },
 
   async 'it is quick'() {
-    // The machine may be busy with something else once, but not three times.
+    // Twice what a machine that is busy with the rest of the tests takes.
     let times = await measure();
-    for (let i = 0; i < 2 && (times.first > 2000 || times.middle > 100); ++i)
+    for (let i = 0; i < 2 && (times.first > 4000 || times.middle > 200); ++i)
       times = await measure();
-    assert.ok(times.first <= 2000 && times.middle <= 100);
+    assert.ok(times.first <= 4000 && times.middle <= 200);
   },
 
   async 'it is usable by keyboard, in light and dark, small and large'() {
