@@ -14,6 +14,7 @@
 #include "morl/compiler/morl_compiler.h"
 #include "morl/compiler/morl_node.h"
 #include "morl/compiler/node_files.h"
+#include "morl/compiler/node_source.h"
 #include "morl/compiler/node_text.h"
 #include "morl/compiler/pass_property.h"
 #include "morl/compiler/pass_report.h"

@@ -37,6 +37,18 @@ constexpr char kContentNotString[] = "a node's \"content\" must be a string";
 constexpr char kReferencesNotList[] = "a node's \"ref\" must be a list of names";
 constexpr char kReferenceNotString[] = "a reference must be a string, the name of a node";
 
+// Headers of node sources. ReadNodeSource returns these; they are not logged.
+constexpr char kNoHeaderLine[] =
+    "a line of the header reads '//! WORD: VALUE'; a line '//!' before this one ends the header";
+constexpr char kUnknownHeaderWord[] = "unknown word in the header: '";  ///< then the word and a quote
+constexpr char kHeaderWordTwice[] = "the header has this already";
+constexpr char kNoHeaderName[] = "expected one name; with a comma or quotes, as a JSON string";
+constexpr char kNoHeaderNames[] = "expected names, separated by commas";
+constexpr char kNoHeaderPosition[] = "expected two numbers, as in '//! at: 320 40'";
+constexpr char kNoHeaderMember[] = "expected a JSON string, ':' and a JSON value on this line";
+constexpr char kHeaderMemberOwn[] =
+    "the header has words of its own for this: 'name', 'ref' and 'at'; the content follows it";
+
 // The parser. Each follows its location: "Morl Compiler(line:L,ch:C): ".
 constexpr char kLocationLine[] = "Morl Compiler(line:";
 constexpr char kLocationColumn[] = ",ch:";
