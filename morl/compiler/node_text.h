@@ -2,9 +2,12 @@
 #pragma once
 
 #include "morl/core/export.h"
+#include "morl/core/text_lines.h"
 
+#include <cstddef>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -31,7 +34,18 @@ struct NodeTextFault {
 struct NodeTextResult {
     std::vector<NodeTextFault> faults;  ///< what is wrong; unless empty, nothing has been loaded
     std::vector<std::string> nodes;     ///< the names of the nodes that were loaded, in their order
+    /// Where the content of each of them stands in the text, in bytes from its beginning (a byte
+    /// order mark does not count). If a node has no content, this is where the node stands.
+    std::vector<std::size_t> contents;
 };
+
+/// Where in a text of nodes a place of a node's content is, through all escapes. What is behind the
+/// end of a line, or of the content, is at that end. May be called by several threads.
+/// @param text the text, without a byte order mark
+/// @param content as NodeTextResult has it
+/// @param place in the content; its lines end at line feeds
+MORL_API TextPlace PlaceInNodeText(std::string_view text, std::size_t content,
+                                   const TextPlace& place);
 
 /// Texts of nodes that cannot be loaded. `what()` describes the first fault.
 class MORL_API NodeTextError : public std::runtime_error {

@@ -56,6 +56,30 @@ TEST(Nodes, AreRefusedWithAPlaceAndAReason)
     }
 }
 
+TEST(Nodes, HavePlacesInTheirTexts)
+{
+    const std::string text =
+        "[{},\n {\"name\": \"n\", \"content\": \"a\\n\\u00e9x\\ud83d\\ude00\\\"\xC3\xA9z\"}]";
+    MorlCompiler compiler{std::vector<NodeText>()};
+    const NodeTextResult result = compiler.LoadNodes({"t", text});
+    ASSERT_EQ(result.contents.size(), 2U);
+    const TextLines lines(text);
+    const auto at = [&](std::size_t node, int line, int column) {
+        const TextPlace place = PlaceInNodeText(text, result.contents[node], {line, column});
+        const std::size_t start = lines.Starts()[static_cast<std::size_t>(place.line) - 1];
+        return text.substr(start + static_cast<std::size_t>(place.column) - 1);
+    };
+    const std::tuple<int, int, const char*> rows[] = {
+        {1, 1, "a\\"}, {1, 2, "\\n"},     {1, 9, "\\n"},     {2, 1, "\\u00e9"}, {2, 2, "\\u00e9"},
+        {2, 3, "x"},   {2, 4, "\\ud83d"}, {2, 7, "\\ud83d"}, {2, 8, "\\\""},    {2, 9, "\xC3\xA9"},
+        {2, 11, "z"},  {2, 12, "\"}]"},   {3, 1, "\"}]"},
+    };
+    for (const auto& [line, column, rest] : rows) {
+        EXPECT_EQ(at(1, line, column).find(rest), 0U) << line << ":" << column;
+    }
+    EXPECT_EQ(at(0, 2, 2).find("{},"), 0U);
+}
+
 /// What a source reads as, with its faults.
 std::string Shown(std::string_view text)
 {

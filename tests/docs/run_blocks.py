@@ -188,9 +188,9 @@ class Document:
         self.morl = {"words": words}
         if "errors" in words:
             self.morl["errors"] = True
-        node = [{"name": "node", "content": body.rstrip("\n")}]
-        for name in ("vertex_shader", "fragment_shader", "post_effect", "special_output"):
-            self.write(f"blocks/morl/{name}.morl", json.dumps(node if name == "fragment_shader" else []))
+        for name in ("vertex_shader", "post_effect", "special_output"):
+            self.write(f"blocks/morl/{name}.morl", "[]")
+        self.write("blocks/morl/fragment_shader/node.morlsource", body)
         for target in self.targets:
             self.morl[target] = self.shell(f"morlc -C blocks --all -t {target} -s fragment node "
                                            + " ".join("-D" + word for word in words if "=" in word))
@@ -201,8 +201,8 @@ class Document:
         expect(same(body, self.morl[target]), f"the source becomes\n{self.morl[target]}and not\n{body}")
 
     def compare_errors(self, body):
-        messages = re.findall(r"^\S+: node (node:\d+:\d+: )error: (.*)$", self.morl["glsl"], re.M)
-        printed = "".join(place + text + "\n" for place, text in messages)
+        messages = re.findall(r"^\S+/(node.morlsource:\S+ error: .*) \(node node, .*\)$", self.morl["glsl"], re.M)
+        printed = "".join(message + "\n" for message in messages)
         self.morl = None
         expect(printed == body, f"the source gives\n{printed}and not\n{body}")
 

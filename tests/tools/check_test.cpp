@@ -142,7 +142,7 @@ TEST(Check, FindsFaultsOnTheLinesWhereTheyArePlanted)
         Json::Value message;
         std::istringstream(text) >> message;
         const std::string node = message["node"].asString();
-        const int distance = message["line"].asInt() - planted[node];
+        const int distance = message["nodeLine"].asInt() - planted[node];
         // The last line of a fault of two lines holds its word.
         EXPECT_TRUE(distance == 0 || distance == 1) << text;
         ++found[node];

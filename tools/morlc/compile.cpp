@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "compile.h"
 
-#include "node_files.h"
+#include "nodes/node_files.h"
 #include "output_file.h"
 #include "passes.h"
 #include "path.h"

@@ -4,7 +4,7 @@
 #include "compile.h"
 #include "graph/node_graph.h"
 #include "graph/node_list.h"
-#include "node_files.h"
+#include "nodes/node_files.h"
 #include "options.h"
 #include "output_file.h"
 #include "platform.h"
@@ -20,9 +20,9 @@ std::string Describe(const Options& options, const LoadedNodes& nodes)
 {
     if (options.command == Command::List) {
         const LogCollection log(*nodes.compiler, LogCollection::Mode::Show);
-        return FormatNodeList(*nodes.compiler, nodes.fileByNode);
+        return FormatNodeList(*nodes.compiler, *nodes.origins);
     }
-    const NodeGraph graph(*nodes.compiler, nodes.fileByNode);
+    const NodeGraph graph(*nodes.compiler, *nodes.origins);
     return graph.FormatDot();
 }
 

@@ -174,7 +174,8 @@ std::unique_ptr<MorlNode> ReadNode(const Json::Value& element)
 }
 
 std::vector<std::unique_ptr<MorlNode>> ReadNodes(const NodeText& source,
-                                                 std::vector<NodeTextFault>& faults)
+                                                 std::vector<NodeTextFault>& faults,
+                                                 std::vector<std::size_t>& contents)
 {
     const std::string_view text = WithoutMark(source.text);
     FaultFinder finder(source.name, text, faults);
@@ -205,10 +206,13 @@ std::vector<std::unique_ptr<MorlNode>> ReadNodes(const NodeText& source,
         const Members members(element);
         if (finder.Check(members)) {
             nodes.push_back(MakeNode(members));
+            const Json::Value& place = members.content.isString() ? members.content : element;
+            contents.push_back(static_cast<std::size_t>(place.getOffsetStart()));
         }
     }
     if (faults.size() > before) {
         nodes.clear();
+        contents.clear();
     }
     return nodes;
 }

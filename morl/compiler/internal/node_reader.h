@@ -6,6 +6,7 @@
 
 #include <json/json.h>
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -30,7 +31,9 @@ std::unique_ptr<MorlNode> ReadNode(const Json::Value& element);
 /// Makes all nodes of a text, or none. Unlike the files that a compiler loads, a text with faults
 /// is not read as far as possible.
 /// @param faults receives what is wrong with the text.
+/// @param contents receives where the content of each node stands.
 std::vector<std::unique_ptr<MorlNode>> ReadNodes(const NodeText& source,
-                                                 std::vector<NodeTextFault>& faults);
+                                                 std::vector<NodeTextFault>& faults,
+                                                 std::vector<std::size_t>& contents);
 
 }  // namespace ns_ruke

@@ -4,7 +4,7 @@
 #include "build/dependencies.h"
 #include "build/variants.h"
 #include "json_file.h"
-#include "node_files.h"
+#include "nodes/node_files.h"
 #include "output_file.h"
 #include "parallel.h"
 #include "path.h"
@@ -57,14 +57,14 @@ void PrintSummary(const Totals& totals, const Diagnostics& diagnostics, Clock::t
     WriteWhole("-", summary.str());
 }
 
-/// The list never contains null. It is empty if the node files are not valid.
-Compilers LoadCompilers(std::size_t count, const std::string& prefix, Diagnostics& diagnostics)
+/// The list never contains null. It is empty if the nodes are not valid.
+Compilers CompilersOf(LoadedNodes& nodes, std::size_t count)
 {
     Compilers compilers;
-    compilers.push_back(LoadNodes(prefix, diagnostics).compiler);
-    if (!compilers.front()) {
-        return {};
+    if (!nodes.compiler) {
+        return compilers;
     }
+    compilers.push_back(std::move(nodes.compiler));
     while (compilers.size() < count) {
         compilers.push_back(CopyNodes(*compilers.front()));
     }
@@ -146,8 +146,8 @@ public:
     {
         const Clock::time_point start = Clock::now();
         const std::vector<Variant> variants = ListVariants(manifest, options.shaders);
-        const Compilers compilers =
-            LoadCompilers(ThreadCount(options.jobs, variants.size()), prefix, diagnostics);
+        LoadedNodes nodes = LoadNodes(prefix, diagnostics);
+        const Compilers compilers = CompilersOf(nodes, ThreadCount(options.jobs, variants.size()));
         if (compilers.empty()) {
             return;
         }
@@ -161,7 +161,7 @@ public:
             WriteCompleteIndex(shaders);
         }
         if (!options.depfile.empty() && diagnostics.ErrorCount() == 0) {
-            WriteDependencies(shaders);
+            WriteDependencies(shaders, nodes.inputs);
         }
         if (!options.quiet) {
             PrintSummary(totals, diagnostics, start);
@@ -224,7 +224,8 @@ private:
         WriteIndex(directory, records);
     }
 
-    void WriteDependencies(const std::vector<BuiltShader>& shaders) const
+    void WriteDependencies(const std::vector<BuiltShader>& shaders,
+                           const std::vector<std::string>& nodeInputs) const
     {
         std::vector<std::string> outputs;
         if (WritesIndex()) {
@@ -236,8 +237,8 @@ private:
             }
         }
         std::vector<std::string> inputs = {AsGiven(prefix, ToPath(options.manifest))};
-        for (const char* path : ns_ruke::kNodeFiles) {
-            inputs.push_back(AsGiven(prefix, path));
+        for (const std::string& path : nodeInputs) {
+            inputs.push_back(AsGiven(prefix, ToPath(path)));
         }
         WriteIfChanged(options.depfile, {FormatDepfile(outputs, inputs)});
     }

@@ -54,7 +54,11 @@ public:
     std::vector<ManifestShader> Read()
     {
         const Json::Value& root = file.Root();
-        CheckMembers(root, "the manifest", {"shaders", "targets"});
+        CheckMembers(root, "the manifest", {"$schema", "version", "shaders", "targets"});
+        if (root.isMember("version") && root["version"] != kFormVersion) {
+            file.Fail(root["version"],
+                      "this morlc reads manifests of version " + std::to_string(kFormVersion));
+        }
         const std::vector<std::string> targets =
             root.isMember("targets") ? ReadTargets(root["targets"]) : ns_ruke::MorlTargets();
         if (!root["shaders"].isArray()) {

@@ -11,6 +11,9 @@
 
 namespace morlc {
 
+/// The version of the form of manifests, and of what a build writes about its shaders.
+constexpr int kFormVersion = 1;
+
 /// The name of the index in the output directory; no shader may have this name.
 constexpr const char* kIndexName = "index";
 

@@ -132,6 +132,7 @@ const std::string* ShaderRecord::File(const std::string& name)
 Json::Value ShaderRecord::ToJson(const ManifestShader& shader) const
 {
     Json::Value root(Json::objectValue);
+    root["version"] = kFormVersion;
     root["name"] = shader.name;
     root["nodes"]["vertex"] = NodeNames(shader.vertex);
     root["nodes"]["fragment"] = NodeNames(shader.fragment);
@@ -166,6 +167,7 @@ std::vector<std::string> ShaderRecord::ReadTextNames(const std::filesystem::path
 Json::Value MakeIndex(const std::map<std::string, const ShaderRecord*>& records)
 {
     Json::Value root(Json::objectValue);
+    root["version"] = kFormVersion;
     Json::Value& shaders = root["shaders"];
     shaders = Json::Value(Json::objectValue);
     Json::Value& hashes = root["hashes"];

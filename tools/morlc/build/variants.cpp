@@ -64,7 +64,7 @@ StagePlans PlanStages(const ManifestShader& shader, const MorlCompiler& compiler
 void NoteBroken(const std::vector<Diagnostic>& diagnostics, std::set<std::string>& broken)
 {
     for (const Diagnostic& diagnostic : diagnostics) {
-        if (diagnostic.IsError() && diagnostic.place.line > 0) {
+        if (diagnostic.IsError() && diagnostic.nodePlace.line > 0) {
             broken.insert(diagnostic.node);
         }
     }
@@ -247,7 +247,7 @@ private:
     /// name, anything else at the shader.
     void AddContext(const Variant& variant, Diagnostic& diagnostic) const
     {
-        if (diagnostic.place.line > 0 || !diagnostic.IsError()) {
+        if (diagnostic.nodePlace.line > 0 || !diagnostic.IsError()) {
             return;
         }
         const ManifestShader& shader = work.manifest.shaders[variant.shader];

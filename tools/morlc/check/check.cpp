@@ -8,7 +8,7 @@
 #include "check/findings.h"
 #include "check/units.h"
 #include "check/verdicts.h"
-#include "node_files.h"
+#include "nodes/node_files.h"
 
 #include <morl/morl.h>
 #include <algorithm>
@@ -254,14 +254,13 @@ private:
     void Tell(Diagnostic& diagnostic)
     {
         PlaceUnknownNode(diagnostic);
-        const auto file = nodes.fileByNode.find(diagnostic.node);
-        if (file != nodes.fileByNode.end()) {
+        if (!diagnostic.node.empty()) {
             if (diagnostic.node != lastNode) {
                 lastNode = diagnostic.node;
-                lastSource =
-                    SourceText(file->second, nodes.compiler->FindNode(lastNode)->Content());
+                lastSource = SourceText("", nodes.compiler->FindNode(lastNode)->Content());
             }
-            diagnostic.place = lastSource.At(diagnostic.place.line, diagnostic.place.column);
+            const ns_ruke::TextPlace& place = diagnostic.nodePlace;
+            diagnostic.place.excerpt = lastSource.At(place.line, place.column).excerpt;
         }
         if (!options.showGenerated) {
             diagnostic.generated.clear();

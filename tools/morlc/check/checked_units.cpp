@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "check/checked_units.h"
 
-#include "node_files.h"
+#include "nodes/node_files.h"
 #include "parallel.h"
 #include "report/diagnostics.h"
 

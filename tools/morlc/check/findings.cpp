@@ -62,8 +62,7 @@ std::vector<Diagnostic> Findings::Tell(std::size_t allTargets) const
         diagnostic.severity = isConfirmed ? Severity::Error : finding.severity;
         diagnostic.check = finding.check;
         diagnostic.node = finding.node;
-        diagnostic.place.line = finding.line;
-        diagnostic.place.column = finding.column;
+        diagnostic.nodePlace = {finding.line, finding.column};
         diagnostic.text = finding.text;
         diagnostic.generated = finding.generated;
         diagnostic.shader = entry.first.shader;

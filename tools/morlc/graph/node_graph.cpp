@@ -94,15 +94,13 @@ double OnCanvas(float position)
 
 }  // namespace
 
-NodeGraph::NodeGraph(const ns_ruke::MorlCompiler& compiler,
-                     const std::unordered_map<std::string, std::string>& files)
+NodeGraph::NodeGraph(const ns_ruke::MorlCompiler& compiler, const NodeOrigins& origins)
 {
     for (const std::string& name : compiler.GetNodeNames()) {
         const ns_ruke::MorlNode* const node = compiler.FindNode(name);
-        const auto file = files.find(name);
         GraphNode drawn;
         drawn.name = name;
-        drawn.file = file != files.end() ? file->second : "";
+        drawn.file = origins.NodeFileOf(name);
         drawn.x = OnCanvas(node->GetX());
         drawn.y = OnCanvas(node->GetY());
         nodes.push_back(drawn);

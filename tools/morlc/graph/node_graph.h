@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "nodes/node_origins.h"
+
 #include <morl/morl.h>
 #include <cstddef>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 namespace morlc {
@@ -12,8 +13,8 @@ namespace morlc {
 /// A node of the picture.
 struct GraphNode {
     std::string name;
-    std::string file;
-    double x = 0;  ///< where the author put it on the canvas of its file, in the canvas's units
+    std::string file;  ///< the node file that it belongs to
+    double x = 0;      ///< where the author put it on the canvas of its file, in the canvas's units
     double y = 0;
     bool isMissing = false;  ///< it is referred to, but there is no such node
     bool isInCycle = false;
@@ -32,9 +33,7 @@ struct NodeGraph {
     std::vector<GraphNode> nodes;  ///< in ascending order of the names; missing ones at the end
     std::vector<GraphEdge> edges;
 
-    /// @param files the file of each node.
-    NodeGraph(const ns_ruke::MorlCompiler& compiler,
-              const std::unordered_map<std::string, std::string>& files);
+    NodeGraph(const ns_ruke::MorlCompiler& compiler, const NodeOrigins& origins);
 
     /// The files, in ascending order.
     std::vector<std::string> Files() const;

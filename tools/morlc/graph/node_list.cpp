@@ -62,13 +62,11 @@ void AppendNode(std::string& text, const ns_ruke::MorlNode& node, const std::str
 
 }  // namespace
 
-std::string FormatNodeList(const ns_ruke::MorlCompiler& compiler,
-                           const std::unordered_map<std::string, std::string>& files)
+std::string FormatNodeList(const ns_ruke::MorlCompiler& compiler, const NodeOrigins& origins)
 {
     std::string text;
     for (const std::string& name : compiler.GetNodeNames()) {
-        const auto file = files.find(name);
-        AppendNode(text, *compiler.FindNode(name), file != files.end() ? file->second : "");
+        AppendNode(text, *compiler.FindNode(name), origins.FileOf(name));
     }
     return text;
 }

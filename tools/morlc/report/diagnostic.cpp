@@ -16,6 +16,8 @@ constexpr const char* kMagenta = "\x1b[1;35m";
 constexpr const char* kGreen = "\x1b[1;32m";
 constexpr const char* kNormal = "\x1b[0m";
 
+constexpr int kDiagnosticsVersion = 1;  ///< of the JSON form
+
 struct SeverityName {
     const char* name;
     const char* colour;  ///< null: not painted
@@ -41,14 +43,24 @@ std::string Painted(const std::string& text, const char* colour, bool paint)
 std::string Location(const Diagnostic& diagnostic)
 {
     std::string location = diagnostic.place.file;
-    if (!diagnostic.node.empty()) {
-        location += (location.empty() ? "node " : ": node ") + diagnostic.node;
-    }
-    if (diagnostic.place.line > 0) {
+    if (!location.empty() && diagnostic.place.line > 0) {
         location += ":" + std::to_string(diagnostic.place.line) + ":" +
                     std::to_string(diagnostic.place.column);
     }
     return location.empty() ? "morlc" : location;
+}
+
+/// The node, with the place in its content.
+std::string NodeOf(const Diagnostic& diagnostic)
+{
+    if (diagnostic.node.empty()) {
+        return {};
+    }
+    const ns_ruke::TextPlace& place = diagnostic.nodePlace;
+    const std::string where = place.line > 0 ? ", line " + std::to_string(place.line) +
+                                                   ", column " + std::to_string(place.column)
+                                             : "";
+    return " (node " + diagnostic.node + where + ")";
 }
 
 /// The manifest's shader and variant whose request failed; empty for other problems.
@@ -96,8 +108,11 @@ std::string Identity(const Diagnostic& diagnostic)
          {&diagnostic.place.file, &diagnostic.node, &diagnostic.shader, &diagnostic.text}) {
         identity.append("\n").append(*part);
     }
-    return identity + "\n" + std::to_string(diagnostic.place.line) + ":" +
-           std::to_string(diagnostic.place.column);
+    for (const int number : {diagnostic.place.line, diagnostic.place.column,
+                             diagnostic.nodePlace.line, diagnostic.nodePlace.column}) {
+        identity += "\n" + std::to_string(number);
+    }
+    return identity;
 }
 
 std::string FormatText(const Diagnostic& diagnostic, bool colour)
@@ -105,9 +120,10 @@ std::string FormatText(const Diagnostic& diagnostic, bool colour)
     const SeverityName name = NameOf(diagnostic.severity);
     const std::string severity =
         Painted(std::string(name.name) + ":", name.colour, colour && name.colour != nullptr);
-    std::string text = Painted(Printable(Location(diagnostic)) + ":", kBold, colour) + " " +
-                       severity + " " +
-                       Printable(diagnostic.text + Origin(diagnostic) + Context(diagnostic)) + "\n";
+    std::string text =
+        Painted(Printable(Location(diagnostic)) + ":", kBold, colour) + " " + severity + " " +
+        Printable(diagnostic.text + NodeOf(diagnostic) + Origin(diagnostic) + Context(diagnostic)) +
+        "\n";
     const ns_ruke::Excerpt& excerpt = diagnostic.place.excerpt;
     if (!excerpt.line.empty()) {
         const std::string indent(excerpt.caret, ' ');
@@ -130,6 +146,7 @@ std::string FormatText(const Diagnostic& diagnostic, bool colour)
 std::string FormatJson(const Diagnostic& diagnostic)
 {
     Json::Value object(Json::objectValue);
+    object["version"] = kDiagnosticsVersion;
     object["severity"] = NameOf(diagnostic.severity).name;
     object["message"] = diagnostic.text;
     const std::pair<const char*, const std::string&> names[] = {
@@ -148,6 +165,10 @@ std::string FormatJson(const Diagnostic& diagnostic)
     if (diagnostic.place.line > 0) {
         object["line"] = diagnostic.place.line;
         object["column"] = diagnostic.place.column;
+    }
+    if (diagnostic.nodePlace.line > 0) {
+        object["nodeLine"] = diagnostic.nodePlace.line;
+        object["nodeColumn"] = diagnostic.nodePlace.column;
     }
     Json::StreamWriterBuilder builder;
     builder["indentation"] = "";

@@ -18,9 +18,10 @@ struct Diagnostic {
     bool IsError() const { return severity == Severity::Error; }
 
     Severity severity = Severity::Error;
-    Place place;          ///< in the source of `node`, if there is one
-    std::string node;     ///< empty if no node is affected
-    std::string shader;   ///< of the manifest; empty if no shader is affected
+    Place place;                   ///< in a file; if there is a node, the excerpt is of its content
+    std::string node;              ///< empty if no node is affected
+    ns_ruke::TextPlace nodePlace;  ///< in the content of `node`
+    std::string shader;            ///< of the manifest; empty if no shader is affected
     std::string variant;  ///< the first affected variant of the shader, with the target; does not
                           ///< make two diagnostics different
     std::string unknownNode;           ///< the name that `text` reports as unknown, if it does
@@ -55,14 +56,13 @@ std::string Identity(const Diagnostic& diagnostic);
 /// How diagnostics are written.
 enum class DiagnosticFormat { Text, Json };
 
-/// A diagnostic as text, including line breaks: "FILE: node NAME:LINE:COLUMN: error: TEXT",
-/// followed by the source line with a caret under it if there is one.
+/// A diagnostic as text, including line breaks: "FILE:LINE:COLUMN: error: TEXT", as compilers write
+/// it, then the node with its own line and column, followed by the source line with a caret under
+/// it if there is one.
 /// @param colour whether to add the control sequences of a terminal.
 std::string FormatText(const Diagnostic& diagnostic, bool colour);
 
-/// The same as a JSON object on one line, including the line break. It has "severity", "message",
-/// and whichever of "file", "node", "shader", "variant", "line", "column", "check", "targets",
-/// "generated" and "hint" apply.
+/// The same as a JSON object on one line, including the line break: docs/diagnostics.schema.json.
 std::string FormatJson(const Diagnostic& diagnostic);
 
 }  // namespace morlc

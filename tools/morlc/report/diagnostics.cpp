@@ -62,9 +62,9 @@ Diagnostics::~Diagnostics()
     WritePending();
 }
 
-void Diagnostics::SetNodeFiles(std::unordered_map<std::string, std::string> files)
+void Diagnostics::SetNodeOrigins(std::shared_ptr<const NodeOrigins> newOrigins)
 {
-    nodeFiles = std::move(files);
+    origins = std::move(newOrigins);
 }
 
 void Diagnostics::ReportMissingFile(const std::string& shownAs, const std::string& path)
@@ -74,6 +74,11 @@ void Diagnostics::ReportMissingFile(const std::string& shownAs, const std::strin
 
 void Diagnostics::Report(Diagnostic diagnostic)
 {
+    if (!diagnostic.node.empty() && origins) {
+        ns_ruke::Excerpt excerpt = std::move(diagnostic.place.excerpt);
+        diagnostic.place = origins->OnDisk(diagnostic.node, diagnostic.nodePlace);
+        diagnostic.place.excerpt = std::move(excerpt);
+    }
     if (!shown.insert(Identity(diagnostic)).second) {
         return;
     }
@@ -88,7 +93,7 @@ void Diagnostics::Report(Diagnostic diagnostic)
     }
     const bool isOnSameLine = pending && diagnostic.IsError() && pending->IsError() &&
                               !diagnostic.node.empty() && pending->node == diagnostic.node &&
-                              pending->place.line == diagnostic.place.line;
+                              pending->nodePlace.line == diagnostic.nodePlace.line;
     if (isOnSameLine && !showAll && format == DiagnosticFormat::Text) {
         ++pending->more;
         return;
@@ -114,15 +119,10 @@ void Diagnostics::Error(const std::string& text)
 
 Diagnostic Diagnostics::Describe(const LogLine& log) const
 {
-    const auto file = nodeFiles.find(log.node);
     Diagnostic diagnostic;
     diagnostic.severity = log.IsError() ? Severity::Error : Severity::Info;
     diagnostic.node = log.node;
-    if (!log.node.empty() && file != nodeFiles.end()) {
-        diagnostic.place.file = file->second;
-    }
-    diagnostic.place.line = log.line;
-    diagnostic.place.column = log.column;
+    diagnostic.nodePlace = {log.line, log.column};
     diagnostic.unknownNode = UnknownNode(log.text);
     diagnostic.text = log.text;
     return diagnostic;
@@ -147,16 +147,11 @@ std::string Diagnostics::Hint(const std::string& unknownNode)
 {
     // Comparing with all names takes time, and nobody reads hundreds of hints.
     constexpr std::size_t kMaxHints = 20;
-    if (unknownNode.empty() || hints >= kMaxHints) {
+    if (unknownNode.empty() || !origins || hints >= kMaxHints) {
         return {};
     }
     ++hints;
-    std::vector<std::string> names;
-    for (const auto& [name, file] : nodeFiles) {
-        names.push_back(name);
-    }
-    std::sort(names.begin(), names.end());
-    return Suggestion(names, unknownNode);
+    return Suggestion(origins->Names(), unknownNode);
 }
 
 LogCollection::LogCollection(const ns_ruke::MorlCompiler& owner, Mode newMode)
@@ -167,16 +162,16 @@ LogCollection::LogCollection(const ns_ruke::MorlCompiler& owner, Mode newMode)
 
 void LogCollection::AddExcerpt(Diagnostic& diagnostic)
 {
-    Place& place = diagnostic.place;
+    const ns_ruke::TextPlace& place = diagnostic.nodePlace;
     if (place.line == 0) {
         return;
     }
     if (diagnostic.node != lastNode || !lastSource) {
         const ns_ruke::MorlNode* const node = compiler.FindNode(diagnostic.node);
         lastNode = diagnostic.node;
-        lastSource.emplace(place.file, node != nullptr ? node->GetContent() : "");
+        lastSource.emplace("", node != nullptr ? node->GetContent() : "");
     }
-    place = lastSource->At(place.line, place.column);
+    diagnostic.place.excerpt = lastSource->At(place.line, place.column).excerpt;
 }
 
 LogCollection::~LogCollection()

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "nodes/node_origins.h"
 #include "report/diagnostic.h"
 
 #include <morl/morl.h>
+#include <memory>
 #include <optional>
 #include <string>
-#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -23,8 +24,8 @@ public:
     Diagnostics& operator=(const Diagnostics&) = delete;
     ~Diagnostics();
 
-    /// Sets which files the nodes are from, by node name.
-    void SetNodeFiles(std::unordered_map<std::string, std::string> files);
+    /// Sets where the nodes are from.
+    void SetNodeOrigins(std::shared_ptr<const NodeOrigins> origins);
 
     /// Makes errors of all warnings that are reported from now on.
     void SetWarningsAsErrors(bool areErrors) { warningsAreErrors = areErrors; }
@@ -59,9 +60,9 @@ private:
     std::optional<Diagnostic> pending;  ///< shown when the next one is on another line
     std::size_t errors = 0;
     std::size_t warnings = 0;
-    std::unordered_map<std::string, std::string> nodeFiles;
-    std::unordered_set<std::string> shown;  ///< by identity
-    std::size_t hints = 0;                  ///< how many have been given
+    std::shared_ptr<const NodeOrigins> origins;  ///< null: nothing is known
+    std::unordered_set<std::string> shown;       ///< by identity
+    std::size_t hints = 0;                       ///< how many have been given
     ns_ruke::LogSink previous;
 };
 

@@ -1,25 +1,28 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "nodes/node_origins.h"
 #include "report/diagnostics.h"
 
 #include <memory>
 #include <string>
-#include <unordered_map>
+#include <vector>
 
 namespace morlc {
 
 /// The nodes below the current directory.
 struct LoadedNodes {
-    /// Null if a node file is not valid; this has then been reported.
+    /// Null if a node file or a node source is not valid; this has then been reported.
     std::unique_ptr<ns_ruke::MorlCompiler> compiler;
-    /// The file that each node is from, as shown in messages. If several nodes have the same name,
-    /// the last one counts.
-    std::unordered_map<std::string, std::string> fileByNode;
+    /// Where each node is from. If several nodes of the node files have the same name, the last one
+    /// counts.
+    std::shared_ptr<NodeOrigins> origins;
+    /// The node files, the folders of sources and the sources, as far as they exist.
+    std::vector<std::string> inputs;
 };
 
 /// Loads the nodes, and tells `diagnostics` which files they are from. Unlike a compiler that loads
-/// the files itself, this reports everything that is wrong with them.
+/// the files itself, this reads node sources too, and reports everything that is wrong.
 /// @param prefix put before file names in messages: empty, or a directory ending in "/".
 LoadedNodes LoadNodes(const std::string& prefix, Diagnostics& diagnostics);
 

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "report/source_text.h"
+
+#include <morl/core/text_lines.h>
+#include <cstddef>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace morlc {
+
+/// Which files the nodes are from, as messages show them, and where in them.
+class NodeOrigins {
+public:
+    /// @param text of a node file
+    /// @param content where the node's content stands in it, in bytes
+    void AddFromNodeFile(const std::string& node, std::shared_ptr<const SourceText> text,
+                         std::size_t content);
+
+    /// @param file a node source
+    /// @param nodeFile the node file that it belongs to
+    /// @param contentLine the line of the source on which the content begins
+    void AddFromSource(const std::string& node, const std::string& file,
+                       const std::string& nodeFile, int contentLine);
+
+    /// The file of a node; empty: none.
+    std::string FileOf(const std::string& node) const;
+
+    /// The node file that a node is from, or that its source belongs to; empty: none.
+    std::string NodeFileOf(const std::string& node) const;
+
+    /// The place in its file of a place in a node's content; without a line, where the content
+    /// begins. Has no excerpt.
+    Place OnDisk(const std::string& node, const ns_ruke::TextPlace& place) const;
+
+    /// The names of all nodes, in byte order.
+    std::vector<std::string> Names() const;
+
+private:
+    struct Origin {
+        std::string nodeFile;
+        std::string source;                      ///< empty: in the node file
+        int contentLine = 0;                     ///< of the source
+        std::shared_ptr<const SourceText> text;  ///< of the node file; null for a source
+        std::size_t content = 0;                 ///< where in the text
+    };
+
+    std::map<std::string, Origin> origins;  ///< by node
+};
+
+}  // namespace morlc

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+// The node sources beside the node files: "morl/fragment_shader/" holds those that belong to
+// "morl/fragment_shader.morl".
+#pragma once
+
+#include "report/diagnostics.h"
+
+#include <morl/compiler/node_source.h>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace morlc {
+
+constexpr const char* kSourceEnding = ".morlsource";
+
+/// A node source that was read.
+struct SourceFile {
+    std::string path;
+    std::string name;  ///< of the node: what the header says, or else the name of the file
+    ns_ruke::NodeSource source;
+};
+
+/// The folder of the sources that belong to a node file.
+std::string SourceFolder(const std::string& nodeFile);
+
+/// The paths of the sources that belong to a node file, in byte order. Files whose names begin with
+/// a dot do not count: editors make them.
+/// @throws std::runtime_error when the folder cannot be read
+std::vector<std::string> ListSources(const std::string& nodeFile);
+
+/// Reads a source, and reports what is wrong with it.
+/// @return nothing if it cannot be used
+std::optional<SourceFile> ReadSourceFile(const std::string& path, const std::string& prefix,
+                                         Diagnostics& diagnostics);
+
+}  // namespace morlc
