@@ -55,6 +55,11 @@ if(MORL_TOOLS)
     install(FILES tools/completion/morlc.bash
         COMPONENT tools DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
         RENAME morlc)
+    install(FILES tools/completion/morlc.zsh
+        COMPONENT tools DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions
+        RENAME _morlc)
+    install(FILES tools/completion/morlc.fish
+        COMPONENT tools DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
 endif()
 install(FILES LICENSE README.md CHANGELOG.md CONTRIBUTING.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN "*.md" PATTERN "*.png" PATTERN "*.json")

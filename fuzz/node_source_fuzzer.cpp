@@ -38,6 +38,20 @@ void CheckRoundTrip(const NodeSource& node)
     }
 }
 
+/// A text of nodes has whatever its nodes hold, and is always the same.
+void CheckText(const std::vector<NodeSource>& nodes)
+{
+    const std::string text = ns_ruke::WriteNodeText(nodes);
+    std::vector<ns_ruke::NodeTextFault> faults;
+    const std::vector<NodeSource> read = ns_ruke::ReadNodeText({"", text}, faults);
+    if (!faults.empty() || read.size() != nodes.size() || ns_ruke::WriteNodeText(read) != text) {
+        morl_fuzz::Fail("a text of nodes is not what was written");
+    }
+    for (const NodeSource& node : read) {
+        CheckRoundTrip(node);
+    }
+}
+
 /// A node with parts of the input, which begins with their lengths.
 NodeSource NodeOf(std::string input)
 {
@@ -73,6 +87,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (!HasErrors(faults)) {
         CheckRoundTrip(read);
     }
-    CheckRoundTrip(NodeOf(input));
+    const NodeSource node = NodeOf(input);
+    CheckRoundTrip(node);
+    CheckText({node});
+    std::vector<ns_ruke::NodeTextFault> textFaults;
+    CheckText(ns_ruke::ReadNodeText({"", input}, textFaults));
     return 0;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "morl/compiler/node_source.h"
 
+#include "morl/compiler/internal/node_reader.h"
 #include "morl/core/messages.h"
 #include "morl/core/nearest.h"
 
@@ -8,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <iterator>
 #include <memory>
 #include <optional>
 
@@ -102,6 +104,13 @@ std::string WriteName(const std::string& name)
                              return c == ',' || c == '"' || byte < 0x20U || byte == 0x7fU;
                          });
     return isPlain ? name : WriteJson(name);
+}
+
+/// Whether a member of a node's object has a meaning here.
+bool IsDescribed(std::string_view member)
+{
+    constexpr std::string_view kMembers[] = {"name", "x", "y", "ref", "content"};
+    return std::find(std::begin(kMembers), std::end(kMembers), member) != std::end(kMembers);
 }
 
 /// Reads one source.
@@ -317,6 +326,57 @@ std::string WriteNodeSource(const NodeSource& source)
         header.append(kMark).append("\n");
     }
     return header + source.content + (source.content.empty() ? "" : "\n");
+}
+
+std::vector<NodeSource> ReadNodeText(const NodeText& text, std::vector<NodeTextFault>& faults)
+{
+    std::vector<NodeSource> nodes;
+    const bool isValid = ReadElements(text, faults, [&](const Json::Value& element) {
+        NodeSource& node = nodes.emplace_back();
+        node.hasName = true;
+        node.name = element["name"].asString();
+        node.x = element["x"].asDouble();
+        node.y = element["y"].asDouble();
+        node.content = element["content"].asString();
+        for (const Json::Value& reference : element["ref"]) {
+            node.references.push_back(reference.asString());
+        }
+        for (auto member = element.begin(); member != element.end(); ++member) {
+            if (!IsDescribed(member.name())) {
+                node.members.emplace_back(member.name(), WriteJson(*member));
+            }
+        }
+    });
+    if (!isValid) {
+        nodes.clear();
+    }
+    return nodes;
+}
+
+std::string WriteNodeText(std::vector<NodeSource> nodes)
+{
+    std::stable_sort(nodes.begin(), nodes.end(),
+                     [](const NodeSource& a, const NodeSource& b) { return a.name < b.name; });
+    std::string text = "[";
+    for (const NodeSource& node : nodes) {
+        const auto add = [&text](const std::string& member, const std::string& json) {
+            text.append("    ").append(WriteJson(member)).append(": ").append(json).append(",\n");
+        };
+        text += &node == nodes.data() ? "\n  {\n" : ",\n  {\n";
+        add("name", WriteJson(node.name));
+        add("x", WriteNumber(node.x));
+        add("y", WriteNumber(node.y));
+        std::string references;
+        for (const std::string& reference : node.references) {
+            references.append(references.empty() ? "" : ", ").append(WriteJson(reference));
+        }
+        add("ref", "[" + references + "]");
+        for (const auto& [name, json] : node.members) {
+            add(name, json);
+        }
+        text.append("    \"content\": ").append(WriteJson(node.content)).append("\n  }");
+    }
+    return text + (nodes.empty() ? "]\n" : "\n]\n");
 }
 
 }  // namespace ns_ruke

@@ -14,6 +14,7 @@
 // What follows, without one final line break, is the content, byte for byte.
 #pragma once
 
+#include "morl/compiler/node_text.h"
 #include "morl/core/export.h"
 
 #include <string>
@@ -51,5 +52,15 @@ MORL_API NodeSource ReadNodeSource(std::string_view text, std::vector<NodeSource
 /// Writes a node source, which ReadNodeSource turns into the same node, whatever bytes it holds. It
 /// ends in a line break, unless it is empty. May be called by several threads.
 MORL_API std::string WriteNodeSource(const NodeSource& source);
+
+/// The nodes of a text in the format of node files, with all that they hold, in their order. Each
+/// has its name. May be called by several threads.
+/// @param faults receives what is wrong with the text; then there are no nodes
+MORL_API std::vector<NodeSource> ReadNodeText(const NodeText& text,
+                                              std::vector<NodeTextFault>& faults);
+
+/// Writes nodes in the format of node files, always in the same way: in byte order of their names,
+/// a member a line, the content last. May be called by several threads.
+MORL_API std::string WriteNodeText(std::vector<NodeSource> nodes);
 
 }  // namespace ns_ruke

@@ -175,6 +175,42 @@ TEST(Nodes, AreWrittenAsSources)
     }
 }
 
+TEST(Nodes, AreWrittenAsOneText)
+{
+    EXPECT_EQ(WriteNodeText({}), "[]\n");
+    std::vector<NodeTextFault> faults;
+    const std::string text =
+        R"([{"content": "b\n", "name": "b", "ref": ["a", true], "x": 0.1, "k": {"z": 1, "a": [2.50]}}, {}, null])";
+    EXPECT_EQ(WriteNodeText(ReadNodeText({"t", text}, faults)), R"([
+  {
+    "name": "",
+    "x": 0,
+    "y": 0,
+    "ref": [],
+    "content": ""
+  },
+  {
+    "name": "",
+    "x": 0,
+    "y": 0,
+    "ref": [],
+    "content": ""
+  },
+  {
+    "name": "b",
+    "x": 0.1,
+    "y": 0,
+    "ref": ["a", "true"],
+    "k": {"a":[2.5],"z":1},
+    "content": "b\n"
+  }
+]
+)");
+    EXPECT_TRUE(ReadNodeText({"t", R"([{"name": "a"}, {"name": 1}])"}, faults).empty());
+    ASSERT_EQ(faults.size(), 1U);
+    EXPECT_EQ(faults[0].column, 26);
+}
+
 TEST(Nodes, ComeFromAnyDirectory)
 {
     const morl_test::TemporaryDirectory directory;

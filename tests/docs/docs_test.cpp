@@ -152,16 +152,19 @@ bool HasOption(const std::string& text, const std::string& option)
 TEST(Docs, NameEveryOption)
 {
     std::set<std::string> options;
-    AddOptions({MORLC, "--help"}, options);
-    AddOptions({MORLC, "build", "--help"}, options);
-    AddOptions({MORLC, "check", "--help"}, options);
-    EXPECT_GE(options.size(), 20U);
-    std::string manual = ReadText(kSource / "man/morlc.1.in");
-    manual.erase(std::remove(manual.begin(), manual.end(), '\\'), manual.end());
+    const std::string overview = RunProcess({MORLC, "--help"}).out;
+    std::istringstream commands(overview.substr(overview.find("\nCommands:\n") + 11));
+    for (std::string line; std::getline(commands, line) && !line.empty();) {
+        AddOptions({MORLC, line.substr(2, line.find(' ', 2) - 2), "--help"}, options);
+    }
+    EXPECT_GE(options.size(), 25U);
+    const std::string manual =
+        std::regex_replace(ReadText(kSource / "man/options.roff"), std::regex("\\\\(f.)?"), "");
     const std::pair<const char*, std::string> documents[] = {
-        {"man/morlc.1.in", manual},
+        {"man/options.roff", manual},
         {"docs/morlc.md", ReadText(kSource / "docs/morlc.md")},
         {"morlc.bash", ReadText(kSource / "tools/completion/morlc.bash")},
+        {"morlc.zsh", ReadText(kSource / "tools/completion/morlc.zsh")},
     };
     for (const auto& [name, text] : documents) {
         for (const std::string& option : options) {
@@ -170,10 +173,25 @@ TEST(Docs, NameEveryOption)
     }
 }
 
+TEST(Docs, CompletionsAreThoseOfTheTool)
+{
+    const std::pair<const char*, const char*> files[] = {
+        {"bash", "tools/completion/morlc.bash"},
+        {"zsh", "tools/completion/morlc.zsh"},
+        {"fish", "tools/completion/morlc.fish"},
+        {"man", "man/options.roff"},
+    };
+    for (const auto& [form, file] : files) {
+        EXPECT_EQ(RunProcess({MORLC, "completion", form}).out, ReadText(kSource / file))
+            << "\"./dev golden\" writes " << file;
+    }
+}
+
 TEST(Docs, ManualPageIsWellFormed)
 {
     const morl_test::ProcessResult result =
-        RunShell("groff -man -ww -z '" + (kSource / "man/morlc.1.in").string() + "'");
+        RunShell("cd '" + (kSource / "man").string() +
+                 "' && cat morlc.1.in options.roff | groff -man -ww -z");
     EXPECT_EQ(result.status, 0) << result.err;
     EXPECT_EQ(result.err, "");
 }
@@ -192,7 +210,9 @@ TEST(Completion, OffersWhatFits)
         {{"morlc", "-C", examples, "lig"}, "lighting"},
         {{"morlc", "-C", examples, "--vertex", "transform,texc"}, "transform,texcoord"},
         {{"morlc", "build", "-C", examples, examples + "/sh"}, examples + "/shaders.json"},
-        {{"morlc", "--graph", ""}, "dot"},
+        {{"morlc", "graph", "--out"}, "--output"},
+        {{"morlc", "-C", examples, "unpack", "unlit,lig"}, "unlit,lighting"},
+        {{"morlc", "check", "-W", "no-verd"}, "no-verdict"},
     };
     const std::string directory = std::filesystem::path(MORLC).parent_path().string();
     for (const auto& [words, expected] : rows) {

@@ -35,7 +35,7 @@ class Failure(Exception):
 
 def list_targets(build):
     """The targets that morlc offers."""
-    usage = subprocess.run([os.path.join(build, "tools/morlc"), "--help"], capture_output=True, text=True, check=True)
+    usage = subprocess.run([os.path.join(build, "tools/morlc"), "compile", "--help"], capture_output=True, text=True, check=True)
     return re.search(r"TARGET:\{(.*),all\}", usage.stdout)[1].split(",")
 
 

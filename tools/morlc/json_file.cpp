@@ -145,6 +145,14 @@ Json::Value ParseJson(const std::string& text)
     return root;
 }
 
+std::string FormatJsonLine(const Json::Value& value)
+{
+    Json::StreamWriterBuilder builder;
+    builder["indentation"] = "";
+    builder["emitUTF8"] = true;
+    return Json::writeString(builder, value);
+}
+
 std::string FormatJsonFile(const Json::Value& root)
 {
     return Json::writeString(WriterBuilder(), root) + "\n";

@@ -52,6 +52,9 @@ void ParseJson(const Json::CharReaderBuilder& builder, const std::string& text,
 /// A document that the library has written.
 Json::Value ParseJson(const std::string& text);
 
+/// A value on one line, without a line break.
+std::string FormatJsonLine(const Json::Value& value);
+
 /// A document as text, indented by two spaces and ending in a line break.
 std::string FormatJsonFile(const Json::Value& root);
 

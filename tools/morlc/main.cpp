@@ -2,9 +2,12 @@
 #include "build/build.h"
 #include "check/check.h"
 #include "compile.h"
+#include "completion.h"
 #include "graph/node_graph.h"
 #include "graph/node_list.h"
+#include "nodes/git_files.h"
 #include "nodes/node_files.h"
+#include "nodes/pack.h"
 #include "options.h"
 #include "output_file.h"
 #include "platform.h"
@@ -15,7 +18,7 @@
 namespace morlc {
 namespace {
 
-/// What "--list" and "--graph" show.
+/// What "list" and "graph" show.
 std::string Describe(const Options& options, const LoadedNodes& nodes)
 {
     if (options.command == Command::List) {
@@ -38,12 +41,27 @@ void Show(const Options& options, Diagnostics& diagnostics)
 void Run(const Options& options, Diagnostics& diagnostics)
 {
     switch (options.command) {
-    case Command::Pass:
+    case Command::Compile:
         Compile(options, diagnostics);
         break;
     case Command::List:
     case Command::Graph:
         Show(options, diagnostics);
+        break;
+    case Command::Pack:
+        Pack(options, diagnostics);
+        break;
+    case Command::Unpack:
+        Unpack(options, diagnostics);
+        break;
+    case Command::Text:
+        ShowText(options, diagnostics);
+        break;
+    case Command::Merge:
+        Merge(options, diagnostics);
+        break;
+    case Command::Completion:
+        WriteWhole("-", FormatCompletion(options.completion));
         break;
     case Command::Build:
         Build(options, diagnostics);
@@ -63,10 +81,12 @@ int Main(int argc, char** argv)
     }
     const bool asJson = options.common.diagnostics == "json";
     Diagnostics diagnostics(asJson ? DiagnosticFormat::Json : DiagnosticFormat::Text,
-                            options.common.verbose);
+                            options.common.color, options.common.verbose);
     diagnostics.SetShowAll(options.common.showAll);
     try {
         Run(options, diagnostics);
+    } catch (const ClosedPipe&) {
+        return kErrors;
     } catch (const DiagnosticError& error) {
         diagnostics.Report(error.diagnostic);
     } catch (const std::exception& error) {

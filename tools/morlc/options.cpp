@@ -3,22 +3,31 @@
 
 #include "option_declarations.h"
 #include "platform.h"
+#include "report/diagnostic.h"
 #include "text.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <memory>
+#include <string_view>
 #include <utility>
 
 namespace morlc {
 namespace {
 
-constexpr const char* kCommandFirst =
-    " (give the options of a command after its name, and a node of this name after '--')";
+constexpr const char* kExitStatus =
+    "Paths are relative to the directory given with -C.\n"
+    "Exit status: 0 without errors, 1 after any error, 2 for wrong usage.";
 
 /// Help without the "Needs" and "Excludes" lists; error messages say this when it matters.
 class HelpFormatter : public CLI::Formatter {
 public:
+    HelpFormatter()
+    {
+        label("Positionals", "Arguments");
+        label("SUBCOMMAND", "COMMAND");
+    }
+
     std::string make_option_opts(const CLI::Option* option) const override
     {
         const std::string text = CLI::Formatter::make_option_opts(option);
@@ -30,49 +39,55 @@ public:
     }
 };
 
-/// Sorts out what the arguments of a check name.
-void ReadCheckSubject(const CLI::App& app, CheckOptions& options)
+/// What the arguments ask for, before they are read.
+struct CommandWord {
+    const CommandInfo* command = nullptr;
+    std::string word;      ///< the first word, if it is no option; empty: none
+    bool isNamed = false;  ///< whether the word is the command; otherwise it is the first command
+    bool wantsJson = false;
+};
+
+/// Whether problems are to be written as JSON, wherever the arguments say so.
+bool WantsJson(const std::vector<std::string>& arguments)
 {
-    const bool isOnePass = app.count("--stage") > 0;
-    if (isOnePass && options.pass.nodes.empty()) {
-        throw CLI::RequiredError("NODE");
+    bool isValue = false;
+    for (const std::string& argument : arguments) {
+        if (argument == "--diagnostics=json" || (isValue && argument == "json")) {
+            return true;
+        }
+        isValue = argument == "--diagnostics";
     }
-    if (isOnePass || (options.pass.BothPasses() && options.pass.nodes.empty())) {
-        return;
-    }
-    if (options.pass.BothPasses() || options.pass.nodes.size() > 1) {
-        throw CLI::ValidationError(
-            "FILE", "name one manifest, or --stage and nodes, or --vertex and --fragment");
-    }
-    if (options.pass.nodes.empty()) {
-        throw CLI::RequiredError("FILE");
-    }
-    if (!options.pass.macros.empty() || !options.pass.samplers.empty()) {
-        throw CLI::ValidationError("FILE", "a manifest has its own macros and samplers");
-    }
-    options.manifest = options.pass.nodes.front();
+    return false;
 }
 
-/// Checks for the options that a pass needs. They are not declared as required, because both passes
-/// together and lists need other ones.
-void CheckPass(const CLI::App& app, const Options& options)
+/// Finds the command, the first word behind the common options, and removes it.
+CommandWord TakeCommand(std::vector<std::string>& arguments)
 {
-    const bool bothPasses = options.pass.BothPasses();
-    for (const char* const name : {"--target", "--stage", "NODE"}) {
-        const bool isNeeded = !bothPasses || std::string(name) == "--target";
-        if (isNeeded && app.count(name) == 0) {
-            throw CLI::RequiredError(name);
+    CommandWord taken;
+    taken.wantsJson = WantsJson(arguments);
+    CLI::App probe;
+    CommonOptions common;
+    DeclareCommon(probe, common);
+    probe.prefix_command();
+    try {
+        // The parser takes them from the end.
+        probe.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+    } catch (const CLI::ParseError&) {
+        // It is told when the command reads its options.
+    }
+    const std::vector<std::string> rest = probe.remaining();
+    taken.word = rest.empty() || rest.front().substr(0, 1) == "-" ? "" : rest.front();
+    taken.command = &Commands().front();
+    for (const CommandInfo& command : Commands()) {
+        if (taken.word == command.name) {
+            taken.command = &command;
+            taken.isNamed = true;
         }
     }
-    if (options.output != "-" && options.output == options.pass.semanticsOut) {
-        throw CLI::ValidationError("--semantics-out", "names the same file as --output");
+    if (taken.isNamed) {
+        arguments.erase(arguments.end() - static_cast<std::ptrdiff_t>(rest.size()));
     }
-    if (options.pass.target == "all" && !bothPasses) {
-        throw CLI::ValidationError("--target", "'all' needs --vertex and --fragment");
-    }
-    if (bothPasses && options.output == "-") {
-        throw CLI::ValidationError("--output", "both passes need a directory");
-    }
+    return taken;
 }
 
 /// Refuses empty values, which are mistakes, such as an unset variable in a script.
@@ -108,13 +123,66 @@ std::string DescribeExtras(const CLI::App& app)
     return "unknown option " + name + Suggestion(names, name);
 }
 
-ExitStatus Refuse(const CLI::App& command, const std::string& reason)
+/// What went wrong, in this tool's words.
+std::string Describe(const CLI::App& app, const CLI::ParseError& error)
 {
-    const std::string name =
-        command.get_parent() == nullptr ? "morlc" : "morlc " + command.get_name();
-    std::fprintf(stderr, "morlc: error: %s\nSee '%s --help'.\n", Printable(reason).c_str(),
-                 name.c_str());
+    const std::string text = error.what();
+    const auto replaced = [&text](std::string_view part, const char* own) {
+        const std::size_t found = text.find(part);
+        return found == std::string::npos
+                   ? text
+                   : text.substr(0, found) + own + text.substr(found + part.size());
+    };
+    if (dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr) {
+        return DescribeExtras(app);
+    }
+    if (dynamic_cast<const CLI::ExcludesError*>(&error) != nullptr) {
+        return replaced(" excludes ", " cannot be given together with ");
+    }
+    if (dynamic_cast<const CLI::RequiresError*>(&error) != nullptr) {
+        return replaced(" requires ", " needs ");
+    }
+    if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr) {
+        const std::string name = text.substr(0, text.find_first_of(": "));
+        const bool isTwice = text.find("At Most") != std::string::npos;
+        const bool isFlag = text.find("flag override") != std::string::npos;
+        return name + (isTwice  ? " can be given only once"
+                       : isFlag ? " takes no value"
+                                : " needs a value");
+    }
+    return text;
+}
+
+ExitStatus Refuse(const CommandWord& taken, const std::string& reason)
+{
+    const std::string help = std::string("'morlc ") +
+                             (taken.isNamed ? taken.command->name + std::string(" ") : "") +
+                             "--help'";
+    if (taken.wantsJson) {
+        const std::string line = FormatJson(ErrorAt({}, reason + " (see " + help + ")"));
+        std::fputs(line.c_str(), stderr);
+    } else {
+        std::fprintf(stderr, "morlc: error: %s\nSee %s.\n", Printable(reason).c_str(),
+                     help.c_str());
+    }
     return kUsage;
+}
+
+/// The help for the tool as a whole.
+std::string Overview()
+{
+    CLI::App app("Compiles shader graphs to HLSL and GLSL.", "morlc");
+    app.formatter(std::make_shared<HelpFormatter>());
+    for (const CommandInfo& command : Commands()) {
+        app.add_subcommand(command.name, command.summary)->group("Commands");
+    }
+    CommonOptions common;
+    DeclareCommon(app, common);
+    app.footer(
+        std::string("'morlc NODE...' is short for 'morlc compile NODE...', and 'morlc COMMAND "
+                    "--help' lists the\noptions of a command.\n\n") +
+        kExitStatus);
+    return app.help();
 }
 
 }  // namespace
@@ -122,50 +190,37 @@ ExitStatus Refuse(const CLI::App& command, const std::string& reason)
 bool ReadOptions(std::vector<std::string> arguments, Options& options, ExitStatus& status)
 {
     options.program = ProgramPath();
-    CLI::App app("Compiles shader graphs to HLSL and GLSL.", "morlc");
+    const CommandWord taken = TakeCommand(arguments);
+    options.command = taken.command->command;
+    CLI::App app(taken.command->summary, std::string("morlc ") + taken.command->name);
     app.formatter(std::make_shared<HelpFormatter>());
-    const std::vector<CLI::Option*> own = DeclareMain(app, options);
-    CLI::App* const build = app.add_subcommand("build", "Build the shaders of a manifest");
-    DeclareBuild(*build, options.common, options.build);
-    CLI::App* const check = app.add_subcommand("check", "Look for mistakes in shaders");
-    DeclareCheck(*check, options.common, options.check);
-    for (CLI::Option* const option : own) {
-        build->excludes(option);
-        check->excludes(option);
-    }
-    const auto parsed = [&]() -> const CLI::App* {
-        return build->parsed() ? build : check->parsed() ? check : &app;
-    };
-    const CLI::App* command = &app;
+    app.footer(std::string(taken.command->footer) + "\n\n" + kExitStatus);
+    DeclareCommon(app, options.common);
+    taken.command->declare(app, options);
     try {
-        // The parser takes them from the end.
         std::reverse(arguments.begin(), arguments.end());
         app.parse(std::move(arguments));
-        command = parsed();
         RefuseEmpty(app);
-        RefuseEmpty(*command);
-        if (command == build) {
-            options.command = Command::Build;
-        } else if (command == check) {
-            options.command = Command::Check;
-            ReadCheckSubject(*check, options.check);
-        } else if (options.command == Command::Pass) {
-            CheckPass(app, options);
+        if (taken.command->finish != nullptr) {
+            taken.command->finish(app, options);
         }
         return true;
-    } catch (const CLI::ExtrasError&) {
-        command = parsed();
-        status = Refuse(*command, DescribeExtras(*command));
-    } catch (const CLI::ExcludesError& error) {
-        const std::string text = error.what();
-        const bool isMixed = text.compare(0, 6, "build ") == 0 || text.compare(0, 6, "check ") == 0;
-        status = Refuse(*parsed(), text + (isMixed ? kCommandFirst : ""));
+    } catch (const CLI::CallForHelp&) {
+        std::fputs(taken.isNamed || !taken.word.empty() ? app.help().c_str() : Overview().c_str(),
+                   stdout);
+        status = kSuccess;
+    } catch (const CLI::CallForVersion& version) {
+        std::printf("%s\n", version.what());
+        status = kSuccess;
     } catch (const CLI::ParseError& error) {
-        command = parsed();
-        status = error.get_exit_code() == 0 ? kSuccess : Refuse(*command, error.what());
-        if (status == kSuccess) {
-            app.exit(error);
+        std::vector<std::string> names;
+        for (const CommandInfo& command : Commands()) {
+            names.emplace_back(command.name);
         }
+        const bool isCommand = !taken.isNamed && !taken.word.empty() && options.pass.target.empty();
+        const std::string near = isCommand ? Suggestion(names, taken.word) : "";
+        status = Refuse(taken, near.empty() ? Describe(app, error)
+                                            : "unknown command '" + taken.word + "'" + near);
     }
     return false;
 }

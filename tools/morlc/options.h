@@ -17,7 +17,7 @@ enum ExitStatus {
 };
 
 /// What is asked for.
-enum class Command { Pass, List, Graph, Build, Check };
+enum class Command { Compile, Check, Build, List, Graph, Pack, Unpack, Text, Merge, Completion };
 
 enum class Stage { Vertex = ns_ruke::kVertexStage, Fragment = ns_ruke::kFragmentStage };
 
@@ -36,6 +36,7 @@ constexpr std::size_t kStageCount = 2;
 struct CommonOptions {
     std::string directory = ".";       ///< entered before anything else
     std::string diagnostics = "text";  ///< how problems are written: "text" or "json"
+    std::string color = "auto";        ///< of messages: "auto", "always" or "never"
     bool verbose = false;
     bool showAll = false;  ///< also the further messages of a line
 };
@@ -60,7 +61,7 @@ struct BuildOptions {
     std::string manifest;
     std::string output;                ///< the directory that is written to
     std::vector<std::string> shaders;  ///< the only ones to be built; empty: all of them
-    std::size_t jobs = 1;              ///< threads; 0: one per processor
+    std::size_t jobs = 0;              ///< threads; 0: one per processor
     bool noIndex = false;
     bool indexOnly = false;  ///< only write the index of what was built before
     std::string ninjaFile;   ///< empty: none; otherwise nothing else is written
@@ -82,14 +83,39 @@ struct CheckOptions {
     bool quiet = false;
 };
 
+/// Node sources that become node files.
+struct PackOptions {
+    std::string output;     ///< the directory to write below; empty: beside the sources
+    std::string depfile;    ///< empty: none
+    bool isForced = false;  ///< whether what node files cannot keep may be lost
+};
+
+/// Nodes of node files that become sources.
+struct UnpackOptions {
+    std::vector<std::string> nodes;  ///< empty: all
+    bool isForced = false;           ///< as above
+};
+
+/// Node files as such, for git.
+struct FileOptions {
+    std::string file;  ///< for "text"
+    std::string base;  ///< for "merge"
+    std::string ours;
+    std::string theirs;
+};
+
 struct Options {
-    Command command = Command::Pass;
+    Command command = Command::Compile;
     std::string program;  ///< the path of this tool
     CommonOptions common;
     std::string output = "-";  ///< a file ("-": standard output); a directory for both passes
     PassOptions pass;
     BuildOptions build;
     CheckOptions check;
+    PackOptions pack;
+    UnpackOptions unpack;
+    FileOptions files;
+    std::string completion;  ///< what to complete for
 };
 
 /// Reads the command line, without the program's name, into `options`. Returns true to continue.

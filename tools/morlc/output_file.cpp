@@ -129,6 +129,9 @@ void WriteParts(const std::string& path, const Parts& parts, bool followsLink)
 {
     if (path == "-") {
         if (!Put(stdout, parts)) {
+            if (errno == EPIPE) {
+                throw ClosedPipe();
+            }
             Fail("standard output", errno);
         }
         return;
@@ -170,6 +173,21 @@ void MakeDirectories(const std::string& path)
     if (error) {
         throw std::runtime_error("cannot make the directory " + path + ": " +
                                  error.default_error_condition().message());
+    }
+}
+
+void RemoveLeftovers(const std::string& folder)
+{
+    std::error_code error;
+    std::vector<std::filesystem::path> leftovers;
+    for (std::filesystem::directory_iterator i(ToPath(folder), error), end; !error && i != end;
+         i.increment(error)) {
+        if (PathText(i->path().filename()).rfind(kTemporaryStart, 0) == 0) {
+            leftovers.push_back(i->path());
+        }
+    }
+    for (const std::filesystem::path& leftover : leftovers) {
+        std::filesystem::remove(leftover, error);
     }
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -15,10 +16,20 @@ void ProtectInput(const std::string& path);
 /// @throws std::runtime_error, with a message that names it, if that is impossible.
 void MakeDirectories(const std::string& path);
 
+/// The reader of standard output has gone, which is its own affair and needs no message.
+class ClosedPipe : public std::runtime_error {
+public:
+    ClosedPipe() : std::runtime_error("standard output is closed") {}
+};
+
 /// Writes a file whole or not at all: a regular file appears under its name only when it is
 /// complete, and the old file stays until then. "-" is standard output.
-/// @throws std::runtime_error, with a text that names the file, when it cannot be written.
+/// @throws std::runtime_error, with a text that names the file, when it cannot be written;
+///         ClosedPipe
 void WriteWhole(const std::string& path, const std::string& text);
+
+/// Removes the temporary files that killed commands have left in a folder.
+void RemoveLeftovers(const std::string& folder);
 
 /// Writes a file like WriteWhole, unless it already holds this text; then it keeps its time stamp.
 /// Creates missing directories.

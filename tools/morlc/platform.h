@@ -22,6 +22,10 @@ std::string ProgramPath();
 /// A text as one word of a command that a build tool starts.
 std::string QuoteWord(const std::string& text);
 
+/// Runs a command with the system's shell, and waits for it.
+/// @return its exit status; -1 if it did not end by itself
+int RunCommand(const std::string& command);
+
 /// Whether build tools start commands with a POSIX shell.
 bool HasShell();
 
@@ -38,6 +42,9 @@ void RunWithStack(std::size_t bytes, const std::function<void()>& work);
 
 /// Opens an existing or new file for writing bytes; null: `errno` says why.
 std::FILE* OpenToWrite(const std::string& path);
+
+/// How the names of temporary files begin. Only a command that is killed leaves one.
+constexpr const char* kTemporaryStart = ".morlc-";
 
 /// An open file; the stream is null when it could not be made, and `errno` says why.
 struct NewFile {

@@ -3,6 +3,7 @@
 
 #include <pthread.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 #include <csignal>
 #include <cstdlib>
@@ -68,6 +69,12 @@ std::string QuoteWord(const std::string& text)
     return quoted + "'";
 }
 
+int RunCommand(const std::string& command)
+{
+    const int status = std::system(command.c_str());
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
 bool HasShell()
 {
     return true;
@@ -110,7 +117,7 @@ std::FILE* OpenToWrite(const std::string& path)
 
 NewFile MakeFileBeside(const std::filesystem::path& target)
 {
-    std::string path = target.string() + ".XXXXXX";
+    std::string path = (target.parent_path() / (kTemporaryStart + std::string("XXXXXX"))).string();
     const int descriptor = ::mkstemp(path.data());
     if (descriptor < 0) {
         return {};

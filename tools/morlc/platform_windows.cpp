@@ -102,6 +102,11 @@ std::string QuoteWord(const std::string& text)
     return quoted.append(backslashes, '\\') + "\"";
 }
 
+int RunCommand(const std::string& command)
+{
+    return ::_wsystem(std::filesystem::u8path(command).c_str());
+}
+
 bool HasShell()
 {
     return false;
@@ -130,8 +135,9 @@ NewFile MakeFileBeside(const std::filesystem::path& target)
     constexpr int kAttempts = 100;
     for (unsigned i = 0; i < kAttempts; ++i) {
         const unsigned long long number = GetTickCount64() * kAttempts + i;
-        std::filesystem::path path = target;
-        path += "." + std::to_string(GetCurrentThreadId()) + "-" + std::to_string(number);
+        const std::filesystem::path path =
+            target.parent_path() /
+            (kTemporaryStart + std::to_string(GetCurrentThreadId()) + "-" + std::to_string(number));
         std::FILE* const stream = OpenNew(path);
         if (stream != nullptr || errno != EEXIST) {
             return {stream, path};

@@ -173,9 +173,8 @@ std::unique_ptr<MorlNode> ReadNode(const Json::Value& element)
     return MakeNode(Members(element));
 }
 
-std::vector<std::unique_ptr<MorlNode>> ReadNodes(const NodeText& source,
-                                                 std::vector<NodeTextFault>& faults,
-                                                 std::vector<std::size_t>& contents)
+bool ReadElements(const NodeText& source, std::vector<NodeTextFault>& faults,
+                  const std::function<void(const Json::Value&)>& take)
 {
     const std::string_view text = WithoutMark(source.text);
     FaultFinder finder(source.name, text, faults);
@@ -185,32 +184,39 @@ std::vector<std::unique_ptr<MorlNode>> ReadNodes(const NodeText& source,
         document = ReadNodeDocument(text);
     } catch (const Json::RuntimeError&) {
         finder.Report({}, messages::kNotJson + std::string(messages::kNestedTooDeeply));
-        return {};
+        return false;
     }
     if (!document.errors.empty()) {
         const JsonFault fault = FirstJsonFault(document.errors);
         finder.Report(fault.place, messages::kNotJson + fault.text);
-        return {};
+        return false;
     }
     if (!document.root.isArray()) {
         finder.Report({1, 1}, messages::kNotNodeList);
-        return {};
+        return false;
     }
-    std::vector<std::unique_ptr<MorlNode>> nodes;
-    nodes.reserve(document.root.size());
     for (const Json::Value& element : document.root) {
         if (!element.isObject() && !element.isNull()) {
             finder.ReportValue(element, messages::kNotNode);
-            continue;
-        }
-        const Members members(element);
-        if (finder.Check(members)) {
-            nodes.push_back(MakeNode(members));
-            const Json::Value& place = members.content.isString() ? members.content : element;
-            contents.push_back(static_cast<std::size_t>(place.getOffsetStart()));
+        } else if (finder.Check(Members(element))) {
+            take(element);
         }
     }
-    if (faults.size() > before) {
+    return faults.size() == before;
+}
+
+std::vector<std::unique_ptr<MorlNode>> ReadNodes(const NodeText& source,
+                                                 std::vector<NodeTextFault>& faults,
+                                                 std::vector<std::size_t>& contents)
+{
+    std::vector<std::unique_ptr<MorlNode>> nodes;
+    const bool isValid = ReadElements(source, faults, [&](const Json::Value& element) {
+        const Members members(element);
+        nodes.push_back(MakeNode(members));
+        const Json::Value& place = members.content.isString() ? members.content : element;
+        contents.push_back(static_cast<std::size_t>(place.getOffsetStart()));
+    });
+    if (!isValid) {
         nodes.clear();
         contents.clear();
     }

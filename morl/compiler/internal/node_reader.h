@@ -7,6 +7,7 @@
 #include <json/json.h>
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -28,8 +29,14 @@ NodeDocument ReadNodeDocument(std::string_view text);
 /// @throws Json::LogicError when a value has the wrong type.
 std::unique_ptr<MorlNode> ReadNode(const Json::Value& element);
 
-/// Makes all nodes of a text, or none. Unlike the files that a compiler loads, a text with faults
-/// is not read as far as possible.
+/// Reads a text of nodes. Unlike the files that a compiler loads, a text with faults is not used.
+/// @param faults receives what is wrong with the text
+/// @param take receives the elements that are nodes without faults, in their order
+/// @return whether there are no faults
+bool ReadElements(const NodeText& source, std::vector<NodeTextFault>& faults,
+                  const std::function<void(const Json::Value&)>& take);
+
+/// Makes all nodes of a text, or none.
 /// @param faults receives what is wrong with the text.
 /// @param contents receives where the content of each node stands.
 std::vector<std::unique_ptr<MorlNode>> ReadNodes(const NodeText& source,

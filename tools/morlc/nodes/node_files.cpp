@@ -107,12 +107,8 @@ private:
 
 LoadedNodes LoadNodes(const std::string& prefix, Diagnostics& diagnostics)
 {
+    RequireNodeFolder(prefix);
     LoadedNodes nodes;
-    if (!std::filesystem::exists("morl")) {
-        diagnostics.Error("there is no folder " + prefix +
-                          "morl/; name the directory that holds it with -C");
-        return nodes;
-    }
     nodes.compiler = std::make_unique<ns_ruke::MorlCompiler>(std::vector<ns_ruke::NodeText>());
     nodes.origins = std::make_shared<NodeOrigins>();
     NodeLoading loading(prefix, nodes, diagnostics);
@@ -129,6 +125,14 @@ LoadedNodes LoadNodes(const std::string& prefix, Diagnostics& diagnostics)
         nodes.compiler.reset();
     }
     return nodes;
+}
+
+void RequireNodeFolder(const std::string& prefix)
+{
+    if (!std::filesystem::exists("morl")) {
+        throw std::runtime_error("there is no folder " + prefix +
+                                 "morl/; name the directory that holds it with -C");
+    }
 }
 
 std::unique_ptr<ns_ruke::MorlCompiler> CopyNodes(const ns_ruke::MorlCompiler& original)

@@ -26,6 +26,10 @@ struct LoadedNodes {
 /// @param prefix put before file names in messages: empty, or a directory ending in "/".
 LoadedNodes LoadNodes(const std::string& prefix, Diagnostics& diagnostics);
 
+/// Fails if the current directory has no nodes at all.
+/// @throws std::runtime_error
+void RequireNodeFolder(const std::string& prefix);
+
 /// A compiler with the same nodes, none of them parsed.
 std::unique_ptr<ns_ruke::MorlCompiler> CopyNodes(const ns_ruke::MorlCompiler& original);
 

@@ -3,6 +3,7 @@
 
 #include "json_file.h"
 #include "path.h"
+#include "text.h"
 
 #include <algorithm>
 #include <cstring>
@@ -21,6 +22,15 @@ bool IsSourceName(const std::string& name)
     const std::size_t ending = std::strlen(kSourceEnding);
     return name.size() > ending && name.front() != '.' &&
            name.compare(name.size() - ending, ending, kSourceEnding) == 0;
+}
+
+/// Whether a name means a device on Windows, with or without an ending.
+bool IsReservedOnWindows(const std::string& stem)
+{
+    const std::string name = Folded(stem.substr(0, stem.find('.')));
+    const bool isPort = name.size() == 4 && name[3] >= '0' && name[3] <= '9' &&
+                        (name.compare(0, 3, "com") == 0 || name.compare(0, 3, "lpt") == 0);
+    return isPort || name == "con" || name == "prn" || name == "aux" || name == "nul";
 }
 
 }  // namespace
@@ -58,10 +68,9 @@ std::optional<SourceFile> ReadSourceFile(const std::string& path, const std::str
         diagnostics.Error("cannot read " + AsGiven(prefix, ToPath(path)) + ": it is not a file");
         return std::nullopt;
     }
-    const SourceText text = ReadSource(path, prefix);
+    SourceText text = ReadSource(path, prefix);
     std::vector<ns_ruke::NodeSourceFault> faults;
-    SourceFile file = {path, PathText(ToPath(path).stem()),
-                       ns_ruke::ReadNodeSource(text.Text(), faults)};
+    ns_ruke::NodeSource source = ns_ruke::ReadNodeSource(text.Text(), faults);
     bool isValid = true;
     for (const ns_ruke::NodeSourceFault& fault : faults) {
         const Place place = text.At(fault.line, fault.column);
@@ -69,10 +78,43 @@ std::optional<SourceFile> ReadSourceFile(const std::string& path, const std::str
                                            : ErrorAt(place, fault.text));
         isValid = isValid && fault.isWarning;
     }
-    if (file.source.hasName) {
-        file.name = file.source.name;
+    if (!isValid) {
+        return std::nullopt;
     }
-    return isValid ? std::make_optional(std::move(file)) : std::nullopt;
+    const std::string name = source.hasName ? source.name : PathText(ToPath(path).stem());
+    return SourceFile{path, std::move(text), name, std::move(source)};
+}
+
+bool IsFileName(const std::string& stem)
+{
+    constexpr std::size_t kLongest = 200;
+    const auto isRefused = [](char c) {
+        return static_cast<unsigned char>(c) < 0x20U || c == 0x7f ||
+               std::strchr("<>:\"/\\|?*", c) != nullptr;
+    };
+    return !stem.empty() && stem.size() <= kLongest && stem.front() != '.' && stem.front() != ' ' &&
+           stem.back() != '.' && stem.back() != ' ' && ValidUtf8(stem) == stem &&
+           std::none_of(stem.begin(), stem.end(), isRefused) && !IsReservedOnWindows(stem);
+}
+
+std::string SafeStem(const std::string& name)
+{
+    constexpr std::size_t kLongest = 40;
+    std::string stem;
+    for (const char c : name.substr(0, kLongest)) {
+        const bool isKept =
+            (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-';
+        stem += isKept ? c : '_';
+    }
+    return "node_" + stem + "_" + Fingerprint(name);
+}
+
+std::string Folded(std::string text)
+{
+    std::transform(text.begin(), text.end(), text.begin(), [](char c) {
+        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    });
+    return text;
 }
 
 }  // namespace morlc

@@ -17,6 +17,7 @@ constexpr const char* kSourceEnding = ".morlsource";
 /// A node source that was read.
 struct SourceFile {
     std::string path;
+    SourceText text;
     std::string name;  ///< of the node: what the header says, or else the name of the file
     ns_ruke::NodeSource source;
 };
@@ -33,5 +34,16 @@ std::vector<std::string> ListSources(const std::string& nodeFile);
 /// @return nothing if it cannot be used
 std::optional<SourceFile> ReadSourceFile(const std::string& path, const std::string& prefix,
                                          Diagnostics& diagnostics);
+
+/// Whether a text can be the name of a source's file, without its ending, on every system.
+bool IsFileName(const std::string& stem);
+
+/// A name for the file of a node whose own name cannot be one: what can be read of it, and a number
+/// that other names do not have.
+std::string SafeStem(const std::string& name);
+
+/// The text as file systems compare it that take capital letters for small ones. Only ASCII letters
+/// change.
+std::string Folded(std::string text);
 
 }  // namespace morlc

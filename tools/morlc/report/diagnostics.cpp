@@ -27,12 +27,12 @@ bool StartsWith(std::string_view text, std::string_view start)
     return text.substr(0, start.size()) == start;
 }
 
-// Users who do not want colour say so in the environment.
-bool WantsColour()
+// Users who do not want colour can say so in the environment, too.
+bool WantsColour(const std::string& when)
 {
     const char* const noColour = std::getenv("NO_COLOR");
-    const bool refused = noColour != nullptr && *noColour != '\0';
-    return !refused && HasColourTerminal();
+    const bool isRefused = noColour != nullptr && *noColour != '\0';
+    return when == "always" || (when == "auto" && !isRefused && HasColourTerminal());
 }
 
 /// The name that a message reports as an unknown node; empty for other messages.
@@ -44,8 +44,9 @@ std::string UnknownNode(const std::string& text)
 
 }  // namespace
 
-Diagnostics::Diagnostics(DiagnosticFormat newFormat, bool showParseLines)
-    : format(newFormat), showParses(showParseLines), colour(WantsColour())
+Diagnostics::Diagnostics(DiagnosticFormat newFormat, const std::string& colour,
+                         bool showParseLines)
+    : format(newFormat), showParses(showParseLines), isColoured(WantsColour(colour))
 {
     previous = TamberLogSystem::SetSink(
         [this](LogLevel level, const std::string& /*category*/, const std::string& message) {
@@ -106,7 +107,7 @@ void Diagnostics::WritePending()
 {
     if (pending) {
         const std::string line =
-            format == DiagnosticFormat::Json ? FormatJson(*pending) : FormatText(*pending, colour);
+            format == DiagnosticFormat::Json ? FormatJson(*pending) : FormatText(*pending, isColoured);
         std::fwrite(line.data(), 1, line.size(), stderr);
         pending.reset();
     }

@@ -18,8 +18,9 @@ namespace morlc {
 /// need to be fixed only once.
 class Diagnostics {
 public:
-    /// @param showParseLines also show the information lines about each parse.
-    Diagnostics(DiagnosticFormat newFormat, bool showParseLines);
+    /// @param colour when to colour text: "auto" (on a terminal), "always" or "never"
+    /// @param showParseLines also show the information lines about each parse
+    Diagnostics(DiagnosticFormat newFormat, const std::string& colour, bool showParseLines);
     Diagnostics(const Diagnostics&) = delete;
     Diagnostics& operator=(const Diagnostics&) = delete;
     ~Diagnostics();
@@ -54,7 +55,7 @@ private:
 
     DiagnosticFormat format;
     bool showParses;
-    bool colour;
+    bool isColoured;
     bool warningsAreErrors = false;
     bool showAll = false;
     std::optional<Diagnostic> pending;  ///< shown when the next one is on another line

@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: MIT
+#include "nodes/git_files.h"
+
+#include "json_file.h"
+#include "nodes/node_document.h"
+#include "nodes/node_files.h"
+#include "nodes/node_merge.h"
+#include "output_file.h"
+#include "path.h"
+
+#include <morl/morl.h>
+#include <algorithm>
+#include <optional>
+#include <set>
+#include <stdexcept>
+#include <utility>
+
+namespace morlc {
+namespace {
+
+using ns_ruke::NodeSource;
+
+/// The nodes of one of the files to be merged.
+/// @return nothing if it cannot be merged by its nodes; this has been reported
+std::optional<std::vector<NodeSource>> ReadForMerge(const std::string& path,
+                                                    const std::string& prefix,
+                                                    Diagnostics& diagnostics)
+{
+    std::optional<NodeDocument> document = ReadNodeDocument(path, prefix, diagnostics);
+    if (!document) {
+        return std::nullopt;
+    }
+    bool isValid = document->losses.empty();
+    for (const Place& place : document->losses) {
+        diagnostics.Report(ErrorAt(place, "a merge would lose this; merge the file by hand"));
+    }
+    std::set<std::string> names;
+    for (const NodeSource& node : document->nodes) {
+        if (!names.insert(node.name).second) {
+            diagnostics.Report(ErrorAt({document->text.File()},
+                                       "two nodes are called '" + node.name + "'; rename one"));
+            isValid = false;
+        }
+    }
+    return isValid ? std::make_optional(std::move(document->nodes)) : std::nullopt;
+}
+
+}  // namespace
+
+void ShowText(const Options& options, Diagnostics& diagnostics)
+{
+    const std::string prefix = EnterDirectory(options.common.directory);
+    const SourceText text = ReadSource(options.files.file, prefix);
+    std::vector<ns_ruke::NodeTextFault> faults;
+    std::vector<NodeSource> nodes = ns_ruke::ReadNodeText({text.File(), text.Text()}, faults);
+    for (const ns_ruke::NodeTextFault& fault : faults) {
+        diagnostics.Report(WarningAt(text.At(fault.line, fault.column), fault.text));
+    }
+    std::stable_sort(nodes.begin(), nodes.end(),
+                     [](const NodeSource& a, const NodeSource& b) { return a.name < b.name; });
+    std::string shown = faults.empty() ? "" : text.Text();
+    for (const NodeSource& node : nodes) {
+        shown.append(shown.empty() ? "" : "\n").append(ns_ruke::WriteNodeSource(node));
+    }
+    WriteWhole("-", shown);
+}
+
+void Merge(const Options& options, Diagnostics& diagnostics)
+{
+    const std::string prefix = EnterDirectory(options.common.directory);
+    const FileOptions& files = options.files;
+    const auto base = ReadForMerge(files.base, prefix, diagnostics);
+    const auto ours = ReadForMerge(files.ours, prefix, diagnostics);
+    const auto theirs = ReadForMerge(files.theirs, prefix, diagnostics);
+    if (!base || !ours || !theirs) {
+        return;
+    }
+    MergedNodes merged = MergeNodes(*base, *ours, *theirs);
+    WriteWhole(files.ours, ns_ruke::WriteNodeText(std::move(merged.nodes)));
+    for (const std::string& node : merged.conflicts) {
+        diagnostics.Report(ErrorAt(
+            {AsGiven(prefix, ToPath(files.ours))},
+            "both have changed node '" + node + "'; its content has the marks of a conflict"));
+    }
+}
+
+}  // namespace morlc
