@@ -6,6 +6,7 @@
 #include "morl/c/internal/result.h"
 #include "morl/compiler/log_line.h"
 #include "morl/compiler/morl_compiler.h"
+#include "morl/compiler/node_source.h"
 #include "morl/compiler/program_report.h"
 #include "morl/compiler/report_text.h"
 #include "morl/core/internal/read_file.h"
@@ -73,6 +74,7 @@ struct morl_compiler : ns_ruke::Handle {
     TextList references;              ///< of the node that was got last, as its name and content
     std::string nodeName;
     std::string nodeContent;
+    std::string nodeSource;  ///< written last
 };
 
 namespace ns_ruke {
@@ -280,15 +282,39 @@ void Show(const std::vector<Fault>& faults, morl_compiler& handle)
     }
 }
 
-void LoadText(morl_compiler& handle, const NodeText& text)
+/// Ends a call whose nodes have faults.
+void RefuseFaults(morl_compiler& handle, std::vector<NodeTextFault> faults)
 {
-    NodeTextResult result = handle.compiler.LoadNodes(text);
-    if (!result.faults.empty()) {
-        handle.nodeFaults = std::move(result.faults);
+    if (!faults.empty()) {
+        handle.nodeFaults = std::move(faults);
         Show(handle.nodeFaults, handle);
         throw CallFailure{MORL_NODES_REFUSED, NodeTextError(handle.nodeFaults).what()};
     }
+}
+
+void LoadText(morl_compiler& handle, const NodeText& text)
+{
+    NodeTextResult result = handle.compiler.LoadNodes(text);
+    RefuseFaults(handle, std::move(result.faults));
     handle.loaded.Set(std::move(result.nodes));
+}
+
+void LoadSource(morl_compiler& handle, const std::string& file, const std::string& name,
+                const std::string& text)
+{
+    std::vector<NodeSourceFault> found;
+    const NodeSource source = ReadNodeSource(text, found);
+    const std::string& node = source.hasName ? source.name : name;
+    std::vector<NodeTextFault> faults;
+    for (const NodeSourceFault& fault : found) {
+        if (!fault.isWarning) {
+            faults.push_back({file, node, fault.line, fault.column, fault.text});
+        }
+    }
+    RefuseFaults(handle, std::move(faults));
+    handle.compiler.SetNode(node, source.content, source.references, static_cast<float>(source.x),
+                            static_cast<float>(source.y));
+    handle.loaded.Set({node});
 }
 
 /// Why a request was not written.
@@ -557,6 +583,33 @@ morl_status morl_load_node_file(morl_compiler* compiler, morl_text path)
                                                       std::generic_category().message(errno)};
         }
         LoadText(handle, {name, std::move(*text)});
+    });
+}
+
+morl_status morl_load_source(morl_compiler* compiler, morl_text file, morl_text name,
+                             morl_text source)
+{
+    return Call(compiler, [&](morl_compiler& handle) {
+        LoadSource(handle, ToString(file, "file"), ToString(name, "name"),
+                   ToString(source, "source"));
+    });
+}
+
+morl_status morl_get_source(morl_compiler* compiler, morl_text name, int with_name,
+                            morl_text* source)
+{
+    return Call(compiler, [&](morl_compiler& handle) {
+        CheckNotNull(source, "source");
+        const MorlNode& found = FindNode(handle, name);
+        NodeSource node;
+        node.hasName = with_name != 0;
+        node.name = found.GetName();
+        node.references = found.GetReference();
+        node.x = found.GetX();
+        node.y = found.GetY();
+        node.content = found.GetContent();
+        handle.nodeSource = WriteNodeSource(node);
+        *source = ToText(handle.nodeSource);
     });
 }
 

@@ -335,6 +335,15 @@ MORL_API morl_status morl_load_nodes(morl_compiler* compiler, morl_text name, mo
 MORL_API morl_status morl_load_node_file(morl_compiler* compiler, morl_text path);
 
 /**
+ * Loads a node from its source, a text file of its own; docs/language.md describes the form. Words
+ * of the header that it does not know, and further members, have no effect.
+ * @param file what faults call the text, such as a path
+ * @param name the name of the node, unless the header says one
+ */
+MORL_API morl_status morl_load_source(morl_compiler* compiler, morl_text file, morl_text name,
+                                      morl_text source);
+
+/**
  * The names of the nodes that the last load for this compiler has brought, in their order. Valid
  * until the next load.
  */
@@ -350,6 +359,14 @@ MORL_API morl_status morl_remove_node(morl_compiler* compiler, morl_text name);
 /** Gets a node; MORL_NOT_FOUND if there is none. The texts are valid until the next call of this
  * function for the compiler. */
 MORL_API morl_status morl_get_node(morl_compiler* compiler, morl_text name, morl_node* node);
+
+/**
+ * Writes a node as a source; MORL_NOT_FOUND if there is no such node. The text is valid until the
+ * next call of this function for the compiler.
+ * @param with_name whether the header says the name; otherwise the name of the file has to
+ */
+MORL_API morl_status morl_get_source(morl_compiler* compiler, morl_text name, int with_name,
+                                     morl_text* source);
 
 /** The names of all nodes, in ascending byte order. Valid until the next call of this function for
  * the compiler. */

@@ -234,6 +234,27 @@ public:
         return ErrorOf(morl_load_node_file(Get(), ToText(path)));
     }
 
+    /// Loads a node from its source, a text file of its own.
+    /// @param file what faults call the text
+    /// @param name the name of the node, unless the header says one
+    [[nodiscard]] Error LoadSource(std::string_view file, std::string_view name,
+                                   std::string_view source)
+    {
+        return ErrorOf(morl_load_source(Get(), ToText(file), ToText(name), ToText(source)));
+    }
+
+    /// Writes a node as a source.
+    /// @param source is replaced if there is no error
+    [[nodiscard]] Error GetSource(std::string_view name, bool withName, std::string& source)
+    {
+        morl_text text = {};
+        const Error error = ErrorOf(morl_get_source(Get(), ToText(name), withName ? 1 : 0, &text));
+        if (!error) {
+            source.assign(text.data, text.size);
+        }
+        return error;
+    }
+
     /// Adds a node, or replaces the one of the same name.
     [[nodiscard]] Error Set(std::string_view name, std::string_view content,
                             const std::vector<std::string_view>& references = {})

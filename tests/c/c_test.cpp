@@ -146,6 +146,8 @@ TEST_F(CInterface, RefusesWhatHostsDoWrong)
     const std::string stages = ", and should be MORL_VERTEX or MORL_FRAGMENT";
     constexpr morl_status kBad = MORL_INVALID_ARGUMENT;
 
+    morl_text shown = {};
+
     const Misuse rows[] = {
         // Nodes.
         {[&] { return morl_set_node(nullptr, &node); }, kBad},
@@ -183,6 +185,20 @@ TEST_F(CInterface, RefusesWhatHostsDoWrong)
          "t:1:1: not a list of nodes (a JSON array)"},
         {[&] { return morl_load_nodes(compiler, Text("t"), Text("[{\"x\": \"1\"}]")); },
          MORL_NODES_REFUSED, "t:1:8: a node's \"x\" must be a number"},
+        {[&] { return morl_load_source(nullptr, name, name, name); }, kBad},
+        {[&] { return morl_load_source(compiler, name, kBroken, name); }, kBad,
+         "name is null, but should have 3 bytes"},
+        {[&] {
+             return morl_load_source(compiler, Text("f"), Text("b"), Text("\n//! x\n//! at: 1"));
+         },
+         MORL_OK},
+        {[&] {
+             return morl_load_source(compiler, Text("f"), Text("b"), Text("//! at: 1\n//! a: b"));
+         },
+         MORL_NODES_REFUSED, "f:1:9: expected two numbers, as in '//! at: 320 40'"},
+        {[&] { return morl_get_source(compiler, Text("nowhere"), 0, &shown); }, MORL_NOT_FOUND,
+         "Morl Compiler: unknown node: nowhere"},
+        {[&] { return morl_get_source(compiler, name, 0, nullptr); }, kBad, "source is null"},
         {[&] { return morl_load_node_file(nullptr, name); }, kBad},
         {[&] {
              return morl_load_node_file(compiler, {"a\0b", 3});

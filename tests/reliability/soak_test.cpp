@@ -50,7 +50,12 @@ public:
                                      ";\nout float4 c : COLOR0;\nvoid main() { #for N : 0 c = k_" +
                                      std::to_string(rounds % 50) + (isBroken ? "" : ";") +
                                      " #endfor }";
-            morl::Error error = compiler.Set("n", node);
+            morl::Error error =
+                rounds % 2 == 0 ? compiler.Set("n", node) : compiler.LoadSource("", "n", node);
+            std::string source;
+            if (compiler.GetSource("n", false, source) || source != node + "\n") {
+                ++failures;
+            }
             morl::Request request;
             request.target = rounds % 2 == 0 ? "hlsl10" : "glsl";
             request.stage = MORL_FRAGMENT;

@@ -209,7 +209,7 @@ def main():
     os.environ["GIT_CONFIG_GLOBAL"] = os.devnull
     merge_pairs(morlc.resolve(), work, count)
     use_git(morlc.resolve(), work)
-    kill_commands(morlc.resolve(), work, count)
+    kill_commands(morlc.resolve(), work, min(count, 200))
 
 
 main()

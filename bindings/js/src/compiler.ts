@@ -90,9 +90,51 @@ export class Compiler {
           arena.put(arena.text(text)),
         );
         this.check(native, arena, status, () => text);
-        const list = arena.words(2);
-        this.check(native, arena, native.calls.morl_get_loaded_nodes(this.handle, list, list + 4));
-        return new Reader(native, list).list((element) => element.text());
+        return this.loadedNodes(native, arena);
+      }),
+    );
+  }
+
+  /**
+   * Loads a node from its source, a text file of its own. A node of the same name is replaced. Words
+   * of the header that it does not know, and further members, have no effect.
+   * @param file what faults call the text, such as a path
+   * @param name the name of the node, unless the header says one
+   * @returns the name of the node
+   * @throws {@link MorlError} `nodes-refused`
+   */
+  loadSource(file: string, name: string, source: string): string {
+    return this.call((native) =>
+      native.with((arena) => {
+        const [fileText, nameText, text] = [file, name, source].map((each) =>
+          arena.put(arena.text(each)),
+        ) as [number, number, number];
+        const status = native.calls.morl_load_source(this.handle, fileText, nameText, text);
+        this.check(native, arena, status, () => source);
+        return this.loadedNodes(native, arena)[0] ?? "";
+      }),
+    );
+  }
+
+  /**
+   * A node as a source, if there is such a node.
+   * @param withName whether the header says the name; otherwise the name of the file has to
+   */
+  getSource(name: string, withName = false): string | undefined {
+    return this.call((native) =>
+      native.with((arena) => {
+        const text = arena.words(2);
+        const status = native.calls.morl_get_source(
+          this.handle,
+          arena.put(arena.text(name)),
+          withName ? 1 : 0,
+          text,
+        );
+        if (kindOfStatus(status) === "not-found") {
+          return undefined;
+        }
+        this.check(native, arena, status);
+        return new Reader(native, text).text();
       }),
     );
   }
@@ -295,6 +337,12 @@ export class Compiler {
       }
       throw new MorlError("invalid-argument", `not a valid argument: ${String(error)}`);
     }
+  }
+
+  private loadedNodes(native: Native, arena: Arena): string[] {
+    const list = arena.words(2);
+    this.check(native, arena, native.calls.morl_get_loaded_nodes(this.handle, list, list + 4));
+    return new Reader(native, list).list((element) => element.text());
   }
 
   /** @param text the text that faults without a node have their places in */

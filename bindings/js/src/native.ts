@@ -18,9 +18,11 @@ interface Exports {
   morl_get_call_fault(compiler: Address, index: number, fault: Address): number;
   morl_load_nodes(compiler: Address, name: Address, text: Address): number;
   morl_get_loaded_nodes(compiler: Address, names: Address, count: Address): number;
+  morl_load_source(compiler: Address, file: Address, name: Address, source: Address): number;
   morl_set_node(compiler: Address, node: Address): number;
   morl_remove_node(compiler: Address, name: Address): number;
   morl_get_node(compiler: Address, name: Address, node: Address): number;
+  morl_get_source(compiler: Address, name: Address, withName: number, source: Address): number;
   morl_get_node_names(compiler: Address, names: Address, count: Address): number;
   morl_compile(compiler: Address, request: Address, result: Address): number;
   morl_get_output(result: Address, output: Address): number;

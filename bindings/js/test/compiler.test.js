@@ -122,6 +122,17 @@ test("faults have places as editors count, and refused calls change nothing", as
     }),
   );
   assert.deepEqual(compiler.getNodeNames(), ["a", "ж"]);
+  const source = "//! ref: a\n//! at: 0.5 2\nvoid main() {}\n";
+  assert.equal(compiler.loadSource("b.morlsource", "b", source), "b");
+  assert.deepEqual(compiler.getNode("b").references, ["a"]);
+  assert.equal(compiler.getSource("b"), source);
+  assert.equal(compiler.getSource("b", true), `//! name: b\n${source}`);
+  assert.equal(compiler.getSource("c"), undefined);
+  assert.throws(
+    () => compiler.loadSource("b.morlsource", "b", '//! name: é, "'),
+    isError("nodes-refused", ({ faults: [fault] }) => fault.node === "b" && fault.column === 11),
+  );
+  compiler.removeNode("b");
   const request = { target: "glsl", stage: "vertex", nodes: ["nope"] };
   assert.throws(() => compiler.compile(request), isError("request-refused"));
   assert.throws(() => compiler.compile({ ...request, target: "spirv" }), isError("request-refused"));
