@@ -109,8 +109,8 @@ _morlc() {
     if [[ $word == -* ]]; then
         case ${command:-compile} in
         compile) _morlc_values words "--help --directory --diagnostics --color --all --verbose --version --output --target --stage --vertex --fragment --define --sampler --semantics-in --semantics-out" ;;
-        check) _morlc_values words "--help --directory --diagnostics --color --all --verbose --version --target --stage --vertex --fragment --define --sampler --shader -W --werror --show-generated --jobs --quiet" ;;
-        build) _morlc_values words "--help --directory --diagnostics --color --all --verbose --version --output --jobs --shader --no-index --index --ninja --launcher --depfile --quiet" ;;
+        check) _morlc_values words "--help --directory --diagnostics --color --all --verbose --version --target --stage --vertex --fragment --define --sampler --shader -W --werror --show-generated --jobs --watch --quiet" ;;
+        build) _morlc_values words "--help --directory --diagnostics --color --all --verbose --version --output --jobs --shader --no-index --index --ninja --launcher --depfile --watch --quiet" ;;
         list) _morlc_values words "--help --directory --diagnostics --color --all --verbose --version --output" ;;
         graph) _morlc_values words "--help --directory --diagnostics --color --all --verbose --version --output" ;;
         pack) _morlc_values words "--help --directory --diagnostics --color --all --verbose --version --output --depfile --force" ;;

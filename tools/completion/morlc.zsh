@@ -92,6 +92,7 @@ check)
         '*--show-generated[Also show the generated line that a compiler complains about]' \
         '*-j[Use N threads (0, the default\: one per processor)]:N:' \
         '*--jobs=[Use N threads (0, the default\: one per processor)]:N:' \
+        '*--watch[Go on, and do it again whenever a file changes]' \
         '*-q[No progress]' \
         '*--quiet[No progress]' \
         && return
@@ -118,6 +119,7 @@ build)
         '*--ninja=[Only write a Ninja file, with one edge per shader]:FILE:_files' \
         '*--launcher=[In the Ninja file, put COMMAND in front of every compilation]:COMMAND:' \
         '*--depfile=[Write which files the outputs depend on, in a format for Ninja and Make]:FILE:_files' \
+        '*--watch[Go on, and do it again whenever a file changes]' \
         '*-q[No progress, and no summary]' \
         '*--quiet[No progress, and no summary]' \
         && return

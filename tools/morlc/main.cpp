@@ -12,6 +12,7 @@
 #include "output_file.h"
 #include "platform.h"
 #include "report/diagnostics.h"
+#include "watch/watch.h"
 
 #include <exception>
 
@@ -72,12 +73,30 @@ void Run(const Options& options, Diagnostics& diagnostics)
     }
 }
 
+int RunWatch(const Options& options)
+{
+    try {
+        return Watch(options);
+    } catch (const ClosedPipe&) {
+        return kErrors;
+    } catch (const std::exception& error) {
+        const bool asJson = options.common.diagnostics == "json";
+        Diagnostics(asJson ? DiagnosticFormat::Json : DiagnosticFormat::Text, options.common.color,
+                    false)
+            .Error(error.what());
+        return kErrors;
+    }
+}
+
 int Main(int argc, char** argv)
 {
     Options options;
     ExitStatus status = kSuccess;
     if (!ReadOptions(StartProcess(argc, argv), options, status)) {
         return status;
+    }
+    if (options.watches) {
+        return RunWatch(options);
     }
     const bool asJson = options.common.diagnostics == "json";
     Diagnostics diagnostics(asJson ? DiagnosticFormat::Json : DiagnosticFormat::Text,

@@ -133,6 +133,11 @@ void DeclareJobs(CLI::App& app, std::size_t& jobs)
         ->check(check);
 }
 
+CLI::Option* DeclareWatch(CLI::App& app, bool& watches)
+{
+    return app.add_flag("--watch", watches, "Go on, and do it again whenever a file changes");
+}
+
 void DeclareQuiet(CLI::App& app, bool& quiet, const char* help)
 {
     app.add_flag("-q,--quiet", quiet, help);
@@ -235,8 +240,11 @@ void DeclareBuild(CLI::App& app, Options& all)
         })
         ->needs(ninja);
     CLI::Option* const depfile = DeclareDepfile(app, options.depfile);
+    CLI::Option* const watch = DeclareWatch(app, all.watches);
     DeclareQuiet(app, options.quiet, "No progress, and no summary");
     index->excludes(ninja);
+    index->excludes(watch);
+    ninja->excludes(watch);
     for (CLI::Option* const option : {shader, noIndex, depfile}) {
         index->excludes(option);
         ninja->excludes(option);
@@ -285,6 +293,7 @@ void DeclareCheck(CLI::App& app, Options& all)
     app.add_flag("--show-generated", options.showGenerated,
                  "Also show the generated line that a compiler complains about");
     DeclareJobs(app, options.jobs);
+    DeclareWatch(app, all.watches);
     DeclareQuiet(app, options.quiet, "No progress");
 }
 

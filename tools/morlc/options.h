@@ -108,6 +108,7 @@ struct Options {
     Command command = Command::Compile;
     std::string program;  ///< the path of this tool
     CommonOptions common;
+    bool watches = false;      ///< "build" and "check" go on after the first round
     std::string output = "-";  ///< a file ("-": standard output); a directory for both passes
     PassOptions pass;
     BuildOptions build;

@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <fstream>
 #include <numeric>
+#include <set>
 #include <stdexcept>
 #include <system_error>
 #include <vector>
@@ -24,9 +25,9 @@ namespace {
 }
 
 /// The files that must not be written.
-std::vector<std::filesystem::path>& Inputs()
+std::set<std::filesystem::path>& Inputs()
 {
-    static std::vector<std::filesystem::path> inputs;
+    static std::set<std::filesystem::path> inputs;
     return inputs;
 }
 
@@ -163,7 +164,7 @@ void WriteParts(const std::string& path, const Parts& parts, bool followsLink)
 
 void ProtectInput(const std::string& path)
 {
-    Inputs().push_back(ToPath(path));
+    Inputs().insert(ToPath(path));
 }
 
 void MakeDirectories(const std::string& path)

@@ -42,7 +42,7 @@ std::string Counted(std::size_t count, const char* what)
     return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
-void PrintSummary(const Totals& totals, const Diagnostics& diagnostics, Clock::time_point start)
+std::string Summary(const Totals& totals, const Diagnostics& diagnostics, Clock::time_point start)
 {
     std::ostringstream summary;
     summary << Counted(totals.shaders, "shader") << ", " << Counted(totals.variants, "variant")
@@ -53,8 +53,8 @@ void PrintSummary(const Totals& totals, const Diagnostics& diagnostics, Clock::t
         summary << Counted(diagnostics.WarningCount(), "warning") << ", ";
     }
     summary << std::fixed << std::setprecision(2)
-            << std::chrono::duration<double>(Clock::now() - start).count() << " s\n";
-    WriteWhole("-", summary.str());
+            << std::chrono::duration<double>(Clock::now() - start).count() << " s";
+    return summary.str();
 }
 
 /// The list never contains null. It is empty if the nodes are not valid.
@@ -142,14 +142,14 @@ public:
         manifest.CheckNames(options.shaders);
     }
 
-    void Run()
+    BuildResult Run()
     {
         const Clock::time_point start = Clock::now();
         const std::vector<Variant> variants = ListVariants(manifest, options.shaders);
         LoadedNodes nodes = LoadNodes(prefix, diagnostics);
         const Compilers compilers = CompilersOf(nodes, ThreadCount(options.jobs, variants.size()));
         if (compilers.empty()) {
-            return;
+            return {};
         }
         totals.variants = variants.size();
         ReadOldTexts(variants);
@@ -163,9 +163,8 @@ public:
         if (!options.depfile.empty() && diagnostics.ErrorCount() == 0) {
             WriteDependencies(shaders, nodes.inputs);
         }
-        if (!options.quiet) {
-            PrintSummary(totals, diagnostics, start);
-        }
+        result.summary = Summary(totals, diagnostics, start);
+        return std::move(result);
     }
 
 private:
@@ -200,7 +199,11 @@ private:
             return;
         }
         for (const auto& [file, code] : built.codes) {
-            totals.written += WriteIfChanged(PathText(directory / file), {code}, directory) ? 1 : 0;
+            const std::string path = PathText(directory / file);
+            if (WriteIfChanged(path, {code}, directory)) {
+                ++totals.written;
+                result.outputs.push_back(AsGiven(prefix, ToPath(path)));
+            }
         }
         WriteRecord(directory, shader, built.record, oldTexts[shader.name]);
     }
@@ -250,6 +253,7 @@ private:
     fs::path directory;                                        ///< the output directory
     std::map<std::string, std::vector<std::string>> oldTexts;  ///< of earlier builds, by shader
     Totals totals;
+    BuildResult result;
 };
 
 void WriteIndexOnly(const BuildOptions& options, const std::string& prefix)
@@ -266,6 +270,12 @@ void WriteIndexOnly(const BuildOptions& options, const std::string& prefix)
 
 }  // namespace
 
+BuildResult BuildShaders(const BuildOptions& options, const std::string& prefix,
+                         Diagnostics& diagnostics)
+{
+    return BuildRun(options, prefix, diagnostics).Run();
+}
+
 void Build(const Options& options, Diagnostics& diagnostics)
 {
     const BuildOptions& build = options.build;
@@ -275,7 +285,10 @@ void Build(const Options& options, Diagnostics& diagnostics)
     } else if (build.indexOnly) {
         WriteIndexOnly(build, prefix);
     } else {
-        BuildRun(build, prefix, diagnostics).Run();
+        const BuildResult result = BuildShaders(build, prefix, diagnostics);
+        if (!build.quiet && !result.summary.empty()) {
+            WriteWhole("-", result.summary + "\n");
+        }
     }
 }
 

@@ -287,9 +287,13 @@ private:
 
 void Check(const Options& options, Diagnostics& diagnostics)
 {
-    diagnostics.SetWarningsAsErrors(options.check.warningsAsErrors);
-    const std::string prefix = EnterDirectory(options.common.directory);
-    CheckRun(options.check, prefix, diagnostics).Run();
+    CheckShaders(options.check, EnterDirectory(options.common.directory), diagnostics);
+}
+
+void CheckShaders(const CheckOptions& options, const std::string& prefix, Diagnostics& diagnostics)
+{
+    diagnostics.SetWarningsAsErrors(options.warningsAsErrors);
+    CheckRun(options, prefix, diagnostics).Run();
 }
 
 }  // namespace morlc

@@ -3,7 +3,6 @@
 
 #include "text.h"
 
-#include <json/json.h>
 #include <utility>
 
 namespace morlc {
@@ -143,7 +142,7 @@ std::string FormatText(const Diagnostic& diagnostic, bool colour)
     return text;
 }
 
-std::string FormatJson(const Diagnostic& diagnostic)
+Json::Value ToJson(const Diagnostic& diagnostic)
 {
     Json::Value object(Json::objectValue);
     object["version"] = kDiagnosticsVersion;
@@ -170,9 +169,14 @@ std::string FormatJson(const Diagnostic& diagnostic)
         object["nodeLine"] = diagnostic.nodePlace.line;
         object["nodeColumn"] = diagnostic.nodePlace.column;
     }
+    return object;
+}
+
+std::string FormatJson(const Diagnostic& diagnostic)
+{
     Json::StreamWriterBuilder builder;
     builder["indentation"] = "";
-    return Json::writeString(builder, object) + "\n";
+    return Json::writeString(builder, ToJson(diagnostic)) + "\n";
 }
 
 }  // namespace morlc

@@ -3,6 +3,7 @@
 
 #include "report/source_text.h"
 
+#include <json/json.h>
 #include <cstddef>
 #include <stdexcept>
 #include <string>
@@ -54,7 +55,7 @@ public:
 std::string Identity(const Diagnostic& diagnostic);
 
 /// How diagnostics are written.
-enum class DiagnosticFormat { Text, Json };
+enum class DiagnosticFormat { Text, Json, Collected };
 
 /// A diagnostic as text, including line breaks: "FILE:LINE:COLUMN: error: TEXT", as compilers write
 /// it, then the node with its own line and column, followed by the source line with a caret under
@@ -62,7 +63,10 @@ enum class DiagnosticFormat { Text, Json };
 /// @param colour whether to add the control sequences of a terminal.
 std::string FormatText(const Diagnostic& diagnostic, bool colour);
 
-/// The same as a JSON object on one line, including the line break: docs/diagnostics.schema.json.
+/// The same as a JSON object: docs/diagnostics.schema.json.
+Json::Value ToJson(const Diagnostic& diagnostic);
+
+/// The same as a JSON object on one line, including the line break.
 std::string FormatJson(const Diagnostic& diagnostic);
 
 }  // namespace morlc

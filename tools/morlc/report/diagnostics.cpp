@@ -44,8 +44,7 @@ std::string UnknownNode(const std::string& text)
 
 }  // namespace
 
-Diagnostics::Diagnostics(DiagnosticFormat newFormat, const std::string& colour,
-                         bool showParseLines)
+Diagnostics::Diagnostics(DiagnosticFormat newFormat, const std::string& colour, bool showParseLines)
     : format(newFormat), showParses(showParseLines), isColoured(WantsColour(colour))
 {
     previous = TamberLogSystem::SetSink(
@@ -105,12 +104,22 @@ void Diagnostics::Report(Diagnostic diagnostic)
 
 void Diagnostics::WritePending()
 {
-    if (pending) {
-        const std::string line =
-            format == DiagnosticFormat::Json ? FormatJson(*pending) : FormatText(*pending, isColoured);
+    if (pending && format == DiagnosticFormat::Collected) {
+        collected.push_back(std::move(*pending));
+        pending.reset();
+    } else if (pending) {
+        const std::string line = format == DiagnosticFormat::Json
+                                     ? FormatJson(*pending)
+                                     : FormatText(*pending, isColoured);
         std::fwrite(line.data(), 1, line.size(), stderr);
         pending.reset();
     }
+}
+
+std::vector<Diagnostic> Diagnostics::TakeCollected()
+{
+    WritePending();
+    return std::move(collected);
 }
 
 void Diagnostics::Error(const std::string& text)

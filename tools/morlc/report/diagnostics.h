@@ -44,6 +44,9 @@ public:
     /// Reports an error of the tool itself, without a location.
     void Error(const std::string& text);
 
+    /// With DiagnosticFormat::Collected, what was reported.
+    std::vector<Diagnostic> TakeCollected();
+
     std::size_t ErrorCount() const { return errors; }
     std::size_t WarningCount() const { return warnings; }
 
@@ -59,6 +62,7 @@ private:
     bool warningsAreErrors = false;
     bool showAll = false;
     std::optional<Diagnostic> pending;  ///< shown when the next one is on another line
+    std::vector<Diagnostic> collected;
     std::size_t errors = 0;
     std::size_t warnings = 0;
     std::shared_ptr<const NodeOrigins> origins;  ///< null: nothing is known

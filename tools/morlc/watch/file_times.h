@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace morlc {
+
+/// The sizes and times of some files, as they are at one moment. (Polling is the same code on all
+/// systems and file systems, network drives too; what notifies differs on each.)
+class FileTimes {
+public:
+    FileTimes() = default;
+
+    /// @param files those that do not exist are left out
+    explicit FileTimes(const std::vector<std::string>& files);
+
+    bool operator==(const FileTimes& other) const { return stamps == other.stamps; }
+    bool operator!=(const FileTimes& other) const { return !(*this == other); }
+
+    /// The files that are new, gone, or others than before, in byte order.
+    std::vector<std::string> ChangedSince(const FileTimes& before) const;
+
+private:
+    using Stamp = std::pair<std::filesystem::file_time_type, std::uintmax_t>;
+
+    std::map<std::string, Stamp> stamps;
+};
+
+}  // namespace morlc
