@@ -6,8 +6,10 @@
 #include "output_file.h"
 #include "path.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <filesystem>
+#include <iterator>
 #include <optional>
 #include <stdexcept>
 #include <system_error>
@@ -28,14 +30,14 @@ public:
     bool LoadNodeFile(const std::string& path)
     {
         ProtectInput(path);
-        const bool hasSources = std::filesystem::is_directory(ToPath(SourceFolder(path)));
         std::shared_ptr<const SourceText> source;
         try {
             if (std::filesystem::is_fifo(ToPath(path))) {
                 diagnostics.Error("cannot read " + Shown(path) + ": it is a pipe, not a file");
                 return false;
             }
-            if (hasSources && !std::filesystem::exists(ToPath(path))) {
+            // Who has sources needs no node files.
+            if (HasSourceFolder() && !std::filesystem::exists(ToPath(path))) {
                 return true;
             }
             source = std::make_shared<const SourceText>(ReadSource(path, prefix));
@@ -72,6 +74,14 @@ public:
     }
 
 private:
+    static bool HasSourceFolder()
+    {
+        return std::any_of(std::begin(ns_ruke::kNodeFiles), std::end(ns_ruke::kNodeFiles),
+                           [](const char* nodeFile) {
+                               return std::filesystem::is_directory(ToPath(SourceFolder(nodeFile)));
+                           });
+    }
+
     std::string Shown(const std::string& path) const { return AsGiven(prefix, ToPath(path)); }
 
     bool Load(const SourceFile& file, const std::string& nodeFile)
