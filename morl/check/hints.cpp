@@ -284,6 +284,11 @@ std::string HintInPlace(const Excerpt& excerpt, std::string_view message)
     const std::string_view rest =
         std::string_view(excerpt.line).substr(std::min(excerpt.caret, excerpt.line.size()));
     const bool isClosed = std::string_view(";{}").find(excerpt.before) != std::string_view::npos;
+    const bool missesEnd =
+        StartsWith(message, "miss ';'") || StartsWith(message, "invalid end of line");
+    if (missesEnd && rest.find_first_not_of(" \t\r") == std::string_view::npos) {
+        return "a ';' is missing here";
+    }
     if (StartsWith(message, "miss ';'") && isAtStart && !isClosed) {
         return "a ';' is missing at the end of the statement above this line";
     }

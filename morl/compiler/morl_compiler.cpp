@@ -96,7 +96,14 @@ bool MorlCompiler::CompileReported(PassProperty& pass, ShaderOutput& output, Pas
     report = PassReport();
     FaultCollector collector;
     report.end = Run(pass, output, nullptr, nullptr);
-    report.faults = std::move(collector.faults);
+    for (const std::string& name : pass.nodeNames) {
+        const MorlNode* const node = report.end != RequestEnd::Refused ? FindNode(name) : nullptr;
+        if (node != nullptr) {
+            report.faults.insert(report.faults.end(), node->GetFaults().begin(),
+                                 node->GetFaults().end());
+        }
+    }
+    std::move(collector.faults.begin(), collector.faults.end(), std::back_inserter(report.faults));
     return report.end == RequestEnd::Written;
 }
 

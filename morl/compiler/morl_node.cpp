@@ -2,6 +2,7 @@
 #include "morl/compiler/morl_node.h"
 
 #include "morl/ast/program.h"
+#include "morl/check/author_faults.h"
 #include "morl/check/hints.h"
 #include "morl/core/internal/fault_collector.h"
 #include "morl/core/log_scope.h"
@@ -82,7 +83,7 @@ void MorlNode::Compile(MorlParser* parser, std::string target)
     FaultCollector collector;
     try {
         parser->Parse(content, *program);
-        faults = std::move(collector.faults);
+        faults = AuthorFaults(content, std::move(collector.faults));
         AddHints();
     } catch (...) {
         // The next request must not mistake half a program for the node's program.

@@ -357,4 +357,70 @@ TEST(Report, HasTheFaultsOfAllNodesThatTookPart)
     EXPECT_TRUE(report.lines.empty());
 }
 
+/// The faults of a source, as reports have them.
+std::string FaultsOf(const std::string& content)
+{
+    MorlCompiler compiler{std::vector<NodeText>()};
+    compiler.SetNode("n", content);
+    PassProperty pass = MakePass("glsl", 1, {"n"});
+    ShaderOutput output;
+    PassReport report;
+    compiler.CompileReported(pass, output, report, ReportParts::Faults);
+    std::string faults;
+    for (const ReportFault& fault : report.faults) {
+        faults += std::to_string(fault.line) + ":" + std::to_string(fault.column) + " " +
+                  fault.text + "\n";
+    }
+    return faults;
+}
+
+TEST(Report, PlacesEveryMissingSemicolonWhereItIsMissing)
+{
+    const LogCapture log;
+    const auto compiler = morl_test::MakeSampleCompiler();
+    int count = 0;
+    for (const std::string& name : compiler->GetNodeNames()) {
+        const std::string content = compiler->FindNode(name)->GetContent();
+        const TextLines lines(content);
+        for (std::size_t i = content.find(';'); i != std::string::npos;
+             i = content.find(';', i + 1)) {
+            const TextPlace place = lines.PlaceOf(i);
+            const std::size_t start = lines.Starts()[static_cast<std::size_t>(place.line) - 1];
+            if (content.substr(start, i - start).find("//") != std::string::npos) {
+                continue;
+            }
+            const std::string faults = FaultsOf(std::string(content).erase(i, 1));
+            const std::string expected =
+                std::to_string(place.line) + ":" + std::to_string(place.column) + " ";
+            EXPECT_EQ(faults.find(expected), 0U) << name << " " << expected << "\n" << faults;
+            EXPECT_EQ(faults.find('\n') + 1, faults.size()) << name << "\n" << faults;
+            ++count;
+        }
+    }
+    EXPECT_GT(count, 150);
+}
+
+TEST(Report, LeavesOutWhatOnlyFollows)
+{
+    const LogCapture log;
+    const std::pair<const char*, const char*> rows[] = {
+        // Several parts, behind comments and blank lines.
+        {"uniform float4 u // a;\n\nout float4 o : COLOR0 /* ; */\nvoid main() {\no = u\n\n}",
+         "1:17 invalid end of line :\n3:22 miss ';':\n5:6 miss ';':\n"},
+        {"void main() {\nif (a > b {\nx = 1;\n}\n}", "2:10 miss ')':\n"},
+        {"void main() {\nx = 1;", "2:7 miss '}':\n"},
+        // A part that would not help stays where the parser noticed.
+        {"void main() {\nx = sqrt(y);\n}", "2:9 miss ';':\n"},
+        {"void main() {\nx = y z;\nw = ;\nv = 1\n}",
+         "2:7 miss ';':\n3:6 expression error:\n4:6 miss ';':\n"},
+    };
+    for (const auto& [content, faults] : rows) {
+        EXPECT_EQ(FaultsOf(content), faults) << content;
+    }
+    // What the log says stays as it was.
+    const LogCapture own;
+    FaultsOf("void main() {\nx = y\n}");
+    EXPECT_EQ(own.errors.size(), 2U);
+}
+
 }  // namespace

@@ -123,7 +123,7 @@ TEST_F(Package, ServesEditorsInEveryLanguage)
         {"python3", kExamples + "/python/edit_loop.py", prefix + "/lib/libmorl.so", kExamples});
     EXPECT_EQ(cpp.status, 0) << cpp.err;
     for (const char* part :
-         {"== hlsl10\nunlit:4:1: miss ';':", "surface_texture:2 | uniform Texture2D albedoMap",
+         {"== hlsl10\nunlit:3:35: miss ';':", "surface_texture:2 | uniform Texture2D albedoMap",
           "unlit:3           | \tvec3 lit = albedo.xyz*tint;\n",
           "bind albedoMap (sampler2D) to register 3\nbind tint (float3)\n== glsl\n"}) {
         EXPECT_NE(cpp.out.find(part), std::string::npos) << cpp.out;

@@ -17,21 +17,44 @@ using ns_ruke::MorlCompiler;
 using ns_ruke::PassProperty;
 using ns_ruke::ShaderOutput;
 
-/// Runs a request. Returns false if it was refused; then nothing is written.
-bool Run(MorlCompiler& compiler, PassProperty& pass, ShaderOutput& output)
-{
-    ns_ruke::PassReport report;
-    return compiler.CompileReported(pass, output, report, ns_ruke::ReportParts::Faults);
-}
+/// Runs requests, and reports their faults.
+class Requests {
+public:
+    Requests(MorlCompiler& newCompiler, Diagnostics& newDiagnostics)
+        : compiler(newCompiler),
+          diagnostics(newDiagnostics),
+          log(newCompiler, LogCollection::Mode::Show)
+    {
+    }
 
-void CompileOne(const PassOptions& options, const std::string& file, MorlCompiler& compiler)
+    /// Returns false if the request was refused; then nothing is written.
+    bool Run(PassProperty& pass, ShaderOutput& output)
+    {
+        ns_ruke::PassReport report;
+        const bool isWritten =
+            compiler.CompileReported(pass, output, report, ns_ruke::ReportParts::Faults);
+        for (const ns_ruke::ReportFault& fault : report.faults) {
+            if (fault.line > 0) {
+                diagnostics.Report(log.Describe(fault));
+            }
+        }
+        return isWritten;
+    }
+
+private:
+    MorlCompiler& compiler;
+    Diagnostics& diagnostics;
+    LogCollection log;
+};
+
+void CompileOne(const PassOptions& options, const std::string& file, Requests& requests)
 {
     PassProperty pass = MakePass(options, options.target, options.stage, options.nodes);
     if (!options.semanticsIn.empty()) {
         pass.semantics = ReadSemantics(options.semanticsIn);
     }
     ShaderOutput output;
-    if (!Run(compiler, pass, output)) {
+    if (!requests.Run(pass, output)) {
         return;
     }
     WriteWhole(file, output.code);
@@ -41,7 +64,7 @@ void CompileOne(const PassOptions& options, const std::string& file, MorlCompile
 }
 
 void CompileBoth(const PassOptions& options, const std::filesystem::path& directory,
-                 MorlCompiler& compiler)
+                 Requests& requests)
 {
     MakeDirectories(PathText(directory));
     for (const std::string& target : ns_ruke::MorlTargets()) {
@@ -50,11 +73,11 @@ void CompileBoth(const PassOptions& options, const std::filesystem::path& direct
         }
         PassProperty vertex = MakePass(options, target, Stage::Vertex, options.vertexNodes);
         ShaderOutput vertexOutput;
-        const bool hasVertex = Run(compiler, vertex, vertexOutput);
+        const bool hasVertex = requests.Run(vertex, vertexOutput);
         PassProperty fragment = MakePass(options, target, Stage::Fragment, options.fragmentNodes);
         fragment.semantics = vertexOutput.semantics;
         ShaderOutput fragmentOutput;
-        if (!Run(compiler, fragment, fragmentOutput) || !hasVertex) {
+        if (!requests.Run(fragment, fragmentOutput) || !hasVertex) {
             return;
         }
         WriteWhole(PathText(directory / (target + ".vert")), vertexOutput.code);
@@ -71,11 +94,11 @@ void Compile(const Options& options, Diagnostics& diagnostics)
     if (!compiler) {
         return;
     }
-    const LogCollection log(*compiler, LogCollection::Mode::Show);
+    Requests requests(*compiler, diagnostics);
     if (options.pass.BothPasses()) {
-        CompileBoth(options.pass, ToPath(options.output), *compiler);
+        CompileBoth(options.pass, ToPath(options.output), requests);
     } else {
-        CompileOne(options.pass, options.output, *compiler);
+        CompileOne(options.pass, options.output, requests);
     }
 }
 

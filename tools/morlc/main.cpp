@@ -23,7 +23,7 @@ namespace {
 std::string Describe(const Options& options, const LoadedNodes& nodes)
 {
     if (options.command == Command::List) {
-        const LogCollection log(*nodes.compiler, LogCollection::Mode::Show);
+        const LogCollection log(*nodes.compiler, LogCollection::Mode::ShowAll);
         return FormatNodeList(*nodes.compiler, *nodes.origins);
     }
     const NodeGraph graph(*nodes.compiler, *nodes.origins);

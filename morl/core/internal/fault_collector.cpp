@@ -3,9 +3,15 @@
 
 namespace ns_ruke {
 
-FaultCollector::FaultCollector()
+FaultCollector::FaultCollector(Mode newMode) : mode(newMode)
 {
     scope.collector = this;
+}
+
+bool FaultCollector::IsQuiet()
+{
+    const LogScope* const scope = LogScope::Current();
+    return scope != nullptr && scope->collector != nullptr && scope->collector->mode == Mode::Quiet;
 }
 
 void FaultCollector::Collect(const ReportFault& fault)

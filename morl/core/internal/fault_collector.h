@@ -9,11 +9,16 @@
 
 namespace ns_ruke {
 
-/// While it lives, what this thread logs as an error is also collected. An inner collector takes
-/// precedence over an outer one.
+/// While it lives, what this thread logs as an error is also collected; or instead of being logged,
+/// as is all else then. An inner collector takes precedence over an outer one.
 class FaultCollector {
 public:
-    FaultCollector();
+    enum class Mode { Logged, Quiet };
+
+    explicit FaultCollector(Mode newMode = Mode::Logged);
+
+    /// Whether the collector in force on this thread keeps messages from the log.
+    static bool IsQuiet();
 
     /// Hands a fault to the collector in force on this thread, if there is one.
     static void Collect(const ReportFault& fault);
@@ -21,6 +26,7 @@ public:
     std::vector<ReportFault> faults;
 
 private:
+    const Mode mode;
     LogScope scope;
 };
 

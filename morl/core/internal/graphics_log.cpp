@@ -12,6 +12,9 @@ namespace {
 
 void Log(LogLevel level, const std::string& message)
 {
+    if (FaultCollector::IsQuiet()) {
+        return;
+    }
     static const std::string category = "Graphics";
     TamberLogSystem::LogInitialize();
     Singleton<TamberLogSystem>::GetSingletonPtr()->Write(level, category, message);

@@ -59,8 +59,7 @@ StagePlans PlanStages(const ManifestShader& shader, const MorlCompiler& compiler
     return plans;
 }
 
-/// Notes the nodes with faults. A compiler reports faults when it parses a node, but not again for
-/// later variants.
+/// Notes the nodes with faults.
 void NoteBroken(const std::vector<Diagnostic>& diagnostics, std::set<std::string>& broken)
 {
     for (const Diagnostic& diagnostic : diagnostics) {
@@ -195,7 +194,7 @@ private:
         }
     }
 
-    void CompileStages(Worker& worker, const Variant& variant, const LogCollection& log,
+    void CompileStages(Worker& worker, const Variant& variant, LogCollection& log,
                        VariantReport& report)
     {
         const ManifestShader& shader = work.manifest.shaders[variant.shader];
@@ -229,13 +228,18 @@ private:
     /// Otherwise it would depend on the threads which variant reports a problem, and what is to
     /// blame.
     static const PassText* CompilePass(Worker& worker, std::size_t variant, PassProperty& pass,
-                                       const std::string& key, const LogCollection& log,
+                                       const std::string& key, LogCollection& log,
                                        PassTexts& passTexts)
     {
         const std::size_t before = log.kept.size();
         ShaderOutput output;
         ns_ruke::PassReport report;
         worker.compiler.CompileReported(pass, output, report);
+        for (const ns_ruke::ReportFault& fault : report.faults) {
+            if (fault.line > 0) {
+                log.kept.push_back(log.Describe(fault));
+            }
+        }
         NoteBroken(log.kept, worker.broken);
         const bool isSound =
             log.kept.size() == before && FindBroken(pass.nodeNames, worker).empty();

@@ -145,8 +145,12 @@ void Diagnostics::Deliver(Diagnostic diagnostic)
         Report(std::move(diagnostic));
         return;
     }
+    const bool isOfNode = diagnostic.IsError() && diagnostic.nodePlace.line > 0;
+    if (isOfNode && currentCollection->mode != LogCollection::Mode::ShowAll) {
+        return;
+    }
     currentCollection->AddExcerpt(diagnostic);
-    if (currentCollection->mode == LogCollection::Mode::Show) {
+    if (currentCollection->mode != LogCollection::Mode::Keep) {
         Report(std::move(diagnostic));
     } else {
         currentCollection->kept.push_back(std::move(diagnostic));
@@ -168,6 +172,16 @@ LogCollection::LogCollection(const ns_ruke::MorlCompiler& owner, Mode newMode)
     : compiler(owner), mode(newMode)
 {
     currentCollection = this;
+}
+
+Diagnostic LogCollection::Describe(const ns_ruke::ReportFault& fault)
+{
+    Diagnostic diagnostic;
+    diagnostic.node = fault.node;
+    diagnostic.nodePlace = {fault.line, fault.column};
+    diagnostic.text = fault.text;
+    AddExcerpt(diagnostic);
+    return diagnostic;
 }
 
 void LogCollection::AddExcerpt(Diagnostic& diagnostic)

@@ -71,16 +71,22 @@ private:
     ns_ruke::LogSink previous;
 };
 
-/// While it lives, adds source lines to what one compiler logs on this thread. In the mode Keep,
-/// the diagnostics are collected here instead of being shown.
+/// While it lives, adds source lines to what one compiler logs on this thread.
 class LogCollection {
 public:
-    enum class Mode { Show, Keep };
+    enum class Mode {
+        ShowAll,  ///< show everything
+        Show,     ///< show all but the faults of nodes: reports tell these better
+        Keep      ///< likewise, but collect them here
+    };
 
     LogCollection(const ns_ruke::MorlCompiler& owner, Mode newMode);
     LogCollection(const LogCollection&) = delete;
     LogCollection& operator=(const LogCollection&) = delete;
     ~LogCollection();
+
+    /// A fault of a report.
+    Diagnostic Describe(const ns_ruke::ReportFault& fault);
 
     std::vector<Diagnostic> kept;
 
