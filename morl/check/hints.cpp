@@ -372,7 +372,21 @@ std::string HintInPlace(const Excerpt& excerpt, std::string_view message)
     return {};
 }
 
+/// Whether a line of a text begins like this.
+bool HasLine(std::string_view text, std::string_view start)
+{
+    return StartsWith(text, start) ||
+           text.find("\n" + std::string(start)) != std::string_view::npos;
+}
+
 }  // namespace
+
+std::string HintForSource(std::string_view content)
+{
+    return HasLine(content, "<<<<<<< ") && HasLine(content, ">>>>>>> ")
+               ? "a merge has left its marks, '<<<<<<<' to '>>>>>>>': keep one of the two versions"
+               : "";
+}
 
 std::string HintFor(const Excerpt& excerpt, std::string_view message)
 {

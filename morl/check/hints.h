@@ -15,4 +15,7 @@ namespace ns_ruke {
 /// @param message of the fault, without its place
 MORL_API std::string HintFor(const Excerpt& excerpt, std::string_view message);
 
+/// The same, judging by the whole source, for its first fault.
+std::string HintForSource(std::string_view content);
+
 }  // namespace ns_ruke

@@ -97,10 +97,15 @@ void MorlNode::Compile(MorlParser* parser, std::string target)
 void MorlNode::AddHints()
 {
     constexpr std::size_t kMostHints = 100;
+    if (faults.empty()) {
+        return;
+    }
     for (std::size_t i = 0; i < std::min(faults.size(), kMostHints); ++i) {
         ReportFault& fault = faults[i];
         fault.hint = HintFor(ExcerptAt(content, Lines(), {fault.line, fault.column}), fault.text);
     }
+    const std::string whole = HintForSource(content);
+    faults.front().hint = whole.empty() ? faults.front().hint : whole;
 }
 
 void MorlNode::TakeProgram(MorlNode& other) noexcept

@@ -109,6 +109,7 @@ private:
             finding.line = fault.line;
             finding.column = fault.column;
             finding.text = fault.text;
+            finding.hint = fault.hint;
             findings.Add(finding, unit.context);
         }
     }

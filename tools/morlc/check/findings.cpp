@@ -64,6 +64,7 @@ std::vector<Diagnostic> Findings::Tell(std::size_t allTargets) const
         diagnostic.node = finding.node;
         diagnostic.nodePlace = {finding.line, finding.column};
         diagnostic.text = finding.text;
+        diagnostic.hint = finding.hint;
         diagnostic.generated = finding.generated;
         diagnostic.shader = entry.first.shader;
         diagnostic.variant = entry.first.variant;

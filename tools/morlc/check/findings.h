@@ -27,6 +27,7 @@ struct Finding {
     int line = 0;
     int column = 0;
     std::string text;
+    std::string hint;  ///< empty: none
     bool isVerdict = false;
     std::string generated;  ///< the line of the text that the verdict is about
 };

@@ -88,7 +88,9 @@ void Diagnostics::Report(Diagnostic diagnostic)
     diagnostic.text += Hint(diagnostic.unknownNode);
     errors += diagnostic.IsError() ? 1 : 0;
     warnings += diagnostic.severity == Severity::Warning ? 1 : 0;
-    if (diagnostic.check.empty() && diagnostic.IsError() && !diagnostic.node.empty()) {
+    const bool mayHaveHint =
+        diagnostic.check.empty() && diagnostic.IsError() && !diagnostic.node.empty();
+    if (mayHaveHint && diagnostic.hint.empty()) {
         diagnostic.hint = ns_ruke::HintFor(diagnostic.place.excerpt, diagnostic.text);
     }
     const bool isOnSameLine = pending && diagnostic.IsError() && pending->IsError() &&
@@ -180,6 +182,7 @@ Diagnostic LogCollection::Describe(const ns_ruke::ReportFault& fault)
     diagnostic.node = fault.node;
     diagnostic.nodePlace = {fault.line, fault.column};
     diagnostic.text = fault.text;
+    diagnostic.hint = fault.hint;
     AddExcerpt(diagnostic);
     return diagnostic;
 }
