@@ -40,7 +40,7 @@ constexpr char kReferenceNotString[] = "a reference must be a string, the name o
 // Headers of node sources. ReadNodeSource returns these; they are not logged.
 constexpr char kNoHeaderLine[] =
     "a line of the header reads '//! WORD: VALUE'; a line '//!' before this one ends the header";
-constexpr char kUnknownHeaderWord[] = "unknown word in the header: '";  ///< then the word and a quote
+constexpr char kUnknownHeaderWord[] = "unknown word in the header: '";  ///< then a word
 constexpr char kHeaderWordTwice[] = "the header has this already";
 constexpr char kNoHeaderName[] = "expected one name; with a comma or quotes, as a JSON string";
 constexpr char kNoHeaderNames[] = "expected names, separated by commas";
