@@ -3,6 +3,7 @@
 #include "oracle.h"
 
 #include <morl/compiler/node_source.h>
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -14,12 +15,8 @@ using ns_ruke::NodeSource;
 
 bool HasErrors(const std::vector<ns_ruke::NodeSourceFault>& faults)
 {
-    for (const ns_ruke::NodeSourceFault& fault : faults) {
-        if (!fault.isWarning) {
-            return true;
-        }
-    }
-    return false;
+    return std::any_of(faults.begin(), faults.end(),
+                       [](const auto& fault) { return !fault.isWarning; });
 }
 
 /// Whatever a node holds, its source has it.

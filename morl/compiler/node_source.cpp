@@ -10,6 +10,7 @@
 #include <cmath>
 #include <cstddef>
 #include <iterator>
+#include <map>
 #include <memory>
 #include <optional>
 
@@ -86,7 +87,7 @@ std::string WriteNumber(double number)
     }
     constexpr int kEnough = 17;
     for (int digits = 15; digits < kEnough; ++digits) {
-        const std::string text = WriteJson(number, digits);
+        std::string text = WriteJson(number, digits);
         Json::Value read;
         if (ReadJson(text, read) && read.isNumeric() && read.asDouble() == number) {
             return text;
@@ -353,16 +354,20 @@ std::vector<NodeSource> ReadNodeText(const NodeText& text, std::vector<NodeTextF
     return nodes;
 }
 
-std::string WriteNodeText(std::vector<NodeSource> nodes)
+std::string WriteNodeText(const std::vector<NodeSource>& nodes)
 {
-    std::stable_sort(nodes.begin(), nodes.end(),
-                     [](const NodeSource& a, const NodeSource& b) { return a.name < b.name; });
-    std::string text = "[";
+    // Those of one name keep their order: the last one counts.
+    std::multimap<std::string_view, const NodeSource*> byName;
     for (const NodeSource& node : nodes) {
+        byName.emplace(node.name, &node);
+    }
+    std::string text = "[";
+    for (const auto& [nodeName, pointer] : byName) {
+        const NodeSource& node = *pointer;
+        text += text.size() == 1 ? "\n  {\n" : ",\n  {\n";
         const auto add = [&text](const std::string& member, const std::string& json) {
             text.append("    ").append(WriteJson(member)).append(": ").append(json).append(",\n");
         };
-        text += &node == nodes.data() ? "\n  {\n" : ",\n  {\n";
         add("name", WriteJson(node.name));
         add("x", WriteNumber(node.x));
         add("y", WriteNumber(node.y));

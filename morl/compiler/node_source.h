@@ -61,6 +61,6 @@ MORL_API std::vector<NodeSource> ReadNodeText(const NodeText& text,
 
 /// Writes nodes in the format of node files, always in the same way: in byte order of their names,
 /// a member a line, the content last. May be called by several threads.
-MORL_API std::string WriteNodeText(std::vector<NodeSource> nodes);
+MORL_API std::string WriteNodeText(const std::vector<NodeSource>& nodes);
 
 }  // namespace ns_ruke

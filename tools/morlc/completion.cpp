@@ -123,6 +123,7 @@ std::string Joined(const std::vector<std::string>& words, const char* separator)
 std::string NamesOf(const std::vector<DescribedCommand>& commands, const char* separator)
 {
     std::vector<std::string> names;
+    names.reserve(commands.size());
     for (const DescribedCommand& command : commands) {
         names.emplace_back(command.info->name);
     }
@@ -241,7 +242,9 @@ std::string FormatBash(const std::vector<DescribedCommand>& commands)
             if (option.kind != ValueKind::None) {
                 std::vector<std::string> patterns;
                 for (const std::string& word : option.names) {
-                    patterns.push_back("\"" + name + " " + word + "\"");
+                    std::string pattern = "\"";
+                    pattern.append(name).append(" ").append(word).append("\"");
+                    patterns.push_back(std::move(pattern));
                 }
                 text +=
                     "    " + Joined(patterns, " | ") + ") " + BashValues(option) + "; return ;;\n";
@@ -299,9 +302,9 @@ std::string ZshArgument(const DescribedOption& option)
     std::string text;
     for (const std::string& name : option.names) {
         const bool isLong = name.size() > 2 && !value.empty();
-        text += "        " +
-                Quoted("*" + name + (isLong ? "=" : "") + "[" + help + "]" + value, "'\\''") +
-                " \\\n";
+        std::string specification = "*";
+        specification.append(name).append(isLong ? "=[" : "[").append(help).append("]");
+        text += "        " + Quoted(specification.append(value), "'\\''") + " \\\n";
     }
     return text;
 }

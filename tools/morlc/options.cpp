@@ -126,7 +126,7 @@ std::string DescribeExtras(const CLI::App& app)
 /// What went wrong, in this tool's words.
 std::string Describe(const CLI::App& app, const CLI::ParseError& error)
 {
-    const std::string text = error.what();
+    std::string text = error.what();
     const auto replaced = [&text](std::string_view part, const char* own) {
         const std::size_t found = text.find(part);
         return found == std::string::npos

@@ -9,10 +9,10 @@
 #include "path.h"
 
 #include <morl/morl.h>
-#include <algorithm>
+#include <map>
 #include <optional>
 #include <set>
-#include <stdexcept>
+#include <string>
 #include <utility>
 
 namespace morlc {
@@ -56,10 +56,12 @@ void ShowText(const Options& options, Diagnostics& diagnostics)
     for (const ns_ruke::NodeTextFault& fault : faults) {
         diagnostics.Report(WarningAt(text.At(fault.line, fault.column), fault.text));
     }
-    std::stable_sort(nodes.begin(), nodes.end(),
-                     [](const NodeSource& a, const NodeSource& b) { return a.name < b.name; });
+    std::multimap<std::string, NodeSource> byName;
+    for (NodeSource& node : nodes) {
+        byName.emplace(node.name, std::move(node));
+    }
     std::string shown = faults.empty() ? "" : text.Text();
-    for (const NodeSource& node : nodes) {
+    for (const auto& [name, node] : byName) {
         shown.append(shown.empty() ? "" : "\n").append(ns_ruke::WriteNodeSource(node));
     }
     WriteWhole("-", shown);
@@ -76,7 +78,7 @@ void Merge(const Options& options, Diagnostics& diagnostics)
         return;
     }
     MergedNodes merged = MergeNodes(*base, *ours, *theirs);
-    WriteWhole(files.ours, ns_ruke::WriteNodeText(std::move(merged.nodes)));
+    WriteWhole(files.ours, ns_ruke::WriteNodeText(merged.nodes));
     for (const std::string& node : merged.conflicts) {
         diagnostics.Report(ErrorAt(
             {AsGiven(prefix, ToPath(files.ours))},

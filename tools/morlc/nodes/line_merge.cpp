@@ -43,7 +43,7 @@ public:
     std::string Word() const { return QuoteWord(Path()); }
 
 private:
-    void Remove()
+    void Remove() const
     {
         std::error_code ignored;
         std::filesystem::remove(file.path, ignored);

@@ -143,7 +143,7 @@ std::string PackedText(const NodeSet& set)
         nodes.erase(std::remove_if(nodes.begin(), nodes.end(), isSame), nodes.end());
         nodes.push_back(file.source);
     }
-    return ns_ruke::WriteNodeText(std::move(nodes));
+    return ns_ruke::WriteNodeText(nodes);
 }
 
 /// Writes all node files below a directory.
@@ -352,7 +352,7 @@ private:
             }
         }
         tree.ExpectUnchanged(set.document.text, set.document.path);
-        WriteWhole(set.document.path, ns_ruke::WriteNodeText(std::move(rest)));
+        WriteWhole(set.document.path, ns_ruke::WriteNodeText(rest));
         WriteWhole("-", tree.Shown(SourceFolder(set.document.path)) + "/: " + Counted(plan.size()) +
                             " unpacked\n");
     }
