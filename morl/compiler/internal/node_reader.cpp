@@ -173,8 +173,12 @@ std::unique_ptr<MorlNode> ReadNode(const Json::Value& element)
     return MakeNode(Members(element));
 }
 
-bool ReadElements(const NodeText& source, std::vector<NodeTextFault>& faults,
-                  const std::function<void(const Json::Value&)>& take)
+namespace {
+
+/// @param take receives the elements that are nodes without faults, with their members
+/// @return whether there are no faults
+template <class Take>
+bool ReadMembers(const NodeText& source, std::vector<NodeTextFault>& faults, const Take& take)
 {
     const std::string_view text = WithoutMark(source.text);
     FaultFinder finder(source.name, text, faults);
@@ -198,11 +202,24 @@ bool ReadElements(const NodeText& source, std::vector<NodeTextFault>& faults,
     for (const Json::Value& element : document.root) {
         if (!element.isObject() && !element.isNull()) {
             finder.ReportValue(element, messages::kNotNode);
-        } else if (finder.Check(Members(element))) {
-            take(element);
+            continue;
+        }
+        const Members members(element);
+        if (finder.Check(members)) {
+            take(element, members);
         }
     }
     return faults.size() == before;
+}
+
+}  // namespace
+
+bool ReadElements(const NodeText& source, std::vector<NodeTextFault>& faults,
+                  const std::function<void(const Json::Value&)>& take)
+{
+    return ReadMembers(source, faults, [&](const Json::Value& element, const Members& /*members*/) {
+        take(element);
+    });
 }
 
 std::vector<std::unique_ptr<MorlNode>> ReadNodes(const NodeText& source,
@@ -210,13 +227,12 @@ std::vector<std::unique_ptr<MorlNode>> ReadNodes(const NodeText& source,
                                                  std::vector<std::size_t>& contents)
 {
     std::vector<std::unique_ptr<MorlNode>> nodes;
-    const bool isValid = ReadElements(source, faults, [&](const Json::Value& element) {
-        const Members members(element);
+    const auto take = [&](const Json::Value& element, const Members& members) {
         nodes.push_back(MakeNode(members));
         const Json::Value& place = members.content.isString() ? members.content : element;
         contents.push_back(static_cast<std::size_t>(place.getOffsetStart()));
-    });
-    if (!isValid) {
+    };
+    if (!ReadMembers(source, faults, take)) {
         nodes.clear();
         contents.clear();
     }
