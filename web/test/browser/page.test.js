@@ -256,6 +256,7 @@ const tests = {
     assert.equal(await count(), edges);
     assert.equal(await page.locator('.react-flow__node').count(), 33);
     await page.keyboard.press('Control+z');
+    await page.waitForTimeout(100);
     assert.equal(await count(), edges + 1);
     // A node goes with its edges, and comes back with them.
     await nodeOf(page, 'transform').focus();
@@ -264,6 +265,7 @@ const tests = {
     await page.waitForTimeout(100);
     assert.equal(await page.locator('.react-flow__node').count(), 32);
     await page.keyboard.press('Control+z');
+    await page.waitForTimeout(100);
     assert.equal(await count(), edges + 1);
 
     const box = await nodeOf(page, 'screen_quad').boundingBox();
