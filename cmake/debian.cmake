@@ -22,6 +22,7 @@ morl_compress(${PROJECT_SOURCE_DIR}/CHANGELOG.md ${PROJECT_BINARY_DIR}/changelog
 morl_compress(${PROJECT_BINARY_DIR}/man/morlc.1 ${PROJECT_BINARY_DIR}/morlc.1.gz)
 add_custom_target(morl_debian ALL DEPENDS
     ${PROJECT_BINARY_DIR}/changelog.Debian.gz ${PROJECT_BINARY_DIR}/changelog.gz ${PROJECT_BINARY_DIR}/morlc.1.gz)
+add_dependencies(morl_debian morl_tool_files)
 
 foreach(entry IN LISTS MORL_DEBIAN_PACKAGES)
     string(REPLACE ":" ";" entry ${entry})

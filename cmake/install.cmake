@@ -48,18 +48,18 @@ install(FILES ${PROJECT_BINARY_DIR}/morl.pc COMPONENT dev DESTINATION ${CMAKE_IN
 
 if(MORL_TOOLS)
     install(TARGETS morlc RUNTIME COMPONENT tools DESTINATION ${CMAKE_INSTALL_BINDIR})
-    if(NOT MORL_DEBIAN)
-        install(FILES ${PROJECT_BINARY_DIR}/man/morlc.1
-            COMPONENT tools DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+    if(MORL_TOOL_FILES)
+        set(files ${PROJECT_BINARY_DIR}/man)
+        if(NOT MORL_DEBIAN)
+            install(FILES ${files}/morlc.1 COMPONENT tools DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+        endif()
+        install(FILES ${files}/morlc.bash COMPONENT tools RENAME morlc
+            DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
+        install(FILES ${files}/morlc.zsh COMPONENT tools RENAME _morlc
+            DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions)
+        install(FILES ${files}/morlc.fish COMPONENT tools
+            DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
     endif()
-    install(FILES tools/completion/morlc.bash
-        COMPONENT tools DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
-        RENAME morlc)
-    install(FILES tools/completion/morlc.zsh
-        COMPONENT tools DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions
-        RENAME _morlc)
-    install(FILES tools/completion/morlc.fish
-        COMPONENT tools DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
 endif()
 install(FILES LICENSE README.md CHANGELOG.md CONTRIBUTING.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN "*.md" PATTERN "*.png" PATTERN "*.json")

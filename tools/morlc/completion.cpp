@@ -131,7 +131,7 @@ std::string NamesOf(const std::vector<DescribedCommand>& commands, const char* s
 }
 
 constexpr const char* kBashStart = R"sh(# SPDX-License-Identifier: MIT
-# Completion of morlc for bash. Written by "morlc completion bash"; changes are lost.
+# Completion of morlc for bash. Written by "morlc completion bash".
 
 # The names of the nodes in the directory that the command line selects.
 _morlc_nodes() {
@@ -302,9 +302,9 @@ std::string ZshArgument(const DescribedOption& option)
     std::string text;
     for (const std::string& name : option.names) {
         const bool isLong = name.size() > 2 && !value.empty();
-        std::string specification = "*";
-        specification.append(name).append(isLong ? "=[" : "[").append(help).append("]");
-        text += "        " + Quoted(specification.append(value), "'\\''") + " \\\n";
+        std::string word = "*";
+        word.append(name).append(isLong ? "=[" : "[").append(help).append("]");
+        text += "        " + Quoted(word.append(value), "'\\''") + " \\\n";
     }
     return text;
 }
@@ -313,7 +313,7 @@ std::string FormatZsh(const std::vector<DescribedCommand>& commands)
 {
     std::string text = R"sh(#compdef morlc
 # SPDX-License-Identifier: MIT
-# Completion of morlc for zsh. Written by "morlc completion zsh"; changes are lost.
+# Completion of morlc for zsh. Written by "morlc completion zsh".
 
 _morlc_nodes() {
     local directory=${opt_args[-C]:-${opt_args[--directory]:-.}}
@@ -359,7 +359,7 @@ std::string FormatFish(const std::vector<DescribedCommand>& commands)
 {
     const std::string names = NamesOf(commands, " ");
     std::string text = R"sh(# SPDX-License-Identifier: MIT
-# Completion of morlc for fish. Written by "morlc completion fish"; changes are lost.
+# Completion of morlc for fish. Written by "morlc completion fish".
 
 function __morlc_nodes
     set -l directory .
