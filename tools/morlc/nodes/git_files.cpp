@@ -26,6 +26,10 @@ std::optional<std::vector<NodeSource>> ReadForMerge(const std::string& path,
                                                     const std::string& prefix,
                                                     Diagnostics& diagnostics)
 {
+    // What both sides have added has an empty file as its base.
+    if (ReadSource(path, prefix).Text().empty()) {
+        return std::vector<NodeSource>();
+    }
     std::optional<NodeDocument> document = ReadNodeDocument(path, prefix, diagnostics);
     if (!document) {
         return std::nullopt;

@@ -14,12 +14,31 @@ namespace {
 
 constexpr const char* kBlanks = " \t\r\n";
 
-/// Where the list of a text ends, one past its last character.
-std::size_t EndOfList(const std::string& text)
+/// What is lost of the values: all but the last of several members of one name, references that are
+/// no list, and what follows the nodes.
+/// @param text the text without its comments
+void AddLostValues(const SourceText& source, const std::string& text, std::vector<Place>& losses)
 {
+    Json::CharReaderBuilder builder;
+    builder["rejectDupKeys"] = true;
     Json::Value root;
-    ParseJson(Json::CharReaderBuilder(), text, SourceText(), root);
-    return static_cast<std::size_t>(root.getOffsetLimit());
+    try {
+        ParseJson(builder, text, source, root);
+    } catch (const DiagnosticError& error) {
+        losses.push_back(error.diagnostic.place);
+        return;
+    }
+    for (const Json::Value& element : root) {
+        const Json::Value& references = element["ref"];
+        if (!references.isNull() && !references.isArray()) {
+            losses.push_back(source.AtByte(static_cast<std::size_t>(references.getOffsetStart())));
+        }
+    }
+    const std::size_t rest =
+        text.find_first_not_of(kBlanks, static_cast<std::size_t>(root.getOffsetLimit()));
+    if (rest != std::string::npos) {
+        losses.push_back(source.AtByte(rest));
+    }
 }
 
 std::vector<Place> FindLosses(const SourceText& source)
@@ -36,10 +55,7 @@ std::vector<Place> FindLosses(const SourceText& source)
             i = std::min(end, text.size() - 2) + 1;
         }
     }
-    const std::size_t rest = plain.find_first_not_of(kBlanks, EndOfList(plain));
-    if (rest != std::string::npos) {
-        losses.push_back(source.AtByte(rest));
-    }
+    AddLostValues(source, plain, losses);
     return losses;
 }
 

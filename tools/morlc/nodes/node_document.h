@@ -15,7 +15,7 @@ struct NodeDocument {
     std::string path;
     SourceText text;
     std::vector<ns_ruke::NodeSource> nodes;
-    /// What WriteNodeText cannot keep: comments, and anything behind the list.
+    /// What WriteNodeText cannot keep: comments, values that nobody reads, anything after the list.
     std::vector<Place> losses;
 };
 

@@ -252,14 +252,15 @@ public:
         if (!CheckNames()) {
             return;
         }
-        bool isValid = true;
+        bool mayRewrite = true;
         std::vector<std::vector<NewSource>> plans;
         for (const NodeSet& set : tree.Sets()) {
             plans.push_back(Plan(set));
-            isValid = isValid && diagnostics.ErrorCount() == 0 &&
-                      (plans.back().empty() || tree.MayRewrite(set.document, options.isForced));
+            if (!plans.back().empty()) {
+                mayRewrite = tree.MayRewrite(set.document, options.isForced) && mayRewrite;
+            }
         }
-        if (!isValid) {
+        if (!mayRewrite || diagnostics.ErrorCount() > 0) {
             return;
         }
         for (const std::vector<NewSource>& plan : plans) {
