@@ -141,18 +141,6 @@ void WriteDictionary(const fs::path& path)
     Write(path, text);
 }
 
-std::string SourceOf(const Json::Value& node)
-{
-    ns_ruke::NodeSource source;
-    source.x = node["x"].asDouble();
-    source.y = node["y"].asDouble();
-    for (const Json::Value& reference : node["ref"]) {
-        source.references.push_back(reference.asString());
-    }
-    source.content = node["content"].asString();
-    return ns_ruke::WriteNodeSource(source);
-}
-
 void Run(const fs::path& examples, const fs::path& out)
 {
     std::map<std::string, Json::Value> nodes;
@@ -161,7 +149,11 @@ void Run(const fs::path& examples, const fs::path& out)
         for (const Json::Value& node : ReadJson(file.path())) {
             nodes[node["name"].asString()] = node;
             Write(out / "parser" / node["name"].asString(), node["content"].asString());
-            Write(out / "node_source" / node["name"].asString(), SourceOf(node));
+        }
+        std::vector<ns_ruke::NodeTextFault> faults;
+        for (const ns_ruke::NodeSource& node :
+             ns_ruke::ReadNodeText({"", Read(file.path())}, faults)) {
+            Write(out / "node_source" / node.name, ns_ruke::WriteNodeSource(node));
         }
     }
     const Json::Value manifest = ReadJson(examples / "shaders.json");

@@ -336,7 +336,8 @@ MORL_API morl_status morl_load_node_file(morl_compiler* compiler, morl_text path
 
 /**
  * Loads a node from its source, a text file of its own; docs/language.md describes the form. Words
- * of the header that it does not know, and further members, have no effect.
+ * of the header that it does not know, and further members, have no effect. MORL_NODES_REFUSED if
+ * the header has faults: morl_get_call_fault.
  * @param file what faults call the text, such as a path
  * @param name the name of the node, unless the header says one
  */

@@ -9,8 +9,8 @@
 
 namespace morlc {
 
-/// The sizes and times of some files, as they are at one moment. (Polling is the same code on all
-/// systems and file systems, network drives too; what notifies differs on each.)
+/// The sizes and times of some files at one moment. They are polled, because that is the same code on
+/// all systems, and nothing needs to be kept in step with folders that come and go.
 class FileTimes {
 public:
     FileTimes() = default;

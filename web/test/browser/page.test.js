@@ -505,11 +505,11 @@ const tests = {
   },
 
   async 'it is quick'() {
-    // Twice what a machine that is busy with the rest of the tests takes.
+    // The machine may be busy with something else for a while.
     let times = await measure();
-    for (let i = 0; i < 2 && (times.first > 4000 || times.middle > 200); ++i)
+    for (let i = 0; i < 5 && (times.first > 2000 || times.middle > 100); ++i)
       times = await measure();
-    assert.ok(times.first <= 4000 && times.middle <= 200);
+    assert.ok(times.first <= 2000 && times.middle <= 100);
   },
 
   async 'it is usable by keyboard, in light and dark, small and large'() {
