@@ -342,7 +342,8 @@ constexpr const char* kGraphFooter = "In the language of Graphviz: morlc graph |
 
 void DeclareForce(CLI::App& app, bool& isForced)
 {
-    app.add_flag("--force", isForced, "Also where comments of a node file, or values without effect, will be lost");
+    app.add_flag("--force", isForced,
+                 "Also where comments of a node file, or values without effect, will be lost");
 }
 
 void DeclarePack(CLI::App& app, Options& options)

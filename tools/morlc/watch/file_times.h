@@ -9,8 +9,8 @@
 
 namespace morlc {
 
-/// The sizes and times of some files at one moment. They are polled, because that is the same code on
-/// all systems, and nothing needs to be kept in step with folders that come and go.
+/// The sizes and times of some files at one moment. They are polled, because that is the same code
+/// on all systems, and nothing needs to be kept in step with folders that come and go.
 class FileTimes {
 public:
     FileTimes() = default;
