@@ -74,7 +74,9 @@ struct morl_compiler : ns_ruke::Handle {
     TextList references;              ///< of the node that was got last, as its name and content
     std::string nodeName;
     std::string nodeContent;
-    std::string nodeSource;  ///< written last
+    std::string nodeSource;  ///< written last, likewise the next two
+    std::string nodesOfSource;
+    std::string sourceOfNodes;
 };
 
 namespace ns_ruke {
@@ -299,22 +301,42 @@ void LoadText(morl_compiler& handle, const NodeText& text)
     handle.loaded.Set(std::move(result.nodes));
 }
 
-void LoadSource(morl_compiler& handle, const std::string& file, const std::string& name,
-                const std::string& text)
+/// The node of a source, with its name. Refuses the call if the header has faults.
+NodeSource ReadSource(morl_compiler& handle, const std::string& file, std::string name,
+                      const std::string& text)
 {
     std::vector<NodeSourceFault> found;
-    const NodeSource source = ReadNodeSource(text, found);
-    const std::string& node = source.hasName ? source.name : name;
+    NodeSource source = ReadNodeSource(text, found);
+    if (!source.hasName) {
+        source.name = std::move(name);
+    }
     std::vector<NodeTextFault> faults;
     for (const NodeSourceFault& fault : found) {
         if (!fault.isWarning) {
-            faults.push_back({file, node, fault.line, fault.column, fault.text});
+            faults.push_back({file, source.name, fault.line, fault.column, fault.text});
         }
     }
     RefuseFaults(handle, std::move(faults));
-    handle.compiler.SetNode(node, source.content, source.references, static_cast<float>(source.x),
-                            static_cast<float>(source.y));
-    handle.loaded.Set({node});
+    return source;
+}
+
+void LoadSource(morl_compiler& handle, const NodeSource& source)
+{
+    handle.compiler.SetNode(source.name, source.content, source.references,
+                            static_cast<float>(source.x), static_cast<float>(source.y));
+    handle.loaded.Set({source.name});
+}
+
+/// The only node of a text. Refuses the call if the text has faults, or more or fewer nodes.
+NodeSource ReadOneNode(morl_compiler& handle, const NodeText& text)
+{
+    std::vector<NodeTextFault> faults;
+    std::vector<NodeSource> nodes = ReadNodeText(text, faults);
+    if (faults.empty() && nodes.size() != 1) {
+        faults.push_back({text.name, "", 1, 1, messages::kNotOneNode});
+    }
+    RefuseFaults(handle, std::move(faults));
+    return std::move(nodes.front());
 }
 
 /// Why a request was not written.
@@ -590,8 +612,32 @@ morl_status morl_load_source(morl_compiler* compiler, morl_text file, morl_text 
                              morl_text source)
 {
     return Call(compiler, [&](morl_compiler& handle) {
-        LoadSource(handle, ToString(file, "file"), ToString(name, "name"),
-                   ToString(source, "source"));
+        LoadSource(handle, ReadSource(handle, ToString(file, "file"), ToString(name, "name"),
+                                      ToString(source, "source")));
+    });
+}
+
+morl_status morl_source_to_nodes(morl_compiler* compiler, morl_text file, morl_text name,
+                                 morl_text source, morl_text* nodes)
+{
+    return Call(compiler, [&](morl_compiler& handle) {
+        CheckNotNull(nodes, "nodes");
+        const NodeSource node = ReadSource(handle, ToString(file, "file"), ToString(name, "name"),
+                                           ToString(source, "source"));
+        handle.nodesOfSource = WriteNodeText({node});
+        *nodes = ToText(handle.nodesOfSource);
+    });
+}
+
+morl_status morl_nodes_to_source(morl_compiler* compiler, morl_text file, morl_text nodes,
+                                 int with_name, morl_text* source)
+{
+    return Call(compiler, [&](morl_compiler& handle) {
+        CheckNotNull(source, "source");
+        NodeSource node = ReadOneNode(handle, {ToString(file, "file"), ToString(nodes, "nodes")});
+        node.hasName = with_name != 0;
+        handle.sourceOfNodes = WriteNodeSource(node);
+        *source = ToText(handle.sourceOfNodes);
     });
 }
 

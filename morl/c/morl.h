@@ -345,6 +345,27 @@ MORL_API morl_status morl_load_source(morl_compiler* compiler, morl_text file, m
                                       morl_text source);
 
 /**
+ * Writes the node of a source as a text in the format of the node files that has this one node,
+ * with the further members of its header, so that tools lose nothing. The compiler's nodes stay as
+ * they are. MORL_NODES_REFUSED as above. The text is valid until the next call of this function for
+ * the compiler.
+ * @param file what faults call the text, such as a path
+ * @param name the name of the node, unless the header says one
+ */
+MORL_API morl_status morl_source_to_nodes(morl_compiler* compiler, morl_text file, morl_text name,
+                                          morl_text source, morl_text* nodes);
+
+/**
+ * The way back: writes the node of a text in the format of the node files as a source.
+ * MORL_NODES_REFUSED if the text has faults, or not one node. The text is valid until the next call
+ * of this function for the compiler.
+ * @param file what faults call the text, such as a path
+ * @param with_name whether the header says the name; otherwise the name of the file has to
+ */
+MORL_API morl_status morl_nodes_to_source(morl_compiler* compiler, morl_text file, morl_text nodes,
+                                          int with_name, morl_text* source);
+
+/**
  * The names of the nodes that the last load for this compiler has brought, in their order. Valid
  * until the next load.
  */

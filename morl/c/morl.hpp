@@ -255,6 +255,37 @@ public:
         return error;
     }
 
+    /// Writes the node of a source as a text in the format of the node files, with all that its
+    /// header has.
+    /// @param file what faults call the text
+    /// @param name the name of the node, unless the header says one
+    /// @param nodes is replaced if there is no error
+    [[nodiscard]] Error SourceToNodes(std::string_view file, std::string_view name,
+                                      std::string_view source, std::string& nodes)
+    {
+        morl_text text = {};
+        const Error error =
+            ErrorOf(morl_source_to_nodes(Get(), ToText(file), ToText(name), ToText(source), &text));
+        if (!error) {
+            nodes.assign(text.data, text.size);
+        }
+        return error;
+    }
+
+    /// The way back: the only node of a text as a source.
+    /// @param source is replaced if there is no error
+    [[nodiscard]] Error NodesToSource(std::string_view file, std::string_view nodes, bool withName,
+                                      std::string& source)
+    {
+        morl_text text = {};
+        const Error error = ErrorOf(
+            morl_nodes_to_source(Get(), ToText(file), ToText(nodes), withName ? 1 : 0, &text));
+        if (!error) {
+            source.assign(text.data, text.size);
+        }
+        return error;
+    }
+
     /// Adds a node, or replaces the one of the same name.
     [[nodiscard]] Error Set(std::string_view name, std::string_view content,
                             const std::vector<std::string_view>& references = {})

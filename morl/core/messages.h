@@ -29,6 +29,7 @@ constexpr char kUnknownNode[] = "Morl Compiler: unknown node: ";
 constexpr char kNotJson[] = "not valid JSON: ";
 constexpr char kNestedTooDeeply[] = "nested too deeply";
 constexpr char kNotNodeList[] = "not a list of nodes (a JSON array)";
+constexpr char kNotOneNode[] = "not a list of one node";
 constexpr char kNotNode[] = "not a node (a JSON object)";
 constexpr char kNameNotString[] = "a node's \"name\" must be a string";
 constexpr char kXNotNumber[] = "a node's \"x\" must be a number";

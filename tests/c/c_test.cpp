@@ -199,6 +199,18 @@ TEST_F(CInterface, RefusesWhatHostsDoWrong)
         {[&] { return morl_get_source(compiler, Text("nowhere"), 0, &shown); }, MORL_NOT_FOUND,
          "Morl Compiler: unknown node: nowhere"},
         {[&] { return morl_get_source(compiler, name, 0, nullptr); }, kBad, "source is null"},
+        {[&] { return morl_source_to_nodes(compiler, Text("f"), name, Text("//! at: 1"), &shown); },
+         MORL_NODES_REFUSED, "f:1:9: expected two numbers, as in '//! at: 320 40'"},
+        {[&] { return morl_source_to_nodes(compiler, name, name, name, nullptr); }, kBad,
+         "nodes is null"},
+        {[&] { return morl_nodes_to_source(compiler, Text("f"), Text("[]"), 0, &shown); },
+         MORL_NODES_REFUSED, "f:1:1: not a list of one node"},
+        {[&] {
+             return morl_nodes_to_source(compiler, Text("f"), Text("[{\"x\": []}]"), 0, &shown);
+         },
+         MORL_NODES_REFUSED, "f:1:8: a node's \"x\" must be a number"},
+        {[&] { return morl_nodes_to_source(compiler, name, name, 0, nullptr); }, kBad,
+         "source is null"},
         {[&] { return morl_load_node_file(nullptr, name); }, kBad},
         {[&] {
              return morl_load_node_file(compiler, {"a\0b", 3});

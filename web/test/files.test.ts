@@ -3,11 +3,13 @@ import { readFileSync } from 'node:fs';
 import { expect, test } from 'vitest';
 import { afterSave, editedTexts, openProject, saveProject } from '../src/files/folder';
 import { FileError, nodeFilePaths } from '../src/files/node_file';
+import { fileTexts, readSources } from '../src/files/node_source';
 import { fromLink, isLink, LinkError, toLink } from '../src/files/permalink';
 import { sampleProject } from '../src/files/samples';
 import {
   addNode,
   addShader,
+  duplicateNode,
   moveNodes,
   type Project,
   removeNodes,
@@ -104,6 +106,47 @@ test('a save counts for what was saved, and shaders are saved too', () => {
   expect(afterSave(other, saved.project, texts)).toBe(other);
   const { project: more } = addShader(after, 'extra');
   expect(openProject(saveProject(more)).shaders.map((one) => one.name)).toEqual(['s', 'extra']);
+});
+
+test('node sources are edited in their own form', async () => {
+  const path = 'morl/post_effect/glow.morlsource';
+  const other = 'morl/post_effect/fog.morlsource';
+  const file = 'morl/post_effect.morl';
+  const texts = {
+    [file]: '[{"name": "base", "content": ""}]',
+    [path]: '//! at: 1 2\r\n//! "tint": [1, 2.50]\r\nvoid main() {}\r\n',
+    [other]: '//! ref: base\n\n',
+  };
+  const save = async (project: Project) => {
+    const written = await fileTexts(project, saveProject(project));
+    return editedTexts(project, written);
+  };
+  const project = openProject(texts, 'folder', await readSources(texts));
+  expect(project.nodes.map((node) => node.name)).toEqual(['base', 'glow', 'fog']);
+  expect(await save(project)).toEqual({});
+  const glow = idOf(project, 'glow');
+  const edited = setContent(project, glow, 'x\ny');
+  const source = '//! at: 1 2\n//! "tint": [1,2.5]\nx\ny\n';
+  expect(await save(edited)).toEqual({ [path]: source });
+  expect(await save(renameNode(project, glow, 'shine'))).toEqual({
+    [path]: '//! name: shine\n//! at: 1 2\n//! "tint": [1,2.5]\nvoid main() {}\n',
+  });
+  // Copies are nodes of the node file; a source has one node.
+  expect(Object.keys(await save(duplicateNode(project, glow).project))).toEqual([file]);
+
+  const removed = removeNodes(project, [glow]);
+  expect(await save(removed)).toEqual({ [path]: null });
+  const written = await fileTexts(removed, saveProject(removed));
+  const after = afterSave(edited, removed, saveProject(removed), written);
+  expect(await save(after)).toEqual({ [path]: source });
+  expect(fromLink(toLink(project)).nodes.at(-1)).toMatchObject({ name: 'fog', file });
+
+  const twice = { ...texts, [other]: '//! name: base\n' };
+  const sources = await readSources(twice);
+  expect(() => openProject(twice, null, sources)).toThrow(
+    `the node 'base' stands in ${file} and in ${other}; take it out of one of them`,
+  );
+  await expect(readSources({ [path]: '//! at: 1' })).rejects.toThrow(`${path}:1:9: expected two`);
 });
 
 test('damaged files are refused, with the place', () => {

@@ -117,6 +117,50 @@ export class Compiler {
   }
 
   /**
+   * The node of a source as a text in the format of the node files, with the further members of its
+   * header. The compiler's nodes stay as they are.
+   * @param file what faults call the text, such as a path
+   * @param name the name of the node, unless the header says one
+   * @throws {@link MorlError} `nodes-refused`
+   */
+  sourceToNodes(file: string, name: string, source: string): string {
+    return this.call((native) =>
+      native.with((arena) => {
+        const [fileText, nameText, text] = [file, name, source].map((each) =>
+          arena.put(arena.text(each)),
+        ) as [number, number, number];
+        const nodes = arena.words(2);
+        const { handle } = this;
+        const status = native.calls.morl_source_to_nodes(handle, fileText, nameText, text, nodes);
+        this.check(native, arena, status, () => source);
+        return new Reader(native, nodes).text();
+      }),
+    );
+  }
+
+  /**
+   * The way back: the only node of a text in the format of the node files as a source.
+   * @param file what faults call the text, such as a path
+   * @param withName whether the header says the name; otherwise the name of the file has to
+   * @throws {@link MorlError} `nodes-refused`: the text has faults, or not one node
+   */
+  nodesToSource(file: string, nodes: string, withName = false): string {
+    return this.call((native) =>
+      native.with((arena) => {
+        const [fileText, text] = [file, nodes].map((each) => arena.put(arena.text(each))) as [
+          number,
+          number,
+        ];
+        const source = arena.words(2);
+        const name = withName ? 1 : 0;
+        const status = native.calls.morl_nodes_to_source(this.handle, fileText, text, name, source);
+        this.check(native, arena, status, () => nodes);
+        return new Reader(native, source).text();
+      }),
+    );
+  }
+
+  /**
    * A node as a source, if there is such a node.
    * @param withName whether the header says the name; otherwise the name of the file has to
    */

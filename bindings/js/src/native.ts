@@ -19,6 +19,20 @@ interface Exports {
   morl_load_nodes(compiler: Address, name: Address, text: Address): number;
   morl_get_loaded_nodes(compiler: Address, names: Address, count: Address): number;
   morl_load_source(compiler: Address, file: Address, name: Address, source: Address): number;
+  morl_source_to_nodes(
+    compiler: Address,
+    file: Address,
+    name: Address,
+    source: Address,
+    nodes: Address,
+  ): number;
+  morl_nodes_to_source(
+    compiler: Address,
+    file: Address,
+    nodes: Address,
+    withName: number,
+    source: Address,
+  ): number;
   morl_set_node(compiler: Address, node: Address): number;
   morl_remove_node(compiler: Address, name: Address): number;
   morl_get_node(compiler: Address, name: Address, node: Address): number;

@@ -132,6 +132,16 @@ test("faults have places as editors count, and refused calls change nothing", as
     () => compiler.loadSource("b.morlsource", "b", '//! name: é, "'),
     isError("nodes-refused", ({ faults: [fault] }) => fault.node === "b" && fault.column === 11),
   );
+  const kept = '//! ref: a\n//! "tint": [1,2.5]\nvoid main() {}\n';
+  const nodes = compiler.sourceToNodes("b.morlsource", "b", kept);
+  assert.deepEqual(JSON.parse(nodes)[0].tint, [1, 2.5]);
+  assert.equal(compiler.nodesToSource("b", nodes), kept);
+  assert.equal(compiler.nodesToSource("b", nodes, true), `//! name: b\n${kept}`);
+  assert.throws(
+    () => compiler.sourceToNodes("b.morlsource", "b", "//! at: 1"),
+    isError("nodes-refused", ({ faults: [fault] }) => fault.file === "b.morlsource"),
+  );
+  assert.throws(() => compiler.nodesToSource("b", "[]"), isError("nodes-refused"));
   compiler.removeNode("b");
   const request = { target: "glsl", stage: "vertex", nodes: ["nope"] };
   assert.throws(() => compiler.compile(request), isError("request-refused"));

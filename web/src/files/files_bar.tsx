@@ -17,6 +17,7 @@ import {
   saveProject,
   writeFolder,
 } from './folder';
+import { fileTexts, readSources } from './node_source';
 import { toLink } from './permalink';
 import { sampleProject } from './samples';
 
@@ -70,7 +71,8 @@ export function FilesBar() {
     void attempt(async () => {
       const root = await window.showDirectoryPicker({ mode: 'readwrite' });
       const opened = { id: newId(), root };
-      show(openProject(await readFolder(root), opened.id));
+      const texts = await readFolder(root);
+      show(openProject(texts, opened.id, await readSources(texts)));
       setFolder(opened);
       inform('info', `opened '${root.name}'`);
     });
@@ -79,7 +81,8 @@ export function FilesBar() {
     void attempt(async () => {
       const project = projectOf(store.getState());
       const texts = saveProject(project);
-      const edits = editedTexts(project, texts);
+      const written = await fileTexts(project, texts);
+      const edits = editedTexts(project, written);
       const number = Object.keys(edits).length;
       const what = number === 1 ? '1 edited file' : `${number} edited files`;
       if (number === 0) {
@@ -88,14 +91,18 @@ export function FilesBar() {
         await writeFolder(folder.root, edits, openedTexts(project));
         // Not an edit: also what undo brings back was made from the files as they are now.
         store.setState((state) => ({
-          history: changeAll(state.history, (step) => afterSave(step, project, texts)),
+          history: changeAll(state.history, (step) => afterSave(step, project, texts, written)),
         }));
         inform('info', `saved ${what} to '${folder.root.name}'`);
       } else {
         Object.entries(edits).forEach(([path, text]) => {
-          download(path.split('/').at(-1) ?? path, text);
+          if (text !== null) {
+            download(path.split('/').at(-1) ?? path, text);
+          }
         });
-        inform('info', `downloaded ${what}`);
+        const removed = Object.keys(edits).filter((path) => edits[path] === null);
+        const rest = removed.length > 0 ? `; remove ${removed.join(', ')} yourself` : '';
+        inform('info', `downloaded ${what}${rest}`);
       }
     });
   };
@@ -172,12 +179,13 @@ export function FilesBar() {
         type="file"
         multiple
         hidden
-        accept=".morl,.json"
+        accept=".morl,.morlsource,.json"
         onChange={(event) => {
           const chosen = [...(event.target.files ?? [])];
           event.target.value = '';
           void attempt(async () => {
-            show(openProject(await readChosen(chosen)));
+            const texts = await readChosen(chosen);
+            show(openProject(texts, null, await readSources(texts)));
           });
         }}
       />

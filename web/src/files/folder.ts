@@ -1,33 +1,63 @@
 // SPDX-License-Identifier: MIT
 // Folders with node files: as texts by path, and in browsers.
-import { addShader, type NodeFile, type Project } from '../model/project';
+import {
+  addShader,
+  type GraphNode,
+  isSourcePath,
+  type NodeFile,
+  type Project,
+} from '../model/project';
 import { readManifest, writeManifest } from './manifest';
 import { FileError, nodeFilePaths, readNodes, writeNodes } from './node_file';
+import { type FileTexts, sourceFolders } from './node_source';
 
 const manifestPath = 'shaders.json';
 
-/** A project from the texts of its files, by path. Files that are missing hold no nodes. */
+/** Refuses a node that stands in two places of which one is a source: which one counts? */
+function checkOnce(nodes: readonly GraphNode[]): void {
+  const seen = new Map<string, GraphNode>();
+  for (const node of nodes) {
+    const other = seen.get(node.name);
+    if (other && isSourcePath(node.file)) {
+      throw new FileError(
+        `the node '${node.name}' stands in ${other.file} and in ${node.file}; take it out of one of them`,
+      );
+    }
+    seen.set(node.name, node);
+  }
+}
+
+/**
+ * A project from the texts of its files, by path. Files that are missing hold no nodes.
+ * @param sources those of the texts that are node sources
+ */
 export function openProject(
   texts: Readonly<Record<string, string>>,
   origin: string | null = null,
+  sources: readonly NodeFile[] = [],
 ): Project {
-  const files: NodeFile[] = nodeFilePaths.map((path) => ({ path, text: texts[path] ?? '[]\n' }));
-  if (!nodeFilePaths.some((path) => path in texts)) {
-    throw new FileError(`there is none of the files ${nodeFilePaths.join(', ')}`);
+  if (sources.length === 0 && !nodeFilePaths.some((path) => path in texts)) {
+    throw new FileError(
+      `there is none of the files ${nodeFilePaths.join(', ')}, and no node source`,
+    );
   }
+  const plain = nodeFilePaths.map((path) => ({ path, text: texts[path] ?? '[]\n' }));
+  const files: NodeFile[] = [...plain, ...sources];
+  const nodes = files.flatMap(readNodes);
+  checkOnce(nodes);
   const manifest = texts[manifestPath];
   const project: Project = {
     origin,
     manifest: manifest === undefined ? null : { path: manifestPath, text: manifest },
     files,
-    nodes: files.flatMap(readNodes),
+    nodes,
     shaders: manifest === undefined ? [] : readManifest(manifestPath, manifest),
     values: {},
   };
   return project.shaders.length > 0 ? project : addShader(project, 'shader').project;
 }
 
-/** The texts of all files as they are now, by path. */
+/** The texts of all files as they are now, by path. A node source is a node file with one node here. */
 export function saveProject(project: Project): Record<string, string> {
   const texts = Object.fromEntries(
     project.files.map((file) => [
@@ -43,16 +73,15 @@ export function saveProject(project: Project): Record<string, string> {
 }
 
 /** The files of a project as they were opened, by path. */
-export function openedTexts(project: Project): Record<string, string> {
+export function openedTexts(project: Project): FileTexts {
   const files = project.manifest ? [...project.files, project.manifest] : project.files;
-  return Object.fromEntries(files.map(({ path, text }) => [path, text]));
+  return Object.fromEntries(
+    files.map(({ path, text, source }) => [path, source === undefined ? text : source]),
+  );
 }
 
 /** Those texts that differ from what was opened. */
-export function editedTexts(
-  project: Project,
-  texts: Readonly<Record<string, string>>,
-): Record<string, string> {
+export function editedTexts(project: Project, texts: FileTexts): FileTexts {
   const opened = openedTexts(project);
   return Object.fromEntries(Object.entries(texts).filter(([path, text]) => opened[path] !== text));
 }
@@ -77,11 +106,14 @@ function indexesAfterSave<Key>(
 /**
  * A step of the history after another one of the same folder was saved.
  * @param saved the project that the texts were made from
+ * @param texts its files
+ * @param written what was written for them
  */
 export function afterSave(
   step: Project,
   saved: Project,
   texts: Readonly<Record<string, string>>,
+  written: FileTexts = texts,
 ): Project {
   if (step.origin !== saved.origin) {
     return step;
@@ -92,13 +124,22 @@ export function afterSave(
   const shaders = indexesAfterSave(
     saved.shaders.map(({ name, index }) => ({ key: name, list: '', index })),
   );
-  const withText = (file: NodeFile): NodeFile => ({ ...file, text: texts[file.path] ?? file.text });
+  // A source that is gone comes back with all that it had.
+  const isGone = (path: string): boolean => written[path] === null;
+  const withText = (file: NodeFile): NodeFile => ({
+    ...file,
+    text: isGone(file.path) ? file.text : (texts[file.path] ?? file.text),
+    ...(file.source !== undefined && { source: written[file.path] ?? null }),
+  });
   const isWritten = saved.manifest !== null;
   return {
     ...step,
     files: step.files.map(withText),
     manifest: step.manifest && withText(step.manifest),
-    nodes: step.nodes.map((node) => ({ ...node, index: nodes.get(node.id) ?? null })),
+    nodes: step.nodes.map((node) => ({
+      ...node,
+      index: isGone(node.file) ? node.index : (nodes.get(node.id) ?? null),
+    })),
     shaders: step.shaders.map((shader) => ({
       ...shader,
       index: isWritten ? (shaders.get(shader.name) ?? null) : shader.index,
@@ -108,7 +149,15 @@ export function afterSave(
 
 /** What a path is called below the opened folder: with or without the folder "morl". */
 function knownPath(path: string): string | undefined {
-  const name = path.split('/').at(-1) ?? '';
+  const [name = '', folder = ''] = path.split('/').reverse();
+  if (isSourcePath(name)) {
+    if (!sourceFolders.includes(`morl/${folder}`)) {
+      throw new FileError(
+        `${path}: a node source belongs to one of the folders ${sourceFolders.join(', ')}, and is opened with it`,
+      );
+    }
+    return `morl/${folder}/${name}`;
+  }
   return [...nodeFilePaths, manifestPath].find((known) => known.split('/').at(-1) === name);
 }
 
@@ -146,18 +195,38 @@ async function folderOf(root: FileSystemDirectoryHandle): Promise<FileSystemDire
   return root.name === 'morl' ? root : root.getDirectoryHandle('morl');
 }
 
-async function textOf(
-  folder: FileSystemDirectoryHandle,
-  name: string,
-): Promise<string | undefined> {
+/** What is there, or undefined. */
+async function ifFound<Value>(look: Promise<Value>): Promise<Value | undefined> {
   try {
-    return await decode(await (await folder.getFileHandle(name)).getFile());
+    return await look;
   } catch (error) {
     if (error instanceof DOMException && error.name === 'NotFoundError') {
       return undefined;
     }
     throw error;
   }
+}
+
+async function textOf(
+  folder: FileSystemDirectoryHandle,
+  name: string,
+): Promise<string | undefined> {
+  const handle = await ifFound(folder.getFileHandle(name));
+  return handle && decode(await handle.getFile());
+}
+
+async function readSourceFolder(
+  parent: FileSystemDirectoryHandle,
+  path: string,
+): Promise<Record<string, string>> {
+  const folder = await ifFound(parent.getDirectoryHandle(path.split('/')[1] ?? path));
+  const texts: Record<string, string> = {};
+  for await (const [name, entry] of folder?.entries() ?? []) {
+    if (isSourcePath(name) && entry.kind === 'file') {
+      texts[`${path}/${name}`] = await decode(await (entry as FileSystemFileHandle).getFile());
+    }
+  }
+  return texts;
 }
 
 /** The texts of the known files of a folder. */
@@ -169,6 +238,9 @@ export async function readFolder(root: FileSystemDirectoryHandle): Promise<Recor
     if (text !== undefined) {
       texts[path] = text;
     }
+  }
+  for (const path of sourceFolders) {
+    Object.assign(texts, await readSourceFolder(folder, path));
   }
   const manifest = await textOf(root, manifestPath);
   if (manifest !== undefined) {
@@ -184,8 +256,8 @@ export async function readFolder(root: FileSystemDirectoryHandle): Promise<Recor
  */
 export async function writeFolder(
   root: FileSystemDirectoryHandle,
-  texts: Readonly<Record<string, string>>,
-  opened: Readonly<Record<string, string>>,
+  texts: FileTexts,
+  opened: FileTexts,
 ): Promise<void> {
   const now = await readFolder(root);
   for (const path of Object.keys(texts)) {
@@ -194,11 +266,34 @@ export async function writeFolder(
     }
   }
   const folder = await folderOf(root);
-  for (const [path, text] of Object.entries(texts)) {
-    const [name = path, parent] = path.split('/').reverse();
-    const file = await (parent ? folder : root).getFileHandle(name, { create: true });
-    const stream = await file.createWritable();
-    await stream.write(text);
-    await stream.close();
+  // What has moved from one file to another one is written before it is removed.
+  for (const isRemoval of [false, true]) {
+    for (const [path, text] of Object.entries(texts)) {
+      if ((text === null) === isRemoval) {
+        await writeFile(
+          path.startsWith('morl/') ? folder : root,
+          path.replace(/^morl\//, ''),
+          text,
+        );
+      }
+    }
   }
+}
+
+/** @param text null: the file is removed */
+async function writeFile(
+  root: FileSystemDirectoryHandle,
+  path: string,
+  text: string | null,
+): Promise<void> {
+  const [name = path, parent] = path.split('/').reverse();
+  const folder = parent ? await root.getDirectoryHandle(parent, { create: true }) : root;
+  if (text === null) {
+    await ifFound(folder.removeEntry(name));
+    return;
+  }
+  const file = await folder.getFileHandle(name, { create: true });
+  const stream = await file.createWritable();
+  await stream.write(text);
+  await stream.close();
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // A whole project as a short text, for the address.
 import { deflateSync, Inflate, strFromU8, strToU8 } from 'fflate';
-import { newId, type Project } from '../model/project';
+import { newId, nodeFileOf, type Project } from '../model/project';
 import { nodeFilePaths } from './node_file';
 
 /** A link, or what was kept, that cannot be read; the message is for the author. */
@@ -64,7 +64,7 @@ interface Packed {
 }
 
 function pack(project: Project): Packed {
-  const paths = project.files.map((file) => file.path);
+  const paths = [...new Set(project.files.map(({ path }) => nodeFileOf(path)))];
   return {
     f: paths,
     n: project.nodes.map((node) => [
@@ -73,7 +73,7 @@ function pack(project: Project): Packed {
       node.y,
       node.references,
       node.content,
-      paths.indexOf(node.file),
+      paths.indexOf(nodeFileOf(node.file)),
     ]),
     s: project.shaders.map((one) => [
       one.name,

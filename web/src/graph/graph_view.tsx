@@ -18,6 +18,7 @@ import {
   duplicateNode,
   moveNodes,
   nodeById,
+  nodeFileOf,
   type Project,
   removeNodes,
   removeReference,
@@ -180,7 +181,7 @@ function Graph() {
       const offsets = fileOffsets(projectOf(whole));
       const chosen =
         whole.selected === null ? undefined : nodeById(projectOf(whole), whole.selected);
-      const file = chosen?.file ?? projectOf(whole).files[0]?.path ?? '';
+      const file = nodeFileOf(chosen?.file ?? projectOf(whole).files[0]?.path ?? '');
       const center = flow.screenToFlowPosition({
         x: window.innerWidth / 4,
         y: window.innerHeight / 4,

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-import type { GraphNode, Project } from '../model/project';
+import { type GraphNode, nodeFileOf, type Project } from '../model/project';
 
 /** The size of a node on the screen, the same for all. */
 export const nodeSize = { width: 200, height: 44 };
@@ -18,20 +18,20 @@ export type Offsets = ReadonlyMap<string, number>;
 
 /** Where a node of a file is shown. */
 export function toScreen(offsets: Offsets, file: string, { x, y }: Point): Point {
-  return { x: x * scale.x, y: (y + (offsets.get(file) ?? 0)) * scale.y };
+  return { x: x * scale.x, y: (y + (offsets.get(nodeFileOf(file)) ?? 0)) * scale.y };
 }
 
 /** The place on the canvas of a file of what is shown at a point. */
 export function toCanvas(offsets: Offsets, file: string, { x, y }: Point): Point {
-  return { x: x / scale.x, y: y / scale.y - (offsets.get(file) ?? 0) };
+  return { x: x / scale.x, y: y / scale.y - (offsets.get(nodeFileOf(file)) ?? 0) };
 }
 
 /** The canvases of all files begin at the same place, so they are put below each other. */
 export function fileOffsets(project: Project): Offsets {
   const offsets = new Map<string, number>();
   let next = 0;
-  for (const { path } of project.files) {
-    const nodes = project.nodes.filter((node) => node.file === path);
+  for (const path of new Set(project.files.map((file) => nodeFileOf(file.path)))) {
+    const nodes = project.nodes.filter((node) => nodeFileOf(node.file) === path);
     const ys = nodes.map((node) => node.y);
     const top = nodes.length > 0 ? Math.min(...ys) : 0;
     offsets.set(path, next - top);

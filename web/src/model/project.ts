@@ -17,10 +17,30 @@ export interface GraphNode {
   readonly index: number | null;
 }
 
-/** A node file as it was opened, which is what saving it starts from. */
+/** A file as it was opened, which is what saving it starts from. */
 export interface NodeFile {
   readonly path: string;
+  /** Of a node source: its node in the format of the node files. */
   readonly text: string;
+  /** What a node source holds; null: there is no such file (any more). Other files have none. */
+  readonly source?: string | null;
+}
+
+const sourceEnding = '.morlsource';
+
+/** Whether a path is that of a node source, a file with one node. */
+export function isSourcePath(path: string): boolean {
+  return path.endsWith(sourceEnding);
+}
+
+/** The name of the node in a source whose header has none. */
+export function nameOfSource(path: string): string {
+  return path.slice(path.lastIndexOf('/') + 1, -sourceEnding.length);
+}
+
+/** The node file that a file's nodes belong to: sources lie in a folder of the same name. */
+export function nodeFileOf(path: string): string {
+  return isSourcePath(path) ? `${path.slice(0, path.lastIndexOf('/'))}.morl` : path;
 }
 
 /** A shader: the nodes of both passes, and the values of its macros. */
@@ -176,6 +196,7 @@ export function duplicateNode(project: Project, id: string): { project: Project;
     name: freeName(project, node.name),
     x: node.x + 40,
     y: node.y + 40,
+    file: nodeFileOf(node.file),
     index: null,
   };
   return { project: { ...project, nodes: [...project.nodes, copy] }, id: copy.id };

@@ -433,22 +433,29 @@ const tests = {
     // A folder of the browser's own stands for one that a person chooses.
     const write = (path, text) =>
       page.evaluate(
-        async ([folder, name, content]) => {
-          const root = await navigator.storage.getDirectory();
-          const parent = await root.getDirectoryHandle(folder, { create: true });
-          const stream = await (
-            await parent.getFileHandle(name, { create: true })
-          ).createWritable();
+        async ([parts, content]) => {
+          let folder = await navigator.storage.getDirectory();
+          for (const part of parts.slice(0, -1)) {
+            folder = await folder.getDirectoryHandle(part, { create: true });
+          }
+          const file = await folder.getFileHandle(parts.at(-1), { create: true });
+          const stream = await file.createWritable();
           await stream.write(content);
           await stream.close();
         },
-        [...path.split('/'), text],
+        [path.split('/'), text],
       );
     const read = (path) =>
-      page.evaluate(async ([folder, name]) => {
-        const root = await navigator.storage.getDirectory();
-        const file = await (await root.getDirectoryHandle(folder)).getFileHandle(name);
-        return (await file.getFile()).text();
+      page.evaluate(async (parts) => {
+        let folder = await navigator.storage.getDirectory();
+        for (const part of parts.slice(0, -1)) {
+          folder = await folder.getDirectoryHandle(part);
+        }
+        try {
+          return (await (await folder.getFileHandle(parts.at(-1))).getFile()).text();
+        } catch {
+          return null;
+        }
       }, path.split('/'));
     const path = 'morl/post_effect.morl';
     const text =
@@ -473,6 +480,22 @@ const tests = {
     await save();
     await page.locator('.notice.info', { hasText: 'saved 1 edited file to' }).waitFor();
     assert.equal(await read(path), text);
+    // A node that has a file of its own keeps its form, and leaves with its file.
+    const source = 'morl/post_effect/glow.morlsource';
+    await write(source, '//! ref: a\n//! at: 1 2\nvoid main() {\n}\n');
+    await page.getByRole('button', { name: 'Open…' }).click();
+    await nodeOf(page, 'glow').waitFor();
+    await select(page, 'glow');
+    await type(page, 1, ' // mine');
+    await save();
+    await page.locator('.notice.info', { hasText: 'saved 1 edited file to' }).waitFor();
+    assert.equal(await read(source), '//! ref: a\n//! at: 1 2\nvoid main() { // mine\n}\n');
+    await nodeOf(page, 'glow').click();
+    await page.keyboard.press('Delete');
+    await save();
+    await page.locator('.notice.info', { hasText: 'saved 1 edited file to' }).waitFor();
+    assert.equal(await read(source), null);
+    await select(page, 'a');
     await write(path, '[]');
     await type(page, 1, ' again');
     await save();
