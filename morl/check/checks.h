@@ -13,7 +13,8 @@ namespace ns_ruke {
 /// says what happens, with "{}" for the name that it is about; the cure says what to do.
 struct CheckInfo {
     std::string_view name;   ///< "mul-operand"; for the options of tools
-    std::string_view group;  ///< "names", "macros", "lost-code", "stages" or "targets"
+    std::string_view group;  ///< "names", "macros", "lost-code", "values", "stages", "targets" or
+                             ///< "limits"
     std::string_view text;   ///< "'{}' is not declared here"
     std::string_view cure;   ///< may be empty
     std::string targets;     ///< those that it concerns, separated by blanks; empty: all

@@ -91,6 +91,7 @@ constexpr TargetRecord kRecord = {
     CallForms(kCalls),
     kGlslWords,
     kMoreWords,
+    {"OpenGL 3.2", 16, 16, 15, 256, 256, true},
     {GlslUniforms, Inputs, Outputs, GlslEntry, GlslInputCopies, OutputLocals, FinalOutput}};
 
 }  // namespace

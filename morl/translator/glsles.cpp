@@ -118,6 +118,7 @@ constexpr TargetRecord kRecord = {
     CallForms(kCalls),
     kGlslWords,
     kNoMoreWords,
+    {"OpenGL ES 2.0", 8, 8, 8, 128, 16, true},
     {GlslUniforms, InputList, OutputList, GlslEntry, GlslInputCopies, OutputLocals, FinalOutput}};
 
 }  // namespace

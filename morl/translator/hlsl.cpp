@@ -43,6 +43,7 @@ constexpr TargetRecord kRecord = {
     CallForms(kCalls),
     kHlslWords,
     kNoMoreWords,
+    {"shader model 3", 16, 16, 10, 256, 224, false},
     {Uniforms, InputList, HlslOutputs, HlslEntry, HlslInputCopies, HlslOutputLocal, HlslReturn}};
 
 }  // namespace

@@ -96,6 +96,7 @@ constexpr TargetRecord kRecord = {
     CallForms(kCalls),
     kHlslWords,
     kNoMoreWords,
+    {"Direct3D 10", 16, 16, 16, 4096, 4096, true},
     {Uniforms, InputList, OutputList, HlslEntry, HlslInputCopies, HlslOutputLocal, HlslReturn}};
 
 }  // namespace

@@ -97,8 +97,10 @@ ValueType PassChecker::Expression(const MorlExpression* expression)
     if (operation.operatorToken == TOKEN_MEMBER && operation.left != nullptr &&
         operation.left->unitType == TOKEN_IDENTIFIER && operation.right != nullptr &&
         operation.right->unitType == TOKEN_IDENTIFIER) {
-        return Member(Variable(static_cast<const MorlVariable&>(*operation.left)),
-                      *operation.right);
+        const auto& member = static_cast<const MorlVariable&>(*operation.right);
+        return Member(Variable(static_cast<const MorlVariable&>(*operation.left),
+                               FlowChecker::ComponentsOf(member.name)),
+                      member);
     }
     const std::size_t outerAt = at;
     const std::size_t outerEnd = end;
@@ -134,7 +136,9 @@ ValueType PassChecker::Postfix()
         Warn(CheckKind::DoubleMinus, operand.offset);
     }
     ++at;
-    ValueType value = Operand(operand);
+    ValueType value = operand.unitType == TOKEN_IDENTIFIER
+                          ? Variable(static_cast<const MorlVariable&>(operand), NextComponents())
+                          : Operand(operand);
     while (at < end && terms[at].operatorToken == TOKEN_MEMBER) {
         const MorlExpression& member = *terms[at].operand;
         ++at;
@@ -144,6 +148,16 @@ ValueType PassChecker::Postfix()
         value = Member(value, member);
     }
     return value;
+}
+
+/// The components of the operand that the next term reads.
+FlowChecker::Components PassChecker::NextComponents() const
+{
+    const bool isMember = at < end && terms[at].operatorToken == TOKEN_MEMBER &&
+                          terms[at].operand->unitType == TOKEN_IDENTIFIER;
+    return isMember ? FlowChecker::ComponentsOf(
+                          static_cast<const MorlVariable*>(terms[at].operand)->name)
+                    : FlowChecker::kAll;
 }
 
 ValueType PassChecker::Member(ValueType value, const MorlExpression& member)
@@ -187,12 +201,16 @@ ValueType PassChecker::Operand(const MorlExpression& operand)
     }
 }
 
-ValueType PassChecker::Variable(const MorlVariable& variable)
+ValueType PassChecker::Variable(const MorlVariable& variable, FlowChecker::Components components)
 {
-    const ScopeEntry* entry = scope.Find(variable.name);
+    ScopeEntry* entry = scope.Find(variable.name);
     if (entry == nullptr) {
         ReportUnknownName(variable);
         return {};
+    }
+    entry->isRead = true;
+    if (&variable != assignedName) {
+        flow.Read(entry->variable, components, {node, variable.offset});
     }
     return entry->isArray ? ValueType() : entry->type;
 }
@@ -216,6 +234,9 @@ std::string PassChecker::HintForUnknown(const std::string& name)
 {
     if (!warnings.WantsHint()) {
         return {};
+    }
+    if (name == declaredName) {
+        return "; its own initial value cannot read it";
     }
     std::vector<std::string_view> names;
     for (const ScopeEntry& entry : scope.Entries()) {
@@ -266,6 +287,11 @@ std::string PassChecker::HintOfLaterNode(const std::string& name) const
     return {};
 }
 
+bool PassChecker::DoesNodeBuildOn(int from, int wanted) const
+{
+    return BuildsOn(warnings.NodeName(from), warnings.NodeName(wanted));
+}
+
 /// Whether a node refers to another one, or to one that does. References to no node do not count.
 bool PassChecker::BuildsOn(const std::string& from, const std::string& wanted) const
 {
@@ -294,8 +320,14 @@ ValueType PassChecker::Index(const MorlBinaryOperation& operation)
     const bool isName = operation.left != nullptr && operation.left->unitType == TOKEN_IDENTIFIER;
     const std::string name =
         isName ? static_cast<const MorlVariable*>(operation.left)->name : std::string();
-    const ScopeEntry* found = isName ? scope.Find(name) : nullptr;
+    ScopeEntry* found = isName ? scope.Find(name) : nullptr;
     const bool isArray = found != nullptr && found->isArray;
+    if (isArray) {
+        found->isRead = true;
+        if (operation.left != assignedName) {
+            flow.Read(found->variable, FlowChecker::kAll, {node, operation.left->offset});
+        }
+    }
     const ValueType indexed = isArray ? found->type : Expression(operation.left);
     if (Expression(operation.right).base == ValueBase::BoneIndex) {
         Warn(CheckKind::BoneIndex, operation.right->offset, "an index of bones");

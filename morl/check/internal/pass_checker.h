@@ -2,6 +2,7 @@
 #pragma once
 
 #include "morl/ast/sentences.h"
+#include "morl/check/internal/flow_checker.h"
 #include "morl/check/internal/pass_check.h"
 #include "morl/check/internal/scope.h"
 #include "morl/check/internal/terms.h"
@@ -9,8 +10,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <set>
 #include <string_view>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 namespace ns_ruke {
@@ -35,7 +38,9 @@ private:
         std::size_t count;
     };
 
-    // Declarations and statements: statement_checks.cpp.
+    class Counter;
+
+    // Declarations: declaration_checks.cpp.
     void DeclareGlobals(const std::vector<MorlDeclare*>& list, std::size_t LinkOrigin::*end,
                         ScopeEntry::Kind kind);
     void CheckGlobal(const MorlDeclare& declare, ScopeEntry::Kind kind);
@@ -45,24 +50,39 @@ private:
     void CheckCopied(std::string_view name, std::uint32_t offset);
     void CheckRepetitions();
     void CheckOutputs();
+    void CheckPlace(const MorlDeclare& declare, ScopeEntry::Kind kind, ENUM_TOKEN binding);
+    void CheckFirstColor();
+    std::int64_t ElementsOf(const MorlDeclare& declare) const;
+    void CheckLimits();
+
+    // Statements: statement_checks.cpp.
     void DeclareLocal(const std::string& name, ENUM_TOKEN token, bool isArray, std::uint32_t offset,
-                      ScopeEntry::Kind kind);
+                      ScopeEntry::Kind kind, bool isAssigned);
+    std::string HintOfRepetition(const ScopeEntry& other, std::uint32_t offset) const;
     void CheckName(std::string_view name, std::uint32_t offset);
     void Statements(const std::vector<MorlSentence*>& sentences);
     void Statement(const MorlSentence* sentence);  ///< may be null
     void Assignment(const MorlAssignSentence& assignment, ScopeEntry::Kind kind);
     void CheckAssigned(const MorlAssignSentence& assignment, ValueType target, ValueType value);
-    ValueType Target(const MorlExpression& target);
+    ScopeEntry* AssignedEntry(const MorlExpression& target);
+    ValueType Target(const MorlExpression& target, const ScopeEntry* entry);
+    FlowChecker::Components AssignedComponents(const MorlExpression& target) const;
+    int Follow(const ScopeEntry& entry, bool isAssigned);
     void If(const MorlIfSentence& sentence);
     void For(const MorlForSentence& sentence);
+    void CheckLoop(const MorlForSentence& sentence, const ScopeEntry* counter);
+    void CheckLoopCondition(const MorlForSentence& sentence, std::string_view counter);
+    bool IsConstant(const MorlExpression* expression);
 
     // Expressions: expression_checks.cpp.
     ValueType Expression(const MorlExpression* expression);
     ValueType Operations(int level);
     ValueType Postfix();
+    FlowChecker::Components NextComponents() const;
     ValueType Member(ValueType value, const MorlExpression& member);
     ValueType Operand(const MorlExpression& operand);
-    ValueType Variable(const MorlVariable& variable);
+    ValueType Variable(const MorlVariable& variable,
+                       FlowChecker::Components components = FlowChecker::kAll);
     ValueType Index(const MorlBinaryOperation& operation);
     ValueType Combine(const Term& term, ValueType left, ValueType right,
                       const MorlExpression& leftOperand);
@@ -81,6 +101,7 @@ private:
     std::string HintForUnknown(const std::string& name);
     std::string HintOfLaterNode(const std::string& name) const;
     bool BuildsOn(const std::string& from, const std::string& wanted) const;
+    bool DoesNodeBuildOn(int from, int wanted) const;
 
     // Calls: call_checks.cpp.
     ValueType Call(const MorlFunctionCall& call);
@@ -102,6 +123,8 @@ private:
     const PassCheckInput& input;
     WarningList& warnings;
     Scope scope;
+    FlowChecker flow;
+    const MorlExpression* assignedName = nullptr;  ///< the name in the target of an assignment
     std::vector<Term> terms;        ///< of the expressions that are being checked, inner ones last
     std::vector<ValueType> values;  ///< of the arguments of calls that are being checked
     std::size_t at = 0;             ///< the next term
@@ -110,8 +133,11 @@ private:
     bool hasFaults = false;         ///< whether a node has some, so that names may be missing
     std::vector<ScopeEntry> componentNames;  ///< inputs and outputs that are called like members
     std::unordered_set<int> takenRegisters;  ///< of samplers that come before
-    bool hasAutoTexcoords = false;           ///< among the outputs
-    bool isInitialiser = false;              ///< checking a call that is the whole initialiser
+    std::set<std::pair<ScopeEntry::Kind, ENUM_TOKEN>> takenSemantics;  ///< likewise
+    bool hasAutoTexcoords = false;                                     ///< among the outputs
+    std::string_view declaredName;  ///< of the variable whose initial value is being checked
+    bool isStep = false;            ///< checking the step of a `for`
+    bool isInitialiser = false;     ///< checking a call that is the whole initialiser
 };
 
 /// Whether an expression has one of these operators outside of parentheses and calls.

@@ -20,8 +20,10 @@ struct ScopeEntry {
     ValueType type;  ///< of an element, for arrays
     bool isArray;
     bool isWritten;
-    int node;                 ///< that declares it
-    std::uint32_t offset;     ///< of the declaration
+    int node;              ///< that declares it
+    std::uint32_t offset;  ///< of the declaration
+    bool isRead = false;
+    int variable = -1;        ///< its number in the FlowChecker
     std::uint32_t depth = 0;  ///< of the block; 0: outside of `main`
     std::int32_t hidden = 0;  ///< the number of the entry of the same name that this one hides
 };

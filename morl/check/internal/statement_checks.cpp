@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Declarations and statements.
+// Statements.
 #include "morl/ast/stage.h"
 #include "morl/check/internal/pass_checker.h"
 #include "morl/translator/internal/bindings.h"
@@ -13,46 +13,27 @@ namespace {
 
 using Kind = ScopeEntry::Kind;
 
-/// Whether members of a vector may have this name.
-bool IsComponentName(std::string_view name)
+bool IsComparison(ENUM_TOKEN token)
 {
-    return name.size() <= 4 && (name.find_first_not_of("xyzw") == std::string_view::npos ||
-                                name.find_first_not_of("rgba") == std::string_view::npos);
-}
-
-bool IsTexcoord(ENUM_TOKEN token)
-{
-    return token >= TOKEN_TEXCOORD0 && token <= TOKEN_TEXCOORD7;
-}
-
-std::string ArraySizeOf(const MorlDeclare& declare)
-{
-    if (declare.arraySize == nullptr) {
-        return {};
+    switch (token) {
+    case TOKEN_LESS:
+    case TOKEN_LESS_EQUAL:
+    case TOKEN_GREATER:
+    case TOKEN_GREATER_EQUAL:
+    case TOKEN_EQUAL:
+    case TOKEN_NOT_EQUAL:
+        return true;
+    default:
+        return false;
     }
-    return declare.arraySize->unitType == TOKEN_NUMBER
-               ? static_cast<const MorlNumber*>(declare.arraySize)->value
-               : "expression";
-}
-
-bool AreAlike(const MorlDeclare& a, const MorlDeclare& b)
-{
-    return a.varType == b.varType && BindingToken(&a) == BindingToken(&b) &&
-           ArraySizeOf(a) == ArraySizeOf(b);
-}
-
-ValueType TypeOf(const MorlDeclare& declare)
-{
-    if (declare.varType == TOKEN_AUTO && BindingToken(&declare) == TOKEN_BLENDINDICES) {
-        return {ValueBase::BoneIndex, 4, 1};
-    }
-    return KeywordMap::TypeOf(declare.varType);
 }
 
 }  // namespace
 
 PassChecker::PassChecker(const PassCheckInput& newInput, WarningList& newWarnings)
-    : input(newInput), warnings(newWarnings)
+    : input(newInput),
+      warnings(newWarnings),
+      flow(newWarnings, [this](int from, int wanted) { return DoesNodeBuildOn(from, wanted); })
 {
     constexpr std::size_t kUsualTerms = 32;
     terms.reserve(kUsualTerms);
@@ -85,182 +66,15 @@ void PassChecker::Run()
         }
     }
     CheckOutputs();
+    CheckLimits();
+    flow.Finish();
 }
 
-void PassChecker::DeclareGlobals(const std::vector<MorlDeclare*>& list,
-                                 std::size_t LinkOrigin::*listEnd, Kind kind)
+/// The number by which the values of a variable are followed. After a fault of a node, what assigns
+/// or reads it may be lost.
+int PassChecker::Follow(const ScopeEntry& entry, bool isAssigned)
 {
-    std::size_t i = 0;
-    for (std::size_t origin = 0; origin < input.link.origins.size(); ++origin) {
-        node = static_cast<int>(origin);
-        for (; i < input.link.origins[origin].*listEnd; ++i) {
-            const MorlDeclare& declare = *list[i];
-            if (declare.name.empty()) {
-                continue;  // what is left of a macro block in a `#for`
-            }
-            CheckGlobal(declare, kind);
-            const bool isArray = declare.arraySize != nullptr && kind == Kind::Uniform;
-            const ScopeEntry* other = scope.Declare(
-                {declare.name, kind, TypeOf(declare), isArray, false, node, declare.offset});
-            if (other != nullptr) {
-                Warn(CheckKind::RepeatedName, declare.offset, declare.name);
-            }
-        }
-    }
-}
-
-void PassChecker::CheckGlobal(const MorlDeclare& declare, Kind kind)
-{
-    const std::uint32_t offset = declare.offset;
-    CheckName(declare.name, offset);
-    if (kind != Kind::Uniform) {
-        CheckSemantic(declare, kind);
-    }
-    if (declare.arraySize != nullptr) {
-        Expression(declare.arraySize);
-        if (kind != Kind::Uniform) {
-            Warn(CheckKind::LostArraySize, offset, declare.name);
-        }
-    }
-    const ValueType type = KeywordMap::TypeOf(declare.varType);
-    if (type.base == ValueBase::Sampler) {
-        CheckSampler(declare);
-    } else if (type.IsMatrix() && type.rows != type.columns) {
-        Warn(CheckKind::MatrixShape, offset, KeywordMap::WordOf(declare.varType));
-    } else if (type.base == ValueBase::Int && type.IsVector()) {
-        Warn(CheckKind::IntVector, offset, KeywordMap::WordOf(declare.varType));
-    }
-}
-
-void PassChecker::CheckSampler(const MorlDeclare& declare)
-{
-    if (declare.varType != TOKEN_SAMPLER2D && declare.varType != TOKEN_SAMPLERCUBE) {
-        Warn(CheckKind::SamplerType, declare.offset, KeywordMap::WordOf(declare.varType));
-    }
-    if (BindingToken(&declare) != TOKEN_SAUTO) {
-        Warn(CheckKind::UnboundSampler, declare.offset, declare.name);
-        return;
-    }
-    if (!takenRegisters.insert(SamplerRegister(input.pass, declare.name)).second) {
-        Warn(CheckKind::SharedRegister, declare.offset, declare.name);
-    }
-}
-
-void PassChecker::CheckSemantic(const MorlDeclare& declare, Kind kind)
-{
-    const ENUM_TOKEN binding = BindingToken(&declare);
-    const bool isVertex = input.pass.stage == kVertexStage;
-    if (declare.registerBinding == nullptr) {
-        Warn(CheckKind::MissingSemantic, declare.offset, declare.name);
-    }
-    const bool isFromVertexPass =
-        kind == Kind::Input && binding == TOKEN_TEXAUTO && input.pass.stage == kFragmentStage;
-    if (isFromVertexPass && input.pass.semantics.empty()) {
-        Warn(CheckKind::UnassignedTexcoord, declare.offset, declare.name);
-    }
-    if (kind == Kind::Input && isVertex && binding == TOKEN_COLOR0) {
-        Warn(CheckKind::ColorInput, declare.offset, declare.name);
-    }
-    if (kind != Kind::Output) {
-        return;
-    }
-    if (isVertex && IsTexcoord(binding) && hasAutoTexcoords) {
-        Warn(CheckKind::MixedTexcoords, declare.offset, declare.name);
-    }
-    if (!isVertex && binding == TOKEN_COLOR) {
-        Warn(CheckKind::ColorOutput, declare.offset, declare.name);
-    }
-    if (!isVertex && binding >= TOKEN_COLOR1 && binding <= TOKEN_COLOR3) {
-        Warn(CheckKind::SecondColor, declare.offset, declare.name);
-    }
-}
-
-// The first declaration of a name counts. Others are mistakes only if they differ.
-void PassChecker::CheckRepetitions()
-{
-    for (const LinkRepetition& repetition : input.link.repetitions) {
-        const MorlDeclare& declare = *repetition.declare;
-        for (const auto* list :
-             {&input.linked.inputs, &input.linked.outputs, &input.linked.uniforms}) {
-            const auto first =
-                std::find_if(list->begin(), list->end(),
-                             [&](const MorlDeclare* other) { return other->name == declare.name; });
-            const bool isSameList =
-                first != list->end() && (*first)->bufferType == declare.bufferType;
-            if (isSameList && !AreAlike(**first, declare)) {
-                node = repetition.node;
-                Warn(CheckKind::Redeclared, declare.offset, declare.name,
-                     "; it is a '" + std::string(KeywordMap::WordOf((*first)->varType)) + "'");
-            }
-        }
-    }
-}
-
-// Inputs are copied to variables whose names begin with kInputLocal, outputs with kOutputLocal.
-void PassChecker::CheckCopies()
-{
-    constexpr std::string_view kWordsWithI[] = {"f", "n", "nt", "nline", "nout", "nput"};
-    constexpr std::size_t kLongestWord = 5;
-    for (const ScopeEntry& entry : scope.Entries()) {
-        node = entry.node;
-        CheckCopied(entry.name, entry.offset);
-        if (entry.kind == Kind::Uniform || entry.name.size() > kLongestWord) {
-            continue;
-        }
-        const bool isWord = entry.kind == Kind::Input
-                                ? std::find(std::begin(kWordsWithI), std::end(kWordsWithI),
-                                            entry.name) != std::end(kWordsWithI)
-                                : entry.name == "urn";
-        if (isWord) {
-            Warn(CheckKind::CopiedName, entry.offset, entry.name);
-        } else if (IsComponentName(entry.name)) {
-            componentNames.push_back(entry);
-        }
-    }
-}
-
-/// Warns if a name is that of such a copy.
-void PassChecker::CheckCopied(std::string_view name, std::uint32_t offset)
-{
-    const std::pair<std::string_view, Kind> copies[] = {{kInputLocal, Kind::Input},
-                                                        {kOutputLocal, Kind::Output}};
-    for (const auto& [prefix, kind] : copies) {
-        if (name.size() <= prefix.size() || name.substr(0, prefix.size()) != prefix) {
-            continue;
-        }
-        const ScopeEntry* copied = scope.Find(name.substr(prefix.size()));
-        if (copied != nullptr && copied->kind == kind) {
-            Warn(CheckKind::CopiedName, offset, copied->name);
-        }
-    }
-}
-
-// A node with faults may have lost what declares or assigns an output.
-void PassChecker::CheckOutputs()
-{
-    if (hasFaults) {
-        return;
-    }
-    const std::vector<MorlDeclare*>& outputs = input.linked.outputs;
-    const auto isPosition = [](const MorlDeclare* output) {
-        return BindingToken(output) == TOKEN_SV_POSITION;
-    };
-    if (input.pass.stage == kVertexStage &&
-        std::none_of(outputs.begin(), outputs.end(), isPosition)) {
-        warnings.Add(CheckKind::NoPosition, -1, 0);
-    }
-    if (input.pass.stage == kFragmentStage && outputs.empty()) {
-        warnings.Add(CheckKind::NoColor, -1, 0);
-    }
-    for (const ScopeEntry& entry : scope.Entries()) {
-        if (entry.depth > 0) {
-            break;
-        }
-        if (entry.kind == Kind::Output && !entry.isWritten) {
-            node = entry.node;
-            Warn(CheckKind::UnwrittenOutput, entry.offset, entry.name);
-        }
-    }
+    return hasFaults ? FlowChecker::kNotFollowed : flow.Declare(entry, isAssigned);
 }
 
 void PassChecker::CheckName(std::string_view name, std::uint32_t offset)
@@ -271,23 +85,37 @@ void PassChecker::CheckName(std::string_view name, std::uint32_t offset)
 }
 
 void PassChecker::DeclareLocal(const std::string& name, ENUM_TOKEN token, bool isArray,
-                               std::uint32_t offset, Kind kind)
+                               std::uint32_t offset, Kind kind, bool isAssigned)
 {
     CheckName(name, offset);
     const ValueType type = KeywordMap::TypeOf(token);
     if (type.base == ValueBase::Int && type.IsVector()) {
         Warn(CheckKind::IntVector, offset, std::string(KeywordMap::WordOf(type)));
     }
-    const ScopeEntry* other = scope.Declare({name, kind, type, isArray, false, node, offset});
+    ScopeEntry entry = {name, kind, type, isArray, false, node, offset};
+    entry.variable = kind == Kind::Local ? Follow(entry, isAssigned) : entry.variable;
+    const ScopeEntry* other = scope.Declare(entry);
     const bool isRepeated =
         other != nullptr && (other->depth == scope.Depth() || other->kind == Kind::Input ||
                              other->kind == Kind::Output);
     if (isRepeated) {
-        Warn(CheckKind::RepeatedName, offset, name);
+        Warn(CheckKind::RepeatedName, offset, name, HintOfRepetition(*other, offset));
+    } else if (other != nullptr && other->kind == Kind::Uniform) {
+        Warn(CheckKind::HiddenUniform, offset, name);
     }
     if (name[0] == 'i' || name[0] == 'r') {
         CheckCopied(name, offset);
     }
+}
+
+/// Where a name is declared already; for one that a '#for' repeats, how to tell them apart.
+std::string PassChecker::HintOfRepetition(const ScopeEntry& other, std::uint32_t offset) const
+{
+    if (other.node == node && other.offset == offset) {
+        return "; a '#for' repeats it: put its counter into the name";
+    }
+    return other.node == node ? std::string()
+                              : "; '" + warnings.NodeName(other.node) + "' declares it, too";
 }
 
 void PassChecker::Statements(const std::vector<MorlSentence*>& sentences)
@@ -301,12 +129,13 @@ void PassChecker::Statements(const std::vector<MorlSentence*>& sentences)
 
 void PassChecker::Statement(const MorlSentence* sentence)
 {
+    flow.NextStatement();
     switch (sentence != nullptr ? sentence->unitType : TOKEN_NONE) {
     case TOKEN_DEFINITION_SENTENCE: {
         const auto& definition = static_cast<const MorlDefinitionSentence&>(*sentence);
         Expression(definition.arraySize);
         DeclareLocal(definition.name, definition.varType, definition.arraySize != nullptr,
-                     definition.offset, Kind::Local);
+                     definition.offset, Kind::Local, false);
         break;
     }
     case TOKEN_ASSIGN:
@@ -319,6 +148,9 @@ void PassChecker::Statement(const MorlSentence* sentence)
     case TOKEN_FOR:
         For(static_cast<const MorlForSentence&>(*sentence));
         break;
+    case TOKEN_SPECIAL_SENTENCE:
+        flow.Discard();
+        break;
     default:
         break;
     }
@@ -326,19 +158,30 @@ void PassChecker::Statement(const MorlSentence* sentence)
 
 void PassChecker::Assignment(const MorlAssignSentence& assignment, Kind kind)
 {
-    isInitialiser = assignment.varType != TOKEN_NONE && assignment.value != nullptr &&
+    const MorlExpression* target = assignment.target;
+    const bool declares = assignment.varType != TOKEN_NONE;
+    ScopeEntry* entry = target != nullptr && !declares ? AssignedEntry(*target) : nullptr;
+    const int variable = entry != nullptr ? entry->variable : FlowChecker::kNotFollowed;
+    flow.BeginAssignment(variable);
+    declaredName = declares && target != nullptr && target->unitType == TOKEN_IDENTIFIER
+                       ? std::string_view(static_cast<const MorlVariable*>(target)->name)
+                       : std::string_view();
+    isInitialiser = declares && assignment.value != nullptr &&
                     assignment.value->unitType == TOKEN_FUNCTION_CALL;
     const ValueType value = Expression(assignment.value);
     isInitialiser = false;
-    if (assignment.target == nullptr) {
+    declaredName = {};
+    if (target == nullptr) {
         return;
     }
-    if (assignment.varType == TOKEN_NONE) {
-        CheckAssigned(assignment, Target(*assignment.target), value);
-    } else if (assignment.target->unitType == TOKEN_IDENTIFIER) {
+    if (!declares) {
+        CheckAssigned(assignment, Target(*target, entry), value);
+        flow.EndAssignment(variable, AssignedComponents(*target),
+                           assignment.operatorToken != TOKEN_ASSIGN, {node, target->offset});
+    } else if (target->unitType == TOKEN_IDENTIFIER) {
         CheckAssigned(assignment, KeywordMap::TypeOf(assignment.varType), value);
-        DeclareLocal(static_cast<const MorlVariable*>(assignment.target)->name, assignment.varType,
-                     false, assignment.target->offset, kind);
+        DeclareLocal(static_cast<const MorlVariable*>(target)->name, assignment.varType, false,
+                     target->offset, kind, true);
     }
 }
 
@@ -358,46 +201,169 @@ void PassChecker::CheckAssigned(const MorlAssignSentence& assignment, ValueType 
              std::string(KeywordMap::WordOf(value)) + "'");
 }
 
-/// What is assigned: a variable, or an element or a member of one.
-ValueType PassChecker::Target(const MorlExpression& target)
+/// The variable that is assigned, or has an element or a member assigned; null: not known.
+ScopeEntry* PassChecker::AssignedEntry(const MorlExpression& target)
 {
     const MorlExpression* base = &target;
-    while (base != nullptr && base->unitType == TOKEN_BINARY_OPERATION) {
-        base = static_cast<const MorlBinaryOperation*>(base)->left;
+    while (base != nullptr &&
+           (base->unitType == TOKEN_BINARY_OPERATION || base->unitType == TOKEN_UNARY_OPERATION)) {
+        base = base->unitType == TOKEN_UNARY_OPERATION
+                   ? static_cast<const MorlUnaryOperation*>(base)->operand
+                   : static_cast<const MorlBinaryOperation*>(base)->left;
     }
+    assignedName = base;
     if (base == nullptr || base->unitType != TOKEN_IDENTIFIER) {
-        return Expression(&target);
+        return nullptr;
     }
     ScopeEntry* entry = scope.Find(static_cast<const MorlVariable*>(base)->name);
-    if (entry != nullptr) {
-        entry->isWritten = true;
+    if (entry == nullptr) {
+        return nullptr;
     }
-    const bool isPlain = base == &target && entry != nullptr && !entry->isArray;
+    entry->isWritten = true;
+    if (entry->kind == Kind::LoopVariable && !isStep) {
+        Warn(CheckKind::LoopForm, base->offset, {}, "; leave its counter alone in its body");
+    }
+    return entry;
+}
+
+/// The type of what is assigned.
+ValueType PassChecker::Target(const MorlExpression& target, const ScopeEntry* entry)
+{
+    const bool isPlain = entry != nullptr && !entry->isArray && target.unitType == TOKEN_IDENTIFIER;
     return isPlain ? entry->type : Expression(&target);
+}
+
+/// What part of a variable gets a new value. An element that is computed counts as all of it.
+FlowChecker::Components PassChecker::AssignedComponents(const MorlExpression& target) const
+{
+    if (target.unitType != TOKEN_BINARY_OPERATION) {
+        return FlowChecker::kAll;
+    }
+    const auto& operation = static_cast<const MorlBinaryOperation&>(target);
+    const bool isMember = operation.operatorToken == TOKEN_MEMBER &&
+                          operation.left == assignedName && operation.right != nullptr &&
+                          operation.right->unitType == TOKEN_IDENTIFIER;
+    return isMember
+               ? FlowChecker::ComponentsOf(static_cast<const MorlVariable*>(operation.right)->name)
+               : FlowChecker::kAll;
 }
 
 void PassChecker::If(const MorlIfSentence& sentence)
 {
     Expression(sentence.condition);
+    FlowChecker::If branch = flow.BeginIf();
     Statements(sentence.sentences);
+    flow.BeginElse(branch);
     Statements(sentence.elseSentences);
+    flow.EndIf(branch);
 }
 
 void PassChecker::For(const MorlForSentence& sentence)
 {
     scope.BeginBlock();
+    const std::size_t outside = scope.Entries().size();
     if (sentence.init != nullptr && sentence.init->unitType == TOKEN_ASSIGN) {
         Assignment(static_cast<const MorlAssignSentence&>(*sentence.init), Kind::LoopVariable);
     }
+    flow.BeginLoop();
+    flow.NextStatement();
     Expression(sentence.condition);
+    const bool hasCounter = scope.Entries().size() > outside;
+    CheckLoop(sentence, hasCounter ? &scope.Entries().back() : nullptr);
+    Statements(sentence.sentences);
+    if (sentence.step != nullptr) {
+        flow.NextStatement();
+        isStep = true;
+        Assignment(*sentence.step, Kind::Local);
+        isStep = false;
+    }
+    flow.EndLoop();
+    scope.EndBlock();
+}
+
+// What WebGL and many devices take is set out in appendix A of the standard of GLSL ES 1.00: a
+// counter of the loop's own, constants, and no other change of the counter. A loop whose end is
+// computed has a warning of its own.
+void PassChecker::CheckLoop(const MorlForSentence& sentence, const ScopeEntry* counter)
+{
     if (DependsOnData(sentence.condition)) {
         Warn(CheckKind::LoopBound, sentence.offset);
+        return;
     }
-    if (sentence.step != nullptr) {
-        Assignment(*sentence.step, Kind::Local);
+    if (counter == nullptr) {
+        Warn(CheckKind::LoopForm, sentence.offset, {}, "; begin it with 'int i = 0'");
+        return;
     }
-    Statements(sentence.sentences);
-    scope.EndBlock();
+    const std::string_view name = counter->name;
+    const auto& init = static_cast<const MorlAssignSentence&>(*sentence.init);
+    if (!IsConstant(init.value)) {
+        Warn(CheckKind::LoopForm, init.value->offset, {}, "; begin at a constant");
+        return;
+    }
+    CheckLoopCondition(sentence, name);
+    if (sentence.step == nullptr || sentence.step->target == nullptr) {
+        return;
+    }
+    const MorlExpression& target = *sentence.step->target;
+    const MorlExpression* stepped = target.unitType == TOKEN_UNARY_OPERATION
+                                        ? static_cast<const MorlUnaryOperation&>(target).operand
+                                        : &target;
+    const ENUM_TOKEN token = sentence.step->operatorToken;
+    const bool isOwn = stepped != nullptr && stepped->unitType == TOKEN_IDENTIFIER &&
+                       static_cast<const MorlVariable*>(stepped)->name == name;
+    const bool isSum =
+        token == TOKEN_NONE || token == TOKEN_PLUS_ASSIGN || token == TOKEN_MINUS_ASSIGN;
+    if (!isOwn || !isSum || (token != TOKEN_NONE && !IsConstant(sentence.step->value))) {
+        Warn(CheckKind::LoopForm, target.offset, {},
+             "; step by 'i++', 'i--', 'i += CONSTANT' or 'i -= CONSTANT'");
+    }
+}
+
+/// The counter, a comparison, and a constant.
+void PassChecker::CheckLoopCondition(const MorlForSentence& sentence, std::string_view counter)
+{
+    const std::size_t first = terms.size();
+    AppendTerms(sentence.condition, terms);
+    bool isPlain = terms.size() > first + 1;
+    for (std::size_t i = first; i < terms.size(); ++i) {
+        const Term& term = terms[i];
+        const bool isCounter = term.operand->unitType == TOKEN_IDENTIFIER && term.minusSigns == 0 &&
+                               static_cast<const MorlVariable*>(term.operand)->name == counter;
+        const bool isComparison = IsComparison(term.operatorToken);
+        isPlain = isPlain && (i == first ? isCounter : IsConstant(term.operand)) &&
+                  isComparison == (i == first + 1) && term.operatorToken != TOKEN_AND &&
+                  term.operatorToken != TOKEN_OR;
+    }
+    terms.resize(first);
+    if (!isPlain) {
+        Warn(CheckKind::LoopForm, sentence.condition->offset, {},
+             "; compare its counter with a constant, as in 'i < 8'");
+    }
+}
+
+/// Whether a value is made of numbers. A name that is not declared has a warning of its own.
+bool PassChecker::IsConstant(const MorlExpression* expression)
+{
+    if (expression == nullptr) {
+        return true;
+    }
+    switch (expression->unitType) {
+    case TOKEN_IDENTIFIER:
+        return scope.Find(static_cast<const MorlVariable*>(expression)->name) == nullptr;
+    case TOKEN_PARENTHESISE_EXPRESSION:
+        return IsConstant(static_cast<const MorlParenthesiseExpression*>(expression)->expression);
+    case TOKEN_BINARY_OPERATION: {
+        const auto& operation = static_cast<const MorlBinaryOperation&>(*expression);
+        return IsConstant(operation.left) && IsConstant(operation.right);
+    }
+    case TOKEN_FUNCTION_CALL: {
+        const auto& arguments = static_cast<const MorlFunctionCall*>(expression)->arguments;
+        return std::all_of(arguments.begin(), arguments.end(),
+                           [this](const MorlExpression* one) { return IsConstant(one); });
+    }
+    default:
+        return true;
+    }
 }
 
 }  // namespace ns_ruke

@@ -43,6 +43,12 @@ public:
         return warnings.size() < kMaxWarnings && places.count({kind, node, offset}) == 0;
     }
 
+    /// @param node an index into the link's list
+    const std::string& NodeName(int node) const
+    {
+        return link.origins[static_cast<std::size_t>(node)].node->Name();
+    }
+
     /// Whether a suggestion should be looked for. Nobody reads hundreds, and looking takes time.
     bool WantsHint()
     {

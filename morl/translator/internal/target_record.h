@@ -26,6 +26,18 @@ struct TargetLayout {
     List end;                   ///< the lines at its end, for the outputs
 };
 
+/// What every device of a target has. A text that needs more works on some of them only.
+struct TargetLimits {
+    std::string_view name;  ///< of the standard that says so
+    int samplers;           ///< a stage
+    int attributes;         ///< inputs of a vertex pass
+    // In vectors of four components.
+    int varyings;
+    int vertexUniforms;
+    int fragmentUniforms;
+    bool arePacked;  ///< whether small ones share a vector
+};
+
 /// Everything that distinguishes a target. Each target has one record, in its file.
 struct TargetRecord {
     TargetInfo info;
@@ -40,6 +52,7 @@ struct TargetRecord {
     CallForms callForms;
     const WordList& reservedWords;      ///< that the language's family has, and Morl has not
     const WordList& moreReservedWords;  ///< that only this target has
+    TargetLimits limits;
     TargetLayout layout;
 };
 
