@@ -34,6 +34,7 @@ enum class MorlLostKind : std::uint8_t {
     OpenBlock,    ///< a macro block that is not closed before the "}" of its function or statement
     Main,         ///< a `main` before the last one
     MainInBlock,  ///< a `main` in a macro block
+    OpenComment,  ///< a comment without an end
 };
 
 /// Where a parser has read over something.

@@ -2,6 +2,7 @@
 #include "morl/check/author_faults.h"
 
 #include "morl/ast/program.h"
+#include "morl/check/hints.h"
 #include "morl/core/internal/fault_collector.h"
 #include "morl/core/messages.h"
 #include "morl/core/text_lines.h"
@@ -10,6 +11,8 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
+#include <optional>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -17,7 +20,7 @@ namespace ns_ruke {
 namespace {
 
 /// Each attempt costs a parse, and nobody mends more at once. A large source gets fewer.
-constexpr std::size_t kMostAttempts = 20;
+constexpr std::size_t kMostAttempts = 40;
 constexpr std::size_t kMostParsedBytes = std::size_t{1} << 20U;
 
 /// A part that may be missing where a message stands.
@@ -62,28 +65,97 @@ std::size_t EndOfWordBefore(std::string_view text, std::size_t offset)
     return end;
 }
 
-/// A source in which missing parts are put in, one after another.
+/// What to put in place of some bytes.
+struct Repair {
+    std::size_t offset;
+    std::size_t removed;
+    std::string added;
+};
+
+/// The line of an offset: where it begins, and where it ends.
+std::pair<std::size_t, std::size_t> LineAround(std::string_view text, std::size_t offset)
+{
+    const std::size_t before = offset == 0 ? std::string_view::npos : text.rfind('\n', offset - 1);
+    const std::size_t begin = before == std::string_view::npos ? 0 : before + 1;
+    return {begin, std::min(text.find('\n', offset), text.size())};
+}
+
+/// Another word of the language for the first one of the line.
+std::optional<Repair> OtherWord(std::string_view text, std::size_t offset)
+{
+    const auto [begin, end] = LineAround(text, offset);
+    const std::string_view line = text.substr(begin, end - begin);
+    const std::string meant = MeantFirstWord(line);
+    const std::size_t word = line.find_first_not_of(" \t");
+    if (meant.empty() || word == std::string_view::npos) {
+        return std::nullopt;
+    }
+    const std::size_t length = std::min(line.find_first_of(" \t(;[", word), line.size()) - word;
+    return Repair{begin + word, length, meant};
+}
+
+/// Leaves out bytes that no source has outside of comments, such as typographic signs.
+std::optional<Repair> PlainBytes(std::string_view text, std::size_t offset)
+{
+    const auto isForeign = [](char c) { return static_cast<unsigned char>(c) >= 0x80; };
+    std::size_t begin = std::min(offset, text.size());
+    while (begin > 0 && isForeign(text[begin - 1])) {
+        --begin;
+    }
+    std::size_t end = begin;
+    while (end < text.size() && isForeign(text[end])) {
+        ++end;
+    }
+    return end > begin ? std::optional<Repair>({begin, end - begin, " "}) : std::nullopt;
+}
+
+/// Leaves out the line, with the block that it opens.
+std::optional<Repair> WithoutLine(std::string_view text, std::size_t offset)
+{
+    const auto [begin, lineEnd] = LineAround(text, offset);
+    std::size_t end = begin;
+    for (int depth = 0; end < text.size() && (end < lineEnd || depth > 0); ++end) {
+        depth += text[end] == '{' ? 1 : text[end] == '}' ? -1 : 0;
+    }
+    // A source must not end in a line break.
+    const std::size_t start = end == text.size() && begin > 0 ? begin - 1 : begin;
+    return end > start ? std::optional<Repair>({start, end - start, ""}) : std::nullopt;
+}
+
+/// Leaves out the statement, if there are others on its line.
+std::optional<Repair> WithoutStatement(std::string_view text, std::size_t offset)
+{
+    const auto [lineBegin, lineEnd] = LineAround(text, offset);
+    const std::string_view before = text.substr(lineBegin, offset - lineBegin);
+    const std::size_t last = before.find_last_of(";{}");
+    if (last == std::string_view::npos) {
+        return std::nullopt;
+    }
+    const std::size_t begin = lineBegin + last + 1;
+    const std::size_t next = std::min(text.find_first_of(";{}", offset), lineEnd);
+    const std::size_t end = next < lineEnd && text[next] == ';' ? next + 1 : next;
+    return Repair{begin, end - begin, ""};
+}
+
+/// A source that is repaired in one place after another.
 class RepairedSource {
 public:
     explicit RepairedSource(const std::string& content) : original(content), text(content) {}
 
-    /// Puts a part in behind the word before a fault of this source.
-    /// @return the place in the original source
-    TextPlace PutIn(const MissingPart& missing, const ReportFault& fault)
+    const std::string& Text() const { return text; }
+
+    void Apply(const Repair& repair)
     {
-        const std::size_t offset = OffsetOf(fault);
-        const std::size_t end = EndOfWordBefore(text, offset - std::min(missing.wordAfter, offset));
-        const TextPlace place = PlaceOf(end);
-        text.insert(end, missing.part);
-        insertions.emplace_back(end, missing.part.size());
-        return place;
+        done.push_back({repair, text.substr(repair.offset, repair.removed)});
+        text.replace(repair.offset, repair.removed, repair.added);
     }
 
-    /// Takes the part out that was put in last.
+    /// Takes the last repair back.
     void Undo()
     {
-        text.erase(insertions.back().first, insertions.back().second);
-        insertions.pop_back();
+        const Done& last = done.back();
+        text.replace(last.repair.offset, last.repair.added.size(), last.before);
+        done.pop_back();
     }
 
     /// What the parser says of this source. Nothing is logged.
@@ -107,7 +179,6 @@ public:
         return fault;
     }
 
-private:
     std::size_t OffsetOf(const ReportFault& fault) const
     {
         const TextLines lines(text);
@@ -118,45 +189,135 @@ private:
     /// The place of a byte of this source in the original one.
     TextPlace PlaceOf(std::size_t offset) const
     {
-        // The last part was put into a text that had all others.
-        for (auto i = insertions.rbegin(); i != insertions.rend(); ++i) {
-            offset -= offset > i->first ? std::min(i->second, offset - i->first) : 0;
-        }
-        return TextLines(original).PlaceOf(std::min(offset, original.size()));
+        return TextLines(original).PlaceOf(OriginalOffset(offset));
     }
+
+    std::size_t OriginalOffset(std::size_t offset) const
+    {
+        // The last repair was made in a text that had all others.
+        for (auto i = done.rbegin(); i != done.rend(); ++i) {
+            const Repair& repair = i->repair;
+            if (offset > repair.offset) {
+                const std::size_t into = std::min(repair.added.size(), offset - repair.offset);
+                const bool isBehind = offset >= repair.offset + repair.added.size();
+                offset = offset - into + (isBehind ? repair.removed : 0);
+            }
+        }
+        return std::min(offset, original.size());
+    }
+
+private:
+    struct Done {
+        Repair repair;
+        std::string before;  ///< the bytes that were removed
+    };
 
     const std::string& original;
     std::string text;
-    std::vector<std::pair<std::size_t, std::size_t>> insertions;  ///< where, and how many bytes
+    std::vector<Done> done;
 };
+
+/// Parses with a repair, and keeps it if there is less to say then.
+/// @param faults of the source; replaced if the repair is kept
+bool Mends(RepairedSource& source, const std::optional<Repair>& repair,
+           std::vector<ReportFault>& faults, std::size_t& attempts)
+{
+    if (!repair || attempts == 0) {
+        return false;
+    }
+    --attempts;
+    source.Apply(*repair);
+    std::vector<ReportFault> rest = source.Parse();
+    if (rest.size() < faults.size()) {
+        faults = std::move(rest);
+        return true;
+    }
+    source.Undo();
+    return false;
+}
+
+/// Puts a directive in place of a word like one whose block has no end for that reason.
+/// @return where the word was in the original source
+std::optional<std::size_t> MendDirective(RepairedSource& source, std::vector<ReportFault>& faults,
+                                         std::size_t& attempts)
+{
+    constexpr std::string_view kDirectives[] = {"#if", "#else", "#endif", "#for", "#endfor"};
+    const std::string_view text = source.Text();
+    for (std::size_t at = text.find('#'); at != std::string_view::npos && !faults.empty();
+         at = text.find('#', at + 1)) {
+        const std::size_t end = std::min(text.find_first_of(" \t\r\n", at), text.size());
+        const std::string_view word = text.substr(at, end - at);
+        const bool isFirst = text.substr(0, at).find_last_not_of(" \t") == std::string_view::npos ||
+                             text[text.substr(0, at).find_last_not_of(" \t")] == '\n';
+        if (!isFirst || std::find(std::begin(kDirectives), std::end(kDirectives), word) !=
+                            std::end(kDirectives)) {
+            continue;
+        }
+        const std::size_t original = source.OriginalOffset(at);
+        for (const std::string_view directive : {"#endif", "#endfor", "#if", "#else", "#for"}) {
+            if (Mends(source, Repair{at, word.size(), std::string(directive)}, faults, attempts)) {
+                return original;
+            }
+        }
+        break;
+    }
+    return std::nullopt;
+}
 
 }  // namespace
 
 std::vector<ReportFault> AuthorFaults(const std::string& content, std::vector<ReportFault> faults)
 {
+    if (faults.size() > 1 && !HintForSource(content).empty()) {
+        faults.resize(1);
+        return faults;
+    }
     std::vector<ReportFault> told;
     RepairedSource source(content);
     std::size_t attempts =
         std::min(kMostAttempts, kMostParsedBytes / std::max(content.size(), std::size_t{1}));
+    while (!faults.empty()) {
+        ReportFault fault = faults.front();
+        const std::optional<std::size_t> directive = MendDirective(source, faults, attempts);
+        if (!directive) {
+            break;
+        }
+        const TextPlace place = TextLines(content).PlaceOf(*directive);
+        fault.line = place.line;
+        fault.column = place.column;
+        fault.text =
+            messages::kUnexpectedCharacter +
+            content.substr(*directive, content.find_first_of(" \t\r\n", *directive) - *directive);
+        told.push_back(std::move(fault));
+    }
     for (std::size_t i = 0; i < faults.size();) {
         ReportFault fault = source.Placed(faults[i]);
+        if (fault.line == 0) {
+            told.push_back(std::move(fault));
+            ++i;
+            continue;
+        }
+        const std::size_t offset = source.OffsetOf(faults[i]);
         const MissingPart missing = MissingPartOf(fault.text);
-        if (!missing.part.empty() && fault.line > 0 && attempts > 0) {
-            --attempts;
-            const TextPlace place = source.PutIn(missing, faults[i]);
-            std::vector<ReportFault> rest = source.Parse();
-            // The part was missing there if there is less to say with it.
-            if (rest.size() < faults.size()) {
+        if (!missing.part.empty()) {
+            const std::size_t end =
+                EndOfWordBefore(source.Text(), offset - std::min(missing.wordAfter, offset));
+            const TextPlace place = source.PlaceOf(end);
+            if (Mends(source, Repair{end, 0, std::string(missing.part)}, faults, attempts)) {
+                // The part was missing there.
                 fault.line = place.line;
                 fault.column = place.column;
-                told.push_back(fault);
-                faults = std::move(rest);
+                told.push_back(std::move(fault));
                 continue;
             }
-            source.Undo();
         }
         told.push_back(std::move(fault));
-        ++i;
+        const bool isMended =
+            Mends(source, OtherWord(source.Text(), offset), faults, attempts) ||
+            Mends(source, PlainBytes(source.Text(), offset), faults, attempts) ||
+            Mends(source, WithoutStatement(source.Text(), offset), faults, attempts) ||
+            Mends(source, WithoutLine(source.Text(), offset), faults, attempts);
+        i += isMended ? 0 : 1;
     }
     return told;
 }

@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "morl/check/hints.h"
 
+#include "morl/check/internal/hint_words.h"
 #include "morl/core/messages.h"
 #include "morl/core/nearest.h"
-#include "morl/parser/internal/keywords.h"
 #include "morl/parser/keyword_map.h"
 
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <initializer_list>
 #include <iterator>
 #include <string_view>
@@ -17,199 +16,50 @@
 namespace ns_ruke {
 namespace {
 
-/// A word that Morl does not have, and what to write.
-struct WordHint {
-    std::string_view word;
-    std::string_view hint;
-};
-
-constexpr WordHint kWordHints[] = {
-    // Types.
-    {"vec2", "there is no type 'vec2': did you mean 'float2'?"},
-    {"vec3", "there is no type 'vec3': did you mean 'float3'?"},
-    {"vec4", "there is no type 'vec4': did you mean 'float4'?"},
-    {"mat3", "there is no type 'mat3': did you mean 'float3x3'?"},
-    {"mat4", "there is no type 'mat4': did you mean 'float4x4'?"},
-    {"half", "there is no type 'half': did you mean 'float'?"},
-    {"half2", "there is no type 'half2': did you mean 'float2'?"},
-    {"half3", "there is no type 'half3': did you mean 'float3'?"},
-    {"half4", "there is no type 'half4': did you mean 'float4'?"},
-    {"double", "there is no type 'double': did you mean 'float'?"},
-    {"fixed", "there is no type 'fixed': did you mean 'float'?"},
-    {"uint", "there is no type 'uint': did you mean 'int'?"},
-    {"bool", "there is no type 'bool': use a 'float', and compare it with 0.0"},
-    {"true", "there is no 'true': use 1.0"},
-    {"false", "there is no 'false': use 0.0"},
-    {"float2x2", "there is no type 'float2x2': use 'float2x4', or vectors"},
-    {"samplerCube", "there is no type 'samplerCube': did you mean 'samplerCUBE'?"},
-    {"Texture2D", "there is no type 'Texture2D': did you mean 'sampler2D'?"},
-    // Words of declarations.
-    {"const", "there are no constants: leave 'const' out, or use a uniform"},
-    {"static", "there are no static variables: leave 'static' out"},
-    {"struct", "there are no structures: use several variables"},
-    {"varying",
-     "there is no 'varying': write 'out TYPE NAME : TEXAUTO;' in the vertex pass and 'in' "
-     "in the fragment pass"},
-    {"attribute", "there is no 'attribute': write 'in TYPE NAME : SEMANTIC;'"},
-    {"inout", "there is no 'inout': functions cannot be called; put shared code into a node"},
-    {"precision", "there is no 'precision': the target's header has it"},
-    {"cbuffer", "there are no constant buffers: write 'uniform TYPE NAME;'"},
-    // Control.
-    {"return",
-     "there is no 'return': assign the result to an output, and use 'if' around the rest"},
-    {"break", "there is no 'break': use 'if' inside the loop"},
-    {"continue", "there is no 'continue': use 'if' inside the loop"},
-    {"switch", "there is no 'switch': use 'if' and 'else'"},
-    {"do", "there is no 'do': use 'for'"},
-    {"while", "there is no 'while': use 'for'"},
-    {"clip", "there is no 'clip': 'if (x < 0.0) { discard; }'"},
-    // Directives.
-    {"#define", "there is no '#define': macros get their values from the request (-D NAME=VALUE)"},
-    {"#ifdef", "there is no '#ifdef': '#if NAME', because a macro that is not set counts as 0"},
-    {"#ifndef",
-     "there is no '#ifndef': '#if NAME == 0', because a macro that is not set counts as 0"},
-    {"#elif", "there is no '#elif': put another '#if' into the '#else' part"},
-    {"#include", "there is no '#include': put shared code into a node, and refer to it"},
-    {"#version", "there is no '#version': the target's header has it"},
-    // Functions.
-    {"sqrt", "'sqrt' is not an intrinsic: pow(x, 0.5)"},
-    {"rsqrt", "'rsqrt' is not an intrinsic: 1.0 / pow(x, 0.5)"},
-    {"inversesqrt", "'inversesqrt' is not an intrinsic: 1.0 / pow(x, 0.5)"},
-    {"exp", "'exp' is not an intrinsic: pow(2.7182818, x)"},
-    {"exp2", "'exp2' is not an intrinsic: pow(2.0, x)"},
-    {"distance", "'distance' is not an intrinsic: length(a - b)"},
-    {"mix", "'mix' is not an intrinsic: lerp(a, b, x)"},
-    {"texture", "'texture' is not an intrinsic: tex2D(map, uv)"},
-    {"texture2D", "'texture2D' is not an intrinsic: tex2D(map, uv)"},
-    {"textureCube", "'textureCube' is not an intrinsic: texCUBE(map, direction)"},
-    {"tex2Dlod", "'tex2Dlod' is not an intrinsic: tex2D(map, uv), in the fragment pass"},
-    {"tex2Dbias", "'tex2Dbias' is not an intrinsic: tex2D(map, uv)"},
-    {"tex2Dgrad", "'tex2Dgrad' is not an intrinsic: tex2D(map, uv)"},
-    {"transpose", "'transpose' is not an intrinsic: mul(v, m) for mul(m, v)"},
-    {"step", "'step' is not an intrinsic: use 'if'"},
-    {"smoothstep",
-     "'smoothstep' is not an intrinsic: t = saturate((x - a) / (b - a)), then "
-     "t * t * (3.0 - 2.0 * t)"},
-    {"sign", "'sign' is not an intrinsic: use 'if'"},
-    {"ddx", "'ddx' is not an intrinsic, and nothing stands in for it"},
-    {"ddy", "'ddy' is not an intrinsic, and nothing stands in for it"},
-};
-
-/// Functions of other languages without a replacement of their own.
-constexpr std::string_view kOtherFunctions[] = {
-    "acos",  "all",     "any",   "asin",         "atan",        "atan2",
-    "ceil",  "degrees", "dFdx",  "dFdy",         "determinant", "faceforward",
-    "floor", "fmod",    "frac",  "fract",        "fwidth",      "inverse",
-    "isnan", "ldexp",   "log",   "log10",        "log2",        "matrixCompMult",
-    "mod",   "modf",    "noise", "outerProduct", "radians",     "refract",
-    "round", "sincos",  "sinh",  "tanh",         "trunc"};
-
-constexpr std::size_t CountIntrinsics()
-{
-    std::size_t count = 0;
-    for (const Keyword& keyword : kKeywords) {
-        const bool isFunction = keyword.wordClass == WordClass::Function;
-        for (const WordHint& hint : kWordHints) {
-            count += isFunction && keyword.spelling == hint.word ? 1 : 0;
-        }
-        for (const std::string_view word : kOtherFunctions) {
-            count += isFunction && keyword.spelling == word ? 1 : 0;
-        }
-    }
-    return count;
-}
-static_assert(CountIntrinsics() == 0, "a hint says that an intrinsic is none");
-
-/// Those that every target has.
-constexpr std::string_view kIntrinsics =
-    "max, min, saturate, clamp, length, normalize, reflect, dot, cross, mul, pow, lerp, sin, cos, "
-    "tan, abs, tex2D, texCUBE";
-
-bool IsWordCharacter(char c)
-{
-    return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_' || c == '$';
-}
-
 bool IsDigit(char c)
 {
     return c >= '0' && c <= '9';
 }
 
-/// The hint for one word of a line. A variable may have the name of a function.
-std::string HintForWord(std::string_view word, bool isCalled)
+/// A character or an operator that the language lacks, and what to write instead.
+struct SymbolHint {
+    std::string_view symbol;
+    std::string_view hint;
+};
+
+constexpr SymbolHint kSymbolHints[] = {
+    {"\xEF\xBB\xBF", "an invisible byte order mark stands here: remove it"},
+    {"\xC2\xA0", "a blank of this line is a non-breaking one: write a plain one"},
+    {"\xE2\x80\x93", "a typographic dash stands here: write '-'"},
+    {"\xE2\x80\x94", "a typographic dash stands here: write '-'"},
+    {"\xE2\x88\x92", "a typographic dash stands here: write '-'"},
+    {"\xE2\x80\x98", "typographic quotes stand here: Morl has no texts"},
+    {"\xE2\x80\x99", "typographic quotes stand here: Morl has no texts"},
+    {"\xE2\x80\x9C", "typographic quotes stand here: Morl has no texts"},
+    {"\xE2\x80\x9D", "typographic quotes stand here: Morl has no texts"},
+    {"\xC3\x97", "a typographic times sign stands here: write '*'"},
+    {"\"", "Morl has no texts: leave the quotes out"},
+    {"'", "Morl has no texts: leave the quotes out"},
+    {":=", "'=' assigns, without the ':'"},
+    {"^", "there is no '^': pow(x, y) for a power"},
+    {"\\n", "a backslash and an 'n' stand here: write a line break"},
+    {"\\", "a statement may go on in the next line without a backslash"},
+    {"<<", "there are no operators on bits: '* 2' for '<< 1'"},
+    {">>", "there are no operators on bits: '/ 2' for '>> 1'"},
+    {"->", "members follow a point: 'v.x'"},
+    {"::", "there are no namespaces: leave '::' and what is before it out"},
+    {"**", "there is no '**': pow(x, y)"},
+};
+
+/// Whether there is a byte outside of ASCII before a comment.
+bool HasForeignByte(std::string_view line)
 {
-    const auto* const known =
-        std::find_if(std::begin(kWordHints), std::end(kWordHints),
-                     [&](const WordHint& entry) { return entry.word == word; });
-    if (known != std::end(kWordHints)) {
-        const bool isFunction = known->hint.find("is not an intrinsic") != std::string_view::npos;
-        return isFunction && !isCalled ? "" : std::string(known->hint);
-    }
-    const bool isFunction =
-        isCalled && std::find(std::begin(kOtherFunctions), std::end(kOtherFunctions), word) !=
-                        std::end(kOtherFunctions);
-    return isFunction ? "'" + std::string(word) + "' is not an intrinsic; they are " +
-                            std::string(kIntrinsics)
-                      : "";
+    const std::string_view code = line.substr(0, std::min(line.find("//"), line.find("/*")));
+    return std::any_of(code.begin(), code.end(),
+                       [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
 }
 
-/// The hint for a number with something that numbers do not have.
-std::string HintForNumber(std::string_view number)
-{
-    if (number.size() > 1 && (number[1] == 'x' || number[1] == 'X')) {
-        return "numbers have only decimal digits: 255 for 0xFF";
-    }
-    const std::size_t end = number.find_first_not_of("0123456789.");
-    if (end == std::string_view::npos) {
-        return {};
-    }
-    const char c = number[end];
-    if (c == 'e' || c == 'E') {
-        return "numbers have no exponent: 0.001 for 1e-3";
-    }
-    return c == 'f' || c == 'F' || c == 'h' || c == 'u' || c == 'l'
-               ? "numbers have no suffix: 1.0 for 1.0f"
-               : "";
-}
-
-/// The first hint that the words of a line give, from the left; comments do not count.
-std::string HintInWords(std::string_view line)
-{
-    for (std::size_t i = 0; i < line.size();) {
-        if (line.substr(i, 2) == "//") {
-            break;
-        }
-        if (line.substr(i, 2) == "/*") {
-            const std::size_t close = line.find("*/", i + 2);
-            i = close == std::string_view::npos ? line.size() : close + 2;
-            continue;
-        }
-        const bool isDirective = line[i] == '#';
-        if (!IsWordCharacter(line[i]) && !isDirective) {
-            ++i;
-            continue;
-        }
-        std::size_t end = i + 1;
-        while (end < line.size() &&
-               (IsWordCharacter(line[end]) || (IsDigit(line[i]) && line[end] == '.'))) {
-            ++end;
-        }
-        const std::string_view word = line.substr(i, end - i);
-        const bool isMember = i > 0 && line[i - 1] == '.';
-        const std::size_t next = line.find_first_not_of(' ', end);
-        const bool isCalled = next != std::string_view::npos && line[next] == '(';
-        std::string hint = IsDigit(word[0]) ? HintForNumber(word)
-                           : isMember       ? ""
-                                            : HintForWord(word, isCalled);
-        if (!hint.empty()) {
-            return hint;
-        }
-        i = end;
-    }
-    return {};
-}
-
-/// A hint for operators that the language lacks.
+/// A hint for characters and operators that the language lacks.
 std::string HintInSymbols(std::string_view line)
 {
     for (std::size_t i = 0; i < line.size(); ++i) {
@@ -217,6 +67,13 @@ std::string HintInSymbols(std::string_view line)
         const char last = i > 0 ? line[i - 1] : '\0';
         if (line[i] == '/' && next == '/') {
             break;
+        }
+        const auto* const known = std::find_if(
+            std::begin(kSymbolHints), std::end(kSymbolHints), [&](const SymbolHint& entry) {
+                return line.substr(i, entry.symbol.size()) == entry.symbol;
+            });
+        if (known != std::end(kSymbolHints)) {
+            return std::string(known->hint);
         }
         if (line[i] == '?') {
             return "there is no '?:': use 'if'";
@@ -231,7 +88,7 @@ std::string HintInSymbols(std::string_view line)
             return "numbers begin with a digit: 0.5 for .5";
         }
     }
-    return {};
+    return HasForeignByte(line) ? "names have the letters a to z and A to Z, digits and '_'" : "";
 }
 
 bool StartsWith(std::string_view text, std::string_view start)
@@ -250,8 +107,8 @@ std::string_view FirstWord(std::string_view line)
     return line.substr(begin, end - begin);
 }
 
-/// A question for the word of these classes that a word was probably meant to be.
-std::string MeantWord(std::string_view word, std::initializer_list<WordClass> classes)
+/// The word of these classes that a word was probably meant to be; empty: none, or it is one.
+std::string NearestOf(std::string_view word, std::initializer_list<WordClass> classes)
 {
     constexpr std::size_t kShortest = 3;  // shorter words resemble too many others
     std::vector<std::string_view> names;
@@ -263,7 +120,13 @@ std::string MeantWord(std::string_view word, std::initializer_list<WordClass> cl
             names.push_back(keyword.spelling);
         }
     }
-    return word.size() < kShortest ? "" : DidYouMean(NearestName(names, word), "");
+    return word.size() < kShortest ? "" : NearestName(names, word);
+}
+
+/// The same as a question.
+std::string MeantWord(std::string_view word, std::initializer_list<WordClass> classes)
+{
+    return DidYouMean(NearestOf(word, classes), "");
 }
 
 /// The word that ends where the rest of the line begins.
@@ -274,6 +137,89 @@ std::string_view WordBefore(std::string_view line, std::size_t end)
         --begin;
     }
     return line.substr(begin, std::min(end, line.size()) - begin);
+}
+
+bool Contains(std::string_view text, std::string_view part)
+{
+    return text.find(part) != std::string_view::npos;
+}
+
+std::string_view FirstNonBlank(std::string_view line)
+{
+    return line.substr(std::min(line.find_first_not_of(" \t"), line.size()));
+}
+
+/// A type in parentheses before a value, as C converts.
+bool HasCast(std::string_view line)
+{
+    for (std::size_t open = line.find('('); open != std::string_view::npos;
+         open = line.find('(', open + 1)) {
+        const std::size_t close = line.find(')', open);
+        const std::string_view word =
+            close == std::string_view::npos ? "" : line.substr(open + 1, close - open - 1);
+        const bool isCall = open > 0 && IsWordCharacter(line[open - 1]);
+        if (!isCall &&
+            KeywordMap::RowOf(KeywordMap::Language().Find(word)).wordClass == WordClass::Type) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// A hint for the head of a loop.
+std::string HintForLoop(std::string_view line)
+{
+    const std::size_t open =
+        line.find("for (") != std::string_view::npos ? line.find("for (") : line.find("for(");
+    if (open == std::string_view::npos || line[open > 0 ? open - 1 : 0] == '#') {
+        return {};
+    }
+    const std::string_view head = line.substr(open, line.find('{', open) - open);
+    const std::size_t first = head.find(';');
+    const std::size_t second = first == std::string_view::npos ? first : head.find(';', first + 1);
+    const std::size_t step =
+        second != std::string_view::npos ? head.find_first_not_of(' ', second + 1) : second;
+    if (step != std::string_view::npos &&
+        (head.substr(step, 2) == "++" || head.substr(step, 2) == "--")) {
+        return "write 'i++' for '++i', and 'i--' for '--i'";
+    }
+    if (first != std::string_view::npos && Contains(head.substr(0, first), ",")) {
+        return "a 'for' has one counter: declare others above it";
+    }
+    return "a 'for' reads 'for (int i = 0; i < 4; i++) { ... }', and its condition begins with "
+           "the counter";
+}
+
+/// A hint that follows from the message and the character that it points at, when nothing else is
+/// known.
+std::string HintForToken(std::string_view message, std::string_view rest)
+{
+    const char next = rest.empty() ? '\0' : rest.front();
+    if (StartsWith(message, "miss ';'")) {
+        switch (next) {
+        case ')':
+        case ']':
+            return std::string("this '") + next + "' closes nothing: one is too many";
+        case ',':
+        case ':':
+            return "a statement ends with ';'";
+        case '=':
+            return "one assignment in each statement";
+        default:
+            return {};
+        }
+    }
+    if (StartsWith(message, "miss '")) {
+        return "a " + std::string(message.substr(std::string_view("miss ").size(), 3)) +
+               " is missing here";
+    }
+    if (StartsWith(message, "expression error")) {
+        return "a value is missing here: a name, a number, a call or a '(' begins one";
+    }
+    if (StartsWith(message, "invalid end of line")) {
+        return "a declaration reads 'in TYPE NAME : SEMANTIC;' or 'uniform TYPE NAME;'";
+    }
+    return {};
 }
 
 /// A hint that follows from the message and where it points.
@@ -295,12 +241,76 @@ std::string HintInPlace(const Excerpt& excerpt, std::string_view message)
     if (rest.substr(0, 1) == "(" && excerpt.line.find("discard") != std::string::npos) {
         return "'discard;' has no parentheses";
     }
+    const std::string_view firstWord = FirstWord(excerpt.line);
+    const bool isBuffer = firstWord == "uniform" || firstWord == "in" || firstWord == "out";
+    if (isBuffer && StartsWith(message, "wrong var definition")) {
+        return "'uniform', 'in' and 'out' stand outside of 'main'";
+    }
+    if (isBuffer && Contains(excerpt.line, "[") && Contains(excerpt.line, "sampler")) {
+        return "samplers are not arrays: declare one for each, as '#for' does";
+    }
+    if (Contains(excerpt.line, "main( ")) {
+        return "nothing stands between the parentheses of 'main()', not even a blank";
+    }
+    if (Contains(excerpt.line, " main(") && !Contains(excerpt.line, "main()")) {
+        return "the head is 'void main()': 'in' and 'out' declarations stand above it";
+    }
+    if (Contains(excerpt.line, "#else if")) {
+        return "there is no '#else if': put another '#if' into the '#else' part";
+    }
+    if (Contains(excerpt.line, "# if") || Contains(excerpt.line, "# e") ||
+        Contains(excerpt.line, "# for")) {
+        return "no blank follows a '#': '#if', '#else', '#endif', '#for', '#endfor'";
+    }
+    if (StartsWith(message, "miss '('")) {
+        const std::string_view called = WordBefore(excerpt.line, excerpt.caret);
+        if (Contains(excerpt.line.substr(0, excerpt.caret), "if ")) {
+            return "a condition stands in parentheses: 'if (a > b) { ... }'";
+        }
+        const WordClass wordClass =
+            KeywordMap::RowOf(KeywordMap::Language().Find(called)).wordClass;
+        if (HasCast(excerpt.line)) {
+            return "a conversion is written as a call: 'float(i)'";
+        }
+        if (wordClass == WordClass::Function) {
+            return "'" + std::string(called) + "' is a function: '" + std::string(called) + "(x)'";
+        }
+    }
+    if (StartsWith(message, "wrong var definition") && rest.substr(0, 1) == ":") {
+        return "semantics belong to 'in' and 'out', outside of 'main'";
+    }
+    if (StartsWith(FirstNonBlank(excerpt.line), "# ")) {
+        return "a comment begins with '//'";
+    }
+    if (StartsWith(message, "miss ':'") || StartsWith(message, "not valid marco name")) {
+        return "a '#for' reads '#for NAME : START', such as '#for LIGHTS : 0'; the macro's value "
+               "is "
+               "its end";
+    }
+    if (StartsWith(message, "invalid var type")) {
+        return MeantWord(WordBefore(excerpt.line, excerpt.caret), {WordClass::Type});
+    }
+    if (StartsWith(message, "not valid var")) {
+        const std::string_view word = WordBefore(excerpt.line, excerpt.caret);
+        const bool isKnown = KeywordMap::Language().Find(word) != TOKEN_NONE;
+        return isKnown && !isBuffer
+                   ? "'" + std::string(word) + "' is a word of the language: use another name"
+                   : "a declaration reads 'in TYPE NAME : SEMANTIC;' or 'uniform TYPE NAME;'";
+    }
+    const std::string loop = HintForLoop(excerpt.line);
+    if (!loop.empty() && !StartsWith(message, "unexpected character")) {
+        return loop;
+    }
+    if (StartsWith(message, "miss ';'") && WordBefore(excerpt.line, excerpt.caret) == "Sample") {
+        return "textures are sampled by functions: 'tex2D(map, uv)'";
+    }
     if (StartsWith(message, "miss ';'") && rest.substr(0, 1) == "(") {
         const std::string meant = MeantWord(WordBefore(excerpt.line, excerpt.caret),
                                             {WordClass::Function, WordClass::Type});
         return !meant.empty() ? meant
-                              : "only types and intrinsics can be called; they are " +
-                                    std::string(kIntrinsics);
+                              : "functions of one's own cannot be called: put shared code into a "
+                                "node; the intrinsics are " +
+                                    std::string(PortableIntrinsics());
     }
     if (StartsWith(message, "miss ')'") && rest.substr(0, 1) == "=") {
         return "'==' compares";
@@ -309,7 +319,7 @@ std::string HintInPlace(const Excerpt& excerpt, std::string_view message)
         return "an 'else' must follow the '}' of its 'if' directly";
     }
     if ((StartsWith(message, "expression error") || StartsWith(message, "miss ';'")) &&
-        excerpt.line.find("/*") != std::string::npos) {
+        (Contains(excerpt.line, "/*") || Contains(rest, "//"))) {
         return "a comment cannot stand inside a statement";
     }
     if (StartsWith(message, "miss '}'")) {
@@ -332,10 +342,6 @@ std::string HintInPlace(const Excerpt& excerpt, std::string_view message)
                                 "TEXCOORD0 to TEXCOORD7, TEXAUTO, SV_Position, COLOR, COLOR0 to "
                                 "COLOR3 and SAUTO";
     }
-    if (StartsWith(message, "invalid var type") &&
-        excerpt.line.find("main(") != std::string::npos) {
-        return "nothing stands between the parentheses of 'main()', not even a blank";
-    }
     if (StartsWith(message, "invalid var declare")) {
         std::string meant =
             MeantWord(FirstWord(excerpt.line),
@@ -344,7 +350,7 @@ std::string HintInPlace(const Excerpt& excerpt, std::string_view message)
             return meant;
         }
         return rest.substr(0, 1) == "}"
-                   ? "this '}' closes nothing: there is one too many, here or above"
+                   ? "this '}' closes nothing: it is one too many, or a block above has ended early"
                    : "outside of 'main' there are only declarations and 'void main()'";
     }
     if (StartsWith(message, "miss ','")) {
@@ -365,11 +371,19 @@ std::string HintInPlace(const Excerpt& excerpt, std::string_view message)
         const std::string meant = MeantWord(
             FirstWord(excerpt.line),
             {WordClass::Type, WordClass::Control, WordClass::Special, WordClass::Directive});
-        return !meant.empty()
-                   ? meant
+        if (!meant.empty()) {
+            return meant;
+        }
+        const std::size_t after = excerpt.line.find(firstWord) + firstWord.size();
+        const bool isTwoWords =
+            !firstWord.empty() && !IsDigit(firstWord[0]) && firstWord[0] != '#' &&
+            excerpt.line.substr(after, 1) == " " &&
+            IsWordCharacter(excerpt.line[std::min(after + 1, excerpt.line.size() - 1)]);
+        return isTwoWords
+                   ? "there is no type '" + std::string(firstWord) + "'"
                    : "a statement is 'TYPE NAME;', 'NAME = VALUE;', 'if', 'for' or 'discard;'";
     }
-    return {};
+    return HintForToken(message, rest);
 }
 
 /// Whether a line of a text begins like this.
@@ -383,9 +397,26 @@ bool HasLine(std::string_view text, std::string_view start)
 
 std::string HintForSource(std::string_view content)
 {
-    return HasLine(content, "<<<<<<< ") && HasLine(content, ">>>>>>> ")
-               ? "a merge has left its marks, '<<<<<<<' to '>>>>>>>': keep one of the two versions"
-               : "";
+    if (HasLine(content, "<<<<<<< ") && HasLine(content, ">>>>>>> ")) {
+        return "a merge has left its marks, '<<<<<<<' to '>>>>>>>': keep one of the two versions";
+    }
+    const std::size_t open = content.rfind("/*");
+    if (open != std::string_view::npos && content.find("*/", open + 2) == std::string_view::npos) {
+        return "a comment that begins in line " +
+               std::to_string(std::count(content.begin(),
+                                         content.begin() + static_cast<std::ptrdiff_t>(open),
+                                         '\n') +
+                              1) +
+               " has no end: add '*/'";
+    }
+    return {};
+}
+
+std::string MeantFirstWord(std::string_view line)
+{
+    return NearestOf(FirstWord(line),
+                     {WordClass::Buffer, WordClass::Void, WordClass::Type, WordClass::Control,
+                      WordClass::Special, WordClass::Directive});
 }
 
 std::string HintFor(const Excerpt& excerpt, std::string_view message)

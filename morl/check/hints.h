@@ -18,4 +18,7 @@ MORL_API std::string HintFor(const Excerpt& excerpt, std::string_view message);
 /// The same, judging by the whole source, for its first fault.
 std::string HintForSource(std::string_view content);
 
+/// The word of the language that the first word of a line was probably meant to be; empty: none.
+std::string MeantFirstWord(std::string_view line);
+
 }  // namespace ns_ruke

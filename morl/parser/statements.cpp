@@ -165,7 +165,11 @@ MorlSentence* MorlParser::ParseMultiComment()
 {
     const std::string_view rest(text + position, length - position);
     auto comment = Make<MorlMultiCommentSentence>();
-    comment->text = rest.substr(0, rest.find("*/"));
+    const std::size_t end = rest.find("*/");
+    comment->text = rest.substr(0, end);
+    if (end == std::string_view::npos) {
+        NoteLost(MorlLostKind::OpenComment, tokenStart);
+    }
     for (std::size_t i = 0; i < comment->text.size(); ++i) {
         PeekNext();
     }

@@ -5,6 +5,7 @@
 #include "morl/translator/internal/bindings.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace ns_ruke {
@@ -63,7 +64,7 @@ ValueType PassChecker::CallOf(const MorlFunctionCall& call, const Arguments& arg
     case TOKEN_TEX3D:
     case TOKEN_TEX2DPROJ:
     case TOKEN_TEXCUBE:
-        return Sample(call);
+        return Sample(call, arguments);
     default:
         break;
     }
@@ -86,6 +87,10 @@ ValueType PassChecker::Constructor(const MorlFunctionCall& call, const Arguments
         const bool isCast = arguments.size() == 1 && arguments[0].IsMatrix();
         Warn(isCast ? CheckKind::MatrixCast : CheckKind::MatrixConstructor, call.offset, call.name);
         return type;
+    }
+    if (type.base == ValueBase::Float && type.IsNumber() && arguments.size() == 1 &&
+        arguments[0].base == ValueBase::Int && HasOperator(call.arguments[0], {TOKEN_DIVIDE})) {
+        Warn(CheckKind::IntDivision, call.arguments[0]->offset);
     }
     if (!areKnown || type.IsNumber()) {
         return type;
@@ -157,6 +162,14 @@ ValueType PassChecker::Multiply(const MorlFunctionCall& call, const Arguments& a
     }
     const ValueType left = arguments[0];
     const ValueType right = arguments[1];
+    const bool areKnown = left.IsNumeric() && right.IsNumeric();
+    const int leftWidth = left.IsMatrix() ? left.columns : left.rows;
+    if (areKnown && (left.IsMatrix() || right.IsMatrix()) && leftWidth != right.rows) {
+        Warn(CheckKind::WidthMismatch, call.offset,
+             "in 'mul', a " + Quoted(KeywordMap::WordOf(left)) + " meets a " +
+                 Quoted(KeywordMap::WordOf(right)));
+        return {};
+    }
     if (left.IsVector() && right.IsMatrix()) {
         return {ValueBase::Float, right.columns, 1};
     }
@@ -168,9 +181,55 @@ ValueType PassChecker::Multiply(const MorlFunctionCall& call, const Arguments& a
                : ValueType();
 }
 
-ValueType PassChecker::Sample(const MorlFunctionCall& call)
+/// Whether the sampler and the coordinates are of the kind that a function takes.
+void PassChecker::CheckSampled(const MorlFunctionCall& call, const Arguments& arguments)
+{
+    struct Kind {
+        ENUM_TOKEN function;
+        ENUM_TOKEN sampler;
+        int coordinates;
+        const char* other;
+    };
+    constexpr Kind kKinds[] = {
+        {TOKEN_TEX2D, TOKEN_SAMPLER2D, 2, "texCUBE"},
+        {TOKEN_TEXCUBE, TOKEN_SAMPLERCUBE, 3, "tex2D"},
+    };
+    const auto* const kind =
+        std::find_if(std::begin(kKinds), std::end(kKinds),
+                     [&](const Kind& one) { return one.function == call.functionToken; });
+    if (kind != std::end(kKinds) && arguments.size() < 2) {
+        Warn(CheckKind::ArgumentCount, call.offset, call.name,
+             ": " + std::to_string(arguments.size()) + " for 2");
+        return;
+    }
+    if (kind == std::end(kKinds) || call.arguments[0]->unitType != TOKEN_IDENTIFIER) {
+        return;
+    }
+    const ScopeEntry* sampler =
+        scope.Find(static_cast<const MorlVariable*>(call.arguments[0])->name);
+    if (sampler == nullptr) {
+        return;
+    }
+    const std::string wanted(KeywordMap::WordOf(kind->sampler));
+    if (sampler->type.base != ValueBase::Sampler) {
+        Warn(CheckKind::SamplerKind, call.arguments[0]->offset, call.name,
+             "; its first argument is a '" + wanted + "'");
+    } else if ((sampler->word == TOKEN_SAMPLER2D || sampler->word == TOKEN_SAMPLERCUBE) &&
+               sampler->word != kind->sampler) {
+        Warn(CheckKind::SamplerKind, call.arguments[0]->offset, call.name,
+             "; '" + std::string(kind->other) + "' does");
+    } else if (arguments[1].IsNumeric() && !arguments[1].IsMatrix() &&
+               arguments[1].rows != kind->coordinates) {
+        Warn(CheckKind::WidthMismatch, call.arguments[1]->offset,
+             "'" + call.name + "' takes a 'float" + std::to_string(kind->coordinates) +
+                 "' and gets a " + Quoted(KeywordMap::WordOf(arguments[1])));
+    }
+}
+
+ValueType PassChecker::Sample(const MorlFunctionCall& call, const Arguments& arguments)
 {
     const ENUM_TOKEN token = call.functionToken;
+    CheckSampled(call, arguments);
     if (input.pass.stage == kVertexStage) {
         Warn(CheckKind::VertexTexture, call.offset, call.name);
     }

@@ -68,6 +68,7 @@ void PassChecker::DeclareGlobals(const std::vector<MorlDeclare*>& list,
             const bool isArray = declare.arraySize != nullptr && kind == Kind::Uniform;
             ScopeEntry entry = {declare.name, kind, TypeOf(declare), isArray,
                                 false,        node, declare.offset};
+            entry.word = declare.varType;
             entry.variable = kind == Kind::Output ? Follow(entry, false) : entry.variable;
             const ScopeEntry* other = scope.Declare(entry);
             if (other != nullptr) {
@@ -127,6 +128,9 @@ void PassChecker::CheckSemantic(const MorlDeclare& declare, Kind kind)
         Warn(CheckKind::MissingSemantic, declare.offset, declare.name);
     }
     CheckPlace(declare, kind, binding);
+    if (kind == Kind::Input && declare.name == "oProjPos") {
+        Warn(CheckKind::PositionInput, declare.offset, declare.name);
+    }
     const bool isFromVertexPass =
         kind == Kind::Input && binding == TOKEN_TEXAUTO && input.pass.stage == kFragmentStage;
     if (isFromVertexPass && input.pass.semantics.empty()) {
@@ -223,6 +227,36 @@ void PassChecker::CheckCopied(std::string_view name, std::uint32_t offset)
             Warn(CheckKind::CopiedName, offset, copied->name);
         }
     }
+}
+
+/// Whether an output is one that only the other stage has. What the pass declares says no more
+/// then.
+bool PassChecker::IsOfOtherStage()
+{
+    const std::vector<MorlDeclare*>& outputs = input.linked.outputs;
+    const bool isVertex = input.pass.stage == kVertexStage;
+    const auto isPosition = [](const MorlDeclare* output) {
+        return BindingToken(output) == TOKEN_SV_POSITION;
+    };
+    const auto isColor = [](const MorlDeclare* output) {
+        const ENUM_TOKEN binding = BindingToken(output);
+        return binding >= TOKEN_COLOR0 && binding <= TOKEN_COLOR3;
+    };
+    const bool hasPosition = std::any_of(outputs.begin(), outputs.end(), isPosition);
+    const auto color = std::find_if(outputs.begin(), outputs.end(), isColor);
+    const bool isOther = isVertex ? !hasPosition && color != outputs.end() : hasPosition;
+    if (!isOther || hasFaults) {
+        return false;
+    }
+    const MorlDeclare& output =
+        isVertex ? **color : **std::find_if(outputs.begin(), outputs.end(), isPosition);
+    const auto place = std::find(outputs.begin(), outputs.end(), &output) - outputs.begin();
+    const auto origin = std::find_if(
+        input.link.origins.begin(), input.link.origins.end(),
+        [&](const LinkOrigin& one) { return static_cast<std::size_t>(place) < one.outputs; });
+    node = static_cast<int>(origin - input.link.origins.begin());
+    Warn(CheckKind::WrongStage, output.offset, output.name);
+    return true;
 }
 
 /// Without an output for it, the first render target stays as it is.

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 // The names and the types of expressions, as far as they can be known.
 #include "morl/ast/stage.h"
+#include "morl/check/internal/hint_words.h"
 #include "morl/check/internal/pass_checker.h"
 #include "morl/core/nearest.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <initializer_list>
 #include <iterator>
 #include <set>
@@ -46,6 +48,21 @@ bool IsMultiplyCall(const MorlExpression& expression)
            static_cast<const MorlFunctionCall&>(expression).functionToken == TOKEN_MUL;
 }
 
+/// Whether an integer is divided by one that leaves a rest.
+bool HasRemainder(const MorlExpression& left, const MorlExpression& right)
+{
+    if (left.unitType != TOKEN_NUMBER || right.unitType != TOKEN_NUMBER) {
+        return false;
+    }
+    const std::string& dividend = static_cast<const MorlNumber&>(left).value;
+    const std::string& divisor = static_cast<const MorlNumber&>(right).value;
+    if ((dividend + divisor).find('.') != std::string::npos) {
+        return false;
+    }
+    const long long by = std::strtoll(divisor.c_str(), nullptr, 10);
+    return by != 0 && std::strtoll(dividend.c_str(), nullptr, 10) % by != 0;
+}
+
 /// The local variable that a statement declares; empty: none.
 std::string_view LocalOf(const MorlSentence* sentence)
 {
@@ -64,6 +81,43 @@ std::string_view LocalOf(const MorlSentence* sentence)
                           target->unitType == TOKEN_IDENTIFIER;
     return declares ? std::string_view(static_cast<const MorlVariable*>(target)->name)
                     : std::string_view();
+}
+
+/// The statement that declares a local variable, in blocks, too; null: none.
+const MorlSentence* FindLocal(const std::vector<MorlSentence*>& sentences, std::string_view name)
+{
+    for (const MorlSentence* sentence : sentences) {
+        if (sentence == nullptr) {
+            continue;
+        }
+        if (LocalOf(sentence) == name) {
+            return sentence;
+        }
+        const MorlSentence* inner = nullptr;
+        if (sentence->unitType == TOKEN_IF || sentence->unitType == TOKEN_ELSE) {
+            const auto& branch = static_cast<const MorlIfSentence&>(*sentence);
+            inner = FindLocal(branch.sentences, name);
+            inner = inner != nullptr ? inner : FindLocal(branch.elseSentences, name);
+        } else if (sentence->unitType == TOKEN_FOR) {
+            const auto& loop = static_cast<const MorlForSentence&>(*sentence);
+            inner = LocalOf(loop.init) == name ? loop.init : FindLocal(loop.sentences, name);
+        }
+        if (inner != nullptr) {
+            return inner;
+        }
+    }
+    return nullptr;
+}
+
+/// What stands in for a variable that GLSL has built in.
+std::string HintForBuiltIn(std::string_view name)
+{
+    if (name == "gl_Position") {
+        return "; assign an output: 'out float4 oProjPos : SV_Position;'";
+    }
+    return name == "gl_FragColor" || name == "gl_FragData"
+               ? "; assign an output: 'out float4 oColor : COLOR0;'"
+               : "; hand its value on from the vertex pass, or set it as a uniform";
 }
 
 }  // namespace
@@ -171,11 +225,37 @@ ValueType PassChecker::Member(ValueType value, const MorlExpression& member)
             warnings.Add(CheckKind::CopiedName, entry.node, entry.offset, entry.name);
         }
     }
+    CheckMember(value, name, member.offset);
     if (!value.IsVector()) {
         return {};
     }
     const std::size_t count = name.size();
     return count <= 4 ? ValueType{value.base, static_cast<std::uint8_t>(count), 1} : ValueType();
+}
+
+void PassChecker::CheckMember(ValueType value, const std::string& name, std::uint32_t offset)
+{
+    const bool isScalar = value.base == ValueBase::Float && value.IsNumber();
+    if (!isScalar && !value.IsVector()) {
+        return;
+    }
+    if (name.find_first_not_of("stpq") == std::string::npos) {
+        Warn(CheckKind::ComponentNames, offset, name);
+        return;
+    }
+    const FlowChecker::Components read = FlowChecker::ComponentsOf(name);
+    const bool areMixed = name.find_first_not_of("xyzw") != std::string::npos &&
+                          name.find_first_not_of("rgba") != std::string::npos;
+    if (name.size() > 4 || areMixed || read >= 1U << value.rows) {
+        Warn(CheckKind::ComponentRange, offset, name,
+             name.size() > 4 ? "; there are four at most"
+             : areMixed      ? "; they are 'xyzw' or 'rgba', one or the other"
+                             : "; it is a '" + std::string(KeywordMap::WordOf(value)) + "'");
+        return;
+    }
+    if (isScalar) {
+        Warn(CheckKind::ScalarMember, offset, name);
+    }
 }
 
 ValueType PassChecker::Operand(const MorlExpression& operand)
@@ -219,14 +299,32 @@ ValueType PassChecker::Variable(const MorlVariable& variable, FlowChecker::Compo
 void PassChecker::ReportUnknownName(const MorlVariable& variable)
 {
     const std::string& name = variable.name;
-    if (input.pass.macros.count(name) > 0 || input.link.usedMacros.count(name) > 0) {
-        Warn(CheckKind::MacroAsValue, variable.offset, name);
+    const std::string written = WordAt(variable.offset);
+    for (const std::string* word : {&name, &written}) {
+        if (input.pass.macros.count(*word) > 0 || input.link.usedMacros.count(*word) > 0) {
+            Warn(CheckKind::MacroAsValue, variable.offset, *word);
+            return;
+        }
+    }
+    if (hasFaults || !toldNames.emplace(node, name).second) {
         return;
     }
-    if (hasFaults || !warnings.IsNew(CheckKind::UndeclaredName, node, variable.offset)) {
-        return;
+    Warn(CheckKind::UndeclaredName, variable.offset, name,
+         written == name || written.empty() ? HintForUnknown(name)
+                                            : "; a '#for' has made it of '" + written +
+                                                  "', which has the name of its macro in it");
+}
+
+/// The name at a place of the node, as its author has written it. A '#for' writes others.
+std::string PassChecker::WordAt(std::uint32_t offset) const
+{
+    const std::string& content = input.link.origins[static_cast<std::size_t>(node)].node->Content();
+    const std::size_t first = std::min<std::size_t>(offset, content.size());
+    std::size_t last = first;
+    while (last < content.size() && (IsWordCharacter(content[last]) || content[last] == '#')) {
+        ++last;
     }
-    Warn(CheckKind::UndeclaredName, variable.offset, name, HintForUnknown(name));
+    return content.substr(first, last - first);
 }
 
 /// Where a name that is not declared may be: a letter away, or in another node.
@@ -234,6 +332,10 @@ std::string PassChecker::HintForUnknown(const std::string& name)
 {
     if (!warnings.WantsHint()) {
         return {};
+    }
+    const std::string foreign = HintInWords(name);
+    if (!foreign.empty()) {
+        return "; " + foreign;
     }
     if (name == declaredName) {
         return "; its own initial value cannot read it";
@@ -249,6 +351,10 @@ std::string PassChecker::HintForUnknown(const std::string& name)
         nearest.size() <= name.size() + 1) {
         return meant;
     }
+    std::string below = HintOfOwnNode(name);
+    if (!below.empty()) {
+        return below;
+    }
     std::string later = HintOfLaterNode(name);
     if (!later.empty()) {
         return later;
@@ -259,9 +365,31 @@ std::string PassChecker::HintForUnknown(const std::string& name)
     if (!declaring.empty() && !BuildsOn(declaring, here)) {
         return "; add the node '" + declaring + "', which declares it";
     }
-    return name.compare(0, 3, "gl_") == 0
-               ? "; declare an output, such as 'out float4 oColor : COLOR0;'"
-               : meant;
+    if (name.compare(0, 3, "gl_") == 0) {
+        return HintForBuiltIn(name);
+    }
+    if (name[0] == '#') {
+        return "; a colour is a vector, as 'float3(1.0, 0.0, 0.0)'";
+    }
+    return meant.empty() ? "; give it a type, or declare it as 'uniform'" : meant;
+}
+
+/// A local variable of this name that the node itself declares, in a block or too late.
+std::string PassChecker::HintOfOwnNode(const std::string& name) const
+{
+    const std::vector<LinkOrigin>& origins = input.link.origins;
+    const auto here = static_cast<std::size_t>(node);
+    const std::vector<MorlSentence*>& all = input.linked.mainFunction->sentences;
+    const std::size_t first = here == 0 ? 0 : origins[here - 1].sentences;
+    const std::vector<MorlSentence*> own(
+        all.begin() + static_cast<std::ptrdiff_t>(first),
+        all.begin() + static_cast<std::ptrdiff_t>(origins[here].sentences));
+    const MorlSentence* declaration = FindLocal(own, name);
+    return declaration == nullptr
+               ? ""
+               : "; what line " +
+                     std::to_string(origins[here].node->PlaceOf(declaration->offset).line) +
+                     " declares can be used below it, up to the end of its block";
 }
 
 /// A local variable of this name that a node of the pass declares, but too late.
@@ -379,7 +507,9 @@ ValueType PassChecker::Combine(const Term& term, ValueType left, ValueType right
     case 0:
         return kBool;
     case 1:
-        if (left.IsVector() && right.IsVector()) {
+        if (left.base == ValueBase::Bool || right.base == ValueBase::Bool) {
+            Warn(CheckKind::ChainedCompare, term.offset);
+        } else if (left.IsVector() || right.IsVector()) {
             Warn(CheckKind::VectorCompare, term.offset);
         } else {
             CheckInt(*term.operand, right, left);
@@ -401,6 +531,9 @@ ValueType PassChecker::CombineNumbers(const Term& term, ValueType left, ValueTyp
     }
     if (token == TOKEN_MODULO) {
         Warn(CheckKind::Modulo, term.offset);
+    }
+    if (token == TOKEN_DIVIDE && HasRemainder(leftOperand, *term.operand)) {
+        Warn(CheckKind::IntDivision, term.offset);
     }
     if (!left.IsNumeric() || !right.IsNumeric()) {
         return {};

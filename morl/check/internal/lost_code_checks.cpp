@@ -4,7 +4,9 @@
 #include "morl/ast/sentences.h"
 #include "morl/core/nearest.h"
 
+#include <algorithm>
 #include <string>
+#include <string_view>
 
 namespace ns_ruke {
 namespace {
@@ -50,11 +52,13 @@ private:
     /// After an error, what follows on its line is lost as well; the error says enough.
     void CheckNoted(const MorlLostCode& lost)
     {
-        if (!node.GetFaults().empty() && lost.kind != MorlLostKind::While &&
-            lost.kind != MorlLostKind::Main && lost.kind != MorlLostKind::MainInBlock) {
+        if (IsTold(lost)) {
             return;
         }
         switch (lost.kind) {
+        case MorlLostKind::OpenComment:
+            Warn(CheckKind::OpenComment, lost.offset);
+            break;
         case MorlLostKind::Statement:
         case MorlLostKind::Semicolon:
         case MorlLostKind::Word:
@@ -82,14 +86,55 @@ private:
         }
     }
 
+    /// Whether a fault of the node, or an earlier warning, says as much.
+    bool IsTold(const MorlLostCode& lost) const
+    {
+        const std::vector<ReportFault>& faults = node.GetFaults();
+        switch (lost.kind) {
+        case MorlLostKind::Main:
+        case MorlLostKind::MainInBlock:
+            return false;
+        case MorlLostKind::While: {
+            const int line = node.PlaceOf(lost.offset).line;
+            return std::any_of(faults.begin(), faults.end(),
+                               [line](const ReportFault& fault) { return fault.line == line; });
+        }
+        case MorlLostKind::Block:
+        case MorlLostKind::OpenBlock:
+        case MorlLostKind::Directive:
+            return !faults.empty() || hasTornHead;
+        default:
+            return !faults.empty();
+        }
+    }
+
     /// At most once per line: one bad statement drops several tokens.
     void WarnOfNoEffect(std::uint32_t offset)
     {
         const int line = node.PlaceOf(offset).line;
         if (line != lastLine) {
-            Warn(CheckKind::NoEffect, offset);
+            const std::string& content = node.Content();
+            const std::size_t end = std::min(content.find(';', offset), content.size());
+            const bool compares =
+                content.substr(offset, end - offset).find("==") != std::string::npos;
+            Warn(KindOfLost(offset), offset, {}, compares ? "; '=' assigns" : "");
         }
         lastLine = line;
+    }
+
+    CheckKind KindOfLost(std::uint32_t offset)
+    {
+        const std::string_view content = node.Content();
+        const std::size_t lineBreak = content.substr(0, offset).rfind('\n');
+        const std::size_t line = lineBreak == std::string_view::npos ? 0 : lineBreak + 1;
+        if ((content[offset] == '=' || content[offset] == ';') &&
+            content.substr(line, 3) == "#if") {
+            hasTornHead = true;
+            return CheckKind::TornCondition;
+        }
+        const std::string word = WordAt(offset);
+        const bool isDeclaration = word == "uniform" || word == "in" || word == "out";
+        return isDeclaration ? CheckKind::LostDeclaration : CheckKind::NoEffect;
     }
 
     std::string WordAt(std::uint32_t offset) const
@@ -184,7 +229,8 @@ private:
     int index;
     WarningList& warnings;
     const MorlProgram& program;
-    int lastLine = 0;  ///< on which something without effect was found
+    bool hasTornHead = false;  ///< whether the condition of a macro block has been torn
+    int lastLine = 0;          ///< on which something without effect was found
 };
 
 }  // namespace

@@ -22,12 +22,32 @@ bool ContinuesWord(char c)
     return StartsWord(c) || (c >= '0' && c <= '9');
 }
 
-/// The words of a source that follow a type on its line, outside of comments.
+/// How much deeper in brackets what follows a character is. Parentheses count twice, so that those
+/// outside of blocks are inner ones, too.
+int DepthOf(char c)
+{
+    switch (c) {
+    case '{':
+        return 1;
+    case '}':
+        return -1;
+    case '(':
+        return 2;
+    case ')':
+        return -2;
+    default:
+        return 0;
+    }
+}
+
+/// The words of a source that follow a type on its line, outside of comments, parentheses and inner
+/// blocks: what other nodes can use.
 std::vector<std::string> DeclaredNames(std::string_view source)
 {
     const KeywordMap keywords = KeywordMap::Language();
     std::vector<std::string> names;
     bool isAfterType = false;
+    int depth = 0;
     for (std::size_t i = 0; i < source.size();) {
         const std::string_view start = source.substr(i, 2);
         if (start == "//" || start == "/*") {
@@ -41,13 +61,14 @@ std::vector<std::string> DeclaredNames(std::string_view source)
             }
             const std::string_view word = source.substr(i, end - i);
             const ENUM_TOKEN token = keywords.Find(word);
-            if (isAfterType && token == TOKEN_NONE) {
+            if (isAfterType && token == TOKEN_NONE && depth <= 1) {
                 names.emplace_back(word);
             }
             isAfterType = KeywordMap::RowOf(token).wordClass == WordClass::Type;
             i = end;
         } else {
             isAfterType = isAfterType && (source[i] == ' ' || source[i] == '\t');
+            depth += DepthOf(source[i]);
             ++i;
         }
     }

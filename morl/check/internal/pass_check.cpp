@@ -40,8 +40,16 @@ void CheckMacros(const PassCheckInput& input, WarningList& warnings)
             }
         }
         std::sort(unused.begin(), unused.end());
-        warnings.Add(CheckKind::UnsetMacro, place.node, place.offset, name,
-                     warnings.WantsHint() ? DidYouMean(NearestName(unused, name), "; ") : "");
+        const auto isOfThisName = [&name = name](const MorlDeclare* uniform) {
+            return uniform->name == name;
+        };
+        const std::vector<MorlDeclare*>& uniforms = input.linked.uniforms;
+        std::string hint =
+            warnings.WantsHint() ? DidYouMean(NearestName(unused, name), "; ") : std::string();
+        if (std::any_of(uniforms.begin(), uniforms.end(), isOfThisName)) {
+            hint = "; the uniform of this name is another thing: use 'if'";
+        }
+        warnings.Add(CheckKind::UnsetMacro, place.node, place.offset, name, hint);
     }
 }
 

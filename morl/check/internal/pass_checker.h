@@ -51,6 +51,7 @@ private:
     void CheckRepetitions();
     void CheckOutputs();
     void CheckPlace(const MorlDeclare& declare, ScopeEntry::Kind kind, ENUM_TOKEN binding);
+    bool IsOfOtherStage();
     void CheckFirstColor();
     std::int64_t ElementsOf(const MorlDeclare& declare) const;
     void CheckLimits();
@@ -80,6 +81,7 @@ private:
     ValueType Postfix();
     FlowChecker::Components NextComponents() const;
     ValueType Member(ValueType value, const MorlExpression& member);
+    void CheckMember(ValueType value, const std::string& name, std::uint32_t offset);
     ValueType Operand(const MorlExpression& operand);
     ValueType Variable(const MorlVariable& variable,
                        FlowChecker::Components components = FlowChecker::kAll);
@@ -98,7 +100,9 @@ private:
     void WarnOfInt(const MorlExpression& operand);
     bool DependsOnData(const MorlExpression* expression);
     void ReportUnknownName(const MorlVariable& variable);
+    std::string WordAt(std::uint32_t offset) const;
     std::string HintForUnknown(const std::string& name);
+    std::string HintOfOwnNode(const std::string& name) const;
     std::string HintOfLaterNode(const std::string& name) const;
     bool BuildsOn(const std::string& from, const std::string& wanted) const;
     bool DoesNodeBuildOn(int from, int wanted) const;
@@ -111,7 +115,8 @@ private:
     ValueType Multiply(const MorlFunctionCall& call, const Arguments& arguments);
     bool IsPlainNumber(const MorlExpression& operand);
     bool IsScaled(const MorlExpression* product);
-    ValueType Sample(const MorlFunctionCall& call);
+    ValueType Sample(const MorlFunctionCall& call, const Arguments& arguments);
+    void CheckSampled(const MorlFunctionCall& call, const Arguments& arguments);
     ValueType Intrinsic(const MorlFunctionCall& call, const Arguments& arguments);
 
     void Warn(CheckKind kind, std::uint32_t offset, std::string_view name = {},
@@ -130,9 +135,11 @@ private:
     std::size_t at = 0;             ///< the next term
     std::size_t end = 0;            ///< of the terms of the innermost expression
     int node = -1;                  ///< of what is being checked: an index into the link's list
+    bool hasLostCode = false;       ///< whether a node has, so that assignments may be missing
     bool hasFaults = false;         ///< whether a node has some, so that names may be missing
     std::vector<ScopeEntry> componentNames;  ///< inputs and outputs that are called like members
-    std::unordered_set<int> takenRegisters;  ///< of samplers that come before
+    std::set<std::pair<int, std::string>> toldNames;  ///< that are not declared, by node
+    std::unordered_set<int> takenRegisters;           ///< of samplers that come before
     std::set<std::pair<ScopeEntry::Kind, ENUM_TOKEN>> takenSemantics;  ///< likewise
     bool hasAutoTexcoords = false;                                     ///< among the outputs
     std::string_view declaredName;  ///< of the variable whose initial value is being checked

@@ -20,8 +20,9 @@ struct ScopeEntry {
     ValueType type;  ///< of an element, for arrays
     bool isArray;
     bool isWritten;
-    int node;              ///< that declares it
-    std::uint32_t offset;  ///< of the declaration
+    int node;                      ///< that declares it
+    std::uint32_t offset;          ///< of the declaration
+    ENUM_TOKEN word = TOKEN_NONE;  ///< the type as written, of samplers
     bool isRead = false;
     int variable = -1;        ///< its number in the FlowChecker
     std::uint32_t depth = 0;  ///< of the block; 0: outside of `main`

@@ -45,6 +45,14 @@ void PassChecker::Run()
     hasFaults =
         std::any_of(input.link.origins.begin(), input.link.origins.end(),
                     [](const LinkOrigin& origin) { return !origin.node->GetFaults().empty(); });
+    hasLostCode = hasFaults || std::any_of(input.link.origins.begin(), input.link.origins.end(),
+                                           [](const LinkOrigin& origin) {
+                                               const MorlProgram* program = origin.node->Program();
+                                               return !program->lostCode.empty();
+                                           });
+    if (IsOfOtherStage()) {
+        return;
+    }
     const std::vector<MorlDeclare*>& outputs = input.linked.outputs;
     const auto isAutomatic = [](const MorlDeclare* output) {
         return BindingToken(output) == TOKEN_TEXAUTO;
@@ -70,11 +78,11 @@ void PassChecker::Run()
     flow.Finish();
 }
 
-/// The number by which the values of a variable are followed. After a fault of a node, what assigns
-/// or reads it may be lost.
+/// The number by which the values of a variable are followed. Where code is lost, what assigns or
+/// reads it may be.
 int PassChecker::Follow(const ScopeEntry& entry, bool isAssigned)
 {
-    return hasFaults ? FlowChecker::kNotFollowed : flow.Declare(entry, isAssigned);
+    return hasLostCode ? FlowChecker::kNotFollowed : flow.Declare(entry, isAssigned);
 }
 
 void PassChecker::CheckName(std::string_view name, std::uint32_t offset)
@@ -220,6 +228,12 @@ ScopeEntry* PassChecker::AssignedEntry(const MorlExpression& target)
         return nullptr;
     }
     entry->isWritten = true;
+    if (entry->kind == Kind::Uniform) {
+        Warn(CheckKind::AssignedUniform, base->offset, entry->name);
+    }
+    if (entry->isArray && base == &target) {
+        Warn(CheckKind::WholeArray, base->offset, entry->name);
+    }
     if (entry->kind == Kind::LoopVariable && !isStep) {
         Warn(CheckKind::LoopForm, base->offset, {}, "; leave its counter alone in its body");
     }
@@ -250,7 +264,10 @@ FlowChecker::Components PassChecker::AssignedComponents(const MorlExpression& ta
 
 void PassChecker::If(const MorlIfSentence& sentence)
 {
-    Expression(sentence.condition);
+    const ValueType condition = Expression(sentence.condition);
+    if (condition.IsNumeric() && condition.base != ValueBase::Bool) {
+        Warn(CheckKind::ConditionType, sentence.offset);
+    }
     FlowChecker::If branch = flow.BeginIf();
     Statements(sentence.sentences);
     flow.BeginElse(branch);

@@ -47,10 +47,31 @@ public:
         for (Diagnostic& diagnostic : findings.Tell(targets.size())) {
             Tell(diagnostic);
         }
+        TellUnsetMacros();
         TellUnusedNames();
     }
 
 private:
+    /// All in one line: they count as 0, which is what most authors mean.
+    void TellUnsetMacros()
+    {
+        if (unsetMacros.empty()) {
+            return;
+        }
+        std::string names;
+        for (const std::string& name : unsetMacros) {
+            names += (names.empty() ? "'" : ", '") + name + "'";
+        }
+        Diagnostic diagnostic;
+        diagnostic.severity = Severity::Info;
+        diagnostic.check = "unset-macro";
+        diagnostic.text = std::to_string(unsetMacros.size()) +
+                          (unsetMacros.size() == 1 ? " macro is not set, and counts"
+                                                   : " macros are not set, and count") +
+                          " as 0: " + names;
+        diagnostics.Report(diagnostic);
+    }
+
     bool Tells(const std::string& check) const
     {
         bool tells = true;
@@ -128,8 +149,15 @@ private:
             if (isElsewhere || !Tells(check)) {
                 continue;
             }
+            // One that resembles something else is probably a slip; others are meant to be 0.
+            const bool isSlip = warning.text.find("did you mean") != std::string::npos ||
+                                warning.text.find("uniform of this name") != std::string::npos;
+            if (check == "unset-macro" && !isSlip) {
+                unsetMacros.insert(warning.name);
+                continue;
+            }
             Finding finding;
-            finding.severity = Severity::Warning;
+            finding.severity = Findings::IsRefused(check) ? Severity::Error : Severity::Warning;
             finding.check = check;
             finding.node = warning.node;
             finding.line = warning.line;
@@ -274,7 +302,8 @@ private:
     Diagnostics& diagnostics;
     LoadedNodes nodes;
     std::optional<Manifest> manifest;
-    std::set<std::string> setMacros;  ///< by any shader of the manifest
+    std::set<std::string> setMacros;    ///< by any shader of the manifest
+    std::set<std::string> unsetMacros;  ///< that some node asks for
     std::vector<std::string> targets;
     std::vector<Unit> units;
     std::optional<CheckedUnits> checked;

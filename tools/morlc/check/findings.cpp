@@ -59,7 +59,7 @@ std::vector<Diagnostic> Findings::Tell(std::size_t allTargets) const
         }
         Diagnostic& diagnostic = told.emplace_back();
         const bool isConfirmed = judged.count(line) > 0 && IsRefused(finding.check);
-        diagnostic.severity = isConfirmed ? Severity::Error : finding.severity;
+        diagnostic.severity = finding.severity;
         diagnostic.check = finding.check;
         diagnostic.node = finding.node;
         diagnostic.nodePlace = {finding.line, finding.column};

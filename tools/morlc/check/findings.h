@@ -42,6 +42,9 @@ public:
     /// @param allTargets how many targets were checked; a finding in all of them does not list them
     std::vector<Diagnostic> Tell(std::size_t allTargets) const;
 
+    /// Whether compilers refuse what a check finds.
+    static bool IsRefused(const std::string& check);
+
 private:
     struct Entry {
         Finding finding;
@@ -51,7 +54,6 @@ private:
     using Key = std::tuple<std::string, std::string, int, int, std::string>;
     using Line = std::pair<std::string, int>;
 
-    static bool IsRefused(const std::string& check);
     bool ConfirmsAWarning(const Entry& verdict) const;
 
     std::vector<Entry> entries;

@@ -71,7 +71,8 @@ bool ReadMessage(const std::string& line, int stage, VerdictMessage& message)
         rest.insert(0, message.word.empty() ? "" : "'" + message.word + "': ");
     }
     message.text = rest.substr(0, rest.find_last_not_of(" \r") + 1);
-    return true;
+    // This follows the error that ended it.
+    return message.text != "compilation terminated";
 }
 
 void AppendMessages(const char* log, int stage, std::vector<VerdictMessage>& messages)
@@ -81,7 +82,12 @@ void AppendMessages(const char* log, int stage, std::vector<VerdictMessage>& mes
     for (std::string line; messages.size() < kMaxMessages && std::getline(lines, line);) {
         VerdictMessage message;
         if (ReadMessage(line, stage, message)) {
-            messages.push_back(message);
+            // What it had expected follows from what it has told.
+            const bool isFollowing = !messages.empty() && message.text.size() > 10 &&
+                                     message.text.substr(message.text.size() - 10) == ": Expected";
+            if (!isFollowing) {
+                messages.push_back(message);
+            }
         } else if (line.compare(0, 1, " ") == 0 && !messages.empty() && messages.back().line == 0) {
             messages.back().text += " " + line.substr(line.find_first_not_of(' '));
         }
