@@ -2,6 +2,7 @@
 #include "nodes/node_files.h"
 
 #include "json_file.h"
+#include "nodes/node_file_slips.h"
 #include "nodes/source_files.h"
 #include "output_file.h"
 #include "path.h"
@@ -51,7 +52,19 @@ public:
         for (const ns_ruke::NodeTextFault& fault : result.faults) {
             diagnostics.Report(ErrorAt(source->At(fault.line, fault.column), fault.text));
         }
+        if (result.faults.empty()) {
+            WarnOfSlips(*source, diagnostics);
+        }
         for (std::size_t i = 0; i < result.nodes.size(); ++i) {
+            const std::string other = nodes.origins->FileOf(result.nodes[i]);
+            if (!other.empty()) {
+                Diagnostic diagnostic =
+                    ErrorAt(source->AtByte(result.contents[i]),
+                            "node '" + result.nodes[i] + "' is also in " + other +
+                                (other == source->File() ? ", above" : "") + "; this one counts");
+                diagnostic.severity = Severity::Warning;
+                diagnostics.Report(diagnostic);
+            }
             nodes.origins->AddFromNodeFile(result.nodes[i], source, result.contents[i]);
         }
         return result.faults.empty();
