@@ -22,7 +22,7 @@ public:
             if (i > 0 && words[i - 1] >= words[i]) {
                 throw "words must be unique and in ascending order";
             }
-            lengths.at(static_cast<std::size_t>(words[i][0] - 'a')) |= 1U << words[i].size();
+            lengths.at(IndexOf(words[i][0])) |= 1U << words[i].size();
         }
     }
 
@@ -32,18 +32,26 @@ public:
     }
 
 private:
+    static constexpr std::size_t kLetters = 'z' - 'A' + 1;
+
+    /// The place of a first character in `lengths`; kLetters or more: no word begins so.
+    static constexpr std::size_t IndexOf(char c)
+    {
+        return static_cast<std::size_t>(static_cast<unsigned char>(c)) - 'A';
+    }
+
     /// Whether the name begins like one of the words and is as long. Most names fail this.
     bool MayContain(std::string_view name) const
     {
         constexpr std::size_t kLongestWord = 31;
-        return !name.empty() && name[0] >= 'a' && name[0] <= 'z' && name.size() <= kLongestWord &&
-               (lengths[static_cast<std::size_t>(name[0] - 'a')] & (1U << name.size())) != 0;
+        return !name.empty() && name.size() <= kLongestWord && IndexOf(name[0]) < kLetters &&
+               (lengths[IndexOf(name[0])] & (1U << name.size())) != 0;
     }
 
     const std::string_view* words = nullptr;
     std::size_t size = 0;
-    /// The lengths of the words that begin with each small letter, as bits.
-    std::array<std::uint32_t, 26> lengths{};
+    /// The lengths of the words that begin with each letter, as bits.
+    std::array<std::uint32_t, kLetters> lengths{};
 };
 
 }  // namespace ns_ruke
