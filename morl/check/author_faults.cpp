@@ -122,6 +122,19 @@ std::optional<Repair> WithoutLine(std::string_view text, std::size_t offset)
     return end > start ? std::optional<Repair>({start, end - start, ""}) : std::nullopt;
 }
 
+/// Another head for the block that the line opens, so that what is in it stays.
+std::optional<Repair> OtherHead(std::string_view text, std::size_t offset)
+{
+    const auto [begin, end] = LineAround(text, offset);
+    const std::string_view line = text.substr(begin, end - begin);
+    const std::size_t open = line.find_last_not_of(" \t\r");
+    const std::size_t first = line.find_first_not_of(" \t}");
+    if (open == std::string_view::npos || line[open] != '{' || first >= open) {
+        return std::nullopt;
+    }
+    return Repair{begin + first, open - first, "if (1 == 1) "};
+}
+
 /// Leaves out the statement, if there are others on its line.
 std::optional<Repair> WithoutStatement(std::string_view text, std::size_t offset)
 {
@@ -183,7 +196,9 @@ public:
     {
         const TextLines lines(text);
         const auto line = std::min(static_cast<std::size_t>(fault.line), lines.Starts().size());
-        return lines.Starts()[line - 1] + static_cast<std::size_t>(fault.column) - 1;
+        const std::size_t offset =
+            lines.Starts()[line - 1] + static_cast<std::size_t>(fault.column) - 1;
+        return std::min(offset, text.size());
     }
 
     /// The place of a byte of this source in the original one.
@@ -316,6 +331,7 @@ std::vector<ReportFault> AuthorFaults(const std::string& content, std::vector<Re
             Mends(source, OtherWord(source.Text(), offset), faults, attempts) ||
             Mends(source, PlainBytes(source.Text(), offset), faults, attempts) ||
             Mends(source, WithoutStatement(source.Text(), offset), faults, attempts) ||
+            Mends(source, OtherHead(source.Text(), offset), faults, attempts) ||
             Mends(source, WithoutLine(source.Text(), offset), faults, attempts);
         i += isMended ? 0 : 1;
     }

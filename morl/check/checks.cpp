@@ -52,6 +52,10 @@ constexpr CheckRow kChecks[] = {
     {CheckKind::MacroAsValue, "macro-as-value", "macros",
      "'{}' is a macro: here its name is written, not its value",
      "use it only in '#if', '#for' and parts of names", kAny, true},
+    {CheckKind::ConditionOrder, "condition-order", "macros",
+     "this condition comes out otherwise than it reads: '&&' and '||' have one priority, and the "
+     "digits after a point are a number of their own",
+     "put parentheses around each part, and use integers", kAny},
     {CheckKind::BrokenBlock, "broken-block", "lost-code",
      "this block falls apart at line {}, which yields no statement: what is before it is lost, "
      "what follows is always written",

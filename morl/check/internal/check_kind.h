@@ -20,6 +20,7 @@ enum class CheckKind : std::uint8_t {
     UnusedMacro,
     UnusedSampler,
     MacroAsValue,
+    ConditionOrder,
     BrokenBlock,
     OpenBlock,
     StrayDirective,

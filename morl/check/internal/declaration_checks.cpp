@@ -305,9 +305,10 @@ public:
     void Add(ValueType type, std::int64_t elements, const ScopeEntry& entry)
     {
         constexpr std::int64_t kVector = 4;
+        constexpr std::int64_t kMostElements = std::int64_t{1} << 30U;  // the sum stays in range
         const std::int64_t rows = type.IsMatrix() ? type.columns : 1;
         const std::int64_t used = type.IsMatrix() || !isPacked ? kVector : type.rows;
-        components += rows * used * std::max<std::int64_t>(elements, 0);
+        components += rows * used * std::clamp<std::int64_t>(elements, 0, kMostElements);
         if (first == nullptr && Vectors() > most) {
             first = &entry;
         }

@@ -34,6 +34,15 @@ int LevelOf(ENUM_TOKEN token)
     }
 }
 
+/// Whether a comparison takes the outcome of another one for a number.
+bool IsChained(ENUM_TOKEN token, ValueType left, ValueType right)
+{
+    const bool areBoth = left.base == ValueBase::Bool && right.base == ValueBase::Bool;
+    const bool isEquality = token == TOKEN_EQUAL || token == TOKEN_NOT_EQUAL;
+    return (left.base == ValueBase::Bool || right.base == ValueBase::Bool) &&
+           !(areBoth && isEquality);
+}
+
 const MorlExpression* WithoutParentheses(const MorlExpression* expression)
 {
     while (expression != nullptr && expression->unitType == TOKEN_PARENTHESISE_EXPRESSION) {
@@ -507,7 +516,7 @@ ValueType PassChecker::Combine(const Term& term, ValueType left, ValueType right
     case 0:
         return kBool;
     case 1:
-        if (left.base == ValueBase::Bool || right.base == ValueBase::Bool) {
+        if (IsChained(term.operatorToken, left, right)) {
             Warn(CheckKind::ChainedCompare, term.offset);
         } else if (left.IsVector() || right.IsVector()) {
             Warn(CheckKind::VectorCompare, term.offset);

@@ -2,6 +2,7 @@
 #include "morl/check/internal/lost_code_checks.h"
 
 #include "morl/ast/sentences.h"
+#include "morl/check/internal/condition_order.h"
 #include "morl/core/nearest.h"
 
 #include <algorithm>
@@ -14,8 +15,13 @@ namespace {
 /// Looks for lost code in the tree of one node, and in what its parser has noted.
 class LostCodeChecker {
 public:
-    LostCodeChecker(const MorlNode& newNode, int newIndex, WarningList& newWarnings)
-        : node(newNode), index(newIndex), warnings(newWarnings), program(*newNode.Program())
+    LostCodeChecker(const MorlNode& newNode, int newIndex,
+                    const std::unordered_map<std::string, int>& newMacros, WarningList& newWarnings)
+        : node(newNode),
+          index(newIndex),
+          macros(newMacros),
+          warnings(newWarnings),
+          program(*newNode.Program())
     {
     }
 
@@ -158,6 +164,7 @@ private:
     {
         if (declare.unitType == TOKEN_MARCO_IF_DECLARE) {
             const auto& group = static_cast<const MorlMarcoIfDeclare&>(declare);
+            CheckCondition(group.condition);
             for (const auto* list : {&group.declares, &group.elseDeclares}) {
                 for (const MorlDeclare* member : *list) {
                     CheckDeclare(*member);
@@ -188,6 +195,7 @@ private:
         switch (sentence.unitType) {
         case TOKEN_MARCO_IF_SENTENCE: {
             const auto& block = static_cast<const MorlMarcoIfSentence&>(sentence);
+            CheckCondition(block.condition);
             CheckPlace(sentence, isLoopBody);
             Check(block.sentences, false);
             Check(block.elseSentences, false);
@@ -195,7 +203,9 @@ private:
         }
         case TOKEN_MARCO_FOR_SENTENCE:
             CheckPlace(sentence, isLoopBody);
+            ++loops;
             Check(static_cast<const MorlMarcoForSentence&>(sentence).sentences, false);
+            --loops;
             break;
         case TOKEN_MARCO_ASSIGN_SENTENCE: {
             CheckPlace(sentence, isLoopBody);
@@ -218,6 +228,14 @@ private:
         }
     }
 
+    void CheckCondition(const MorlExpression* condition)
+    {
+        // In a '#for', its counter has other values than its macro.
+        if (loops == 0 && condition != nullptr && CountsOtherwise(*condition, macros)) {
+            Warn(CheckKind::ConditionOrder, condition->offset);
+        }
+    }
+
     void CheckPlace(const MorlSentence& sentence, bool isLoopBody)
     {
         if (isLoopBody) {
@@ -227,20 +245,23 @@ private:
 
     const MorlNode& node;
     int index;
+    const std::unordered_map<std::string, int>& macros;
     WarningList& warnings;
     const MorlProgram& program;
+    int loops = 0;             ///< around the statement, of those over a macro
     bool hasTornHead = false;  ///< whether the condition of a macro block has been torn
     int lastLine = 0;          ///< on which something without effect was found
 };
 
 }  // namespace
 
-void CheckLostCode(const MorlNode& node, int index, WarningList& warnings)
+void CheckLostCode(const MorlNode& node, int index,
+                   const std::unordered_map<std::string, int>& macros, WarningList& warnings)
 {
     const MorlProgram* program = node.Program();
     if (program != nullptr &&
         (program->hasMacros || !program->lostCode.empty() || !program->functions.empty())) {
-        LostCodeChecker(node, index, warnings).Run();
+        LostCodeChecker(node, index, macros, warnings).Run();
     }
 }
 

@@ -59,7 +59,7 @@ void CheckPass(const PassCheckInput& input, std::vector<ReportWarning>& warnings
 {
     WarningList list(input.link, input.target.info, warnings);
     for (std::size_t i = 0; i < input.link.origins.size(); ++i) {
-        CheckLostCode(*input.link.origins[i].node, static_cast<int>(i), list);
+        CheckLostCode(*input.link.origins[i].node, static_cast<int>(i), input.pass.macros, list);
     }
     CheckReferences(input, list);
     CheckMacros(input, list);
