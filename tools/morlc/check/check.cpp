@@ -34,8 +34,10 @@ public:
     void Run()
     {
         if (!HasVerdict() && Tells("verdict")) {
-            throw std::runtime_error(
-                "this morlc was built without a compiler; check with -W no-verdict");
+            Diagnostic diagnostic;
+            diagnostic.severity = Severity::Info;
+            diagnostic.text = "this morlc was built without a compiler, so nothing else judges";
+            diagnostics.Report(diagnostic);
         }
         nodes = LoadNodes(prefix, diagnostics);
         if (!nodes.compiler) {
@@ -109,7 +111,7 @@ private:
     void Collect()
     {
         std::optional<Verdicts> verdicts;
-        if (Tells("verdict")) {
+        if (HasVerdict() && Tells("verdict")) {
             verdicts.emplace(units, *checked, options.jobs, options.quiet);
         }
         for (std::size_t i = 0; i < units.size(); ++i) {
