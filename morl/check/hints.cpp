@@ -297,7 +297,7 @@ std::string HintInPlace(const Excerpt& excerpt, std::string_view message)
                    ? "'" + std::string(word) + "' is a word of the language: use another name"
                    : "a declaration reads 'in TYPE NAME : SEMANTIC;' or 'uniform TYPE NAME;'";
     }
-    const std::string loop = HintForLoop(excerpt.line);
+    std::string loop = HintForLoop(excerpt.line);
     if (!loop.empty() && !StartsWith(message, "unexpected character")) {
         return loop;
     }
@@ -368,7 +368,7 @@ std::string HintInPlace(const Excerpt& excerpt, std::string_view message)
             excerpt.line.find("--") != std::string::npos) {
             return "'++' and '--' work on names and array elements: 'v.x += 1.0;'";
         }
-        const std::string meant = MeantWord(
+        std::string meant = MeantWord(
             FirstWord(excerpt.line),
             {WordClass::Type, WordClass::Control, WordClass::Special, WordClass::Directive});
         if (!meant.empty()) {

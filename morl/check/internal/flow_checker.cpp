@@ -189,18 +189,15 @@ void FlowChecker::EndIf(If& branch)
 std::vector<std::pair<int, FlowChecker::Components>> FlowChecker::TakeBack(std::size_t count)
 {
     std::vector<std::pair<int, Components>> taken;
-    for (; log.size() > count; log.pop_back()) {
-        const auto [variable, before] = log.back();
-        Components& known = variables[static_cast<std::size_t>(variable)].known;
-        taken.emplace_back(variable, known);
-        known = before;
+    for (std::size_t i = count; i < log.size(); ++i) {
+        const int variable = log[i].first;
+        taken.emplace_back(variable, variables[static_cast<std::size_t>(variable)].known);
     }
-    // What was known last comes first among those of a variable.
-    std::stable_sort(taken.begin(), taken.end(),
-                     [](const auto& a, const auto& b) { return a.first < b.first; });
-    taken.erase(std::unique(taken.begin(), taken.end(),
-                            [](const auto& a, const auto& b) { return a.first == b.first; }),
-                taken.end());
+    std::sort(taken.begin(), taken.end());
+    taken.erase(std::unique(taken.begin(), taken.end()), taken.end());
+    for (; log.size() > count; log.pop_back()) {
+        variables[static_cast<std::size_t>(log.back().first)].known = log.back().second;
+    }
     return taken;
 }
 

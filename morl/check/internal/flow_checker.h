@@ -76,9 +76,9 @@ private:
 
     /// A range of statements: [begin, end).
     struct Block {
-        int parent;
-        BlockKind kind;
-        std::int32_t begin;
+        int parent = 0;
+        BlockKind kind = BlockKind::Main;
+        std::int32_t begin = 0;
         std::int32_t end = 0;
         int other = 0;  ///< of the first part of an `if`: the other part
     };

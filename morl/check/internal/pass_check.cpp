@@ -40,8 +40,9 @@ void CheckMacros(const PassCheckInput& input, WarningList& warnings)
             }
         }
         std::sort(unused.begin(), unused.end());
-        const auto isOfThisName = [&name = name](const MorlDeclare* uniform) {
-            return uniform->name == name;
+        const std::string& macro = name;
+        const auto isOfThisName = [&macro](const MorlDeclare* uniform) {
+            return uniform->name == macro;
         };
         const std::vector<MorlDeclare*>& uniforms = input.linked.uniforms;
         std::string hint =
