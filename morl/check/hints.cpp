@@ -166,15 +166,124 @@ bool HasCast(std::string_view line)
     return false;
 }
 
-/// A hint for the head of a loop.
-std::string HintForLoop(std::string_view line)
+/// A fault, and what is known of its place.
+struct FaultPlace {
+    FaultPlace(const Excerpt& excerpt, std::string_view newMessage)
+        : line(excerpt.line), message(newMessage)
+    {
+        const std::size_t caret = std::min(excerpt.caret, line.size());
+        before = line.substr(0, caret);
+        rest = line.substr(caret);
+        lastWord = WordBefore(line, caret);
+        firstWord = FirstWord(line);
+        isAfterEnd = std::string_view(";{}").find(excerpt.before) != std::string_view::npos;
+        isDeclaration = firstWord == "uniform" || firstWord == "in" || firstWord == "out";
+    }
+
+    bool Says(std::string_view start) const { return StartsWith(message, start); }
+    bool Has(std::string_view part) const { return Contains(line, part); }
+    bool IsAt(std::string_view start) const { return StartsWith(rest, start); }
+
+    std::string_view line;
+    std::string_view message;    ///< without its place
+    std::string_view before;     ///< the line up to the place
+    std::string_view rest;       ///< the line from the place on
+    std::string_view firstWord;  ///< of the line
+    std::string_view lastWord;   ///< that ends at the place
+    bool isAfterEnd = false;     ///< whether the place follows the end of a statement or block
+    bool isDeclaration = false;  ///< whether the line begins like a declaration of the shader
+};
+
+std::string HintForEnd(const FaultPlace& place)
 {
-    const std::size_t open =
-        line.find("for (") != std::string_view::npos ? line.find("for (") : line.find("for(");
-    if (open == std::string_view::npos || line[open > 0 ? open - 1 : 0] == '#') {
+    const bool isOver = place.rest.find_first_not_of(" \t\r") == std::string_view::npos;
+    if ((place.Says("miss ';'") || place.Says("invalid end of line")) && isOver) {
+        return "a ';' is missing here";
+    }
+    const bool isAtStart = place.before.find_first_not_of(' ') == std::string_view::npos;
+    if (place.Says("miss ';'") && isAtStart && !place.isAfterEnd) {
+        return "a ';' is missing at the end of the statement above this line";
+    }
+    return place.IsAt("(") && place.Has("discard") ? "'discard;' has no parentheses" : "";
+}
+
+std::string HintForPlaceInShader(const FaultPlace& place)
+{
+    if (place.isDeclaration && place.Says("wrong var definition")) {
+        return "'uniform', 'in' and 'out' stand outside of 'main'";
+    }
+    if (place.Says("wrong var definition") && place.IsAt(":")) {
+        return "semantics belong to 'in' and 'out', outside of 'main'";
+    }
+    if (place.isDeclaration && place.Has("[") && place.Has("sampler")) {
+        return "samplers are not arrays: declare one for each, as '#for' does";
+    }
+    if (place.Has("main( ")) {
+        return "nothing stands between the parentheses of 'main()', not even a blank";
+    }
+    return place.Has(" main(") && !place.Has("main()")
+               ? "the head is 'void main()': 'in' and 'out' declarations stand above it"
+               : "";
+}
+
+std::string HintForDirective(const FaultPlace& place)
+{
+    if (place.Has("#else if")) {
+        return "there is no '#else if': put another '#if' into the '#else' part";
+    }
+    if (place.Has("# if") || place.Has("# e") || place.Has("# for")) {
+        return "no blank follows a '#': '#if', '#else', '#endif', '#for', '#endfor'";
+    }
+    if (StartsWith(FirstNonBlank(place.line), "# ")) {
+        return "a comment begins with '//'";
+    }
+    return place.Says("miss ':'") || place.Says("not valid marco name")
+               ? "a '#for' reads '#for NAME : START', such as '#for LIGHTS : 0'; the macro's value "
+                 "is its end"
+               : "";
+}
+
+std::string HintForParenthesis(const FaultPlace& place)
+{
+    if (!place.Says("miss '('")) {
         return {};
     }
-    const std::string_view head = line.substr(open, line.find('{', open) - open);
+    if (Contains(place.before, "if ")) {
+        return "a condition stands in parentheses: 'if (a > b) { ... }'";
+    }
+    if (HasCast(place.line)) {
+        return "a conversion is written as a call: 'float(i)'";
+    }
+    const std::string word(place.lastWord);
+    const ENUM_TOKEN token = KeywordMap::Language().Find(word);
+    return KeywordMap::RowOf(token).wordClass == WordClass::Function
+               ? "'" + word + "' is a function: '" + word + "(x)'"
+               : "";
+}
+
+std::string HintForName(const FaultPlace& place)
+{
+    if (place.Says("invalid var type")) {
+        return MeantWord(place.lastWord, {WordClass::Type});
+    }
+    if (!place.Says("not valid var")) {
+        return {};
+    }
+    const bool isKnown = KeywordMap::Language().Find(place.lastWord) != TOKEN_NONE;
+    return isKnown && !place.isDeclaration
+               ? "'" + std::string(place.lastWord) + "' is a word of the language: use another name"
+               : "a declaration reads 'in TYPE NAME : SEMANTIC;' or 'uniform TYPE NAME;'";
+}
+
+std::string HintForLoop(const FaultPlace& place)
+{
+    const std::size_t blank = place.line.find("for (");
+    const std::size_t open = blank != std::string_view::npos ? blank : place.line.find("for(");
+    if (open == std::string_view::npos || place.line[open > 0 ? open - 1 : 0] == '#' ||
+        place.Says("unexpected character")) {
+        return {};
+    }
+    const std::string_view head = place.line.substr(open, place.line.find('{', open) - open);
     const std::size_t first = head.find(';');
     const std::size_t second = first == std::string_view::npos ? first : head.find(';', first + 1);
     const std::size_t step =
@@ -190,12 +299,109 @@ std::string HintForLoop(std::string_view line)
            "the counter";
 }
 
-/// A hint that follows from the message and the character that it points at, when nothing else is
-/// known.
-std::string HintForToken(std::string_view message, std::string_view rest)
+std::string HintForCall(const FaultPlace& place)
 {
-    const char next = rest.empty() ? '\0' : rest.front();
-    if (StartsWith(message, "miss ';'")) {
+    if (!place.Says("miss ';'") || (place.lastWord != "Sample" && !place.IsAt("("))) {
+        return {};
+    }
+    if (place.lastWord == "Sample") {
+        return "textures are sampled by functions: 'tex2D(map, uv)'";
+    }
+    std::string meant = MeantWord(place.lastWord, {WordClass::Function, WordClass::Type});
+    return !meant.empty() ? meant
+                          : "functions of one's own cannot be called: put shared code into a node; "
+                            "the intrinsics are " +
+                                std::string(PortableIntrinsics());
+}
+
+std::string HintForStatement(const FaultPlace& place)
+{
+    if (place.Says("miss ')'") && place.IsAt("=")) {
+        return "'==' compares";
+    }
+    if (place.Says("need if")) {
+        return "an 'else' must follow the '}' of its 'if' directly";
+    }
+    if ((place.Says("expression error") || place.Says("miss ';'")) &&
+        (place.Has("/*") || Contains(place.rest, "//"))) {
+        return "a comment cannot stand inside a statement";
+    }
+    return place.Says("miss '}'") ? "a '{' above is not closed, or a line above has an error" : "";
+}
+
+std::string HintForDeclaration(const FaultPlace& place)
+{
+    if ((place.Says("wrong var definition") || place.Says("invalid end of line")) &&
+        place.Has(",")) {
+        return "one name in each declaration";
+    }
+    if (place.Says("invalid end of line") && place.Has("=")) {
+        return "what is declared outside of 'main' has no initial value: assign it in 'main'";
+    }
+    if (place.Says("miss ','")) {
+        return "a ',' or a ')' is missing";
+    }
+    if (place.Says("miss '('") && place.rest.find_first_of(";=[,") == 0) {
+        return "outside of 'main' there are only 'uniform', 'in' and 'out': write 'uniform' in "
+               "front, or move it into 'main'";
+    }
+    return place.Has("] =") ? "arrays have no initial value: assign each element" : "";
+}
+
+std::string HintForSemantic(const FaultPlace& place)
+{
+    if (!place.Says("need a register symbol")) {
+        return {};
+    }
+    std::string meant = MeantWord(place.lastWord, {WordClass::Semantic});
+    return !meant.empty() ? meant
+                          : "the semantics are POSITION, NORMAL, TANGENT, BINORMAL, "
+                            "BLENDINDICES, BLENDWEIGHT, "
+                            "TEXCOORD0 to TEXCOORD7, TEXAUTO, SV_Position, COLOR, COLOR0 to "
+                            "COLOR3 and SAUTO";
+}
+
+std::string HintForFirstWord(const FaultPlace& place)
+{
+    if (!place.Says("invalid var declare")) {
+        return {};
+    }
+    std::string meant = MeantWord(place.firstWord, {WordClass::Buffer, WordClass::Void,
+                                                    WordClass::Type, WordClass::Directive});
+    if (!meant.empty()) {
+        return meant;
+    }
+    return place.IsAt("}")
+               ? "this '}' closes nothing: it is one too many, or a block above has ended early"
+               : "outside of 'main' there are only declarations and 'void main()'";
+}
+
+std::string HintForAssignment(const FaultPlace& place)
+{
+    if (!place.Says("need assign operator")) {
+        return {};
+    }
+    if (place.Has("++") || place.Has("--")) {
+        return "'++' and '--' work on names and array elements: 'v.x += 1.0;'";
+    }
+    const std::string_view word = place.firstWord;
+    std::string meant = MeantWord(
+        word, {WordClass::Type, WordClass::Control, WordClass::Special, WordClass::Directive});
+    if (!meant.empty()) {
+        return meant;
+    }
+    const std::string_view after = place.line.substr(place.line.find(word) + word.size());
+    const bool isTwoWords = !word.empty() && !IsDigit(word[0]) && word[0] != '#' &&
+                            after.size() > 1 && after[0] == ' ' && IsWordCharacter(after[1]);
+    return isTwoWords ? "there is no type '" + std::string(word) + "'"
+                      : "a statement is 'TYPE NAME;', 'NAME = VALUE;', 'if', 'for' or 'discard;'";
+}
+
+/// When nothing else is known: what the message and the character at the place say.
+std::string HintForToken(const FaultPlace& place)
+{
+    const char next = place.rest.empty() ? '\0' : place.rest.front();
+    if (place.Says("miss ';'")) {
         switch (next) {
         case ')':
         case ']':
@@ -209,181 +415,37 @@ std::string HintForToken(std::string_view message, std::string_view rest)
             return {};
         }
     }
-    if (StartsWith(message, "miss '")) {
-        return "a " + std::string(message.substr(std::string_view("miss ").size(), 3)) +
+    if (place.Says("miss '")) {
+        return "a " + std::string(place.message.substr(std::string_view("miss ").size(), 3)) +
                " is missing here";
     }
-    if (StartsWith(message, "expression error")) {
+    if (place.Says("expression error")) {
         return "a value is missing here: a name, a number, a call or a '(' begins one";
     }
-    if (StartsWith(message, "invalid end of line")) {
-        return "a declaration reads 'in TYPE NAME : SEMANTIC;' or 'uniform TYPE NAME;'";
-    }
-    return {};
+    return place.Says("invalid end of line")
+               ? "a declaration reads 'in TYPE NAME : SEMANTIC;' or 'uniform TYPE NAME;'"
+               : "";
 }
 
-/// A hint that follows from the message and where it points.
+/// A hint that follows from the message and where it points. The first one that knows something
+/// counts.
 std::string HintInPlace(const Excerpt& excerpt, std::string_view message)
 {
-    const bool isAtStart =
-        excerpt.line.find_first_not_of(' ') >= std::min(excerpt.caret, excerpt.line.size());
-    const std::string_view rest =
-        std::string_view(excerpt.line).substr(std::min(excerpt.caret, excerpt.line.size()));
-    const bool isClosed = std::string_view(";{}").find(excerpt.before) != std::string_view::npos;
-    const bool missesEnd =
-        StartsWith(message, "miss ';'") || StartsWith(message, "invalid end of line");
-    if (missesEnd && rest.find_first_not_of(" \t\r") == std::string_view::npos) {
-        return "a ';' is missing here";
-    }
-    if (StartsWith(message, "miss ';'") && isAtStart && !isClosed) {
-        return "a ';' is missing at the end of the statement above this line";
-    }
-    if (rest.substr(0, 1) == "(" && excerpt.line.find("discard") != std::string::npos) {
-        return "'discard;' has no parentheses";
-    }
-    const std::string_view firstWord = FirstWord(excerpt.line);
-    const bool isBuffer = firstWord == "uniform" || firstWord == "in" || firstWord == "out";
-    if (isBuffer && StartsWith(message, "wrong var definition")) {
-        return "'uniform', 'in' and 'out' stand outside of 'main'";
-    }
-    if (isBuffer && Contains(excerpt.line, "[") && Contains(excerpt.line, "sampler")) {
-        return "samplers are not arrays: declare one for each, as '#for' does";
-    }
-    if (Contains(excerpt.line, "main( ")) {
-        return "nothing stands between the parentheses of 'main()', not even a blank";
-    }
-    if (Contains(excerpt.line, " main(") && !Contains(excerpt.line, "main()")) {
-        return "the head is 'void main()': 'in' and 'out' declarations stand above it";
-    }
-    if (Contains(excerpt.line, "#else if")) {
-        return "there is no '#else if': put another '#if' into the '#else' part";
-    }
-    if (Contains(excerpt.line, "# if") || Contains(excerpt.line, "# e") ||
-        Contains(excerpt.line, "# for")) {
-        return "no blank follows a '#': '#if', '#else', '#endif', '#for', '#endfor'";
-    }
-    if (StartsWith(message, "miss '('")) {
-        const std::string_view called = WordBefore(excerpt.line, excerpt.caret);
-        if (Contains(excerpt.line.substr(0, excerpt.caret), "if ")) {
-            return "a condition stands in parentheses: 'if (a > b) { ... }'";
-        }
-        const WordClass wordClass =
-            KeywordMap::RowOf(KeywordMap::Language().Find(called)).wordClass;
-        if (HasCast(excerpt.line)) {
-            return "a conversion is written as a call: 'float(i)'";
-        }
-        if (wordClass == WordClass::Function) {
-            return "'" + std::string(called) + "' is a function: '" + std::string(called) + "(x)'";
+    using PlaceHint = std::string (*)(const FaultPlace& place);
+    constexpr PlaceHint kPlaceHints[] = {
+        HintForEnd,         HintForPlaceInShader, HintForDirective, HintForParenthesis,
+        HintForName,        HintForLoop,          HintForCall,      HintForStatement,
+        HintForDeclaration, HintForSemantic,      HintForFirstWord, HintForAssignment,
+        HintForToken,
+    };
+    const FaultPlace place(excerpt, message);
+    for (const PlaceHint hintFor : kPlaceHints) {
+        std::string hint = hintFor(place);
+        if (!hint.empty()) {
+            return hint;
         }
     }
-    if (StartsWith(message, "wrong var definition") && rest.substr(0, 1) == ":") {
-        return "semantics belong to 'in' and 'out', outside of 'main'";
-    }
-    if (StartsWith(FirstNonBlank(excerpt.line), "# ")) {
-        return "a comment begins with '//'";
-    }
-    if (StartsWith(message, "miss ':'") || StartsWith(message, "not valid marco name")) {
-        return "a '#for' reads '#for NAME : START', such as '#for LIGHTS : 0'; the macro's value "
-               "is "
-               "its end";
-    }
-    if (StartsWith(message, "invalid var type")) {
-        return MeantWord(WordBefore(excerpt.line, excerpt.caret), {WordClass::Type});
-    }
-    if (StartsWith(message, "not valid var")) {
-        const std::string_view word = WordBefore(excerpt.line, excerpt.caret);
-        const bool isKnown = KeywordMap::Language().Find(word) != TOKEN_NONE;
-        return isKnown && !isBuffer
-                   ? "'" + std::string(word) + "' is a word of the language: use another name"
-                   : "a declaration reads 'in TYPE NAME : SEMANTIC;' or 'uniform TYPE NAME;'";
-    }
-    std::string loop = HintForLoop(excerpt.line);
-    if (!loop.empty() && !StartsWith(message, "unexpected character")) {
-        return loop;
-    }
-    if (StartsWith(message, "miss ';'") && WordBefore(excerpt.line, excerpt.caret) == "Sample") {
-        return "textures are sampled by functions: 'tex2D(map, uv)'";
-    }
-    if (StartsWith(message, "miss ';'") && rest.substr(0, 1) == "(") {
-        const std::string meant = MeantWord(WordBefore(excerpt.line, excerpt.caret),
-                                            {WordClass::Function, WordClass::Type});
-        return !meant.empty() ? meant
-                              : "functions of one's own cannot be called: put shared code into a "
-                                "node; the intrinsics are " +
-                                    std::string(PortableIntrinsics());
-    }
-    if (StartsWith(message, "miss ')'") && rest.substr(0, 1) == "=") {
-        return "'==' compares";
-    }
-    if (StartsWith(message, "need if")) {
-        return "an 'else' must follow the '}' of its 'if' directly";
-    }
-    if ((StartsWith(message, "expression error") || StartsWith(message, "miss ';'")) &&
-        (Contains(excerpt.line, "/*") || Contains(rest, "//"))) {
-        return "a comment cannot stand inside a statement";
-    }
-    if (StartsWith(message, "miss '}'")) {
-        return "a '{' above is not closed, or a line above has an error";
-    }
-    const bool isDeclaration =
-        StartsWith(message, "wrong var definition") || StartsWith(message, "invalid end of line");
-    if (isDeclaration && excerpt.line.find(',') != std::string::npos) {
-        return "one name in each declaration";
-    }
-    if (StartsWith(message, "invalid end of line") && excerpt.line.find('=') != std::string::npos) {
-        return "what is declared outside of 'main' has no initial value: assign it in 'main'";
-    }
-    if (StartsWith(message, "need a register symbol")) {
-        const std::string meant =
-            MeantWord(WordBefore(excerpt.line, excerpt.caret), {WordClass::Semantic});
-        return !meant.empty() ? meant
-                              : "the semantics are POSITION, NORMAL, TANGENT, BINORMAL, "
-                                "BLENDINDICES, BLENDWEIGHT, "
-                                "TEXCOORD0 to TEXCOORD7, TEXAUTO, SV_Position, COLOR, COLOR0 to "
-                                "COLOR3 and SAUTO";
-    }
-    if (StartsWith(message, "invalid var declare")) {
-        std::string meant =
-            MeantWord(FirstWord(excerpt.line),
-                      {WordClass::Buffer, WordClass::Void, WordClass::Type, WordClass::Directive});
-        if (!meant.empty()) {
-            return meant;
-        }
-        return rest.substr(0, 1) == "}"
-                   ? "this '}' closes nothing: it is one too many, or a block above has ended early"
-                   : "outside of 'main' there are only declarations and 'void main()'";
-    }
-    if (StartsWith(message, "miss ','")) {
-        return "a ',' or a ')' is missing";
-    }
-    if (StartsWith(message, "miss '('") && rest.find_first_of(";=[,") == 0) {
-        return "outside of 'main' there are only 'uniform', 'in' and 'out': write 'uniform' in "
-               "front, or move it into 'main'";
-    }
-    if (excerpt.line.find("] =") != std::string::npos) {
-        return "arrays have no initial value: assign each element";
-    }
-    if (StartsWith(message, "need assign operator")) {
-        if (excerpt.line.find("++") != std::string::npos ||
-            excerpt.line.find("--") != std::string::npos) {
-            return "'++' and '--' work on names and array elements: 'v.x += 1.0;'";
-        }
-        std::string meant = MeantWord(
-            FirstWord(excerpt.line),
-            {WordClass::Type, WordClass::Control, WordClass::Special, WordClass::Directive});
-        if (!meant.empty()) {
-            return meant;
-        }
-        const std::size_t after = excerpt.line.find(firstWord) + firstWord.size();
-        const bool isTwoWords =
-            !firstWord.empty() && !IsDigit(firstWord[0]) && firstWord[0] != '#' &&
-            excerpt.line.substr(after, 1) == " " &&
-            IsWordCharacter(excerpt.line[std::min(after + 1, excerpt.line.size() - 1)]);
-        return isTwoWords
-                   ? "there is no type '" + std::string(firstWord) + "'"
-                   : "a statement is 'TYPE NAME;', 'NAME = VALUE;', 'if', 'for' or 'discard;'";
-    }
-    return HintForToken(message, rest);
+    return {};
 }
 
 /// Whether a line of a text begins like this.

@@ -2,6 +2,7 @@
 #include "morl/compiler/node_source.h"
 
 #include "morl/compiler/internal/node_reader.h"
+#include "morl/core/limits.h"
 #include "morl/core/messages.h"
 #include "morl/core/nearest.h"
 
@@ -60,6 +61,8 @@ bool ReadJson(std::string_view text, Json::Value& value)
     Json::CharReaderBuilder builder;
     Json::CharReaderBuilder::strictMode(&builder.settings_);
     builder["strictRoot"] = false;
+    // It has to fit into a node, in the list of a node file.
+    builder["stackLimit"] = kMaxJsonNesting - 2;
     const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
     try {
         return reader->parse(text.data(), text.data() + text.size(), &value, nullptr);
@@ -376,7 +379,9 @@ std::string WriteNodeText(const std::vector<NodeSource>& nodes)
             references.append(references.empty() ? "" : ", ").append(WriteJson(reference));
         }
         add("ref", "[" + references + "]");
-        for (const auto& [name, json] : node.members) {
+        std::vector<std::pair<std::string, std::string>> members = node.members;
+        std::sort(members.begin(), members.end());
+        for (const auto& [name, json] : members) {
             add(name, json);
         }
         text.append("    \"content\": ").append(WriteJson(node.content)).append("\n  }");

@@ -146,13 +146,16 @@ _morlc_nodes() {
 
 # Offers values of a kind. Only the last name of a list is completed.
 _morlc_values() {
-    local before=""
+    local before="" name
     case $1 in
     directory) mapfile -t COMPREPLY < <(compgen -d -- "$word") ;;
     file) mapfile -t COMPREPLY < <(compgen -f -- "$word") ;;
     nodes)
         [[ $word == *,* ]] && before=${word%,*},
-        mapfile -t COMPREPLY < <(compgen -P "$before" -W "$(_morlc_nodes)" -- "${word##*,}")
+        # Names are no shell code: "compgen -W" would run what is in them.
+        while IFS= read -r name; do
+            [[ $name == "${word##*,}"* ]] && COMPREPLY+=("$before$name")
+        done < <(_morlc_nodes)
         ;;
     words) mapfile -t COMPREPLY < <(compgen -W "$2" -- "$word") ;;
     file-or-nodes)

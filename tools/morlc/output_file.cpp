@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <numeric>
@@ -183,7 +184,13 @@ void RemoveLeftovers(const std::string& folder)
     std::vector<std::filesystem::path> leftovers;
     for (std::filesystem::directory_iterator i(ToPath(folder), error), end; !error && i != end;
          i.increment(error)) {
-        if (PathText(i->path().filename()).rfind(kTemporaryStart, 0) == 0) {
+        const std::string name = PathText(i->path().filename());
+        const std::size_t start = std::strlen(kTemporaryStart);
+        const std::string rest = name.substr(std::min(start, name.size()));
+        const bool isTemporary =
+            name.rfind(kTemporaryStart, 0) == 0 &&
+            (rest.size() == 6 || rest.find_first_not_of("0123456789-") == std::string::npos);
+        if (isTemporary && i->is_regular_file(error)) {
             leftovers.push_back(i->path());
         }
     }

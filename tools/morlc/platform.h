@@ -55,7 +55,8 @@ struct NewFile {
 /// Makes a new file next to the one that it is to replace, of a name that nobody has. It gets the
 /// permissions of that file, or those of any new file if there is none. (On Windows, those of its
 /// folder.)
-NewFile MakeFileBeside(const std::filesystem::path& target);
+/// @param isPrivate nobody else may read it, whatever is there
+NewFile MakeFileBeside(const std::filesystem::path& target, bool isPrivate = false);
 
 /// Renames a file; one of the new name is replaced, without a moment in which there is none.
 /// @return whether it was done; if not, `errno` says why.

@@ -115,14 +115,16 @@ std::FILE* OpenToWrite(const std::string& path)
     return std::fopen(path.c_str(), "wb");
 }
 
-NewFile MakeFileBeside(const std::filesystem::path& target)
+NewFile MakeFileBeside(const std::filesystem::path& target, bool isPrivate)
 {
     std::string path = (target.parent_path() / (kTemporaryStart + std::string("XXXXXX"))).string();
     const int descriptor = ::mkstemp(path.data());
     if (descriptor < 0) {
         return {};
     }
-    ::fchmod(descriptor, ModeOf(target));
+    if (!isPrivate) {
+        ::fchmod(descriptor, ModeOf(target));
+    }
     std::FILE* const stream = ::fdopen(descriptor, "wb");
     if (stream == nullptr) {
         ::close(descriptor);

@@ -130,7 +130,7 @@ std::FILE* OpenToWrite(const std::string& path)
     return ::_wfopen(ToPath(path).c_str(), L"wb");
 }
 
-NewFile MakeFileBeside(const std::filesystem::path& target)
+NewFile MakeFileBeside(const std::filesystem::path& target, bool /*isPrivate*/)
 {
     constexpr int kAttempts = 100;
     for (unsigned i = 0; i < kAttempts; ++i) {

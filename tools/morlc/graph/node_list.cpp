@@ -47,7 +47,7 @@ void AppendDeclares(std::string& text, const char* title, const std::vector<Morl
 void AppendNode(std::string& text, const ns_ruke::MorlNode& node, const std::string& file)
 {
     const std::string name = node.GetName();
-    text += Printable(name) + "  " + file + "\n";
+    text += Printable(name) + "  " + Printable(file) + "\n";
     for (const std::string& reference : node.GetReference()) {
         text += "  ref      " + Printable(reference) + "\n";
     }

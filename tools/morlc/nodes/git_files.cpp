@@ -21,21 +21,22 @@ namespace {
 using ns_ruke::NodeSource;
 
 /// The nodes of one of the files to be merged.
+/// @param isBase nothing of it is written: it may be empty, as that of a file which both sides have
+///        added is, and what a merge would lose does not matter
 /// @return nothing if it cannot be merged by its nodes; this has been reported
-std::optional<std::vector<NodeSource>> ReadForMerge(const std::string& path,
+std::optional<std::vector<NodeSource>> ReadForMerge(const std::string& path, bool isBase,
                                                     const std::string& prefix,
                                                     Diagnostics& diagnostics)
 {
-    // What both sides have added has an empty file as its base.
-    if (ReadSource(path, prefix).Text().empty()) {
+    if (ReadSource(path, prefix).Text().empty() && isBase) {
         return std::vector<NodeSource>();
     }
     std::optional<NodeDocument> document = ReadNodeDocument(path, prefix, diagnostics);
     if (!document) {
         return std::nullopt;
     }
-    bool isValid = document->losses.empty();
-    for (const Place& place : document->losses) {
+    bool isValid = isBase || document->losses.empty();
+    for (const Place& place : isBase ? std::vector<Place>() : document->losses) {
         diagnostics.Report(ErrorAt(place, "a merge would lose this; merge the file by hand"));
     }
     std::set<std::string> names;
@@ -75,9 +76,9 @@ void Merge(const Options& options, Diagnostics& diagnostics)
 {
     const std::string prefix = EnterDirectory(options.common.directory);
     const FileOptions& files = options.files;
-    const auto base = ReadForMerge(files.base, prefix, diagnostics);
-    const auto ours = ReadForMerge(files.ours, prefix, diagnostics);
-    const auto theirs = ReadForMerge(files.theirs, prefix, diagnostics);
+    const auto base = ReadForMerge(files.base, true, prefix, diagnostics);
+    const auto ours = ReadForMerge(files.ours, false, prefix, diagnostics);
+    const auto theirs = ReadForMerge(files.theirs, false, prefix, diagnostics);
     if (!base || !ours || !theirs) {
         return;
     }

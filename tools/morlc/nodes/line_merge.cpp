@@ -18,7 +18,8 @@ namespace {
 class ScratchFile {
 public:
     explicit ScratchFile(const std::string& text = {})
-        : file(MakeFileBeside(std::filesystem::temp_directory_path() / "morlc-merge"))
+        : file(MakeFileBeside(std::filesystem::temp_directory_path() / "morlc-merge",
+                              /*isPrivate=*/true))
     {
         if (file.stream == nullptr) {
             throw std::runtime_error("cannot write a temporary file");

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <filesystem>
+#include <map>
 
 namespace morlc {
 namespace {
@@ -51,8 +52,8 @@ std::vector<Place> FindLosses(const SourceText& source)
         if (text[i] != plain[i]) {
             losses.push_back(source.AtByte(i));
             const bool isLine = text.compare(i, 2, "//") == 0;
-            const std::size_t end = isLine ? text.find('\n', i) : text.find("*/", i);
-            i = std::min(end, text.size() - 2) + 1;
+            const std::size_t end = isLine ? text.find('\n', i) : text.find("*/", i + 2);
+            i = end == std::string::npos ? text.size() : end + (isLine ? 0 : 1);
         }
     }
     AddLostValues(source, plain, losses);
@@ -69,6 +70,10 @@ std::optional<NodeDocument> ReadNodeDocument(const std::string& path, const std:
     if (!std::filesystem::exists(ToPath(path))) {
         return document;
     }
+    if (!std::filesystem::is_regular_file(ToPath(path))) {
+        diagnostics.Error("cannot read " + AsGiven(prefix, ToPath(path)) + ": it is not a file");
+        return std::nullopt;
+    }
     document.text = ReadSource(path, prefix);
     std::vector<ns_ruke::NodeTextFault> faults;
     document.nodes = ns_ruke::ReadNodeText({document.text.File(), document.text.Text()}, faults);
@@ -84,7 +89,10 @@ std::optional<NodeDocument> ReadNodeDocument(const std::string& path, const std:
 
 bool IsSameNode(const ns_ruke::NodeSource& a, const ns_ruke::NodeSource& b)
 {
-    return a.references == b.references && a.x == b.x && a.y == b.y && a.members == b.members &&
+    // Members have no order.
+    const std::map<std::string, std::string> members(a.members.begin(), a.members.end());
+    const std::map<std::string, std::string> others(b.members.begin(), b.members.end());
+    return a.references == b.references && a.x == b.x && a.y == b.y && members == others &&
            a.content == b.content;
 }
 

@@ -49,21 +49,26 @@ std::vector<std::string> Split(const std::string& lines)
     return names;
 }
 
-/// The names that one side has given to nodes of the base, by their old names.
+/// The names that one side has given to nodes of the base, by their old names. Where several have
+/// the same content, nobody knows which is which.
 std::map<std::string, std::string> FindRenamed(const Nodes& base, const Nodes& side)
 {
-    std::map<std::string, std::string> renamed;
-    std::set<std::string> used;
+    std::multimap<std::string_view, std::string_view> gone;
     for (const auto& [name, node] : base) {
-        if (side.count(name) > 0 || node.content.empty()) {
-            continue;
+        if (side.count(name) == 0 && !node.content.empty()) {
+            gone.emplace(node.content, name);
         }
-        for (const auto& [newName, newNode] : side) {
-            if (base.count(newName) == 0 && newNode.content == node.content &&
-                used.insert(newName).second) {
-                renamed.emplace(name, newName);
-                break;
-            }
+    }
+    std::multimap<std::string_view, std::string_view> come;
+    for (const auto& [name, node] : side) {
+        if (base.count(name) == 0) {
+            come.emplace(node.content, name);
+        }
+    }
+    std::map<std::string, std::string> renamed;
+    for (const auto& [content, name] : gone) {
+        if (gone.count(content) == 1 && come.count(content) == 1) {
+            renamed.emplace(name, come.find(content)->second);
         }
     }
     return renamed;
@@ -82,6 +87,17 @@ Value MergeValues(const Value& base, const Value& ours, const Value& theirs, boo
 std::string Marked(const std::string& ours, const std::string& theirs)
 {
     return "<<<<<<< ours\n" + ours + "\n=======\n" + theirs + "\n>>>>>>> theirs\n";
+}
+
+/// git merges lines of text only.
+MergedLines MergeContents(const std::string& base, const std::string& ours,
+                          const std::string& theirs)
+{
+    const bool areText = (base + ours + theirs).find('\0') == std::string::npos;
+    if (areText || ours == base || theirs == base || ours == theirs) {
+        return MergeLines(base, ours, theirs);
+    }
+    return {Marked(ours, theirs), true};
 }
 
 std::vector<std::string> MergeReferences(const NodeSource& base, const NodeSource& ours,
@@ -149,7 +165,7 @@ NodeSource MergeNode(const NodeSource& base, const NodeSource& ours, const NodeS
     std::tie(merged.x, merged.y) = MergeValues(std::pair(base.x, base.y), std::pair(ours.x, ours.y),
                                                std::pair(theirs.x, theirs.y), isHeaderConflict);
     merged.members = MergeMembers(base, ours, theirs, isHeaderConflict);
-    const MergedLines content = MergeLines(base.content, ours.content, theirs.content);
+    const MergedLines content = MergeContents(base.content, ours.content, theirs.content);
     // What a node's object says cannot hold marks, so the content holds them.
     merged.content =
         (isHeaderConflict ? Marked(HeaderOf(ours), HeaderOf(theirs)) : "") + content.text;

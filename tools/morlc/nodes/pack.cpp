@@ -45,7 +45,6 @@ public:
         RequireNodeFolder(prefix);
         // What a header says with an unknown word would be lost.
         diagnostics.SetWarningsAsErrors(true);
-        RemoveLeftovers("morl");
         for (const char* path : ns_ruke::kNodeFiles) {
             Read(path);
         }
@@ -95,7 +94,6 @@ private:
         for (const NodeSource& node : set.document.nodes) {
             fileByNode.emplace(node.name, path);
         }
-        RemoveLeftovers(SourceFolder(path));
         for (const std::string& source : ListSources(path)) {
             std::optional<SourceFile> file = ReadSourceFile(source, prefix, diagnostics);
             isValid = file && isValid;
@@ -174,6 +172,15 @@ void PackElsewhere(NodeTree& tree, const PackOptions& options, const std::string
     }
 }
 
+/// A link to a folder is somebody's own, and stays.
+void RemoveEmptyFolder(const fs::path& folder)
+{
+    std::error_code isNotEmpty;
+    if (!fs::is_symlink(folder, isNotEmpty)) {
+        fs::remove(folder, isNotEmpty);
+    }
+}
+
 void PackInPlace(NodeTree& tree, bool isForced)
 {
     bool mayRewrite = true;
@@ -191,18 +198,22 @@ void PackInPlace(NodeTree& tree, bool isForced)
             WriteWhole(set.document.path, PackedText(set));
         }
     }
+    std::string told;
     for (const NodeSet& set : tree.Sets()) {
+        const SourceText packed(tree.Shown(set.document.path), PackedText(set));
         for (const SourceFile& file : set.sources) {
+            // Another run may have unpacked it again.
+            tree.ExpectUnchanged(packed, set.document.path);
             tree.ExpectUnchanged(file.text, file.path);
             fs::remove(ToPath(file.path));
         }
         if (!set.sources.empty()) {
-            std::error_code isNotEmpty;
-            fs::remove(ToPath(SourceFolder(set.document.path)), isNotEmpty);
-            WriteWhole("-", tree.Shown(set.document.path) + ": " + Counted(set.sources.size()) +
-                                " packed\n");
+            RemoveEmptyFolder(ToPath(SourceFolder(set.document.path)));
+            told +=
+                tree.Shown(set.document.path) + ": " + Counted(set.sources.size()) + " packed\n";
         }
     }
+    WriteWhole("-", told);
 }
 
 /// Chooses the files of new sources.
@@ -223,7 +234,10 @@ public:
         if (node.hasName) {
             stem = SafeStem(node.name);
         }
-        taken.insert(Folded(stem));
+        // A node may be called like the file of another one.
+        while (!taken.insert(Folded(stem)).second) {
+            stem += '_';
+        }
         return folder + "/" + stem + kSourceEnding;
     }
 
@@ -336,6 +350,10 @@ private:
         for (const NewSource& source : plan) {
             if (!source.isMade) {
                 MakeDirectories(PathText(ToPath(source.path).parent_path()));
+                if (fs::exists(fs::symlink_status(ToPath(source.path)))) {
+                    throw std::runtime_error(tree.Shown(source.path) +
+                                             " has appeared meanwhile; it stays, run this again");
+                }
                 WriteWhole(source.path, ns_ruke::WriteNodeSource(source.node));
             }
         }
@@ -352,6 +370,14 @@ private:
                 rest.push_back(node);
             }
         }
+        // Another run may have packed them again.
+        for (const NewSource& source : plan) {
+            if (!source.isMade) {
+                tree.ExpectUnchanged(
+                    SourceText(tree.Shown(source.path), ns_ruke::WriteNodeSource(source.node)),
+                    source.path);
+            }
+        }
         tree.ExpectUnchanged(set.document.text, set.document.path);
         WriteWhole(set.document.path, ns_ruke::WriteNodeText(rest));
         WriteWhole("-", tree.Shown(SourceFolder(set.document.path)) + "/: " + Counted(plan.size()) +
@@ -363,6 +389,15 @@ private:
     Diagnostics& diagnostics;
 };
 
+/// What an interrupted run has left beside the files that this one writes.
+void RemoveAllLeftovers()
+{
+    RemoveLeftovers("morl");
+    for (const char* path : ns_ruke::kNodeFiles) {
+        RemoveLeftovers(SourceFolder(path));
+    }
+}
+
 }  // namespace
 
 void Pack(const Options& options, Diagnostics& diagnostics)
@@ -373,6 +408,7 @@ void Pack(const Options& options, Diagnostics& diagnostics)
         return;
     }
     if (options.pack.output.empty()) {
+        RemoveAllLeftovers();
         PackInPlace(tree, options.pack.isForced);
     } else {
         PackElsewhere(tree, options.pack, prefix);
@@ -383,6 +419,7 @@ void Unpack(const Options& options, Diagnostics& diagnostics)
 {
     NodeTree tree(EnterDirectory(options.common.directory), diagnostics);
     if (tree.IsValid()) {
+        RemoveAllLeftovers();
         Unpacking(tree, options.unpack, diagnostics).Run();
     }
 }
