@@ -201,6 +201,23 @@ def kill_commands(morlc, work, count):
     print(f"{count} commands, {killed} of them killed")
 
 
+def meet(morlc, work, count):
+    """Commands that run at once wait for each other."""
+    project = work / "meeting"
+    nodes = {f"node{i}": {"x": i, "y": 0, "ref": [], "content": f"// {i}"} for i in range(60)}
+    for name in ("vertex_shader", "post_effect", "special_output"):
+        write(project / f"morl/{name}.morl", {})
+    write(project / FILE, nodes)
+    for number in range(count):
+        commands = [subprocess.Popen([morlc, "-C", project, each], stdout=subprocess.DEVNULL) for each in ("pack", "unpack") * 2]
+        if any(command.wait() != 0 for command in commands):
+            sys.exit(f"a command of round {number} has failed")
+        sources = {path.stem for path in (project / "morl/fragment_shader").glob("*.morlsource")}
+        if len(sources | set(read(project / FILE))) != len(nodes):
+            sys.exit(f"nodes are lost in round {number}")
+    print(f"{count} meetings")
+
+
 def main():
     morlc, work = map(Path, sys.argv[1:3])
     count = int(sys.argv[3]) if len(sys.argv) > 3 else 100
@@ -210,6 +227,7 @@ def main():
     merge_pairs(morlc.resolve(), work, count)
     use_git(morlc.resolve(), work)
     kill_commands(morlc.resolve(), work, min(count, 200))
+    meet(morlc.resolve(), work, min(count, 60))
 
 
 main()

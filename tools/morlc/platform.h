@@ -43,6 +43,10 @@ void RunWithStack(std::size_t bytes, const std::function<void()>& work);
 /// Opens an existing or new file for writing bytes; null: `errno` says why.
 std::FILE* OpenToWrite(const std::string& path);
 
+/// Waits until no other process has locked a folder, and locks it until this one ends. Where the
+/// file system knows no locks, nothing happens.
+void LockFolder(const std::filesystem::path& folder);
+
 /// How the names of temporary files begin. Only a command that is killed leaves one.
 constexpr const char* kTemporaryStart = ".morlc-";
 

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "platform.h"
 
+#include <fcntl.h>
 #include <pthread.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <exception>
@@ -113,6 +116,17 @@ void RunWithStack(std::size_t bytes, const std::function<void()>& work)
 std::FILE* OpenToWrite(const std::string& path)
 {
     return std::fopen(path.c_str(), "wb");
+}
+
+void LockFolder(const std::filesystem::path& folder)
+{
+    const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0) {
+        return;
+    }
+    // It stays open: the system takes the lock back when the process ends.
+    while (::flock(descriptor, LOCK_EX) != 0 && errno == EINTR) {
+    }
 }
 
 NewFile MakeFileBeside(const std::filesystem::path& target, bool isPrivate)

@@ -130,6 +130,19 @@ std::FILE* OpenToWrite(const std::string& path)
     return ::_wfopen(ToPath(path).c_str(), L"wb");
 }
 
+void LockFolder(const std::filesystem::path& folder)
+{
+    constexpr DWORD kPause = 10;  // milliseconds
+    const std::filesystem::path lock = folder / (kTemporaryStart + std::string("lock"));
+    // It stays open, and goes with the process.
+    while (CreateFileW(lock.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS,
+                       FILE_FLAG_DELETE_ON_CLOSE | FILE_ATTRIBUTE_HIDDEN,
+                       nullptr) == INVALID_HANDLE_VALUE &&
+           GetLastError() == ERROR_SHARING_VIOLATION) {
+        Sleep(kPause);
+    }
+}
+
 NewFile MakeFileBeside(const std::filesystem::path& target, bool /*isPrivate*/)
 {
     constexpr int kAttempts = 100;

@@ -8,6 +8,7 @@
 #include "nodes/source_files.h"
 #include "output_file.h"
 #include "path.h"
+#include "platform.h"
 #include "text.h"
 
 #include <morl/morl.h>
@@ -43,6 +44,7 @@ public:
         : prefix(std::move(newPrefix)), diagnostics(newDiagnostics)
     {
         RequireNodeFolder(prefix);
+        LockFolder("morl");
         // What a header says with an unknown word would be lost.
         diagnostics.SetWarningsAsErrors(true);
         for (const char* path : ns_ruke::kNodeFiles) {
