@@ -81,6 +81,37 @@ std::string WriteJson(const Json::Value& value, int digits = 17)
     return Json::writeString(builder, value);
 }
 
+/// A number with a fraction, in the fewest digits that read as the same one.
+std::string WriteReal(const Json::Value& number)
+{
+    for (const int digits : {15, 16}) {
+        std::string text = WriteJson(number, digits);
+        Json::Value again;
+        if (ReadJson(text, again) && again == number) {
+            return text;
+        }
+    }
+    return WriteJson(number);
+}
+
+/// The value of a further member.
+std::string WriteMember(const Json::Value& value)
+{
+    if (value.type() == Json::realValue) {
+        return WriteReal(value);
+    }
+    if (!value.isArray() && (!value.isObject() || value.isNull())) {
+        return WriteJson(value);
+    }
+    std::string inner;
+    for (auto element = value.begin(); element != value.end(); ++element) {
+        inner.append(inner.empty() ? "" : ",")
+            .append(value.isObject() ? WriteJson(element.name()) + ":" : std::string())
+            .append(WriteMember(*element));
+    }
+    return value.isObject() ? "{" + inner + "}" : "[" + inner + "]";
+}
+
 /// A text that reads as this number, without digits that it does not need.
 std::string WriteNumber(double number)
 {
@@ -237,7 +268,7 @@ private:
             Fail(start, isOwn ? messages::kHeaderMemberOwn : messages::kHeaderWordTwice);
             return;
         }
-        source.members.emplace_back(*name, WriteJson(value));
+        source.members.emplace_back(*name, WriteMember(value));
     }
 
     /// Reads a name, plain up to a comma or as a JSON string, and the blanks after it.
@@ -347,7 +378,7 @@ std::vector<NodeSource> ReadNodeText(const NodeText& text, std::vector<NodeTextF
         }
         for (auto member = element.begin(); member != element.end(); ++member) {
             if (!IsDescribed(member.name())) {
-                node.members.emplace_back(member.name(), WriteJson(*member));
+                node.members.emplace_back(member.name(), WriteMember(*member));
             }
         }
     });
