@@ -114,7 +114,9 @@ def main():
 
     manifest["shaders"][0]["name"] = "another"
     (work / "shaders.json").write_text(json.dumps(manifest))
-    expect([watch.round()["shaders"] for watch in (build, check)], [["another"], ["another"]], "a new shader")
+    expect([watch.round()["whole"] for watch in (build, check)], [True, True], "a shader of another name")
+    index = json.loads((work / "out/index.json").read_text())
+    expect(sorted(index["shaders"]), sorted(shader["name"] for shader in manifest["shaders"]), "the index")
     new = work / "morl/fragment_shader/new.morlsource"
     new.write_text("void main() {}\n")
     expect([watch.round()["shaders"] for watch in (build, check)], [[], []], "a new source")

@@ -40,6 +40,8 @@ constexpr milliseconds kSettle(50);
 
 /// For so long, a file with a fault may be one that is still being written.
 constexpr milliseconds kPatience(150);
+/// What is written again and again is read all the same.
+constexpr milliseconds kMostWait{2000};
 
 volatile std::sig_atomic_t isEnding = 0;
 
@@ -150,7 +152,8 @@ private:
     FileTimes Settled(FileTimes times) const
     {
         milliseconds wait = kSettle;
-        while (isEnding == 0) {
+        const Clock::time_point start = Clock::now();
+        while (isEnding == 0 && Clock::now() - start < kMostWait) {
             std::this_thread::sleep_for(wait);
             FileTimes now = Times();
             if (now == times && (wait == kPatience || IsReadable())) {
@@ -197,6 +200,21 @@ private:
             }
         }
         return inputs;
+    }
+
+    /// Whether a change concerns more than single shaders: what a node that comes or goes means for
+    /// others, what is left of a shader that goes, and a dependency list, which is for all.
+    bool ConcernsAll(const Inputs& now) const
+    {
+        const auto isKnown = [](const auto& one, const auto& other) {
+            return one.first == other.first;
+        };
+        const bool areNodesKnown = std::equal(known->nodes.begin(), known->nodes.end(),
+                                              now.nodes.begin(), now.nodes.end(), isKnown);
+        const bool isShaderGone =
+            std::any_of(known->shaders.begin(), known->shaders.end(),
+                        [&](const auto& shader) { return now.shaders.count(shader.first) == 0; });
+        return !areNodesKnown || isShaderGone || (isBuild && !options.build.depfile.empty());
     }
 
     /// The shaders that the changes concern, among those that were asked for.
@@ -264,7 +282,7 @@ private:
         if (!inputs) {
             return;
         }
-        round.isWhole = !known || manifestFile.empty();
+        round.isWhole = !known || manifestFile.empty() || ConcernsAll(*inputs);
         if (!round.isWhole) {
             round.shaders = Concerned(*inputs);
         }
