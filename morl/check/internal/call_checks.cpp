@@ -162,9 +162,11 @@ ValueType PassChecker::Multiply(const MorlFunctionCall& call, const Arguments& a
     }
     const ValueType left = arguments[0];
     const ValueType right = arguments[1];
-    const bool areKnown = left.IsNumeric() && right.IsNumeric();
+    // A number scales whatever it meets.
+    const bool haveSizes =
+        left.IsNumeric() && right.IsNumeric() && !left.IsNumber() && !right.IsNumber();
     const int leftWidth = left.IsMatrix() ? left.columns : left.rows;
-    if (areKnown && (left.IsMatrix() || right.IsMatrix()) && leftWidth != right.rows) {
+    if (haveSizes && (left.IsMatrix() || right.IsMatrix()) && leftWidth != right.rows) {
         Warn(CheckKind::WidthMismatch, call.offset,
              "in 'mul', a " + Quoted(KeywordMap::WordOf(left)) + " meets a " +
                  Quoted(KeywordMap::WordOf(right)));

@@ -541,7 +541,8 @@ ValueType PassChecker::CombineNumbers(const Term& term, ValueType left, ValueTyp
     if (token == TOKEN_MODULO) {
         Warn(CheckKind::Modulo, term.offset);
     }
-    if (token == TOKEN_DIVIDE && HasRemainder(leftOperand, *term.operand)) {
+    if (token == TOKEN_DIVIDE && left.base == ValueBase::Int &&
+        HasRemainder(leftOperand, *term.operand)) {
         Warn(CheckKind::IntDivision, term.offset);
     }
     if (!left.IsNumeric() || !right.IsNumeric()) {

@@ -288,7 +288,7 @@ std::string FlowChecker::HintOfReader(const Change& change) const
     }
     return ": '" + warnings.NodeName(reader) + "', which reads it, comes before" +
            (buildsOn(change.use.node, reader) ? ", because this node builds on it"
-                                              : "; let it build on this node ('ref')");
+                                              : "; let it build on this node");
 }
 
 void FlowChecker::CheckOutputs()

@@ -45,11 +45,12 @@ void PassChecker::Run()
     hasFaults =
         std::any_of(input.link.origins.begin(), input.link.origins.end(),
                     [](const LinkOrigin& origin) { return !origin.node->GetFaults().empty(); });
-    hasLostCode = hasFaults || std::any_of(input.link.origins.begin(), input.link.origins.end(),
-                                           [](const LinkOrigin& origin) {
-                                               const MorlProgram* program = origin.node->Program();
-                                               return !program->lostCode.empty();
-                                           });
+    hasLostCode =
+        hasFaults || std::any_of(input.link.origins.begin(), input.link.origins.end(),
+                                 [](const LinkOrigin& origin) {
+                                     const MorlProgram* program = origin.node->Program();
+                                     return program != nullptr && !program->lostCode.empty();
+                                 });
     if (IsOfOtherStage()) {
         return;
     }
