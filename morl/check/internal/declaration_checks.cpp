@@ -27,6 +27,22 @@ bool IsTexcoord(ENUM_TOKEN token)
     return token >= TOKEN_TEXCOORD0 && token <= TOKEN_TEXCOORD7;
 }
 
+bool IsPosition(const MorlDeclare* declare)
+{
+    return BindingToken(declare) == TOKEN_SV_POSITION;
+}
+
+bool IsRenderTarget(const MorlDeclare* declare)
+{
+    const ENUM_TOKEN binding = BindingToken(declare);
+    return binding >= TOKEN_COLOR0 && binding <= TOKEN_COLOR3;
+}
+
+bool IsFurtherTarget(const MorlDeclare* declare)
+{
+    return IsRenderTarget(declare) && BindingToken(declare) != TOKEN_COLOR0;
+}
+
 std::string ArraySizeOf(const MorlDeclare& declare)
 {
     if (declare.arraySize == nullptr) {
@@ -136,8 +152,7 @@ void PassChecker::CheckSemantic(const MorlDeclare& declare, Kind kind)
     if (isFromVertexPass && input.pass.semantics.empty()) {
         Warn(CheckKind::UnassignedTexcoord, declare.offset, declare.name);
     }
-    const bool isColorTarget = binding >= TOKEN_COLOR0 && binding <= TOKEN_COLOR3;
-    if (isColorTarget && (kind == Kind::Input || isVertex)) {
+    if (IsRenderTarget(&declare) && (kind == Kind::Input || isVertex)) {
         Warn(CheckKind::ColorInput, declare.offset, declare.name);
     }
     if (kind != Kind::Output) {
@@ -149,7 +164,7 @@ void PassChecker::CheckSemantic(const MorlDeclare& declare, Kind kind)
     if (!isVertex && binding == TOKEN_COLOR) {
         Warn(CheckKind::ColorOutput, declare.offset, declare.name);
     }
-    if (!isVertex && binding >= TOKEN_COLOR1 && binding <= TOKEN_COLOR3) {
+    if (!isVertex && IsFurtherTarget(&declare)) {
         Warn(CheckKind::SecondColor, declare.offset, declare.name);
     }
 }
@@ -235,27 +250,18 @@ bool PassChecker::IsOfOtherStage()
 {
     const std::vector<MorlDeclare*>& outputs = input.linked.outputs;
     const bool isVertex = input.pass.stage == kVertexStage;
-    const auto isPosition = [](const MorlDeclare* output) {
-        return BindingToken(output) == TOKEN_SV_POSITION;
-    };
-    const auto isColor = [](const MorlDeclare* output) {
-        const ENUM_TOKEN binding = BindingToken(output);
-        return binding >= TOKEN_COLOR0 && binding <= TOKEN_COLOR3;
-    };
-    const bool hasPosition = std::any_of(outputs.begin(), outputs.end(), isPosition);
-    const auto color = std::find_if(outputs.begin(), outputs.end(), isColor);
-    const bool isOther = isVertex ? !hasPosition && color != outputs.end() : hasPosition;
-    if (!isOther || hasFaults) {
+    const auto position = std::find_if(outputs.begin(), outputs.end(), IsPosition);
+    const auto color = std::find_if(outputs.begin(), outputs.end(), IsRenderTarget);
+    const auto other = !isVertex ? position : position == outputs.end() ? color : outputs.end();
+    if (other == outputs.end() || hasFaults) {
         return false;
     }
-    const MorlDeclare& output =
-        isVertex ? **color : **std::find_if(outputs.begin(), outputs.end(), isPosition);
-    const auto place = std::find(outputs.begin(), outputs.end(), &output) - outputs.begin();
-    const auto origin = std::find_if(
-        input.link.origins.begin(), input.link.origins.end(),
-        [&](const LinkOrigin& one) { return static_cast<std::size_t>(place) < one.outputs; });
+    const auto place = static_cast<std::size_t>(other - outputs.begin());
+    const auto origin =
+        std::find_if(input.link.origins.begin(), input.link.origins.end(),
+                     [place](const LinkOrigin& one) { return place < one.outputs; });
     node = static_cast<int>(origin - input.link.origins.begin());
-    Warn(CheckKind::WrongStage, output.offset, output.name);
+    Warn(CheckKind::WrongStage, (*other)->offset, (*other)->name);
     return true;
 }
 
@@ -263,12 +269,8 @@ bool PassChecker::IsOfOtherStage()
 void PassChecker::CheckFirstColor()
 {
     const std::vector<MorlDeclare*>& outputs = input.linked.outputs;
-    const auto isOther = [](const MorlDeclare* output) {
-        const ENUM_TOKEN binding = BindingToken(output);
-        return binding >= TOKEN_COLOR1 && binding <= TOKEN_COLOR3;
-    };
     const bool hasOthersOnly = input.pass.stage == kFragmentStage && !outputs.empty() &&
-                               std::all_of(outputs.begin(), outputs.end(), isOther);
+                               std::all_of(outputs.begin(), outputs.end(), IsFurtherTarget);
     const ScopeEntry* first = hasOthersOnly ? scope.Find(outputs.front()->name) : nullptr;
     if (first != nullptr) {
         node = first->node;
@@ -338,8 +340,7 @@ void PassChecker::CheckLimits()
     const auto count = [&](const std::vector<MorlDeclare*>& declares, Counter& counter) {
         for (const MorlDeclare* declare : declares) {
             const ScopeEntry* entry = scope.Find(declare->name);
-            const bool isHandedOn = BindingToken(declare) != TOKEN_SV_POSITION;
-            if (entry == nullptr || !isHandedOn || (!entry->isRead && !entry->isWritten)) {
+            if (entry == nullptr || IsPosition(declare) || (!entry->isRead && !entry->isWritten)) {
                 continue;
             }
             const bool isSampler = entry->type.base == ValueBase::Sampler;
@@ -368,11 +369,8 @@ void PassChecker::CheckOutputs()
         return;
     }
     const std::vector<MorlDeclare*>& outputs = input.linked.outputs;
-    const auto isPosition = [](const MorlDeclare* output) {
-        return BindingToken(output) == TOKEN_SV_POSITION;
-    };
     if (input.pass.stage == kVertexStage &&
-        std::none_of(outputs.begin(), outputs.end(), isPosition)) {
+        std::none_of(outputs.begin(), outputs.end(), IsPosition)) {
         warnings.Add(CheckKind::NoPosition, -1, 0);
     }
     if (input.pass.stage == kFragmentStage && outputs.empty()) {

@@ -482,8 +482,9 @@ ValueType PassChecker::Index(const MorlBinaryOperation& operation)
     return indexed.IsVector() ? ValueType{indexed.base, 1, 1} : ValueType();
 }
 
-// Whether the value is more than constants and the variables of loops.
-bool PassChecker::DependsOnData(const MorlExpression* expression)
+// Whether the value is more than constants and, unless they count, the variables of loops. A name
+// that is not declared has a warning of its own.
+bool PassChecker::DependsOnData(const MorlExpression* expression, bool countsCounters)
 {
     expression = WithoutParentheses(expression);
     if (expression == nullptr) {
@@ -492,17 +493,20 @@ bool PassChecker::DependsOnData(const MorlExpression* expression)
     switch (expression->unitType) {
     case TOKEN_IDENTIFIER: {
         const ScopeEntry* entry = scope.Find(static_cast<const MorlVariable*>(expression)->name);
-        return entry != nullptr && entry->kind != ScopeEntry::Kind::LoopVariable;
+        return entry != nullptr &&
+               (countsCounters || entry->kind != ScopeEntry::Kind::LoopVariable);
     }
     case TOKEN_BINARY_OPERATION: {
         const auto& operation = static_cast<const MorlBinaryOperation&>(*expression);
         const bool isMember = operation.operatorToken == TOKEN_MEMBER;
-        return DependsOnData(operation.left) || (!isMember && DependsOnData(operation.right));
+        return DependsOnData(operation.left, countsCounters) ||
+               (!isMember && DependsOnData(operation.right, countsCounters));
     }
     case TOKEN_FUNCTION_CALL: {
         const auto& arguments = static_cast<const MorlFunctionCall*>(expression)->arguments;
-        return std::any_of(arguments.begin(), arguments.end(),
-                           [this](const MorlExpression* one) { return DependsOnData(one); });
+        return std::any_of(arguments.begin(), arguments.end(), [&](const MorlExpression* one) {
+            return DependsOnData(one, countsCounters);
+        });
     }
     default:
         return false;

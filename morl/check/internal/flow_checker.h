@@ -67,8 +67,7 @@ public:
     void BeginElse(If& branch);
     void EndIf(If& branch);
 
-    /// Looks at what the whole pass does.
-    /// @param outputs their numbers
+    /// Looks at what only the whole pass shows, once all its statements have been followed.
     void Finish();
 
 private:

@@ -73,7 +73,6 @@ private:
     void For(const MorlForSentence& sentence);
     void CheckLoop(const MorlForSentence& sentence, const ScopeEntry* counter);
     void CheckLoopCondition(const MorlForSentence& sentence, std::string_view counter);
-    bool IsConstant(const MorlExpression* expression);
 
     // Expressions: expression_checks.cpp.
     ValueType Expression(const MorlExpression* expression);
@@ -98,7 +97,8 @@ private:
         }
     }
     void WarnOfInt(const MorlExpression& operand);
-    bool DependsOnData(const MorlExpression* expression);
+    static constexpr bool kAndCounters = true;
+    bool DependsOnData(const MorlExpression* expression, bool countsCounters = false);
     void ReportUnknownName(const MorlVariable& variable);
     std::string WordAt(std::uint32_t offset) const;
     std::string HintForUnknown(const std::string& name);

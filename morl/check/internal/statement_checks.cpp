@@ -13,21 +13,6 @@ namespace {
 
 using Kind = ScopeEntry::Kind;
 
-bool IsComparison(ENUM_TOKEN token)
-{
-    switch (token) {
-    case TOKEN_LESS:
-    case TOKEN_LESS_EQUAL:
-    case TOKEN_GREATER:
-    case TOKEN_GREATER_EQUAL:
-    case TOKEN_EQUAL:
-    case TOKEN_NOT_EQUAL:
-        return true;
-    default:
-        return false;
-    }
-}
-
 }  // namespace
 
 PassChecker::PassChecker(const PassCheckInput& newInput, WarningList& newWarnings)
@@ -314,7 +299,7 @@ void PassChecker::CheckLoop(const MorlForSentence& sentence, const ScopeEntry* c
     }
     const std::string_view name = counter->name;
     const auto& init = static_cast<const MorlAssignSentence&>(*sentence.init);
-    if (!IsConstant(init.value)) {
+    if (DependsOnData(init.value, kAndCounters)) {
         Warn(CheckKind::LoopForm, init.value->offset, {}, "; begin at a constant");
         return;
     }
@@ -331,7 +316,8 @@ void PassChecker::CheckLoop(const MorlForSentence& sentence, const ScopeEntry* c
                        static_cast<const MorlVariable*>(stepped)->name == name;
     const bool isSum =
         token == TOKEN_NONE || token == TOKEN_PLUS_ASSIGN || token == TOKEN_MINUS_ASSIGN;
-    if (!isOwn || !isSum || (token != TOKEN_NONE && !IsConstant(sentence.step->value))) {
+    if (!isOwn || !isSum ||
+        (token != TOKEN_NONE && DependsOnData(sentence.step->value, kAndCounters))) {
         Warn(CheckKind::LoopForm, target.offset, {},
              "; step by 'i++', 'i--', 'i += CONSTANT' or 'i -= CONSTANT'");
     }
@@ -342,45 +328,23 @@ void PassChecker::CheckLoopCondition(const MorlForSentence& sentence, std::strin
 {
     const std::size_t first = terms.size();
     AppendTerms(sentence.condition, terms);
-    bool isPlain = terms.size() > first + 1;
-    for (std::size_t i = first; i < terms.size(); ++i) {
-        const Term& term = terms[i];
-        const bool isCounter = term.operand->unitType == TOKEN_IDENTIFIER && term.minusSigns == 0 &&
-                               static_cast<const MorlVariable*>(term.operand)->name == counter;
-        const bool isComparison = IsComparison(term.operatorToken);
-        isPlain = isPlain && (i == first ? isCounter : IsConstant(term.operand)) &&
-                  isComparison == (i == first + 1) && term.operatorToken != TOKEN_AND &&
-                  term.operatorToken != TOKEN_OR;
+    const auto isCounter = [counter](const Term& term) {
+        return term.operand->unitType == TOKEN_IDENTIFIER && term.minusSigns == 0 &&
+               static_cast<const MorlVariable*>(term.operand)->name == counter;
+    };
+    bool isPlain = terms.size() > first + 1 && isCounter(terms[first]);
+    for (std::size_t i = first + 1; i < terms.size(); ++i) {
+        const bool isComparison =
+            terms[i].operatorToken >= TOKEN_LESS && terms[i].operatorToken <= TOKEN_NOT_EQUAL;
+        const bool isCalculation =
+            terms[i].operatorToken >= TOKEN_PLUS && terms[i].operatorToken <= TOKEN_MODULO;
+        isPlain = isPlain && (i == first + 1 ? isComparison : isCalculation) &&
+                  !DependsOnData(terms[i].operand, kAndCounters);
     }
     terms.resize(first);
     if (!isPlain) {
         Warn(CheckKind::LoopForm, sentence.condition->offset, {},
              "; compare its counter with a constant, as in 'i < 8'");
-    }
-}
-
-/// Whether a value is made of numbers. A name that is not declared has a warning of its own.
-bool PassChecker::IsConstant(const MorlExpression* expression)
-{
-    if (expression == nullptr) {
-        return true;
-    }
-    switch (expression->unitType) {
-    case TOKEN_IDENTIFIER:
-        return scope.Find(static_cast<const MorlVariable*>(expression)->name) == nullptr;
-    case TOKEN_PARENTHESISE_EXPRESSION:
-        return IsConstant(static_cast<const MorlParenthesiseExpression*>(expression)->expression);
-    case TOKEN_BINARY_OPERATION: {
-        const auto& operation = static_cast<const MorlBinaryOperation&>(*expression);
-        return IsConstant(operation.left) && IsConstant(operation.right);
-    }
-    case TOKEN_FUNCTION_CALL: {
-        const auto& arguments = static_cast<const MorlFunctionCall*>(expression)->arguments;
-        return std::all_of(arguments.begin(), arguments.end(),
-                           [this](const MorlExpression* one) { return IsConstant(one); });
-    }
-    default:
-        return true;
     }
 }
 
