@@ -6,6 +6,8 @@
 #include "morl/core/string_helper.h"
 #include "morl/linker/morl_linker.h"
 
+#include "morl/linker/internal/calculate.h"
+
 #include <limits>
 #include <memory>
 #include <utility>
@@ -40,6 +42,40 @@ float Truth(bool value)
 
 }  // namespace
 
+float Calculate(ENUM_TOKEN operatorToken, float left, float right)
+{
+    switch (operatorToken) {
+    case TOKEN_PLUS:
+        return left + right;
+    case TOKEN_MINUS:
+        return left - right;
+    case TOKEN_MULTIPLY:
+        return left * right;
+    case TOKEN_DIVIDE:
+        return left / right;
+    case TOKEN_MODULO:
+        return Modulo(left, right);
+    case TOKEN_LESS:
+        return Truth(left < right);
+    case TOKEN_LESS_EQUAL:
+        return Truth(left <= right);
+    case TOKEN_GREATER:
+        return Truth(left > right);
+    case TOKEN_GREATER_EQUAL:
+        return Truth(left >= right);
+    case TOKEN_EQUAL:
+        return Truth(left == right);
+    case TOKEN_NOT_EQUAL:
+        return Truth(left != right);
+    case TOKEN_AND:
+        return Truth(left != 0.0F && right != 0.0F);
+    case TOKEN_OR:
+        return Truth(left != 0.0F || right != 0.0F);
+    default:
+        return 0.0F;
+    }
+}
+
 float MorlLinker::Evaluate(Macros& macros, const MorlExpression* expression)
 {
     linkReport = nullptr;
@@ -69,42 +105,20 @@ float MorlLinker::CalExpression(Macros& macros, const MorlExpression* expression
     }
 }
 
-// A value is true unless it equals 0; NaN is true. "&&" and "||" evaluate their right side only
-// when it matters.
+// "&&" and "||" evaluate their right side only when it matters. The operands of what is no
+// operator, such as an index, are not looked at.
 float MorlLinker::CalBinaryOperation(Macros& macros, const MorlBinaryOperation* operation)
 {
-    const auto left = [&] { return CalExpression(macros, operation->left); };
-    const auto right = [&] { return CalExpression(macros, operation->right); };
-    switch (operation->operatorToken) {
-    case TOKEN_PLUS:
-        return left() + right();
-    case TOKEN_MINUS:  // also the prefix minus, whose left operand is null
-        return left() - right();
-    case TOKEN_MULTIPLY:
-        return left() * right();
-    case TOKEN_DIVIDE:
-        return left() / right();
-    case TOKEN_MODULO:
-        return Modulo(left(), right());
-    case TOKEN_LESS:
-        return Truth(left() < right());
-    case TOKEN_LESS_EQUAL:
-        return Truth(left() <= right());
-    case TOKEN_GREATER:
-        return Truth(left() > right());
-    case TOKEN_GREATER_EQUAL:
-        return Truth(left() >= right());
-    case TOKEN_EQUAL:
-        return Truth(left() == right());
-    case TOKEN_NOT_EQUAL:
-        return Truth(left() != right());
-    case TOKEN_AND:
-        return Truth(left() != 0.0F && right() != 0.0F);
-    case TOKEN_OR:
-        return Truth(left() != 0.0F || right() != 0.0F);
-    default:
+    const ENUM_TOKEN token = operation->operatorToken;
+    const bool isLogical = token == TOKEN_AND || token == TOKEN_OR;
+    if (!isLogical && (token < TOKEN_PLUS || token > TOKEN_NOT_EQUAL || token == TOKEN_MEMBER)) {
         return 0.0F;
     }
+    // That of a prefix minus is null, and counts as 0.
+    const float left = CalExpression(macros, operation->left);
+    const bool isDecided = isLogical && (left != 0.0F) == (token == TOKEN_OR);
+    return isDecided ? Truth(token == TOKEN_OR)
+                     : Calculate(token, left, CalExpression(macros, operation->right));
 }
 
 float MorlLinker::CalParenthesiseExpression(Macros& macros,

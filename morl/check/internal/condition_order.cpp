@@ -2,11 +2,12 @@
 #include "morl/check/internal/condition_order.h"
 
 #include "morl/check/internal/terms.h"
+#include "morl/linker/internal/calculate.h"
 #include "morl/linker/morl_linker.h"
 
-#include <cmath>
 #include <cstddef>
-#include <cstdlib>
+#include <locale>
+#include <sstream>
 #include <vector>
 
 namespace ns_ruke {
@@ -37,43 +38,14 @@ int PriorityOf(ENUM_TOKEN token)
     }
 }
 
-double Truth(bool value)
+/// The value that the digits of a number read as, whatever the host's locale.
+float ReadNumber(const std::string& digits)
 {
-    return value ? 1.0 : 0.0;
-}
-
-double Combined(ENUM_TOKEN token, double left, double right)
-{
-    switch (token) {
-    case TOKEN_PLUS:
-        return left + right;
-    case TOKEN_MINUS:
-        return left - right;
-    case TOKEN_MULTIPLY:
-        return left * right;
-    case TOKEN_DIVIDE:
-        return left / right;
-    case TOKEN_MODULO:
-        return right != 0.0 ? std::fmod(left, right) : 0.0;
-    case TOKEN_LESS:
-        return Truth(left < right);
-    case TOKEN_LESS_EQUAL:
-        return Truth(left <= right);
-    case TOKEN_GREATER:
-        return Truth(left > right);
-    case TOKEN_GREATER_EQUAL:
-        return Truth(left >= right);
-    case TOKEN_EQUAL:
-        return Truth(left == right);
-    case TOKEN_NOT_EQUAL:
-        return Truth(left != right);
-    case TOKEN_AND:
-        return Truth(left != 0.0 && right != 0.0);
-    case TOKEN_OR:
-        return Truth(left != 0.0 || right != 0.0);
-    default:
-        return 0.0;
-    }
+    std::istringstream stream(digits);
+    stream.imbue(std::locale::classic());
+    float value = 0.0F;
+    stream >> value;
+    return value;
 }
 
 /// Calculates an expression as C does.
@@ -84,55 +56,55 @@ public:
         AppendTerms(&expression, terms);
     }
 
-    double Value() { return terms.empty() ? 0.0 : From(0); }
+    float Value() { return terms.empty() ? 0.0F : From(0); }
 
     /// Whether nothing in it is set by the node itself, as `$n` is.
     bool IsKnown() const { return isKnown; }
 
 private:
-    double From(int priority)
+    float From(int priority)
     {
-        double value = Operand();
+        float value = Operand();
         while (at < terms.size() && PriorityOf(terms[at].operatorToken) >= priority) {
             const ENUM_TOKEN token = terms[at].operatorToken;
-            const double right = From(PriorityOf(token) + 1);
-            value = Combined(token, value, right);
+            const float right = From(PriorityOf(token) + 1);
+            value = Calculate(token, value, right);
         }
         return value;
     }
 
-    double Operand()
+    float Operand()
     {
         const Term& term = terms[at];
         ++at;
-        const double value = ValueOf(*term.operand);
+        const float value = ValueOf(*term.operand);
         return term.minusSigns % 2 != 0 ? -value : value;
     }
 
-    double ValueOf(const MorlExpression& operand)
+    float ValueOf(const MorlExpression& operand)
     {
         switch (operand.unitType) {
         case TOKEN_NUMBER:
-            return std::strtod(static_cast<const MorlNumber&>(operand).value.c_str(), nullptr);
+            return ReadNumber(static_cast<const MorlNumber&>(operand).value);
         case TOKEN_IDENTIFIER: {
             const std::string& name = static_cast<const MorlVariable&>(operand).name;
             isKnown = isKnown && name[0] != '$';
             const auto macro = macros.find(name);
-            return macro != macros.end() ? macro->second : 0.0;
+            return macro != macros.end() ? static_cast<float>(macro->second) : 0.0F;
         }
         case TOKEN_PARENTHESISE_EXPRESSION: {
             const MorlExpression* inner =
                 static_cast<const MorlParenthesiseExpression&>(operand).expression;
             if (inner == nullptr) {
-                return 0.0;
+                return 0.0F;
             }
             UsualOrder order(*inner, macros);
-            const double value = order.Value();
+            const float value = order.Value();
             isKnown = isKnown && order.IsKnown();
             return value;
         }
         default:
-            return 0.0;
+            return 0.0F;
         }
     }
 
@@ -150,7 +122,7 @@ bool CountsOtherwise(const MorlExpression& condition, const Macros& macros)
         return false;
     }
     UsualOrder order(condition, macros);
-    const bool usual = order.Value() != 0.0;
+    const bool usual = order.Value() != 0.0F;
     Macros values = macros;
     return order.IsKnown() && usual != (MorlLinker().Evaluate(values, &condition) != 0.0F);
 }
