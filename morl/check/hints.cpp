@@ -16,11 +16,6 @@
 namespace ns_ruke {
 namespace {
 
-bool IsDigit(char c)
-{
-    return c >= '0' && c <= '9';
-}
-
 /// A character or an operator that the language lacks, and what to write instead.
 struct SymbolHint {
     std::string_view symbol;

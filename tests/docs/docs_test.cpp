@@ -75,7 +75,7 @@ TEST(Docs, ExplainEveryMessage)
 /// one.
 std::set<std::string> Hints()
 {
-    const std::string file = ReadText(kSource / "morl/check/hint_words.cpp") +
+    const std::string file = ReadText(kSource / "morl/check/internal/hint_words.cpp") +
                              ReadText(kSource / "morl/check/hints.cpp");
     const std::string code =
         std::regex_replace(file, std::regex("(#include|static_assert)[^\n]*\n"), "");

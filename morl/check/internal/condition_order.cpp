@@ -6,6 +6,7 @@
 #include "morl/linker/morl_linker.h"
 
 #include <cstddef>
+#include <cstdlib>
 #include <locale>
 #include <sstream>
 #include <vector>
@@ -41,6 +42,9 @@ int PriorityOf(ENUM_TOKEN token)
 /// The value that the digits of a number read as, whatever the host's locale.
 float ReadNumber(const std::string& digits)
 {
+    if (digits.find('.') == std::string::npos) {
+        return std::strtof(digits.c_str(), nullptr);
+    }
     std::istringstream stream(digits);
     stream.imbue(std::locale::classic());
     float value = 0.0F;

@@ -6,6 +6,8 @@
 
 namespace ns_ruke {
 
+bool IsDigit(char c);
+
 /// Whether names, numbers and keywords have this character.
 bool IsWordCharacter(char c);
 

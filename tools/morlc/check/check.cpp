@@ -15,6 +15,7 @@
 #include <optional>
 #include <set>
 #include <stdexcept>
+#include <string_view>
 
 namespace morlc {
 namespace {
@@ -137,6 +138,17 @@ private:
         }
     }
 
+    /// Whether a warning says more than what all of its check say, which ends with the cure.
+    static bool HasSuggestion(const ReportWarning& warning)
+    {
+        const auto& checks = ns_ruke::MorlChecks();
+        const auto info = std::find_if(checks.begin(), checks.end(),
+                                       [&](const auto& one) { return one.name == warning.check; });
+        const std::string_view text = warning.text;
+        return info != checks.end() && text.size() > info->cure.size() &&
+               text.substr(text.size() - info->cure.size()) != info->cure;
+    }
+
     void Collect(const std::vector<ReportWarning>& warnings, const Unit& unit)
     {
         for (const ReportWarning& warning : warnings) {
@@ -151,10 +163,8 @@ private:
             if (isElsewhere || !Tells(check)) {
                 continue;
             }
-            // One that resembles something else is probably a slip; others are meant to be 0.
-            const bool isSlip = warning.text.find("did you mean") != std::string::npos ||
-                                warning.text.find("uniform of this name") != std::string::npos;
-            if (check == "unset-macro" && !isSlip) {
+            // One with a suggestion is probably a slip; others are meant to be 0.
+            if (check == "unset-macro" && !HasSuggestion(warning)) {
                 unsetMacros.insert(warning.name);
                 continue;
             }

@@ -202,10 +202,7 @@ void PackInPlace(NodeTree& tree, bool isForced)
     }
     std::string told;
     for (const NodeSet& set : tree.Sets()) {
-        const SourceText packed(tree.Shown(set.document.path), PackedText(set));
         for (const SourceFile& file : set.sources) {
-            // Another run may have unpacked it again.
-            tree.ExpectUnchanged(packed, set.document.path);
             tree.ExpectUnchanged(file.text, file.path);
             fs::remove(ToPath(file.path));
         }
@@ -370,14 +367,6 @@ private:
         for (const NodeSource& node : set.document.nodes) {
             if (!IsWanted(node.name)) {
                 rest.push_back(node);
-            }
-        }
-        // Another run may have packed them again.
-        for (const NewSource& source : plan) {
-            if (!source.isMade) {
-                tree.ExpectUnchanged(
-                    SourceText(tree.Shown(source.path), ns_ruke::WriteNodeSource(source.node)),
-                    source.path);
             }
         }
         tree.ExpectUnchanged(set.document.text, set.document.path);

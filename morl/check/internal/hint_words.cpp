@@ -156,11 +156,6 @@ constexpr std::string_view kIntrinsics =
     "max, min, saturate, clamp, length, normalize, reflect, dot, cross, mul, pow, lerp, sin, cos, "
     "tan, abs, tex2D, texCUBE";
 
-bool IsDigit(char c)
-{
-    return c >= '0' && c <= '9';
-}
-
 /// The hint for one word of a line. A variable may have the name of a function.
 std::string HintForWord(std::string_view word, bool isCalled)
 {
@@ -199,6 +194,11 @@ std::string HintForNumber(std::string_view number)
 }
 
 }  // namespace
+
+bool IsDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
 
 bool IsWordCharacter(char c)
 {
