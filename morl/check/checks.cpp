@@ -62,7 +62,8 @@ constexpr CheckRow kChecks[] = {
      "digits after a point are a number of their own",
      "put parentheses around each part, and use integers", kAny},
     {CheckKind::BrokenBlock, "broken-block", "lost-code",
-     "this block falls apart at line {}, which yields no statement: what is before it is lost, "
+     "this block falls apart at the node's line {}, which yields no statement: what is before it "
+     "is lost, "
      "what follows is always written",
      "remove that line, or write ':;'", kAny},
     {CheckKind::OpenBlock, "open-block", "lost-code",

@@ -38,7 +38,7 @@ void MorlCompiler::LoadNodeDefinition(std::string path)
 NodeTextResult MorlCompiler::LoadNodes(const NodeText& text)
 {
     NodeTextResult result;
-    std::vector<std::unique_ptr<MorlNode>> read = ReadNodes(text, result.faults, result.contents);
+    std::vector<std::unique_ptr<MorlNode>> read = ReadNodes(text, result);
     result.nodes.reserve(read.size());
     for (const std::unique_ptr<MorlNode>& node : read) {
         result.nodes.push_back(node->name);

@@ -148,6 +148,39 @@ bool IsDescribed(std::string_view member)
     return std::find(std::begin(kMembers), std::end(kMembers), member) != std::end(kMembers);
 }
 
+/// Whether a line of a content is one that a header could have.
+bool IsHeaderLine(std::string_view line)
+{
+    if (!StartsWith(line, kMark)) {
+        return false;
+    }
+    const std::string_view rest = Trimmed(line.substr(kMark.size()));
+    const std::size_t colon = std::min(rest.find(':'), rest.size());
+    const std::string_view word = Trimmed(rest.substr(0, colon));
+    return colon < rest.size() && (word == kName || word == kReferences || word == kPosition);
+}
+
+/// A line of a content, and its number, from 0.
+struct ContentLine {
+    std::string_view text;
+    int number = 0;
+};
+
+/// The first line of a content that a header could have; without a text if there is none.
+ContentLine FindHeaderLine(std::string_view content)
+{
+    ContentLine line;
+    for (std::size_t start = 0; start < content.size(); ++line.number) {
+        const std::size_t end = std::min(content.find('\n', start), content.size());
+        line.text = content.substr(start, end - start);
+        if (IsHeaderLine(line.text)) {
+            return line;
+        }
+        start = end + 1;
+    }
+    return {};
+}
+
 /// Reads one source.
 class SourceReader {
 public:
@@ -159,7 +192,7 @@ public:
     NodeSource Read()
     {
         std::size_t position = 0;
-        bool isHeader = true;
+        bool isHeader = true;  // no lone mark has ended it
         while (isHeader && StartsWith(text.substr(position), kMark)) {
             const std::size_t end = std::min(text.find('\n', position), text.size());
             line = text.substr(position, end - position);
@@ -172,6 +205,10 @@ public:
             content.remove_suffix(1);
         }
         source.content = content;
+        if (const ContentLine late = FindHeaderLine(content); isHeader && !late.text.empty()) {
+            faults.push_back(
+                {true, source.contentLine + late.number, 1, messages::kLateHeaderLine});
+        }
         return std::move(source);
     }
 
@@ -356,7 +393,8 @@ std::string WriteNodeSource(const NodeSource& source)
         add(WriteJson(name), json);
     }
     const bool needsEnd =
-        header.empty() ? IsMisread(source.content) : StartsWith(source.content, kMark);
+        (header.empty() ? IsMisread(source.content) : StartsWith(source.content, kMark)) ||
+        !FindHeaderLine(source.content).text.empty();
     if (needsEnd) {
         header.append(kMark).append("\n");
     }

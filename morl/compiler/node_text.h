@@ -37,6 +37,8 @@ struct NodeTextResult {
     /// Where the content of each of them stands in the text, in bytes from its beginning (a byte
     /// order mark does not count). If a node has no content, this is where the node stands.
     std::vector<std::size_t> contents;
+    /// Where the list of references of each of them stands, likewise.
+    std::vector<std::size_t> references;
 };
 
 /// Where in a text of nodes a place of a node's content is, through all escapes. What is behind the

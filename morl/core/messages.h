@@ -47,6 +47,8 @@ constexpr char kNoHeaderName[] = "expected one name; with a comma or quotes, as 
 constexpr char kNoHeaderNames[] = "expected names, separated by commas";
 constexpr char kNoHeaderPosition[] = "expected two numbers, as in '//! at: 320 40'";
 constexpr char kNoHeaderMember[] = "expected a JSON string, ':' and a JSON value on this line";
+constexpr char kLateHeaderLine[] =
+    "the header has ended above, so this line does nothing: move it to the first lines of the file";
 constexpr char kHeaderMemberOwn[] =
     "the header has words of its own for this: 'name', 'ref' and 'at'; the content follows it";
 

@@ -189,6 +189,9 @@ TEST(Completion, OffersWhatFits)
     const std::pair<std::vector<std::string>, std::string> rows[] = {
         {{"morlc", "-t", "hl"}, "hlsl hlsl10"},
         {{"morlc", "-s", ""}, "vertex fragment"},
+        {{"morlc", "--target", "=", "hl"}, "hlsl hlsl10"},
+        {{"morlc", "--stage", "="}, "vertex fragment"},
+        {{"morlc", "merge", examples + "/morl", examples + "/sh"}, examples + "/shaders.json"},
         {{"morlc", "--sem"}, "--semantics-in --semantics-out"},
         {{"morlc", "bui"}, "build"},
         {{"morlc", "che"}, "check"},

@@ -102,7 +102,7 @@ def touches(one, other):
         return False
     if "remove" in (kind, other_kind):
         return True
-    return kind == other_kind and kind != "member" and abs(line - other_line) < 2
+    return kind == other_kind and kind not in ("member", "ref") and abs(line - other_line) < 2
 
 
 def merge_pairs(morlc, work, count):
@@ -127,7 +127,7 @@ def merge_pairs(morlc, work, count):
                 sys.exit(f"pair {seed}: {merged}\nand not {expected}\n{result.stderr}")
         text = json.dumps(merged)
         lost = [token for token in one.tokens + other.tokens if token not in text]
-        if lost or (result.returncode and "<<<<<<<" not in text):
+        if lost or (result.returncode != 0) != ("<<<<<<<" in text):
             sys.exit(f"pair {seed}: lost {lost}, status {result.returncode}: {text}")
     if not count // 4 < clean < count:
         sys.exit(f"{clean} of {count} pairs touch nothing in common")
@@ -141,7 +141,7 @@ def use_git(morlc, work):
     run("git", "init", "-q", "-b", "main", repository)
     (repository / ".gitattributes").write_text("*.morl diff=morl merge=morl\n")
     run(*git, "config", "diff.morl.textconv", f"'{morlc}' text")
-    run(*git, "config", "merge.morl.driver", f"'{morlc}' merge %O %A %B")
+    run(*git, "config", "merge.morl.driver", f"'{morlc}' merge %O %A %B --path %P")
     base = make_base()
 
     def commit(nodes, name):
@@ -163,7 +163,9 @@ def use_git(morlc, work):
         sys.exit(f"git merges to\n{content}")
     run(*git, "checkout", "-qb", "other", "HEAD~2")
     commit({**base, "node1": {**base["node1"], "content": base["node1"]["content"].replace("line 2", "other")}}, "other")
-    run(*git, "merge", "-q", "main", expect=(1,))
+    result = run(*git, "merge", "-q", "main", expect=(1,))
+    if f"{FILE}: error: both have changed node 'node1'" not in result.stderr:
+        sys.exit(f"git says\n{result.stderr}")
     content = read(repository / FILE)["node1"]["content"]
     if content.count("<<<<<<<") != 1:
         sys.exit(f"a conflict becomes\n{content}")

@@ -122,6 +122,15 @@ def main():
     expect([watch.round()["shaders"] for watch in (build, check)], [[], []], "a new source")
     new.unlink()
     expect([watch.round()["changed"] for watch in (build, check)], [[str(new)]] * 2, "a source is gone")
+    before = fog.stat()
+    other = work / "other"
+    other.write_text(text.replace("fogRange", "fogRenge"))
+    os.utime(other, ns=(before.st_atime_ns, before.st_mtime_ns))
+    other.rename(fog)
+    expect([watch.round()["changed"] for watch in (build, check)], [[str(fog)]] * 2, "another file of the same size and time")
+    fog.write_text(text)
+    for watch in (build, check):
+        watch.round()
     os.utime(fog)
     expect(build.round()["shaders"], [], "only the time has changed")
     check.round()

@@ -5,6 +5,7 @@
 
 #include <morl/morl.h>
 #include <algorithm>
+#include <iterator>
 #include <sstream>
 #include <string_view>
 #include <utility>
@@ -21,6 +22,7 @@ struct DescribedOption {
     std::string type;                ///< what its value is called
     std::string help;
     ValueKind kind = ValueKind::None;
+    bool isList = false;             ///< whether several may stand without an option
     std::vector<std::string> words;  ///< its possible values
 };
 
@@ -66,9 +68,9 @@ ValueKind KindOf(const DescribedOption& option)
     if (type.compare(0, 4, "NODE") == 0) {
         return ValueKind::Nodes;
     }
-    return type == "DIR"    ? ValueKind::Directory
-           : type == "FILE" ? ValueKind::File
-                            : ValueKind::Other;
+    constexpr const char* kFiles[] = {"FILE", "BASE", "OURS", "THEIRS"};
+    const bool isFile = std::find(std::begin(kFiles), std::end(kFiles), type) != std::end(kFiles);
+    return type == "DIR" ? ValueKind::Directory : isFile ? ValueKind::File : ValueKind::Other;
 }
 
 DescribedOption Describe(const CLI::Option& option)
@@ -82,6 +84,7 @@ DescribedOption Describe(const CLI::Option& option)
     }
     described.help = option.get_description();
     const bool isPositional = described.names.empty();
+    described.isList = isPositional && option.get_items_expected_max() > 1;
     const bool hasValue = isPositional || option.get_items_expected_max() > 0;
     if (hasValue) {
         const std::string type = isPositional ? option.get_name() : option.get_type_name();
@@ -170,6 +173,12 @@ _morlc_values() {
 _morlc() {
     local word=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} command="" i
     COMPREPLY=()
+    # The shell splits "--target=glsl" into three words.
+    if [[ $word == = ]]; then
+        word=""
+    elif [[ $previous == = ]]; then
+        previous=${COMP_WORDS[COMP_CWORD - 2]}
+    fi
     for ((i = 1; i < COMP_CWORD; ++i)); do
         case ${COMP_WORDS[i]} in
         @COMMANDS@)
@@ -238,7 +247,11 @@ std::string FormatBash(const std::vector<DescribedCommand>& commands)
         std::vector<std::string> words;
         for (const DescribedOption& option : command.options) {
             if (option.names.empty()) {
-                values += "    " + name + ") " + BashValues(option) + " ;;\n";
+                // What follows the first argument is of its kind.
+                const std::string start = "    " + name + ") ";
+                values += values.find(start) == std::string::npos
+                              ? start + BashValues(option) + " ;;\n"
+                              : "";
                 continue;
             }
             words.push_back(option.names.back());
@@ -288,7 +301,8 @@ std::string ShellValues(const DescribedOption& option, const char* directory, co
     }
 }
 
-std::string ZshArgument(const DescribedOption& option)
+/// @param position among the arguments without an option, from 1
+std::string ZshArgument(const DescribedOption& option, int position)
 {
     std::string help = option.help;
     for (std::size_t i = help.find_first_of("[]:"); i != std::string::npos;
@@ -300,7 +314,8 @@ std::string ZshArgument(const DescribedOption& option)
     const std::string value =
         option.kind == ValueKind::None ? "" : ":" + option.type + ":" + action;
     if (option.names.empty()) {
-        return "        " + Quoted("*:" + option.type + ":" + action, "'\\''") + " \\\n";
+        const std::string place = option.isList ? "*" : std::to_string(position);
+        return "        " + Quoted(place + ":" + option.type + ":" + action, "'\\''") + " \\\n";
     }
     std::string text;
     for (const std::string& name : option.names) {
@@ -350,8 +365,10 @@ if ((CURRENT == 2)) && [[ ${words[2]} != -* && $command == compile ]]; then
     text += "    )\n    _describe command commands\nfi\ncase $command in\n";
     for (const DescribedCommand& command : commands) {
         text += command.info->name + std::string(")\n    _arguments -s \\\n");
+        int arguments = 0;
         for (const DescribedOption& option : command.options) {
-            text += ZshArgument(option);
+            arguments += option.names.empty() ? 1 : 0;
+            text += ZshArgument(option, arguments);
         }
         text += "        && return\n    ;;\n";
     }

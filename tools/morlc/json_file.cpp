@@ -60,8 +60,15 @@ DiagnosticError Unreadable(const std::string& file, int error)
 Diagnostic JsonError(const SourceText& source, const std::string& errors)
 {
     const ns_ruke::JsonFault fault = ns_ruke::FirstJsonFault(errors);
-    return ErrorAt(source.At(fault.place.line, fault.place.column),
-                   ns_ruke::messages::kNotJson + fault.text);
+    Diagnostic diagnostic = ErrorAt(source.At(fault.place.line, fault.place.column),
+                                    ns_ruke::messages::kNotJson + fault.text);
+    for (const char* const quote : {"\u201C", "\u201D", "\u201E", "\u2018", "\u2019"}) {
+        if (diagnostic.place.excerpt.line.find(quote) != std::string::npos) {
+            diagnostic.hint = std::string("write '\"' in place of '") + quote + "'";
+            break;
+        }
+    }
+    return diagnostic;
 }
 
 }  // namespace

@@ -314,7 +314,9 @@ void FinishCheck(const CLI::App& app, Options& all)
     }
     if (options.pass.BothPasses() || options.pass.nodes.size() > 1) {
         throw CLI::ValidationError(
-            "FILE", "name one manifest, or --stage and nodes, or --vertex and --fragment");
+            "FILE",
+            "name one manifest, or --stage and nodes, or --vertex and --fragment; a list of "
+            "names is written with commas");
     }
     if (options.pass.nodes.empty()) {
         throw CLI::RequiredError("FILE");
@@ -386,6 +388,8 @@ void DeclareMerge(CLI::App& app, Options& options)
         ->type_name("")
         ->required();
     app.add_option("THEIRS", files.theirs, "The other edit")->type_name("")->required();
+    app.add_option("--path", files.path, "What messages call the file, as git does with %P")
+        ->type_name("PATH");
 }
 
 constexpr const char* kMergeFooter =

@@ -190,6 +190,10 @@ std::string Overview()
 bool ReadOptions(std::vector<std::string> arguments, Options& options, ExitStatus& status)
 {
     options.program = ProgramPath();
+    if (!arguments.empty() && arguments.size() <= 2 && arguments.front() == "help") {
+        arguments.erase(arguments.begin());
+        arguments.emplace_back("--help");
+    }
     const CommandWord taken = TakeCommand(arguments);
     options.command = taken.command->command;
     CLI::App app(taken.command->summary, std::string("morlc ") + taken.command->name);

@@ -102,6 +102,7 @@ struct FileOptions {
     std::string base;  ///< for "merge"
     std::string ours;
     std::string theirs;
+    std::string path;  ///< what messages of "merge" call the file; empty: as `ours`
 };
 
 struct Options {

@@ -88,16 +88,17 @@ public:
         }
     }
 
-    /// Writes the text and renames the file to its target. Returns whether this succeeded; if not,
-    /// `errno` says why.
-    bool Commit(const Parts& parts, const std::filesystem::path& target)
+    /// Writes the text and renames the file to its target, as `rename` does. Returns whether this
+    /// succeeded; if not, `errno` says why.
+    bool Commit(const Parts& parts, const std::filesystem::path& target,
+                decltype(&RenameOver) rename = RenameOver)
     {
         if (!isMade || !Put(file.stream, parts)) {
             return false;
         }
         const bool isClosed = std::fclose(file.stream) == 0;
         file.stream = nullptr;
-        isRenamed = isClosed && RenameOver(file.path, target);
+        isRenamed = isClosed && rename(file.path, target);
         return isRenamed;
     }
 
@@ -150,6 +151,7 @@ void WriteParts(const std::string& path, const Parts& parts, bool followsLink)
         WriteInPlace(path, parts);
         return;
     }
+    RefuseReadOnly(path);
     std::filesystem::path target = ToPath(path);
     if (followsLink) {
         const std::filesystem::path real = std::filesystem::weakly_canonical(target, ignored);
@@ -202,6 +204,30 @@ void RemoveLeftovers(const std::string& folder)
 void WriteWhole(const std::string& path, const std::string& text)
 {
     WriteParts(path, {text}, true);
+}
+
+bool WriteNew(const std::string& path, const std::string& text)
+{
+    const std::filesystem::path target = ToPath(path);
+    TemporaryFile temporary(target);
+    const bool isDone = temporary.Commit({text}, target, RenameToNew);
+    if (!isDone && errno != EEXIST) {
+        Fail(path, errno);
+    }
+    return isDone;
+}
+
+void RefuseReadOnly(const std::string& path)
+{
+    using std::filesystem::perms;
+    std::error_code ignored;
+    const auto status = std::filesystem::status(ToPath(path), ignored);
+    const perms writers = perms::owner_write | perms::group_write | perms::others_write;
+    if (std::filesystem::is_regular_file(status) &&
+        (status.permissions() & writers) == perms::none) {
+        throw std::runtime_error("cannot write " + path +
+                                 ": it is read-only; make it writable, if that is meant");
+    }
 }
 
 bool WriteIfChanged(const std::string& path, const Parts& parts, const std::filesystem::path& root)

@@ -28,6 +28,14 @@ public:
 ///         ClosedPipe
 void WriteWhole(const std::string& path, const std::string& text);
 
+/// Writes a file like WriteWhole, unless there is something of its name.
+/// @return whether it was written
+[[nodiscard]] bool WriteNew(const std::string& path, const std::string& text);
+
+/// Fails, with a text that names the file, if somebody has made it read-only.
+/// @throws std::runtime_error
+void RefuseReadOnly(const std::string& path);
+
 /// Removes the temporary files that killed commands have left in a folder.
 void RemoveLeftovers(const std::string& folder);
 

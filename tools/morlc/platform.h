@@ -3,10 +3,12 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace morlc {
@@ -65,5 +67,16 @@ NewFile MakeFileBeside(const std::filesystem::path& target, bool isPrivate = fal
 /// Renames a file; one of the new name is replaced, without a moment in which there is none.
 /// @return whether it was done; if not, `errno` says why.
 bool RenameOver(const std::filesystem::path& from, const std::filesystem::path& target);
+
+/// Renames a file, unless there is one of the new name; then `errno` is EEXIST.
+/// @return whether it was done; if not, `errno` says why.
+bool RenameToNew(const std::filesystem::path& from, const std::filesystem::path& target);
+
+/// Which file this is, and when anything of it was changed last, its times included: what the
+/// system says, and no program can set.
+using FileVersion = std::pair<std::uint64_t, std::int64_t>;
+
+/// The version of a file; zeros if there is no such file.
+FileVersion VersionOf(const std::filesystem::path& file);
 
 }  // namespace morlc

@@ -152,4 +152,29 @@ bool RenameOver(const std::filesystem::path& from, const std::filesystem::path& 
     return std::rename(from.c_str(), target.c_str()) == 0;
 }
 
+bool RenameToNew(const std::filesystem::path& from, const std::filesystem::path& target)
+{
+    if (::link(from.c_str(), target.c_str()) == 0) {
+        ::unlink(from.c_str());
+        return true;
+    }
+    // Not every file system knows hard links.
+    struct stat status = {};
+    if (errno == EEXIST || ::lstat(target.c_str(), &status) == 0) {
+        errno = EEXIST;
+        return false;
+    }
+    return RenameOver(from, target);
+}
+
+FileVersion VersionOf(const std::filesystem::path& file)
+{
+    constexpr std::int64_t kNanoseconds = 1000000000;
+    struct stat status = {};
+    if (::stat(file.c_str(), &status) != 0) {
+        return {};
+    }
+    return {status.st_ino, status.st_ctim.tv_sec * kNanoseconds + status.st_ctim.tv_nsec};
+}
+
 }  // namespace morlc

@@ -58,6 +58,15 @@ int ErrnoOf(DWORD error)
         .value();
 }
 
+bool Move(const std::filesystem::path& from, const std::filesystem::path& target, DWORD flags)
+{
+    if (MoveFileExW(from.c_str(), target.c_str(), flags) != 0) {
+        return true;
+    }
+    errno = ErrnoOf(GetLastError());
+    return false;
+}
+
 }  // namespace
 
 std::vector<std::string> StartProcess(int /*argc*/, char** /*argv*/)
@@ -161,11 +170,30 @@ NewFile MakeFileBeside(const std::filesystem::path& target, bool /*isPrivate*/)
 
 bool RenameOver(const std::filesystem::path& from, const std::filesystem::path& target)
 {
-    if (MoveFileExW(from.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING) != 0) {
-        return true;
+    return Move(from, target, MOVEFILE_REPLACE_EXISTING);
+}
+
+bool RenameToNew(const std::filesystem::path& from, const std::filesystem::path& target)
+{
+    return Move(from, target, 0);
+}
+
+FileVersion VersionOf(const std::filesystem::path& file)
+{
+    constexpr DWORD kAnyShare = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    HANDLE handle = CreateFileW(file.c_str(), FILE_READ_ATTRIBUTES, kAnyShare, nullptr,
+                                OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (handle == INVALID_HANDLE_VALUE) {
+        return {};
     }
-    errno = ErrnoOf(GetLastError());
-    return false;
+    constexpr unsigned kHalf = 32;  // bits
+    BY_HANDLE_FILE_INFORMATION identity = {};
+    FILE_BASIC_INFO times = {};
+    GetFileInformationByHandle(handle, &identity);
+    GetFileInformationByHandleEx(handle, FileBasicInfo, &times, sizeof times);
+    CloseHandle(handle);
+    return {std::uint64_t{identity.nFileIndexHigh} << kHalf | identity.nFileIndexLow,
+            times.ChangeTime.QuadPart};
 }
 
 }  // namespace morlc

@@ -396,7 +396,7 @@ std::string PassChecker::HintOfOwnNode(const std::string& name) const
     const MorlSentence* declaration = FindLocal(own, name);
     return declaration == nullptr
                ? ""
-               : "; what line " +
+               : "; what the node's line " +
                      std::to_string(origins[here].node->PlaceOf(declaration->offset).line) +
                      " declares can be used below it, up to the end of its block";
 }

@@ -222,19 +222,22 @@ bool ReadElements(const NodeText& source, std::vector<NodeTextFault>& faults,
     });
 }
 
-std::vector<std::unique_ptr<MorlNode>> ReadNodes(const NodeText& source,
-                                                 std::vector<NodeTextFault>& faults,
-                                                 std::vector<std::size_t>& contents)
+std::vector<std::unique_ptr<MorlNode>> ReadNodes(const NodeText& source, NodeTextResult& result)
 {
     std::vector<std::unique_ptr<MorlNode>> nodes;
+    const auto offsetOf = [](const Json::Value& value) {
+        return static_cast<std::size_t>(value.getOffsetStart());
+    };
     const auto take = [&](const Json::Value& element, const Members& members) {
         nodes.push_back(MakeNode(members));
-        const Json::Value& place = members.content.isString() ? members.content : element;
-        contents.push_back(static_cast<std::size_t>(place.getOffsetStart()));
+        result.contents.push_back(offsetOf(members.content.isString() ? members.content : element));
+        result.references.push_back(
+            offsetOf(members.references.isArray() ? members.references : element));
     };
-    if (!ReadMembers(source, faults, take)) {
+    if (!ReadMembers(source, result.faults, take)) {
         nodes.clear();
-        contents.clear();
+        result.contents.clear();
+        result.references.clear();
     }
     return nodes;
 }

@@ -37,10 +37,8 @@ bool ReadElements(const NodeText& source, std::vector<NodeTextFault>& faults,
                   const std::function<void(const Json::Value&)>& take);
 
 /// Makes all nodes of a text, or none.
-/// @param faults receives what is wrong with the text.
-/// @param contents receives where the content of each node stands.
-std::vector<std::unique_ptr<MorlNode>> ReadNodes(const NodeText& source,
-                                                 std::vector<NodeTextFault>& faults,
-                                                 std::vector<std::size_t>& contents);
+/// @param result receives what is wrong with the text, and where the contents and references of the
+///        nodes stand
+std::vector<std::unique_ptr<MorlNode>> ReadNodes(const NodeText& source, NodeTextResult& result);
 
 }  // namespace ns_ruke

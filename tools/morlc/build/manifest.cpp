@@ -121,7 +121,7 @@ private:
     std::vector<std::string> ReadTargets(const Json::Value& value) const
     {
         if (!value.isArray() || value.empty()) {
-            file.Fail(value, "\"targets\" must be a list of targets");
+            file.Fail(value, "\"targets\" must be a list of targets, such as [\"glsl\", \"hlsl\"]");
         }
         const std::vector<std::string> known = ns_ruke::MorlTargets();
         std::set<std::string> named;
@@ -146,7 +146,8 @@ private:
             return nodes;
         }
         if (!value.isArray()) {
-            file.Fail(value, std::string("\"") + member + "\" must be a list of nodes");
+            file.Fail(value, std::string("\"") + member +
+                                 "\" must be a list of nodes, such as [\"NODE\", \"NODE\"]");
         }
         for (const Json::Value& node : value) {
             if (!node.isString()) {

@@ -9,9 +9,11 @@
 #include "check/units.h"
 #include "check/verdicts.h"
 #include "nodes/node_files.h"
+#include "path.h"
 
 #include <morl/morl.h>
 #include <algorithm>
+#include <filesystem>
 #include <optional>
 #include <set>
 #include <stdexcept>
@@ -99,6 +101,7 @@ private:
             units = UnitsOf(options.pass, targets);
             return;
         }
+        RefuseNodeAsManifest();
         manifest.emplace(options.manifest, prefix);
         manifest->CheckNames(options.shaders);
         units = UnitsOf(*manifest, options.shaders, targets);
@@ -106,6 +109,30 @@ private:
             for (const auto& [macro, place] : shader.macroPlaces) {
                 setMacros.insert(macro);
             }
+        }
+    }
+
+    /// Who means a node gets a cure in place of "no such file".
+    void RefuseNodeAsManifest() const
+    {
+        const std::string& name = options.manifest;
+        if (nodes.compiler->FindNode(name) != nullptr && !std::filesystem::exists(ToPath(name))) {
+            throw std::runtime_error("there is no manifest " + name + "; to check the node '" +
+                                     name + "', say its stage: morlc check -s STAGE " + name);
+        }
+    }
+
+    /// What the parser says of nodes that no shader names, since nothing else looks at them.
+    void CollectUnnamed()
+    {
+        const LogCollection log(*nodes.compiler, LogCollection::Mode::Keep);
+        for (const std::string& name : nodes.compiler->GetNodeNames()) {
+            ns_ruke::MorlNode node;
+            node.SetName(name);
+            node.SetContent(nodes.compiler->FindNode(name)->GetContent());
+            ns_ruke::MorlParser parser;
+            node.Compile(&parser, "");
+            Collect(node.GetFaults(), {});
         }
     }
 
@@ -122,6 +149,9 @@ private:
             if (verdicts) {
                 Collect((*verdicts)[i], result, units[i]);
             }
+        }
+        if (manifest && options.shaders.empty()) {
+            CollectUnnamed();
         }
     }
 
@@ -174,6 +204,7 @@ private:
             finding.node = warning.node;
             finding.line = warning.line;
             finding.column = warning.column;
+            finding.reference = warning.line == 0 ? warning.name : "";
             finding.text = warning.text;
             findings.Add(finding, unit.context);
         }
@@ -245,9 +276,21 @@ private:
         }
         for (const std::size_t number : numbers) {
             const ManifestShader& shader = manifest->shaders[number];
+            if (HasUnknownNode(shader)) {
+                continue;  // which may be the one that has them
+            }
             TellUnusedNames(number, "shader '" + shader.name + "'", shader.macroPlaces,
                             shader.samplerPlaces);
         }
+    }
+
+    bool HasUnknownNode(const ManifestShader& shader) const
+    {
+        const auto isUnknown = [&](const NodeName& node) {
+            return nodes.compiler->FindNode(node.name) == nullptr;
+        };
+        return std::any_of(shader.vertex.begin(), shader.vertex.end(), isUnknown) ||
+               std::any_of(shader.fragment.begin(), shader.fragment.end(), isUnknown);
     }
 
     void TellUnusedNames(std::size_t shader, const std::string& where, const NamePlaces& macros,

@@ -7,9 +7,10 @@
 namespace morlc {
 void Findings::Add(const Finding& finding, const FindingContext& context)
 {
-    // Compilers have their own words for the same fault.
-    const Key key = {finding.check, finding.node, finding.line, finding.column,
-                     finding.isVerdict && finding.line > 0 ? "" : finding.text};
+    // Compilers have their own words for the same fault. What is in no node is the shader's.
+    const bool isVerdictOnLine = finding.isVerdict && finding.line > 0;
+    const Key key = {finding.check, finding.node.empty() ? context.shader : finding.node,
+                     finding.line, finding.column, isVerdictOnLine ? "" : finding.text};
     const auto [known, isNew] = byKey.try_emplace(key, entries.size());
     if (isNew) {
         entries.push_back({finding, context, {}});
@@ -63,6 +64,7 @@ std::vector<Diagnostic> Findings::Tell(std::size_t allTargets) const
         diagnostic.check = finding.check;
         diagnostic.node = finding.node;
         diagnostic.nodePlace = {finding.line, finding.column};
+        diagnostic.reference = finding.reference;
         diagnostic.text = finding.text;
         diagnostic.hint = finding.hint;
         diagnostic.generated = finding.generated;

@@ -26,6 +26,7 @@ struct Finding {
     std::string node;
     int line = 0;
     int column = 0;
+    std::string reference;  ///< of the node, if the text is about one; empty: none
     std::string text;
     std::string hint;  ///< empty: none
     bool isVerdict = false;

@@ -65,7 +65,7 @@ void ShowText(const Options& options, Diagnostics& diagnostics)
     for (NodeSource& node : nodes) {
         byName.emplace(node.name, std::move(node));
     }
-    std::string shown = faults.empty() ? "" : text.Text();
+    std::string shown = faults.empty() ? CommentsOf(text.Text()) : text.Text();
     for (const auto& [name, node] : byName) {
         shown.append(shown.empty() ? "" : "\n").append(ns_ruke::WriteNodeSource(node));
     }
@@ -84,10 +84,16 @@ void Merge(const Options& options, Diagnostics& diagnostics)
     }
     MergedNodes merged = MergeNodes(*base, *ours, *theirs);
     WriteWhole(files.ours, ns_ruke::WriteNodeText(merged.nodes));
+    const Place file = {files.path.empty() ? AsGiven(prefix, ToPath(files.ours)) : files.path};
+    for (const std::string& node : merged.moved) {
+        Diagnostic note =
+            ErrorAt(file, "both have moved node '" + node + "'; it is where ours has it");
+        note.severity = Severity::Info;
+        diagnostics.Report(note);
+    }
     for (const std::string& node : merged.conflicts) {
-        diagnostics.Report(ErrorAt(
-            {AsGiven(prefix, ToPath(files.ours))},
-            "both have changed node '" + node + "'; its content has the marks of a conflict"));
+        diagnostics.Report(ErrorAt(file, "both have changed node '" + node +
+                                             "'; its content has the marks of a conflict"));
     }
 }
 

@@ -42,19 +42,41 @@ void AddLostValues(const SourceText& source, const std::string& text, std::vecto
     }
 }
 
-std::vector<Place> FindLosses(const SourceText& source)
+/// A comment of a text, in bytes.
+struct Comment {
+    std::size_t begin;
+    std::size_t end;
+};
+
+/// @param plain the text without its comments
+std::vector<Comment> FindComments(const std::string& text, const std::string& plain)
 {
-    const std::string& text = source.Text();
-    std::string plain = text;
-    ns_ruke::RemoveComments(plain);
-    std::vector<Place> losses;
+    std::vector<Comment> comments;
     for (std::size_t i = 0; i < text.size(); ++i) {
         if (text[i] != plain[i]) {
-            losses.push_back(source.AtByte(i));
             const bool isLine = text.compare(i, 2, "//") == 0;
-            const std::size_t end = isLine ? text.find('\n', i) : text.find("*/", i + 2);
-            i = end == std::string::npos ? text.size() : end + (isLine ? 0 : 1);
+            const std::size_t last = isLine ? text.find('\n', i) : text.find("*/", i + 2);
+            const std::size_t end =
+                last == std::string::npos ? text.size() : last + (isLine ? 0 : 2);
+            comments.push_back({i, end});
+            i = end - 1;
         }
+    }
+    return comments;
+}
+
+std::string WithoutComments(std::string text)
+{
+    ns_ruke::RemoveComments(text);
+    return text;
+}
+
+std::vector<Place> FindLosses(const SourceText& source)
+{
+    const std::string plain = WithoutComments(source.Text());
+    std::vector<Place> losses;
+    for (const Comment& comment : FindComments(source.Text(), plain)) {
+        losses.push_back(source.AtByte(comment.begin));
     }
     AddLostValues(source, plain, losses);
     return losses;
@@ -85,6 +107,15 @@ std::optional<NodeDocument> ReadNodeDocument(const std::string& path, const std:
     }
     document.losses = FindLosses(document.text);
     return document;
+}
+
+std::string CommentsOf(const std::string& text)
+{
+    std::string comments;
+    for (const Comment& comment : FindComments(text, WithoutComments(text))) {
+        comments += text.substr(comment.begin, comment.end - comment.begin) + "\n";
+    }
+    return comments;
 }
 
 bool IsSameNode(const ns_ruke::NodeSource& a, const ns_ruke::NodeSource& b)

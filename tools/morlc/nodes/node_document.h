@@ -24,6 +24,9 @@ struct NodeDocument {
 std::optional<NodeDocument> ReadNodeDocument(const std::string& path, const std::string& prefix,
                                              Diagnostics& diagnostics);
 
+/// The comments of a node file's text, a line break after each.
+std::string CommentsOf(const std::string& text);
+
 /// Whether two nodes are the same, apart from where their names stand.
 bool IsSameNode(const ns_ruke::NodeSource& a, const ns_ruke::NodeSource& b);
 

@@ -17,6 +17,26 @@ namespace {
 
 constexpr std::string_view kMembers[] = {"name", "content", "x", "y", "ref"};
 
+/// How many bytes the character has that begins at one; 0 if none does.
+std::size_t CharacterLength(const std::string& text, std::size_t begin)
+{
+    const auto lead = static_cast<unsigned char>(text[begin]);
+    if (lead < 0x80) {
+        return lead == 0 ? 0 : 1;
+    }
+    const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
+    if (lead < 0xC2 || lead > 0xF4 || begin + length > text.size()) {
+        return 0;
+    }
+    const auto isContinuing = [](char c) {
+        return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
+    };
+    const auto first = text.begin() + static_cast<std::ptrdiff_t>(begin) + 1;
+    return std::all_of(first, first + static_cast<std::ptrdiff_t>(length) - 1, isContinuing)
+               ? length
+               : 0;
+}
+
 class SlipFinder {
 public:
     SlipFinder(const SourceText& newSource, Diagnostics& newDiagnostics)
@@ -26,7 +46,7 @@ public:
 
     void Run()
     {
-        CheckBytes();
+        WarnOfBytes(source, diagnostics);
         Json::Value root;
         if (!Read(root)) {
             return;  // the library says so
@@ -51,9 +71,7 @@ public:
 private:
     void Warn(std::size_t offset, const std::string& text)
     {
-        Diagnostic diagnostic = ErrorAt(source.AtByte(offset), text);
-        diagnostic.severity = Severity::Warning;
-        diagnostics.Report(diagnostic);
+        diagnostics.Report(WarningAt(source.AtByte(offset), text));
     }
 
     /// Reads the document. One whose members stand twice is read once more.
@@ -68,10 +86,8 @@ private:
             if (error.diagnostic.text.find("Duplicate key") == std::string::npos) {
                 return false;
             }
-            Diagnostic diagnostic =
-                ErrorAt(error.diagnostic.place, "this member stands twice: the later one counts");
-            diagnostic.severity = Severity::Warning;
-            diagnostics.Report(diagnostic);
+            diagnostics.Report(WarningAt(error.diagnostic.place,
+                                         "this member stands twice: the later one counts"));
         }
         ParseJson(Json::CharReaderBuilder(), source.Text(), source, root);
         return true;
@@ -107,45 +123,25 @@ private:
         }
     }
 
-    /// A node file is UTF-8, and JSON has no NUL in it.
-    void CheckBytes()
-    {
-        const std::string& text = source.Text();
-        for (std::size_t i = 0; i < text.size();) {
-            const std::size_t length = CharacterLength(text, i);
-            if (length == 0) {
-                Warn(i, "this byte is no text in UTF-8; save the file as UTF-8");
-                return;
-            }
-            i += length;
-        }
-    }
-
-    /// How many bytes the character has that begins at one; 0 if none does.
-    static std::size_t CharacterLength(const std::string& text, std::size_t begin)
-    {
-        const auto lead = static_cast<unsigned char>(text[begin]);
-        if (lead < 0x80) {
-            return lead == 0 ? 0 : 1;
-        }
-        const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-        if (lead < 0xC2 || lead > 0xF4 || begin + length > text.size()) {
-            return 0;
-        }
-        const auto isContinuing = [](char c) {
-            return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
-        };
-        const auto first = text.begin() + static_cast<std::ptrdiff_t>(begin) + 1;
-        return std::all_of(first, first + static_cast<std::ptrdiff_t>(length) - 1, isContinuing)
-                   ? length
-                   : 0;
-    }
-
     const SourceText& source;
     Diagnostics& diagnostics;
 };
 
 }  // namespace
+
+void WarnOfBytes(const SourceText& source, Diagnostics& diagnostics)
+{
+    const std::string& text = source.Text();
+    for (std::size_t i = 0; i < text.size();) {
+        const std::size_t length = CharacterLength(text, i);
+        if (length == 0) {
+            diagnostics.Report(WarningAt(source.AtByte(i),
+                                         "this byte is no text in UTF-8; save the file as UTF-8"));
+            return;
+        }
+        i += length;
+    }
+}
 
 void WarnOfSlips(const SourceText& source, Diagnostics& diagnostics)
 {

@@ -11,4 +11,7 @@ namespace morlc {
 /// bytes that are no text.
 void WarnOfSlips(const SourceText& source, Diagnostics& diagnostics);
 
+/// Warns of the first byte of a node file or source that is no text in UTF-8, or NUL.
+void WarnOfBytes(const SourceText& source, Diagnostics& diagnostics);
+
 }  // namespace morlc

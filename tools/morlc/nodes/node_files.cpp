@@ -14,6 +14,7 @@
 #include <optional>
 #include <stdexcept>
 #include <system_error>
+#include <utility>
 
 namespace morlc {
 namespace {
@@ -65,7 +66,8 @@ public:
                 diagnostic.severity = Severity::Warning;
                 diagnostics.Report(diagnostic);
             }
-            nodes.origins->AddFromNodeFile(result.nodes[i], source, result.contents[i]);
+            nodes.origins->AddFromNodeFile(result.nodes[i], source, result.contents[i],
+                                           result.references[i]);
         }
         return result.faults.empty();
     }
@@ -80,8 +82,8 @@ public:
         for (const std::string& path : ListSources(nodeFile)) {
             ProtectInput(path);
             nodes.inputs.push_back(path);
-            const std::optional<SourceFile> file = ReadSourceFile(path, prefix, diagnostics);
-            isValid = file && Load(*file, nodeFile) && isValid;
+            std::optional<SourceFile> file = ReadSourceFile(path, prefix, diagnostics);
+            isValid = file && Load(std::move(*file), nodeFile) && isValid;
         }
         return isValid;
     }
@@ -97,7 +99,7 @@ private:
 
     std::string Shown(const std::string& path) const { return AsGiven(prefix, ToPath(path)); }
 
-    bool Load(const SourceFile& file, const std::string& nodeFile)
+    bool Load(SourceFile file, const std::string& nodeFile)
     {
         const ns_ruke::NodeSource& source = file.source;
         const auto x = static_cast<float>(source.x);
@@ -116,7 +118,7 @@ private:
             return isSame;
         }
         nodes.compiler->SetNode(file.name, source.content, source.references, x, y);
-        nodes.origins->AddFromSource(file.name, Shown(file.path), Shown(nodeFile),
+        nodes.origins->AddFromSource(file.name, std::move(file.text), Shown(nodeFile),
                                      source.contentLine);
         return true;
     }
@@ -142,6 +144,7 @@ LoadedNodes LoadNodes(const std::string& prefix, Diagnostics& diagnostics)
     for (const char* path : ns_ruke::kNodeFiles) {
         isValid = loading.LoadSources(path) && isValid;
     }
+    WarnOfStraySources(prefix, diagnostics);
     if (isValid) {
         diagnostics.SetNodeOrigins(nodes.origins);
     } else {

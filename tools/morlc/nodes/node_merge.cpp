@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "nodes/node_merge.h"
 
-#include "json_file.h"
 #include "nodes/line_merge.h"
 #include "nodes/node_document.h"
 
+#include <algorithm>
+#include <iterator>
 #include <map>
 #include <optional>
 #include <set>
-#include <sstream>
 #include <tuple>
 #include <utility>
 
@@ -25,28 +25,6 @@ Nodes ByName(const std::vector<NodeSource>& list)
         nodes.emplace(node.name, node);
     }
     return nodes;
-}
-
-/// Names as lines, none of which holds a line break.
-std::string Lines(const std::vector<std::string>& names)
-{
-    std::string lines;
-    for (const std::string& name : names) {
-        lines += FormatJsonLine(name) + "\n";
-    }
-    return lines;
-}
-
-std::vector<std::string> Split(const std::string& lines)
-{
-    std::vector<std::string> names;
-    std::istringstream stream(lines);
-    for (std::string line; std::getline(stream, line);) {
-        if (!line.empty()) {
-            names.push_back(ParseJson(line).asString());
-        }
-    }
-    return names;
 }
 
 /// The names that one side has given to nodes of the base, by their old names. Where several have
@@ -100,16 +78,60 @@ MergedLines MergeContents(const std::string& base, const std::string& ours,
     return {Marked(ours, theirs), true};
 }
 
-std::vector<std::string> MergeReferences(const NodeSource& base, const NodeSource& ours,
-                                         const NodeSource& theirs, bool& isConflict)
+using Names = std::vector<std::string>;
+
+bool Has(const Names& names, const std::string& name)
 {
-    const MergedLines merged =
-        MergeLines(Lines(base.references), Lines(ours.references), Lines(theirs.references));
-    if (!merged.isConflict) {
-        return Split(merged.text);
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+/// What both lists have, in the order of the first.
+Names InBoth(const Names& one, const Names& other)
+{
+    Names both;
+    std::copy_if(one.begin(), one.end(), std::back_inserter(both),
+                 [&](const std::string& name) { return Has(other, name); });
+    return both;
+}
+
+bool AreInOneOrder(const Names& one, const Names& other)
+{
+    return InBoth(one, other) == InBoth(other, one);
+}
+
+/// Does to a list what an edit has done to another: names that it has removed go, those that it has
+/// added stand behind the same name as there, and behind those that were added there already.
+Names Repeated(Names names, const Names& before, const Names& after)
+{
+    const auto isRemoved = [&](const std::string& name) {
+        return Has(before, name) && !Has(after, name);
+    };
+    auto place = names.begin();
+    for (const std::string& name : after) {
+        if (const auto found = std::find(names.begin(), names.end(), name); found != names.end()) {
+            place = found + 1;
+        } else if (!Has(before, name)) {
+            place = std::find_if(place, names.end(),
+                                 [&](const std::string& next) { return Has(before, next); });
+            place = names.insert(place, name) + 1;
+        }
+    }
+    names.erase(std::remove_if(names.begin(), names.end(), isRemoved), names.end());
+    return names;
+}
+
+/// Both may add and remove names, and one may order them anew.
+Names MergeReferences(const Names& base, const Names& ours, const Names& theirs, bool& isConflict)
+{
+    const bool isOrderOurs = AreInOneOrder(base, theirs) || AreInOneOrder(ours, theirs);
+    if (isOrderOurs) {
+        return Repeated(ours, base, theirs);
+    }
+    if (AreInOneOrder(base, ours)) {
+        return Repeated(theirs, base, ours);
     }
     isConflict = true;
-    return ours.references;
+    return ours;
 }
 
 using Members = std::vector<std::pair<std::string, std::string>>;
@@ -156,14 +178,18 @@ std::string HeaderOf(NodeSource node)
 
 /// Merges one node.
 /// @param isConflict becomes true if both sides have changed the same; the content then says so
+/// @param isMovedTwice becomes true if both have moved it; nobody's work is lost with a position,
+/// so
+///        ours stays
 NodeSource MergeNode(const NodeSource& base, const NodeSource& ours, const NodeSource& theirs,
-                     bool& isConflict)
+                     bool& isConflict, bool& isMovedTwice)
 {
     NodeSource merged;
     bool isHeaderConflict = false;
-    merged.references = MergeReferences(base, ours, theirs, isHeaderConflict);
+    merged.references =
+        MergeReferences(base.references, ours.references, theirs.references, isHeaderConflict);
     std::tie(merged.x, merged.y) = MergeValues(std::pair(base.x, base.y), std::pair(ours.x, ours.y),
-                                               std::pair(theirs.x, theirs.y), isHeaderConflict);
+                                               std::pair(theirs.x, theirs.y), isMovedTwice);
     merged.members = MergeMembers(base, ours, theirs, isHeaderConflict);
     const MergedLines content = MergeContents(base.content, ours.content, theirs.content);
     // What a node's object says cannot hold marks, so the content holds them.
@@ -205,6 +231,7 @@ public:
             merged.nodes.push_back(std::move(node));
         }
         merged.conflicts.assign(conflicts.begin(), conflicts.end());
+        merged.moved.assign(moved.begin(), moved.end());
         return merged;
     }
 
@@ -231,7 +258,7 @@ private:
         if (one && other) {
             const std::string newName = MergeValues(name, one->name, other->name, isConflict);
             if (!isConflict) {
-                NodeSource merged = MergeNode(old, *one, *other, isConflict);
+                NodeSource merged = MergeTwo(newName, old, *one, *other, isConflict);
                 Keep(newName, std::move(merged), isConflict);
                 return;
             }
@@ -249,12 +276,23 @@ private:
         }
     }
 
+    NodeSource MergeTwo(const std::string& name, const NodeSource& old, const NodeSource& one,
+                        const NodeSource& other, bool& isConflict)
+    {
+        bool isMovedTwice = false;
+        NodeSource merged = MergeNode(old, one, other, isConflict, isMovedTwice);
+        if (isMovedTwice) {
+            moved.insert(name);
+        }
+        return merged;
+    }
+
     /// Keeps a node; two of one name are a conflict, unless they are alike.
     void Keep(const std::string& name, NodeSource node, bool isConflict = false)
     {
         const auto found = result.find(name);
         if (found != result.end() && !IsSameNode(found->second, node)) {
-            node = MergeNode(NodeSource(), found->second, node, isConflict);
+            node = MergeTwo(name, NodeSource(), found->second, node, isConflict);
         }
         result[name] = std::move(node);
         if (isConflict) {
@@ -269,6 +307,7 @@ private:
     const std::map<std::string, std::string> theirNames;
     Nodes result;
     std::set<std::string> conflicts;
+    std::set<std::string> moved;
 };
 
 }  // namespace

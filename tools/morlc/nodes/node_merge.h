@@ -10,6 +10,7 @@ namespace morlc {
 struct MergedNodes {
     std::vector<ns_ruke::NodeSource> nodes;
     std::vector<std::string> conflicts;  ///< the nodes that have the marks of a conflict
+    std::vector<std::string> moved;  ///< those that both have moved: they are where ours has them
 };
 
 /// Merges two edits of some nodes. Each list has a name once. A node that one side has renamed, and

@@ -17,14 +17,15 @@ class NodeOrigins {
 public:
     /// @param text of a node file
     /// @param content where the node's content stands in it, in bytes
+    /// @param references where the list of its references stands, likewise
     void AddFromNodeFile(const std::string& node, std::shared_ptr<const SourceText> text,
-                         std::size_t content);
+                         std::size_t content, std::size_t references);
 
-    /// @param file a node source
+    /// @param text of a node source
     /// @param nodeFile the node file that it belongs to
     /// @param contentLine the line of the source on which the content begins
-    void AddFromSource(const std::string& node, const std::string& file,
-                       const std::string& nodeFile, int contentLine);
+    void AddFromSource(const std::string& node, SourceText text, const std::string& nodeFile,
+                       int contentLine);
 
     /// The file of a node; empty: none.
     std::string FileOf(const std::string& node) const;
@@ -36,16 +37,19 @@ public:
     /// begins. Has no excerpt.
     Place OnDisk(const std::string& node, const ns_ruke::TextPlace& place) const;
 
+    /// The place in its file of a reference of a node, with an excerpt; line 0 if it is not found.
+    Place ReferenceOnDisk(const std::string& node, const std::string& reference) const;
+
     /// The names of all nodes, in byte order.
     std::vector<std::string> Names() const;
 
 private:
     struct Origin {
         std::string nodeFile;
-        std::string source;                      ///< empty: in the node file
-        int contentLine = 0;                     ///< of the source
-        std::shared_ptr<const SourceText> text;  ///< of the node file; null for a source
-        std::size_t content = 0;                 ///< where in the text
+        std::shared_ptr<const SourceText> text;  ///< of the node file, or of the source
+        int contentLine = 0;                     ///< of the source; 0: it is in the node file
+        std::size_t content = 0;                 ///< where in the node file
+        std::size_t references = 0;              ///< likewise
     };
 
     std::map<std::string, Origin> origins;  ///< by node

@@ -50,6 +50,7 @@ public:
         for (const char* path : ns_ruke::kNodeFiles) {
             Read(path);
         }
+        WarnOfStraySources(prefix, diagnostics);
     }
 
     /// Whether all could be read, and no node is in two places.
@@ -195,7 +196,14 @@ void PackInPlace(NodeTree& tree, bool isForced)
         return;
     }
     for (const NodeSet& set : tree.Sets()) {
-        if (!set.sources.empty()) {
+        for (const SourceFile& file : set.sources) {
+            RefuseReadOnly(file.path);
+        }
+    }
+    for (const NodeSet& set : tree.Sets()) {
+        // Without sources, all node files are needed.
+        const bool isMissing = !fs::exists(ToPath(set.document.path));
+        if (!set.sources.empty() || isMissing) {
             tree.ExpectUnchanged(set.document.text, set.document.path);
             WriteWhole(set.document.path, PackedText(set));
         }
@@ -206,8 +214,8 @@ void PackInPlace(NodeTree& tree, bool isForced)
             tree.ExpectUnchanged(file.text, file.path);
             fs::remove(ToPath(file.path));
         }
+        RemoveEmptyFolder(ToPath(SourceFolder(set.document.path)));
         if (!set.sources.empty()) {
-            RemoveEmptyFolder(ToPath(SourceFolder(set.document.path)));
             told +=
                 tree.Shown(set.document.path) + ": " + Counted(set.sources.size()) + " packed\n";
         }
@@ -275,6 +283,11 @@ public:
         }
         if (!mayRewrite || diagnostics.ErrorCount() > 0) {
             return;
+        }
+        for (std::size_t i = 0; i < plans.size(); ++i) {
+            if (!plans[i].empty()) {
+                RefuseReadOnly(tree.Sets()[i].document.path);
+            }
         }
         for (const std::vector<NewSource>& plan : plans) {
             WriteSources(plan);
@@ -349,11 +362,10 @@ private:
         for (const NewSource& source : plan) {
             if (!source.isMade) {
                 MakeDirectories(PathText(ToPath(source.path).parent_path()));
-                if (fs::exists(fs::symlink_status(ToPath(source.path)))) {
+                if (!WriteNew(source.path, ns_ruke::WriteNodeSource(source.node))) {
                     throw std::runtime_error(tree.Shown(source.path) +
                                              " has appeared meanwhile; it stays, run this again");
                 }
-                WriteWhole(source.path, ns_ruke::WriteNodeSource(source.node));
             }
         }
     }

@@ -2,12 +2,15 @@
 #include "nodes/source_files.h"
 
 #include "json_file.h"
+#include "nodes/node_file_slips.h"
 #include "path.h"
 #include "text.h"
 
+#include <morl/compiler/node_files.h>
 #include <algorithm>
 #include <cstring>
 #include <filesystem>
+#include <set>
 #include <stdexcept>
 #include <system_error>
 #include <utility>
@@ -61,6 +64,35 @@ std::vector<std::string> ListSources(const std::string& nodeFile)
     return paths;
 }
 
+void WarnOfStraySources(const std::string& prefix, Diagnostics& diagnostics)
+{
+    std::vector<std::string> folders;
+    for (const char* nodeFile : ns_ruke::kNodeFiles) {
+        folders.push_back(SourceFolder(nodeFile));
+    }
+    std::set<std::string> strays;
+    std::error_code error;
+    for (fs::recursive_directory_iterator i("morl", error), end; !error && i != end;
+         i.increment(error)) {
+        const std::string name = PathText(i->path().filename());
+        const std::string folder = PathText(i->path().parent_path());
+        const bool isRead = std::find(folders.begin(), folders.end(), folder) != folders.end();
+        if (isRead && name.front() != '.' && i->path().extension() == ".morl") {
+            const std::string text = "this is not read: the name of a source ends in '.morlsource'";
+            diagnostics.Report(WarningAt({AsGiven(prefix, i->path())}, text));
+        }
+        if (!isRead && IsSourceName(name)) {
+            strays.insert(folder);
+        }
+    }
+    for (const std::string& folder : strays) {
+        const std::string text =
+            "no node file has the name of this folder, so the sources in it are not read" +
+            Suggestion(folders, folder);
+        diagnostics.Report(WarningAt({AsGiven(prefix, ToPath(folder))}, text));
+    }
+}
+
 std::optional<SourceFile> ReadSourceFile(const std::string& path, const std::string& prefix,
                                          Diagnostics& diagnostics)
 {
@@ -69,6 +101,7 @@ std::optional<SourceFile> ReadSourceFile(const std::string& path, const std::str
         return std::nullopt;
     }
     SourceText text = ReadSource(path, prefix);
+    WarnOfBytes(text, diagnostics);
     std::vector<ns_ruke::NodeSourceFault> faults;
     ns_ruke::NodeSource source = ns_ruke::ReadNodeSource(text.Text(), faults);
     bool isValid = true;

@@ -30,6 +30,10 @@ std::string SourceFolder(const std::string& nodeFile);
 /// @throws std::runtime_error when the folder cannot be read
 std::vector<std::string> ListSources(const std::string& nodeFile);
 
+/// Warns of files below morl/ that look like sources, and that nobody reads: in a folder that
+/// belongs to no node file, or with another ending.
+void WarnOfStraySources(const std::string& prefix, Diagnostics& diagnostics);
+
 /// Reads a source, and reports what is wrong with it.
 /// @return nothing if it cannot be used
 std::optional<SourceFile> ReadSourceFile(const std::string& path, const std::string& prefix,

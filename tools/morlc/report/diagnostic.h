@@ -22,6 +22,7 @@ struct Diagnostic {
     Place place;                   ///< in a file; if there is a node, the excerpt is of its content
     std::string node;              ///< empty if no node is affected
     ns_ruke::TextPlace nodePlace;  ///< in the content of `node`
+    std::string reference;         ///< of `node`, if the text is about one; then that is the place
     std::string shader;            ///< of the manifest; empty if no shader is affected
     std::string variant;  ///< the first affected variant of the shader, with the target; does not
                           ///< make two diagnostics different

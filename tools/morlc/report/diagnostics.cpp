@@ -78,6 +78,10 @@ void Diagnostics::Report(Diagnostic diagnostic)
         ns_ruke::Excerpt excerpt = std::move(diagnostic.place.excerpt);
         diagnostic.place = origins->OnDisk(diagnostic.node, diagnostic.nodePlace);
         diagnostic.place.excerpt = std::move(excerpt);
+        Place reference = origins->ReferenceOnDisk(diagnostic.node, diagnostic.reference);
+        if (reference.line > 0) {
+            diagnostic.place = std::move(reference);
+        }
     }
     if (!shown.insert(Identity(diagnostic)).second) {
         return;
@@ -167,7 +171,9 @@ std::string Diagnostics::Hint(const std::string& unknownNode)
         return {};
     }
     ++hints;
-    return Suggestion(origins->Names(), unknownNode);
+    const std::string suggestion = Suggestion(origins->Names(), unknownNode);
+    const bool isList = suggestion.empty() && unknownNode.find(',') != std::string::npos;
+    return isList ? " (in a manifest, each node is a string of its own)" : suggestion;
 }
 
 LogCollection::LogCollection(const ns_ruke::MorlCompiler& owner, Mode newMode)

@@ -15,7 +15,7 @@ FileTimes::FileTimes(const std::vector<std::string>& files)
         const auto time = std::filesystem::last_write_time(ToPath(file), error);
         const auto size = error ? 0 : std::filesystem::file_size(ToPath(file), error);
         if (!error) {
-            stamps.emplace(file, Stamp(time, size));
+            stamps.emplace(file, Stamp(time, size, VersionOf(ToPath(file))));
         }
     }
 }

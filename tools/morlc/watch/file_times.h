@@ -1,16 +1,19 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform.h"
+
 #include <cstdint>
 #include <filesystem>
 #include <map>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace morlc {
 
-/// The sizes and times of some files at one moment. They are polled, because that is the same code
-/// on all systems, and nothing needs to be kept in step with folders that come and go.
+/// The sizes, times and versions of some files at one moment. They are polled, because that is the
+/// same code on all systems, and nothing needs to be kept in step with folders that come and go.
 class FileTimes {
 public:
     FileTimes() = default;
@@ -25,7 +28,7 @@ public:
     std::vector<std::string> ChangedSince(const FileTimes& before) const;
 
 private:
-    using Stamp = std::pair<std::filesystem::file_time_type, std::uintmax_t>;
+    using Stamp = std::tuple<std::filesystem::file_time_type, std::uintmax_t, FileVersion>;
 
     std::map<std::string, Stamp> stamps;
 };

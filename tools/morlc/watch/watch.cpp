@@ -203,7 +203,8 @@ private:
     }
 
     /// Whether a change concerns more than single shaders: what a node that comes or goes means for
-    /// others, what is left of a shader that goes, and a dependency list, which is for all.
+    /// others, what is left of a shader that goes, a dependency list, which is for all, and nodes
+    /// of no shader.
     bool ConcernsAll(const Inputs& now) const
     {
         const auto isKnown = [](const auto& one, const auto& other) {
@@ -214,7 +215,17 @@ private:
         const bool isShaderGone =
             std::any_of(known->shaders.begin(), known->shaders.end(),
                         [&](const auto& shader) { return now.shaders.count(shader.first) == 0; });
-        return !areNodesKnown || isShaderGone || (isBuild && !options.build.depfile.empty());
+        return !areNodesKnown || isShaderGone || (isBuild && !options.build.depfile.empty()) ||
+               (!isBuild && HasUnnamed(Different(known->nodes, now.nodes), now));
+    }
+
+    /// Whether no shader names one of some nodes, which only a whole round looks at.
+    static bool HasUnnamed(const std::set<std::string>& nodes, const Inputs& inputs)
+    {
+        return std::any_of(nodes.begin(), nodes.end(), [&](const std::string& node) {
+            return std::none_of(inputs.nodesOf.begin(), inputs.nodesOf.end(),
+                                [&](const auto& shader) { return shader.second.count(node) > 0; });
+        });
     }
 
     /// The shaders that the changes concern, among those that were asked for.
