@@ -4,7 +4,7 @@
 # wine.sh --server start|stop: keeps the process that all programs of this Windows share, or ends it
 set -eu
 here=$(cd "$(dirname "$0")/.." && pwd)
-export WINEPREFIX="${MORL_WINE_PREFIX:-$here/build/wine}" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
+export WINEPREFIX="${MORL_WINE_PREFIX:-$here/build/wine}" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml=;d3dcompiler_47=n"
 # Wine reads arguments and names of files in this encoding.
 export LC_ALL=C.UTF-8
 unset DISPLAY

@@ -25,13 +25,6 @@ constexpr BufferSpellings kBuffers = {{
     {TOKEN_OUT, "out", "out", "uniform"},
 }};
 
-/// What GLSL 1.50 reserves, but GLSL ES 1.00 does not.
-constexpr std::string_view kWordsOf150[] = {
-    "active",  "centroid", "common",  "filter", "layout", "noperspective", "partition",
-    "sampler", "smooth",   "texture", "uint",   "uvec2",  "uvec3",         "uvec4",
-};
-constexpr WordList kMoreWords(kWordsOf150);
-
 /// The global of one output. The projected position is the built-in gl_Position.
 void Output(Walk& walk, MorlDeclare* output)
 {
@@ -90,7 +83,7 @@ constexpr TargetRecord kRecord = {
     false,
     CallForms(kCalls),
     kGlslWords,
-    kMoreWords,
+    kGlslWordsOf150,
     {"OpenGL 3.2", 16, 16, 15, 256, 256, true},
     {GlslUniforms, Inputs, Outputs, GlslEntry, GlslInputCopies, OutputLocals, FinalOutput}};
 

@@ -42,8 +42,6 @@ constexpr BufferSpellings kBuffers = {{
     {TOKEN_OUT, "varying", "", "uniform"},
 }};
 
-constexpr WordList kNoMoreWords;
-
 /// A declaration of this name is never an attribute or varying, whatever it is bound to. (What an
 /// output is copied to depends on its semantic instead: see CopyOutTarget.)
 bool IsUndeclared(const MorlDeclare* declare)

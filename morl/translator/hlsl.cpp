@@ -16,8 +16,6 @@ constexpr CallForm kCalls[] = {
     kHlslMatrix4Rows,
 };
 
-constexpr WordList kNoMoreWords;
-
 void Uniforms(Walk& walk, const Declares& uniforms)
 {
     for (MorlDeclare* uniform : uniforms) {

@@ -45,8 +45,6 @@ constexpr CallForm kCalls[] = {
     Sampling(TOKEN_TEXCUBE),
 };
 
-constexpr WordList kNoMoreWords;
-
 /// The first member of every input struct of a fragment stage: the projected position, which comes
 /// first in the vertex output struct.
 constexpr char kDummyPosition[] = "float4 oDummyProj : SV_Position; \n";

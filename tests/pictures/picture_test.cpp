@@ -2,6 +2,7 @@
 // One graph, one picture: the richest variant of every sample shader is drawn in every target.
 #include "pictures/draw.h"
 #include "pictures/probes.h"
+#include "pictures/words.h"
 #include "support/document.h"
 #include "support/graph.h"
 #include "support/log_capture.h"
@@ -58,6 +59,22 @@ TEST(Pictures, AreTheSameInEveryTarget)
                               << " differ from those of " << ns_ruke::MorlTargets()[0] << "; see "
                               << sheet << " (" << painter.Names() << ")";
             }
+        }
+    }
+}
+
+TEST(Words, ThatAreTakenSilentlyAreTakenByEveryCompilerHere)
+{
+    pictures::Painter painter;
+    for (const morl_test::WordShader& shader : morl_test::WordShaders()) {
+        // Of HLSL, direct3d_test.py asks Microsoft's compiler.
+        if (ns_ruke::FindTargetInfo(shader.target)->Has(ns_ruke::kHlsl)) {
+            continue;
+        }
+        try {
+            painter.Link(shader.target, morl_test::TextsOf(shader));
+        } catch (const pictures::Refused& refusal) {
+            ADD_FAILURE() << shader.name << ", " << shader.words.front() << ": " << refusal.what();
         }
     }
 }

@@ -43,11 +43,16 @@ std::string FragmentNode(const std::string& declares, const std::string& stateme
            statements + "\noColor = float4(result.xyz * 0.5 + float3(0.5, 0.5, 0.5), 1.0); }";
 }
 
-/// What a target makes of a probe's wrong line.
+/// What a target makes of a probe's wrong line. Of HLSL, Microsoft's compiler says whether it is
+/// refused, and the one here what it draws.
 std::string Verdict(pictures::Painter& painter, const Probe& probe, const std::string& target,
                     const pictures::Image* expected)
 {
     const SampleTexts texts = CompileProbe(probe, target, false);
+    const auto& refusing = probe.refusedByDirect3d;
+    if (std::find(refusing.begin(), refusing.end(), target) != refusing.end()) {
+        return "refused";
+    }
     try {
         if (expected == nullptr) {
             painter.Link(target, texts);
@@ -55,7 +60,7 @@ std::string Verdict(pictures::Painter& painter, const Probe& probe, const std::s
         }
         return LooksSame(painter.Draw(target, texts), *expected) ? "yes" : "other picture";
     } catch (const pictures::Refused&) {
-        return "refused";
+        return ns_ruke::FindTargetInfo(target)->Has(ns_ruke::kHlsl) ? "accepted" : "refused";
     }
 }
 
@@ -78,6 +83,9 @@ std::vector<Probe> ReadProbes()
         probe.right = entry["right"].asString();
         probe.output = entry.get("output", "COLOR0").asString();
         probe.webGl = entry["webgl"].asString();
+        for (const Json::Value& target : entry["direct3d"]) {
+            probe.refusedByDirect3d.push_back(target.asString());
+        }
         probe.declare = entry["declare"].asString();
         probe.rightDeclare = entry.get("rightDeclare", probe.declare).asString();
         probes.push_back(probe);
@@ -85,20 +93,24 @@ std::vector<Probe> ReadProbes()
     return probes;
 }
 
+std::vector<NodeSource> NodesOfProbe(const Probe& probe, bool isRight)
+{
+    const std::string& statements = isRight ? probe.right : probe.wrong;
+    const std::string& declares = isRight ? probe.rightDeclare : probe.declare;
+    const bool inVertex = probe.isInVertexPass;
+    return {{"vertex", inVertex ? VertexNode(declares, statements) : VertexNode("", ""), {}},
+            {"fragment",
+             inVertex ? FragmentNode("", "result = oResult;", "COLOR0")
+                      : FragmentNode(declares, statements, isRight ? "COLOR0" : probe.output),
+             {}}};
+}
+
 namespace {
 
 /// The graph of a probe's line.
 std::unique_ptr<ns_ruke::MorlCompiler> MakeProbeCompiler(const Probe& probe, bool isRight)
 {
-    const std::string& statements = isRight ? probe.right : probe.wrong;
-    const std::string& declares = isRight ? probe.rightDeclare : probe.declare;
-    const bool inVertex = probe.isInVertexPass;
-    return MakeCompiler(
-        {{"vertex", inVertex ? VertexNode(declares, statements) : VertexNode("", ""), {}},
-         {"fragment",
-          inVertex ? FragmentNode("", "result = oResult;", "COLOR0")
-                   : FragmentNode(declares, statements, isRight ? "COLOR0" : probe.output),
-          {}}});
+    return MakeCompiler(NodesOfProbe(probe, isRight));
 }
 
 SampleRequest MakeProbeRequest(const std::string& target)

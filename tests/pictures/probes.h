@@ -2,6 +2,7 @@
 #pragma once
 
 #include "pictures/draw.h"
+#include "support/graph.h"
 
 #include <filesystem>
 #include <string>
@@ -22,9 +23,14 @@ struct Probe {
     std::string rightDeclare;
     std::string output;  ///< the semantic of the fragment output beside `wrong`
     std::string webGl;   ///< "yes" if WebGL accepts `wrong`, otherwise "refused": see webgl_test.js
+    /// The targets in which Microsoft's compiler refuses `wrong`: see direct3d_test.py.
+    std::vector<std::string> refusedByDirect3d;
 };
 
 std::vector<Probe> ReadProbes();
+
+/// The nodes "vertex" and "fragment" of a probe's line.
+std::vector<NodeSource> NodesOfProbe(const Probe& probe, bool isRight);
 
 /// The texts of a probe's line in a target.
 /// @throws std::logic_error when the compiler logs an error

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// webgl_test.js SHADERS PROBES: every pair of GLSL ES texts below SHADERS, as written by "morlc build", compiles and
-// links in a browser's WebGL; and of PROBES, as written by morl_probe_texts, exactly those that it says.
+// webgl_test.js SHADERS QUESTIONS: every pair of GLSL ES texts below SHADERS, as written by "morlc build", compiles and
+// links in a browser's WebGL; and of QUESTIONS, as written by morl_questions, exactly those that it says.
 'use strict';
 
 const assert = require('assert');

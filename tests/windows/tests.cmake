@@ -24,3 +24,13 @@ morl_tool_test(build_test ${MORL_NATIVE_TESTS}/build_test)
 add_test(NAME windows/package COMMAND sh ${CMAKE_CURRENT_SOURCE_DIR}/windows/package_test.sh
     ${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR} ${CMAKE_CROSSCOMPILING_EMULATOR})
 set_tests_properties(windows/package PROPERTIES TIMEOUT 600 LABELS package)
+# What Microsoft's compiler says. "./dev windows" fetches it and writes the questions.
+set(MORL_D3DCOMPILER ${PROJECT_SOURCE_DIR}/build/d3dcompiler/node_modules/webgpu/dist/win32-x64/d3dcompiler_47.dll
+    CACHE FILEPATH "Microsoft's d3dcompiler_47.dll, for tests")
+find_package(Python3 REQUIRED COMPONENTS Interpreter)
+add_test(NAME windows/direct3d COMMAND Python3::Interpreter ${CMAKE_CURRENT_SOURCE_DIR}/windows/direct3d_test.py
+    ${tool_directory}/morlc ${MORL_D3DCOMPILER} ${PROJECT_BINARY_DIR}/questions ${PROJECT_SOURCE_DIR}/examples
+    ${CMAKE_CURRENT_SOURCE_DIR}/pictures/probes.json)
+set_tests_properties(windows/direct3d PROPERTIES TIMEOUT 600 LABELS pictures)
+set_tests_properties(windows/tool.txt PROPERTIES
+    ENVIRONMENT "MORLC=${tool_directory}/morlc;D3DCOMPILER=${MORL_D3DCOMPILER}")

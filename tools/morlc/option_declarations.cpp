@@ -292,6 +292,9 @@ void DeclareCheck(CLI::App& app, Options& all)
     app.add_flag("--werror", options.warningsAsErrors, "Warnings are errors");
     app.add_flag("--show-generated", options.showGenerated,
                  "Also show the generated line that a compiler complains about");
+    app.add_option("--d3dcompiler", options.direct3dCompiler,
+                   "On Windows: the d3dcompiler_47.dll that judges HLSL, in place of the system's")
+        ->type_name("FILE");
     DeclareJobs(app, options.jobs);
     DeclareWatch(app, all.watches);
     DeclareQuiet(app, options.quiet, "No progress");

@@ -79,7 +79,8 @@ struct CheckOptions {
     std::vector<std::string> warnings;  ///< names of checks, with "no-" those that are off
     bool warningsAsErrors = false;
     bool showGenerated = false;
-    std::size_t jobs = 0;  ///< threads; 0: one per processor
+    std::string direct3dCompiler;  ///< a file; empty: the system's
+    std::size_t jobs = 0;          ///< threads; 0: one per processor
     bool quiet = false;
 };
 

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -38,9 +39,17 @@ bool HasColourTerminal();
 bool HasTerminal();
 
 /// Runs something on a thread with a stack of this many bytes, and waits for it. What it throws is
-/// thrown here. (Only where there is a compiler's verdict.)
+/// thrown here.
 /// @throws std::runtime_error if there is no such thread.
 void RunWithStack(std::size_t bytes, const std::function<void()>& work);
+
+/// Does pieces of work one after another in a process of its own, so that one that crashes, or that
+/// takes longer than a minute, costs nothing but its own result. (On Windows, they are done here.)
+/// @param count of the pieces, which are numbered from 0
+/// @param work gives the result of a piece, and throws nothing
+/// @param take receives each result, or nothing if there is none, here and in order
+void RunApart(std::size_t count, const std::function<std::string(std::size_t)>& work,
+              const std::function<void(std::size_t, std::optional<std::string>)>& take);
 
 /// Opens an existing or new file for writing bytes; null: `errno` says why.
 std::FILE* OpenToWrite(const std::string& path);

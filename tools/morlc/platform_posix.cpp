@@ -2,15 +2,18 @@
 #include "platform.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <pthread.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <exception>
+#include <mutex>
 #include <stdexcept>
 #include <string_view>
 #include <system_error>
@@ -48,6 +51,93 @@ void* RunStackedWork(void* passed)
     }
     return nullptr;
 }
+
+/// Reads or writes all of some bytes. Returns whether that was possible.
+template <class Transfer, class Byte>
+bool TransferAll(Transfer transfer, int descriptor, Byte* bytes, std::size_t size)
+{
+    while (size > 0) {
+        const ssize_t done = transfer(descriptor, bytes, size);
+        if (done <= 0 && !(done < 0 && errno == EINTR)) {
+            return false;
+        }
+        bytes += std::max<ssize_t>(done, 0);
+        size -= static_cast<std::size_t>(std::max<ssize_t>(done, 0));
+    }
+    return true;
+}
+
+/// A child that does pieces of work and writes each result, after its size, to a pipe. It ends with
+/// this object.
+class WorkProcess {
+public:
+    WorkProcess(std::size_t first, std::size_t count,
+                const std::function<std::string(std::size_t)>& work)
+    {
+        // Another child would keep this one's pipe open for writing, so that its end is not seen.
+        static std::mutex mutex;
+        const std::lock_guard<std::mutex> lock(mutex);
+        int ends[2] = {};
+        if (::pipe(ends) != 0) {
+            throw std::runtime_error("cannot make a pipe: " +
+                                     std::generic_category().message(errno));
+        }
+        child = ::fork();
+        if (child == 0) {
+            ::close(ends[0]);
+            Work(ends[1], first, count, work);
+        }
+        ::close(ends[1]);
+        results = ends[0];
+        if (child < 0) {
+            ::close(results);
+            throw std::runtime_error("cannot start a process: " +
+                                     std::generic_category().message(errno));
+        }
+    }
+    WorkProcess(const WorkProcess&) = delete;
+    WorkProcess& operator=(const WorkProcess&) = delete;
+    ~WorkProcess()
+    {
+        ::kill(child, SIGKILL);
+        while (::waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
+        }
+        ::close(results);
+    }
+
+    /// The next result; nothing if there is none.
+    std::optional<std::string> Read() const
+    {
+        constexpr int kPatience = 60000;  // milliseconds
+        pollfd wait = {results, POLLIN, 0};
+        std::size_t size = 0;
+        if (::poll(&wait, 1, kPatience) <= 0 ||
+            !TransferAll(::read, results, reinterpret_cast<char*>(&size), sizeof size)) {
+            return std::nullopt;
+        }
+        std::string result(size, '\0');
+        return TransferAll(::read, results, result.data(), size) ? std::make_optional(result)
+                                                                 : std::nullopt;
+    }
+
+private:
+    [[noreturn]] static void Work(int pipe, std::size_t first, std::size_t count,
+                                  const std::function<std::string(std::size_t)>& work)
+    {
+        for (std::size_t i = first; i < count; ++i) {
+            const std::string result = work(i);
+            const std::size_t size = result.size();
+            if (!TransferAll(::write, pipe, reinterpret_cast<const char*>(&size), sizeof size) ||
+                !TransferAll(::write, pipe, result.data(), size)) {
+                break;
+            }
+        }
+        ::_exit(0);
+    }
+
+    pid_t child = -1;
+    int results = -1;
+};
 
 }  // namespace
 
@@ -110,6 +200,23 @@ void RunWithStack(std::size_t bytes, const std::function<void()>& work)
     pthread_join(thread, nullptr);
     if (stacked.thrown) {
         std::rethrow_exception(stacked.thrown);
+    }
+}
+
+void RunApart(std::size_t count, const std::function<std::string(std::size_t)>& work,
+              const std::function<void(std::size_t, std::optional<std::string>)>& take)
+{
+    for (std::size_t next = 0; next < count;) {
+        WorkProcess process(next, count, work);
+        std::optional<std::string> result = process.Read();
+        while (result) {
+            take(next++, std::move(result));
+            result = next < count ? process.Read() : std::nullopt;
+        }
+        // It has died with the piece that it was at.
+        if (next < count) {
+            take(next++, std::nullopt);
+        }
     }
 }
 

@@ -11,8 +11,11 @@
 #include <shellapi.h>
 #include <cerrno>
 #include <cstdlib>
+#include <exception>
 #include <memory>
+#include <stdexcept>
 #include <string_view>
+#include <system_error>
 
 namespace morlc {
 namespace {
@@ -56,6 +59,23 @@ int ErrnoOf(DWORD error)
     return std::error_code(static_cast<int>(error), std::system_category())
         .default_error_condition()
         .value();
+}
+
+/// What RunWithStack hands to its thread.
+struct StackedWork {
+    const std::function<void()>& work;
+    std::exception_ptr thrown;
+};
+
+DWORD WINAPI RunStackedWork(void* passed)
+{
+    auto& stacked = *static_cast<StackedWork*>(passed);
+    try {
+        stacked.work();
+    } catch (...) {
+        stacked.thrown = std::current_exception();
+    }
+    return 0;
 }
 
 bool Move(const std::filesystem::path& from, const std::filesystem::path& target, DWORD flags)
@@ -132,6 +152,30 @@ bool HasColourTerminal()
     DWORD mode = 0;
     return GetConsoleMode(terminal, &mode) != 0 &&
            SetConsoleMode(terminal, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
+}
+
+void RunWithStack(std::size_t bytes, const std::function<void()>& work)
+{
+    StackedWork stacked = {work, nullptr};
+    HANDLE thread = CreateThread(nullptr, bytes, RunStackedWork, &stacked,
+                                 STACK_SIZE_PARAM_IS_A_RESERVATION, nullptr);
+    if (thread == nullptr) {
+        throw std::runtime_error("cannot start a thread: " +
+                                 std::generic_category().message(ErrnoOf(GetLastError())));
+    }
+    WaitForSingleObject(thread, INFINITE);
+    CloseHandle(thread);
+    if (stacked.thrown) {
+        std::rethrow_exception(stacked.thrown);
+    }
+}
+
+void RunApart(std::size_t count, const std::function<std::string(std::size_t)>& work,
+              const std::function<void(std::size_t, std::optional<std::string>)>& take)
+{
+    for (std::size_t i = 0; i < count; ++i) {
+        take(i, work(i));
+    }
 }
 
 std::FILE* OpenToWrite(const std::string& path)

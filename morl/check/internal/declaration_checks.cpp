@@ -208,19 +208,15 @@ void PassChecker::CheckRepetitions()
 // Inputs are copied to variables whose names begin with kInputLocal, outputs with kOutputLocal.
 void PassChecker::CheckCopies()
 {
-    constexpr std::string_view kWordsWithI[] = {"f", "n", "nt", "nline", "nout", "nput"};
-    constexpr std::size_t kLongestWord = 5;
     for (const ScopeEntry& entry : scope.Entries()) {
         node = entry.node;
         CheckCopied(entry.name, entry.offset);
-        if (entry.kind == Kind::Uniform || entry.name.size() > kLongestWord) {
+        if (entry.kind == Kind::Uniform) {
             continue;
         }
-        const bool isWord = entry.kind == Kind::Input
-                                ? std::find(std::begin(kWordsWithI), std::end(kWordsWithI),
-                                            entry.name) != std::end(kWordsWithI)
-                                : entry.name == "urn";
-        if (isWord) {
+        std::string copy(entry.kind == Kind::Input ? kInputLocal : kOutputLocal);
+        copy += entry.name;
+        if (IsReservedWord(copy, input.target) || KeywordMap::Language().Find(copy) != TOKEN_NONE) {
             Warn(CheckKind::CopiedName, entry.offset, entry.name);
         } else if (IsComponentName(entry.name)) {
             componentNames.push_back(entry);

@@ -2,24 +2,6 @@
 #include "morl/translator/internal/glsl_layout.h"
 
 namespace ns_ruke {
-namespace {
-
-constexpr std::string_view kWords[] = {
-    "asm",      "attribute", "bool",      "break",     "cast",      "class",       "const",
-    "continue", "default",   "do",        "double",    "enum",      "extern",      "external",
-    "false",    "fixed",     "flat",      "fvec4",     "goto",      "half",        "highp",
-    "inline",   "inout",     "input",     "interface", "invariant", "long",        "lowp",
-    "mat2",     "mat3",      "mat4",      "mediump",   "mix",       "namespace",   "noinline",
-    "output",   "packed",    "precision", "public",    "return",    "samplerCube", "short",
-    "sizeof",   "static",    "struct",    "superp",    "switch",    "template",    "this",
-    "true",     "typedef",   "union",     "unsigned",  "using",     "varying",     "vec2",
-    "vec3",     "vec4",
-};
-
-}  // namespace
-
-constexpr WordList kGlslWords(kWords);
-
 void GlslStageGlobal(Walk& walk, MorlDeclare* declare)
 {
     walk.Global(declare);

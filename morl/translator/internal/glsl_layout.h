@@ -2,6 +2,7 @@
 #pragma once
 
 #include "morl/translator/internal/bindings.h"
+#include "morl/translator/internal/reserved_words.h"
 #include "morl/translator/internal/target_record.h"
 #include "morl/translator/internal/walk.h"
 
@@ -65,9 +66,6 @@ inline constexpr SpellingTable kGlslFunctions(kCommonFunctions,
 inline constexpr SpellingTable kGlslSemantics(kSemantics, {
                                                               {TOKEN_BINORMAL, ""},
                                                           });
-
-/// The words of GLSL 1.50 and GLSL ES 1.00.
-extern const WordList kGlslWords;
 
 // The layout: inputs and outputs are globals. The entry function first copies the inputs to locals
 // named "i" + name, computes the outputs in locals named "ret" + name, and finally copies those to

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "morl/translator/internal/bindings.h"
+#include "morl/translator/internal/reserved_words.h"
 #include "morl/translator/internal/target_record.h"
 #include "morl/translator/internal/walk.h"
 
@@ -64,9 +65,6 @@ inline constexpr BufferSpellings kHlslBuffers = {{
 constexpr CallForm kHlslMatrix3 = Transposed(TOKEN_FLOAT3X3_CONSTRUCT, 3, "float3x3", "float3");
 constexpr CallForm kHlslMatrix4 = Transposed(TOKEN_FLOAT4X4_CONSTRUCT, 4, "float4x4", "float4");
 constexpr CallForm kHlslMatrix4Rows = Matrix(TOKEN_FLOAT4X4_TRANPOSE, 4, "float4x4", ");");
-
-/// The words of shader model 3 and Direct3D 10, and the names that the entry function declares.
-extern const WordList kHlslWords;
 
 // The layout: inputs and outputs are the members of two structs; the entry function takes one and
 // returns the other. In a stage that is neither vertex nor fragment, the structs have no names.

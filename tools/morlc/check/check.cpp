@@ -36,17 +36,12 @@ public:
 
     void Run()
     {
-        if (!HasVerdict() && Tells("verdict")) {
-            Diagnostic diagnostic;
-            diagnostic.severity = Severity::Info;
-            diagnostic.text = "this morlc was built without a compiler, so nothing else judges";
-            diagnostics.Report(diagnostic);
-        }
         nodes = LoadNodes(prefix, diagnostics);
         if (!nodes.compiler) {
             return;
         }
         MakeUnits();
+        FindJudges();
         checked.emplace(units, *nodes.compiler, options.jobs);
         Collect();
         for (Diagnostic& diagnostic : findings.Tell(targets.size())) {
@@ -57,6 +52,20 @@ public:
     }
 
 private:
+    void FindJudges()
+    {
+        if (!Tells("verdict")) {
+            return;
+        }
+        judges.emplace(options.direct3dCompiler);
+        for (const std::string& note : judges->DescribeMissing(targets)) {
+            Diagnostic diagnostic;
+            diagnostic.severity = Severity::Info;
+            diagnostic.text = note;
+            diagnostics.Report(diagnostic);
+        }
+    }
+
     /// All in one line: they count as 0, which is what most authors mean.
     void TellUnsetMacros()
     {
@@ -139,15 +148,15 @@ private:
     void Collect()
     {
         std::optional<Verdicts> verdicts;
-        if (HasVerdict() && Tells("verdict")) {
-            verdicts.emplace(units, *checked, options.jobs, options.quiet);
+        if (judges) {
+            verdicts.emplace(*judges, units, *checked, options.jobs, options.quiet);
         }
         for (std::size_t i = 0; i < units.size(); ++i) {
             const CheckedUnit& result = (*checked)[i];
             Collect(result.faults, units[i]);
             Collect(result.warnings, units[i]);
             if (verdicts) {
-                Collect((*verdicts)[i], result, units[i]);
+                Collect(verdicts->Of(i), result, units[i]);
             }
         }
         if (manifest && options.shaders.empty()) {
@@ -210,19 +219,20 @@ private:
         }
     }
 
-    void Collect(const std::vector<VerdictMessage>& messages, const CheckedUnit& result,
-                 const Unit& unit)
+    void Collect(const Verdict& messages, const CheckedUnit& result, const Unit& unit)
     {
         for (const VerdictMessage& message : messages) {
             Finding finding;
             finding.text = message.text;
-            if (message.isMissing) {
+            if (message.isMissing || message.isWarning) {
                 finding.severity = Severity::Warning;
                 finding.check = "verdict";
+            }
+            if (message.isMissing) {
                 findings.Add(finding, unit.context);
                 continue;
             }
-            finding.isVerdict = true;
+            finding.isVerdict = !message.isWarning;
             const bool isVertex =
                 message.stage == ns_ruke::kVertexStage || result.fragment == nullptr;
             const CheckedText& text = isVertex ? *result.vertex : *result.fragment;
@@ -361,6 +371,7 @@ private:
     std::set<std::string> unsetMacros;  ///< that some node asks for
     std::vector<std::string> targets;
     std::vector<Unit> units;
+    std::optional<Judges> judges;  ///< nothing: no verdicts are asked for
     std::optional<CheckedUnits> checked;
     Findings findings;
     // The source of the node that was told about last: most findings of a node follow each other.

@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The verdict of glslang, which is linked into the tool.
-#include "check/verdict.h"
-
-#include "options.h"
-#include "platform.h"
+#include "check/judge.h"
 
 #include <glslang/Public/ResourceLimits.h>
 #include <glslang/Public/ShaderLang.h>
@@ -35,18 +32,6 @@ Dialect DialectOf(const ns_ruke::TargetInfo& target)
             static_cast<EShMessages>(kMessages | (isOld ? EShMsgHlslDX9Compatible : 0U))};
 }
 
-/// Prepares glslang once for the process.
-void Initialize()
-{
-    struct Process {
-        Process() { glslang::InitializeProcess(); }
-        Process(const Process&) = delete;
-        Process& operator=(const Process&) = delete;
-        ~Process() { glslang::FinalizeProcess(); }
-    };
-    static const Process process;
-}
-
 /// Reads "ERROR: 0:LINE: 'WORD' : TEXT"; the line and the word may be missing.
 bool ReadMessage(const std::string& line, int stage, VerdictMessage& message)
 {
@@ -75,11 +60,10 @@ bool ReadMessage(const std::string& line, int stage, VerdictMessage& message)
     return message.text != "compilation terminated";
 }
 
-void AppendMessages(const char* log, int stage, std::vector<VerdictMessage>& messages)
+void AppendMessages(const char* log, int stage, Verdict& messages)
 {
-    constexpr std::size_t kMaxMessages = 100;  // nobody reads more
     std::istringstream lines(log);
-    for (std::string line; messages.size() < kMaxMessages && std::getline(lines, line);) {
+    for (std::string line; messages.size() < kMaxVerdictMessages && std::getline(lines, line);) {
         VerdictMessage message;
         if (ReadMessage(line, stage, message)) {
             // What it had expected follows from what it has told.
@@ -111,7 +95,7 @@ public:
     }
 
     /// Whether the text is valid.
-    bool Parse(std::vector<VerdictMessage>& messages)
+    bool Parse(Verdict& messages)
     {
         const char* const strings[] = {code.c_str()};
         shader.setStrings(strings, 1);
@@ -139,8 +123,7 @@ private:
     glslang::TShader shader;
 };
 
-void Link(const Dialect& dialect, const std::vector<StageText*>& stages,
-          std::vector<VerdictMessage>& messages)
+void Link(const Dialect& dialect, const std::vector<StageText*>& stages, Verdict& messages)
 {
     glslang::TProgram program;
     for (StageText* stage : stages) {
@@ -151,63 +134,53 @@ void Link(const Dialect& dialect, const std::vector<StageText*>& stages,
     }
 }
 
-/// Longer texts are not judged, in bytes: no shader is a hundredth of this, and a compiler takes
-/// more time and memory than anything else in this tool.
-constexpr std::size_t kLongest = std::size_t{4} << 20U;
+class GlslangJudge : public Judge {
+public:
+    GlslangJudge() { glslang::InitializeProcess(); }
+    GlslangJudge(const GlslangJudge&) = delete;
+    GlslangJudge& operator=(const GlslangJudge&) = delete;
+    ~GlslangJudge() override { glslang::FinalizeProcess(); }
 
-/// The deepest source that the library lets through needs a sixteenth of it, in bytes.
-constexpr std::size_t kStack = std::size_t{64} << 20U;
+    const char* Name() const override { return "glslang"; }
 
-std::vector<VerdictMessage> JudgeHere(const ns_ruke::TargetInfo& info, const std::string& vertex,
-                                      const std::string& fragment)
-{
-    std::vector<VerdictMessage> messages;
-    const Dialect dialect = DialectOf(info);
-    Initialize();
-    StageText vertexStage(dialect, Stage::Vertex, vertex);
-    StageText fragmentStage(dialect, Stage::Fragment, fragment);
-    const bool isVertexValid = vertex.empty() || vertexStage.Parse(messages);
-    const bool isFragmentValid = fragment.empty() || fragmentStage.Parse(messages);
-    if (!isVertexValid || !isFragmentValid) {
+    bool Takes(const ns_ruke::TargetInfo& /*target*/) const override { return true; }
+
+    Verdict JudgeText(const ns_ruke::TargetInfo& target, Stage stage,
+                      const std::string& code) const override
+    {
+        const Dialect dialect = DialectOf(target);
+        Verdict messages;
+        StageText text(dialect, stage, code);
+        if (text.Parse(messages)) {
+            Link(dialect, {&text}, messages);
+        }
         return messages;
     }
-    if (dialect.isHlsl || vertex.empty() || fragment.empty()) {
-        for (StageText* stage : {&vertexStage, &fragmentStage}) {
-            if (!(stage == &vertexStage ? vertex : fragment).empty()) {
-                Link(dialect, {stage}, messages);
-            }
-        }
-    } else {
-        Link(dialect, {&vertexStage, &fragmentStage}, messages);
+
+    bool Links(const ns_ruke::TargetInfo& target) const override
+    {
+        return !DialectOf(target).isHlsl;
     }
-    return messages;
-}
+
+    Verdict JudgePair(const ns_ruke::TargetInfo& target, const std::string& vertex,
+                      const std::string& fragment) const override
+    {
+        const Dialect dialect = DialectOf(target);
+        StageText vertexText(dialect, Stage::Vertex, vertex);
+        StageText fragmentText(dialect, Stage::Fragment, fragment);
+        Verdict messages;
+        if (vertexText.Parse(messages) && fragmentText.Parse(messages)) {
+            Link(dialect, {&vertexText, &fragmentText}, messages);
+        }
+        return messages;
+    }
+};
 
 }  // namespace
 
-bool HasVerdict()
+std::unique_ptr<Judge> MakeGlslangJudge()
 {
-    return true;
-}
-
-std::vector<VerdictMessage> Judge(const std::string& target, const std::string& vertex,
-                                  const std::string& fragment)
-{
-    const ns_ruke::TargetInfo* const info = ns_ruke::FindTargetInfo(target);
-    if (info == nullptr) {
-        return {};
-    }
-    const std::size_t size = std::max(vertex.size(), fragment.size());
-    if (size > kLongest) {
-        VerdictMessage message;
-        message.isMissing = true;
-        message.text = "no verdict on a text of " + std::to_string(size) +
-                       " bytes; the longest has " + std::to_string(kLongest);
-        return {message};
-    }
-    std::vector<VerdictMessage> messages;
-    RunWithStack(kStack, [&] { messages = JudgeHere(*info, vertex, fragment); });
-    return messages;
+    return std::make_unique<GlslangJudge>();
 }
 
 }  // namespace morlc
