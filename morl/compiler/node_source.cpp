@@ -151,6 +151,7 @@ bool IsDescribed(std::string_view member)
 /// Whether a line of a content is one that a header could have.
 bool IsHeaderLine(std::string_view line)
 {
+    line = Trimmed(line);
     if (!StartsWith(line, kMark)) {
         return false;
     }

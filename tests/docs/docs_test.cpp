@@ -183,6 +183,22 @@ TEST(Docs, ManualPageIsWellFormed)
     EXPECT_EQ(result.err, "");
 }
 
+/// What bash offers for the last of some words.
+std::string Complete(const std::vector<std::string>& words)
+{
+    const std::string directory = std::filesystem::path(MORLC).parent_path().string();
+    std::string array;
+    for (const std::string& word : words) {
+        array += " '" + word + "'";
+    }
+    const std::string script = "PATH='" + directory + "':$PATH; . '" +
+                               MORL_BINARY_DIR "/man/morlc.bash'; COMP_WORDS=(" + array +
+                               "); COMP_CWORD=" + std::to_string(words.size() - 1) +
+                               "; _morlc; echo \"${COMPREPLY[*]}\"";
+    const morl_test::ProcessResult result = RunProcess({"bash", "-c", script});
+    return result.out + result.err;
+}
+
 TEST(Completion, OffersWhatFits)
 {
     const std::string examples = (kSource / "examples").string();
@@ -204,19 +220,17 @@ TEST(Completion, OffersWhatFits)
         {{"morlc", "-C", examples, "unpack", "unlit,lig"}, "unlit,lighting"},
         {{"morlc", "check", "-W", "no-verd"}, "no-verdict"},
     };
-    const std::string directory = std::filesystem::path(MORLC).parent_path().string();
     for (const auto& [words, expected] : rows) {
-        std::string array;
-        for (const std::string& word : words) {
-            array += " '" + word + "'";
-        }
-        const std::string script = "PATH='" + directory + "':$PATH; . '" +
-                                   MORL_BINARY_DIR "/man/morlc.bash'; COMP_WORDS=(" + array +
-                                   "); COMP_CWORD=" + std::to_string(words.size() - 1) +
-                                   "; _morlc; echo \"${COMPREPLY[*]}\"";
-        const morl_test::ProcessResult result = RunProcess({"bash", "-c", script});
-        EXPECT_EQ(result.out, expected + "\n") << array << result.err;
+        EXPECT_EQ(Complete(words), expected + "\n") << words.back();
     }
+}
+
+TEST(Completion, QuotesNamesForTheShell)
+{
+    const morl_test::TemporaryDirectory directory;
+    morl_test::WriteNodeFiles(directory.path, R"([{"name": "x$(touch${IFS}y);z", "content": ""}])");
+    EXPECT_EQ(Complete({"morlc", "-C", directory.path.string(), "unpack", "x"}),
+              "x\\$\\(touch\\$\\{IFS\\}y\\)\\;z\n");
 }
 
 }  // namespace

@@ -155,9 +155,9 @@ _morlc_values() {
     file) mapfile -t COMPREPLY < <(compgen -f -- "$word") ;;
     nodes)
         [[ $word == *,* ]] && before=${word%,*},
-        # Names are no shell code: "compgen -W" would run what is in them.
+        # Names are no shell code: "compgen -W" would run what is in them, and so would the command line.
         while IFS= read -r name; do
-            [[ $name == "${word##*,}"* ]] && COMPREPLY+=("$before$name")
+            [[ $name == "${word##*,}"* ]] && COMPREPLY+=("$before$(printf %q "$name")")
         done < <(_morlc_nodes)
         ;;
     words) mapfile -t COMPREPLY < <(compgen -W "$2" -- "$word") ;;

@@ -144,6 +144,7 @@ private:
 std::vector<std::string> StartProcess(int argc, char** argv)
 {
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);  // a file that gets too large is a failed write, too
     return argc > 1 ? std::vector<std::string>(argv + 1, argv + argc) : std::vector<std::string>();
 }
 

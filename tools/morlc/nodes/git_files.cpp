@@ -79,12 +79,13 @@ void Merge(const Options& options, Diagnostics& diagnostics)
     const auto base = ReadForMerge(files.base, true, prefix, diagnostics);
     const auto ours = ReadForMerge(files.ours, false, prefix, diagnostics);
     const auto theirs = ReadForMerge(files.theirs, false, prefix, diagnostics);
+    const Place file = {files.path.empty() ? AsGiven(prefix, ToPath(files.ours)) : files.path};
     if (!base || !ours || !theirs) {
+        diagnostics.Report(ErrorAt(file, "this is as ours has it, and nothing of theirs is in it"));
         return;
     }
     MergedNodes merged = MergeNodes(*base, *ours, *theirs);
     WriteWhole(files.ours, ns_ruke::WriteNodeText(merged.nodes));
-    const Place file = {files.path.empty() ? AsGiven(prefix, ToPath(files.ours)) : files.path};
     for (const std::string& node : merged.moved) {
         Diagnostic note =
             ErrorAt(file, "both have moved node '" + node + "'; it is where ours has it");

@@ -7,10 +7,8 @@
 #include "output_file.h"
 #include "path.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <filesystem>
-#include <iterator>
 #include <optional>
 #include <stdexcept>
 #include <system_error>
@@ -89,14 +87,6 @@ public:
     }
 
 private:
-    static bool HasSourceFolder()
-    {
-        return std::any_of(std::begin(ns_ruke::kNodeFiles), std::end(ns_ruke::kNodeFiles),
-                           [](const char* nodeFile) {
-                               return std::filesystem::is_directory(ToPath(SourceFolder(nodeFile)));
-                           });
-    }
-
     std::string Shown(const std::string& path) const { return AsGiven(prefix, ToPath(path)); }
 
     bool Load(SourceFile file, const std::string& nodeFile)

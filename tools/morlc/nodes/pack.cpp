@@ -18,6 +18,7 @@
 #include <optional>
 #include <set>
 #include <stdexcept>
+#include <system_error>
 #include <utility>
 
 namespace morlc {
@@ -48,6 +49,9 @@ public:
         // What a header says with an unknown word would be lost.
         diagnostics.SetWarningsAsErrors(true);
         for (const char* path : ns_ruke::kNodeFiles) {
+            if (!fs::exists(ToPath(path)) && !HasSourceFolder()) {
+                diagnostics.ReportMissingFile(Shown(path), path);
+            }
             Read(path);
         }
         WarnOfStraySources(prefix, diagnostics);
@@ -212,7 +216,12 @@ void PackInPlace(NodeTree& tree, bool isForced)
     for (const NodeSet& set : tree.Sets()) {
         for (const SourceFile& file : set.sources) {
             tree.ExpectUnchanged(file.text, file.path);
-            fs::remove(ToPath(file.path));
+            std::error_code error;
+            if (!fs::remove(ToPath(file.path), error)) {
+                throw std::runtime_error("cannot remove " + tree.Shown(file.path) + ": " +
+                                         error.default_error_condition().message() +
+                                         "; its node is in the node file as well");
+            }
         }
         RemoveEmptyFolder(ToPath(SourceFolder(set.document.path)));
         if (!set.sources.empty()) {

@@ -10,7 +10,8 @@
 #include <algorithm>
 #include <cstring>
 #include <filesystem>
-#include <set>
+#include <iterator>
+#include <map>
 #include <stdexcept>
 #include <system_error>
 #include <utility>
@@ -27,6 +28,17 @@ bool IsSourceName(const std::string& name)
            name.compare(name.size() - ending, ending, kSourceEnding) == 0;
 }
 
+/// Whether somebody may take a file for a source: another node file's ending, the one that Windows'
+/// editor adds, or capital letters. Copies that editors and git leave are none.
+bool IsMeantAsSource(const std::string& name)
+{
+    const std::string folded = Folded(name);
+    const std::string ending = PathText(ToPath(folded).extension());
+    return name.front() != '.' &&
+           (ending == ".morl" || ending == kSourceEnding ||
+            (ending == ".txt" && IsSourceName(PathText(ToPath(folded).stem()))));
+}
+
 /// Whether a name means a device on Windows, with or without an ending.
 bool IsReservedOnWindows(const std::string& stem)
 {
@@ -41,6 +53,13 @@ bool IsReservedOnWindows(const std::string& stem)
 std::string SourceFolder(const std::string& nodeFile)
 {
     return nodeFile.substr(0, nodeFile.rfind('.'));
+}
+
+bool HasSourceFolder()
+{
+    return std::any_of(
+        std::begin(ns_ruke::kNodeFiles), std::end(ns_ruke::kNodeFiles),
+        [](const char* nodeFile) { return fs::is_directory(ToPath(SourceFolder(nodeFile))); });
 }
 
 std::vector<std::string> ListSources(const std::string& nodeFile)
@@ -70,26 +89,27 @@ void WarnOfStraySources(const std::string& prefix, Diagnostics& diagnostics)
     for (const char* nodeFile : ns_ruke::kNodeFiles) {
         folders.push_back(SourceFolder(nodeFile));
     }
-    std::set<std::string> strays;
+    std::map<std::string, fs::path> strays;  // the first source of each folder
     std::error_code error;
     for (fs::recursive_directory_iterator i("morl", error), end; !error && i != end;
          i.increment(error)) {
         const std::string name = PathText(i->path().filename());
         const std::string folder = PathText(i->path().parent_path());
         const bool isRead = std::find(folders.begin(), folders.end(), folder) != folders.end();
-        if (isRead && name.front() != '.' && i->path().extension() == ".morl") {
+        const bool isSource = IsSourceName(name);
+        if (isRead && !isSource && IsMeantAsSource(name)) {
             const std::string text = "this is not read: the name of a source ends in '.morlsource'";
             diagnostics.Report(WarningAt({AsGiven(prefix, i->path())}, text));
         }
-        if (!isRead && IsSourceName(name)) {
-            strays.insert(folder);
+        if (!isRead && isSource) {
+            strays.emplace(folder, i->path());
         }
     }
-    for (const std::string& folder : strays) {
+    for (const auto& [folder, source] : strays) {
         const std::string text =
             "no node file has the name of this folder, so the sources in it are not read" +
             Suggestion(folders, folder);
-        diagnostics.Report(WarningAt({AsGiven(prefix, ToPath(folder))}, text));
+        diagnostics.Report(WarningAt({AsGiven(prefix, source)}, text));
     }
 }
 

@@ -25,6 +25,9 @@ struct SourceFile {
 /// The folder of the sources that belong to a node file.
 std::string SourceFolder(const std::string& nodeFile);
 
+/// Whether there is a folder of sources. Then nodes can do without node files.
+bool HasSourceFolder();
+
 /// The paths of the sources that belong to a node file, in byte order. Files whose names begin with
 /// a dot do not count: editors make them.
 /// @throws std::runtime_error when the folder cannot be read
