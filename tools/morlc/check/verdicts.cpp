@@ -156,7 +156,7 @@ Verdicts::PairKey Verdicts::KeyOf(const std::string& target, const CheckedUnit& 
 }
 
 // Compilers are other people's programs, and some texts crash them.
-void Verdicts::AskAll(std::vector<Question>& questions)
+void Verdicts::AskAll(std::vector<Question>& questions) const
 {
     Progress progress(questions.size(), "texts", isQuiet);
     const std::size_t threads = ThreadCount(jobs, questions.size());

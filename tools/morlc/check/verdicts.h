@@ -61,7 +61,7 @@ private:
     void AskAboutPairs();
     void AddText(const Judges& judges, const std::string& target, const CheckedText* vertex,
                  const CheckedText* fragment);
-    void AskAll(std::vector<Question>& questions);
+    void AskAll(std::vector<Question>& questions) const;
     static Verdict Ask(const Question& question);
     static PairKey KeyOf(const std::string& target, const CheckedUnit& unit);
 

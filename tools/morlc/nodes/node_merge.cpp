@@ -94,9 +94,9 @@ Names InBoth(const Names& one, const Names& other)
     return both;
 }
 
-bool AreInOneOrder(const Names& one, const Names& other)
+bool AreInOneOrder(const Names& first, const Names& second)
 {
-    return InBoth(one, other) == InBoth(other, one);
+    return InBoth(first, second) == InBoth(second, first);
 }
 
 /// Does to a list what an edit has done to another: names that it has removed go, those that it has
