@@ -43,12 +43,15 @@ bool HasTerminal();
 /// @throws std::runtime_error if there is no such thread.
 void RunWithStack(std::size_t bytes, const std::function<void()>& work);
 
-/// Does pieces of work one after another in a process of its own, so that one that crashes, or that
-/// takes longer than a minute, costs nothing but its own result. (On Windows, they are done here.)
+/// Does pieces of work in processes of their own, so that one that crashes, or that takes longer
+/// than a minute, costs nothing but its own result. What they write to standard error is lost.
+/// (On Windows, the pieces are done by threads.) No other thread may run meanwhile.
 /// @param count of the pieces, which are numbered from 0
+/// @param processes how many work at the same time, at least 1
 /// @param work gives the result of a piece, and throws nothing
-/// @param take receives each result, or nothing if there is none, here and in order
-void RunApart(std::size_t count, const std::function<std::string(std::size_t)>& work,
+/// @param take receives each result, or nothing if there is none; one at a time
+void RunApart(std::size_t count, std::size_t processes,
+              const std::function<std::string(std::size_t)>& work,
               const std::function<void(std::size_t, std::optional<std::string>)>& take);
 
 /// Opens an existing or new file for writing bytes; null: `errno` says why.

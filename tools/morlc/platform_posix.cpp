@@ -10,10 +10,11 @@
 #include <unistd.h>
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <exception>
-#include <mutex>
+#include <memory>
 #include <stdexcept>
 #include <string_view>
 #include <system_error>
@@ -67,16 +68,21 @@ bool TransferAll(Transfer transfer, int descriptor, Byte* bytes, std::size_t siz
     return true;
 }
 
+/// What RunApart is to do.
+struct Pieces {
+    std::size_t count;
+    std::size_t step;  ///< from one piece of a process to its next one
+    const std::function<std::string(std::size_t)>& work;
+};
+
 /// A child that does pieces of work and writes each result, after its size, to a pipe. It ends with
 /// this object.
 class WorkProcess {
 public:
-    WorkProcess(std::size_t first, std::size_t count,
-                const std::function<std::string(std::size_t)>& work)
+    using Clock = std::chrono::steady_clock;
+
+    WorkProcess(const Pieces& pieces, std::size_t first) : piece(first), step(pieces.step)
     {
-        // Another child would keep this one's pipe open for writing, so that its end is not seen.
-        static std::mutex mutex;
-        const std::lock_guard<std::mutex> lock(mutex);
         int ends[2] = {};
         if (::pipe(ends) != 0) {
             throw std::runtime_error("cannot make a pipe: " +
@@ -85,14 +91,15 @@ public:
         child = ::fork();
         if (child == 0) {
             ::close(ends[0]);
-            Work(ends[1], first, count, work);
+            Work(ends[1], pieces, first);
         }
         ::close(ends[1]);
         results = ends[0];
         if (child < 0) {
+            const int error = errno;
             ::close(results);
             throw std::runtime_error("cannot start a process: " +
-                                     std::generic_category().message(errno));
+                                     std::generic_category().message(error));
         }
     }
     WorkProcess(const WorkProcess&) = delete;
@@ -105,27 +112,45 @@ public:
         ::close(results);
     }
 
-    /// The next result; nothing if there is none.
-    std::optional<std::string> Read() const
+    int Results() const { return results; }
+
+    /// The piece that it is at.
+    std::size_t Piece() const { return piece; }
+
+    /// When it has taken too long.
+    Clock::time_point Deadline() const { return start + std::chrono::minutes(1); }
+
+    /// Whether there is a result, or none will come.
+    bool IsReady() const
     {
-        constexpr int kPatience = 60000;  // milliseconds
+        pollfd wait = {results, POLLIN, 0};
+        return ::poll(&wait, 1, 0) > 0 || Clock::now() >= Deadline();
+    }
+
+    /// The result of the piece, after which it is at its next one; nothing if there is none.
+    std::optional<std::string> Read()
+    {
         pollfd wait = {results, POLLIN, 0};
         std::size_t size = 0;
-        if (::poll(&wait, 1, kPatience) <= 0 ||
+        if (::poll(&wait, 1, 0) <= 0 ||
             !TransferAll(::read, results, reinterpret_cast<char*>(&size), sizeof size)) {
             return std::nullopt;
         }
         std::string result(size, '\0');
-        return TransferAll(::read, results, result.data(), size) ? std::make_optional(result)
-                                                                 : std::nullopt;
+        if (!TransferAll(::read, results, result.data(), size)) {
+            return std::nullopt;
+        }
+        piece += step;
+        start = Clock::now();
+        return result;
     }
 
 private:
-    [[noreturn]] static void Work(int pipe, std::size_t first, std::size_t count,
-                                  const std::function<std::string(std::size_t)>& work)
+    [[noreturn]] static void Work(int pipe, const Pieces& pieces, std::size_t first)
     {
-        for (std::size_t i = first; i < count; ++i) {
-            const std::string result = work(i);
+        ::dup2(::open("/dev/null", O_WRONLY), STDERR_FILENO);
+        for (std::size_t i = first; i < pieces.count; i += pieces.step) {
+            const std::string result = pieces.work(i);
             const std::size_t size = result.size();
             if (!TransferAll(::write, pipe, reinterpret_cast<const char*>(&size), sizeof size) ||
                 !TransferAll(::write, pipe, result.data(), size)) {
@@ -135,9 +160,26 @@ private:
         ::_exit(0);
     }
 
+    std::size_t piece;
+    std::size_t step;
     pid_t child = -1;
     int results = -1;
+    Clock::time_point start = Clock::now();
 };
+
+/// Waits until one of them is ready.
+void WaitForAny(const std::vector<std::unique_ptr<WorkProcess>>& children)
+{
+    std::vector<pollfd> waits;
+    WorkProcess::Clock::time_point deadline = WorkProcess::Clock::time_point::max();
+    for (const std::unique_ptr<WorkProcess>& child : children) {
+        waits.push_back({child->Results(), POLLIN, 0});
+        deadline = std::min(deadline, child->Deadline());
+    }
+    const auto left =
+        std::chrono::duration_cast<std::chrono::milliseconds>(deadline - WorkProcess::Clock::now());
+    ::poll(waits.data(), waits.size(), static_cast<int>(std::max<long long>(left.count(), 0)) + 1);
+}
 
 }  // namespace
 
@@ -204,20 +246,34 @@ void RunWithStack(std::size_t bytes, const std::function<void()>& work)
     }
 }
 
-void RunApart(std::size_t count, const std::function<std::string(std::size_t)>& work,
+void RunApart(std::size_t count, std::size_t processes,
+              const std::function<std::string(std::size_t)>& work,
               const std::function<void(std::size_t, std::optional<std::string>)>& take)
 {
-    for (std::size_t next = 0; next < count;) {
-        WorkProcess process(next, count, work);
-        std::optional<std::string> result = process.Read();
-        while (result) {
-            take(next++, std::move(result));
-            result = next < count ? process.Read() : std::nullopt;
+    const Pieces pieces = {count, processes, work};
+    std::vector<std::unique_ptr<WorkProcess>> children;
+    for (std::size_t first = 0; first < std::min(processes, count); ++first) {
+        children.push_back(std::make_unique<WorkProcess>(pieces, first));
+    }
+    while (!children.empty()) {
+        WaitForAny(children);
+        for (std::unique_ptr<WorkProcess>& child : children) {
+            if (!child->IsReady()) {
+                continue;
+            }
+            const std::size_t piece = child->Piece();
+            std::optional<std::string> result = child->Read();
+            // Without a result, it has died with this piece, and another goes on behind it.
+            const bool isDead = !result;
+            take(piece, std::move(result));
+            const std::size_t next = piece + processes;
+            if (next >= count) {
+                child.reset();
+            } else if (isDead) {
+                child = std::make_unique<WorkProcess>(pieces, next);
+            }
         }
-        // It has died with the piece that it was at.
-        if (next < count) {
-            take(next++, std::nullopt);
-        }
+        children.erase(std::remove(children.begin(), children.end(), nullptr), children.end());
     }
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform.h"
 
+#include "parallel.h"
 #include "path.h"
 
 #include <fcntl.h>
@@ -13,6 +14,7 @@
 #include <cstdlib>
 #include <exception>
 #include <memory>
+#include <mutex>
 #include <stdexcept>
 #include <string_view>
 #include <system_error>
@@ -170,12 +172,16 @@ void RunWithStack(std::size_t bytes, const std::function<void()>& work)
     }
 }
 
-void RunApart(std::size_t count, const std::function<std::string(std::size_t)>& work,
+void RunApart(std::size_t count, std::size_t processes,
+              const std::function<std::string(std::size_t)>& work,
               const std::function<void(std::size_t, std::optional<std::string>)>& take)
 {
-    for (std::size_t i = 0; i < count; ++i) {
-        take(i, work(i));
-    }
+    std::mutex mutex;
+    RunParallel(processes, count, [&](std::size_t /*thread*/, std::size_t i) {
+        std::string result = work(i);
+        const std::lock_guard<std::mutex> lock(mutex);
+        take(i, std::move(result));
+    });
 }
 
 std::FILE* OpenToWrite(const std::string& path)

@@ -159,23 +159,17 @@ Verdicts::PairKey Verdicts::KeyOf(const std::string& target, const CheckedUnit& 
 void Verdicts::AskAll(std::vector<Question>& questions) const
 {
     Progress progress(questions.size(), "texts", isQuiet);
-    const std::size_t threads = ThreadCount(jobs, questions.size());
-    RunParallel(threads, threads, [&](std::size_t /*thread*/, std::size_t first) {
-        const auto questionAt = [&](std::size_t i) -> Question& {
-            return questions[first + i * threads];
-        };
-        const auto work = [&](std::size_t i) {
-            Verdict answer;
-            RunWithStack(kStack, [&] { answer = Ask(questionAt(i)); });
-            return ToText(answer);
-        };
-        const auto take = [&](std::size_t i, const std::optional<std::string>& text) {
-            Question& question = questionAt(i);
-            question.answer = text ? FromText(*text) : NoVerdict(question.judge->Name() + kCrashed);
-            progress.Advance(1);
-        };
-        RunApart((questions.size() - first + threads - 1) / threads, work, take);
-    });
+    const auto work = [&](std::size_t i) {
+        Verdict answer;
+        RunWithStack(kStack, [&] { answer = Ask(questions[i]); });
+        return ToText(answer);
+    };
+    const auto take = [&](std::size_t i, const std::optional<std::string>& text) {
+        Question& question = questions[i];
+        question.answer = text ? FromText(*text) : NoVerdict(question.judge->Name() + kCrashed);
+        progress.Advance(1);
+    };
+    RunApart(questions.size(), ThreadCount(jobs, questions.size()), work, take);
 }
 
 Verdict Verdicts::Ask(const Question& question)
