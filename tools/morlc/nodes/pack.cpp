@@ -122,8 +122,8 @@ private:
         const bool isTwin =
             other->second == set.document.path && std::none_of(nodes.begin(), nodes.end(), isOther);
         if (!isNew && !isTwin) {
-            const std::string text =
-                "node '" + file.name + "' is also in " + Shown(other->second) + "; remove one";
+            const std::string text = "node '" + file.name + "' is also in " + Shown(other->second) +
+                                     "; remove the one that you do not want";
             diagnostics.Report(ErrorAt({Shown(file.path), 1, 1}, text));
             isValid = false;
         }
