@@ -63,8 +63,7 @@ constexpr CheckRow kChecks[] = {
      "put parentheses around each part, and use integers", kAny},
     {CheckKind::BrokenBlock, "broken-block", "lost-code",
      "this block falls apart at the node's line {}, which yields no statement: what is before it "
-     "is lost, "
-     "what follows is always written",
+     "is lost, what follows is always written",
      "remove that line, or write ':;'", kAny},
     {CheckKind::OpenBlock, "open-block", "lost-code",
      "this block is not closed before the '}' in line {}: all of it is lost",

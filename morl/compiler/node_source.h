@@ -45,7 +45,8 @@ struct NodeSourceFault {
 };
 
 /// Reads a node source. A byte order mark at its beginning is skipped. If the first line ends in CR
-/// LF, every CR LF counts as a line feed. May be called by several threads.
+/// LF, every CR LF counts as a line feed. A header line that comes too late is part of the content,
+/// and a warning, unless a lone "//!" has ended the header. May be called by several threads.
 /// @param faults receives what is wrong; with an error among it, the result is incomplete
 MORL_API NodeSource ReadNodeSource(std::string_view text, std::vector<NodeSourceFault>& faults);
 

@@ -46,8 +46,9 @@ def main():
         probes = json.load(file)
     wrong = []
     for number, probe in enumerate(probes):
-        if probe.get("right") and refused(said, f"right_{number}"):
-            wrong.append(f"{probe['row']}: the right line is refused: {said[f'right_{number}', 'hlsl'][0]['message']}")
+        for target in refused(said, f"right_{number}") if probe.get("right") else []:
+            wrong.append(f"{probe['row']}: {target} refuses the right line: "
+                         f"{said[f'right_{number}', target][0]['message']}")
         found = refused(said, f"wrong_{number}")
         if found != probe.get("direct3d", []):
             wrong.append(f"{probe['row']}: \"direct3d\": {json.dumps(found)}")

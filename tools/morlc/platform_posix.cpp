@@ -10,7 +10,6 @@
 #include <unistd.h>
 #include <algorithm>
 #include <cerrno>
-#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <exception>
@@ -79,8 +78,6 @@ struct Pieces {
 /// this object.
 class WorkProcess {
 public:
-    using Clock = std::chrono::steady_clock;
-
     WorkProcess(const Pieces& pieces, std::size_t first) : piece(first), step(pieces.step)
     {
         int ends[2] = {};
@@ -117,23 +114,18 @@ public:
     /// The piece that it is at.
     std::size_t Piece() const { return piece; }
 
-    /// When it has taken too long.
-    Clock::time_point Deadline() const { return start + std::chrono::minutes(1); }
-
     /// Whether there is a result, or none will come.
     bool IsReady() const
     {
         pollfd wait = {results, POLLIN, 0};
-        return ::poll(&wait, 1, 0) > 0 || Clock::now() >= Deadline();
+        return ::poll(&wait, 1, 0) > 0;
     }
 
     /// The result of the piece, after which it is at its next one; nothing if there is none.
     std::optional<std::string> Read()
     {
-        pollfd wait = {results, POLLIN, 0};
         std::size_t size = 0;
-        if (::poll(&wait, 1, 0) <= 0 ||
-            !TransferAll(::read, results, reinterpret_cast<char*>(&size), sizeof size)) {
+        if (!TransferAll(::read, results, reinterpret_cast<char*>(&size), sizeof size)) {
             return std::nullopt;
         }
         std::string result(size, '\0');
@@ -141,15 +133,17 @@ public:
             return std::nullopt;
         }
         piece += step;
-        start = Clock::now();
         return result;
     }
 
 private:
-    [[noreturn]] static void Work(int pipe, const Pieces& pieces, std::size_t first)
+    /// Nothing gets out of it: what is behind it belongs to the parent.
+    [[noreturn]] static void Work(int pipe, const Pieces& pieces, std::size_t first) noexcept
     {
+        constexpr unsigned kPatience = 60;  // seconds
         ::dup2(::open("/dev/null", O_WRONLY), STDERR_FILENO);
         for (std::size_t i = first; i < pieces.count; i += pieces.step) {
+            ::alarm(kPatience);  // which ends the process
             const std::string result = pieces.work(i);
             const std::size_t size = result.size();
             if (!TransferAll(::write, pipe, reinterpret_cast<const char*>(&size), sizeof size) ||
@@ -164,21 +158,16 @@ private:
     std::size_t step;
     pid_t child = -1;
     int results = -1;
-    Clock::time_point start = Clock::now();
 };
 
 /// Waits until one of them is ready.
 void WaitForAny(const std::vector<std::unique_ptr<WorkProcess>>& children)
 {
     std::vector<pollfd> waits;
-    WorkProcess::Clock::time_point deadline = WorkProcess::Clock::time_point::max();
     for (const std::unique_ptr<WorkProcess>& child : children) {
         waits.push_back({child->Results(), POLLIN, 0});
-        deadline = std::min(deadline, child->Deadline());
     }
-    const auto left =
-        std::chrono::duration_cast<std::chrono::milliseconds>(deadline - WorkProcess::Clock::now());
-    ::poll(waits.data(), waits.size(), static_cast<int>(std::max<long long>(left.count(), 0)) + 1);
+    ::poll(waits.data(), waits.size(), -1);
 }
 
 }  // namespace

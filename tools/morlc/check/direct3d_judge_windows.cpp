@@ -28,6 +28,16 @@ bool IsOfWine(HMODULE library)
     return std::string_view(reinterpret_cast<const char*>(library) + kPlace, kMark.size()) == kMark;
 }
 
+/// @param file empty: the system's
+HMODULE Load(const std::string& file)
+{
+    if (file.empty()) {
+        return LoadLibraryExA(kLibrary, nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+    }
+    const std::filesystem::path path = std::filesystem::absolute(ToPath(file));
+    return LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+}
+
 /// The name that stands at a place of a text; empty if none does.
 /// @param place "LINE,COLUMN", both 1-based
 std::string NameAt(const std::string& code, const std::string& place)
@@ -83,7 +93,7 @@ class Direct3dJudge : public Judge {
 public:
     explicit Direct3dJudge(pD3DCompile newCompile) : compile(newCompile) {}
 
-    const char* Name() const override { return "Microsoft's compiler"; }
+    std::string Name() const override { return "Microsoft's compiler"; }
 
     bool Takes(const ns_ruke::TargetInfo& target) const override
     {
@@ -124,15 +134,6 @@ public:
         return messages;
     }
 
-    /// The stages meet by their semantics when they are drawn with.
-    bool Links(const ns_ruke::TargetInfo& /*target*/) const override { return false; }
-
-    Verdict JudgePair(const ns_ruke::TargetInfo& /*target*/, const std::string& /*vertex*/,
-                      const std::string& /*fragment*/) const override
-    {
-        return {};
-    }
-
 private:
     pD3DCompile compile;
 };
@@ -141,27 +142,24 @@ private:
 
 std::unique_ptr<Judge> MakeDirect3dJudge(const std::string& file, std::string& reason)
 {
-    std::error_code ignored;
-    const std::filesystem::path path = std::filesystem::absolute(ToPath(file), ignored);
-    HMODULE library = file.empty()
-                          ? LoadLibraryExA(kLibrary, nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32)
-                          : LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+    HMODULE library = Load(file);
     const auto compile = library != nullptr ? reinterpret_cast<pD3DCompile>(reinterpret_cast<void*>(
                                                   GetProcAddress(library, "D3DCompile")))
                                             : nullptr;
     if (compile != nullptr && !IsOfWine(library)) {
         return std::make_unique<Direct3dJudge>(compile);
     }
-    reason = std::string(compile != nullptr ? "Wine's " : "there is no ") + kLibrary +
-             (compile != nullptr ? " is not Microsoft's" : "");
-    if (!file.empty()) {
-        throw std::runtime_error("--d3dcompiler: cannot use " + file + ": " +
-                                 (compile != nullptr ? "Wine loads its own in place of it; set "
-                                                       "WINEDLLOVERRIDES=d3dcompiler_47=n"
-                                                     : "it is not a " + std::string(kLibrary)));
+    const std::string name = kLibrary;
+    if (file.empty()) {
+        reason = (compile != nullptr ? "Wine's " + name + " is not Microsoft's"
+                                     : "there is no " + name) +
+                 "; name one with --d3dcompiler";
+        return nullptr;
     }
-    reason += "; name one with --d3dcompiler";
-    return nullptr;
+    throw std::runtime_error("--d3dcompiler: cannot use " + file + ": " +
+                             (compile != nullptr ? "Wine loads its own in place of it; set "
+                                                   "WINEDLLOVERRIDES=d3dcompiler_47=n"
+                                                 : "it is not a " + name));
 }
 
 }  // namespace morlc

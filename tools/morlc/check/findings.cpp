@@ -9,8 +9,8 @@ void Findings::Add(const Finding& finding, const FindingContext& context)
 {
     // Compilers have their own words for the same fault. What is in no node is the shader's.
     const bool isVerdictOnLine = finding.isVerdict && finding.line > 0;
-    const Key key = {finding.check, finding.node.empty() ? context.shader : finding.node,
-                     finding.line, finding.column, isVerdictOnLine ? "" : finding.text};
+    const Key key = {finding.check, finding.node,   finding.node.empty() ? context.shader : "",
+                     finding.line,  finding.column, isVerdictOnLine ? "" : finding.text};
     const auto [known, isNew] = byKey.try_emplace(key, entries.size());
     if (isNew) {
         entries.push_back({finding, context, {}});

@@ -52,7 +52,7 @@ private:
         FindingContext first;
         std::set<std::string> targets;
     };
-    using Key = std::tuple<std::string, std::string, int, int, std::string>;
+    using Key = std::tuple<std::string, std::string, std::string, int, int, std::string>;
     using Line = std::pair<std::string, int>;
 
     bool ConfirmsAWarning(const Entry& verdict) const;

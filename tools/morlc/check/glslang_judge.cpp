@@ -141,7 +141,7 @@ public:
     GlslangJudge& operator=(const GlslangJudge&) = delete;
     ~GlslangJudge() override { glslang::FinalizeProcess(); }
 
-    const char* Name() const override { return "glslang"; }
+    std::string Name() const override { return "glslang"; }
 
     bool Takes(const ns_ruke::TargetInfo& /*target*/) const override { return true; }
 

@@ -27,14 +27,17 @@ using Verdict = std::vector<VerdictMessage>;
 /// Nobody reads more messages about a text.
 constexpr std::size_t kMaxVerdictMessages = 100;
 
-/// A compiler that judges texts. It is asked with a stack of 64 MiB, and in a process of its own if
-/// it is known to crash.
+/// A compiler that judges texts. It is asked with a stack of 64 MiB, outside of Windows in another
+/// process.
 class Judge {
 public:
     Judge() = default;
     Judge(const Judge&) = delete;
     Judge& operator=(const Judge&) = delete;
     virtual ~Judge() = default;
+
+    /// Its name, for messages.
+    virtual std::string Name() const = 0;
 
     /// Whether it knows the language of a target.
     virtual bool Takes(const ns_ruke::TargetInfo& target) const = 0;
@@ -43,15 +46,15 @@ public:
     virtual Verdict JudgeText(const ns_ruke::TargetInfo& target, Stage stage,
                               const std::string& code) const = 0;
 
-    /// Its name, for messages.
-    virtual const char* Name() const = 0;
-
     /// Whether it looks at what does not fit between the stages of a target.
-    virtual bool Links(const ns_ruke::TargetInfo& target) const = 0;
+    virtual bool Links(const ns_ruke::TargetInfo& /*target*/) const { return false; }
 
     /// What does not fit between two texts that are valid by themselves.
-    virtual Verdict JudgePair(const ns_ruke::TargetInfo& target, const std::string& vertex,
-                              const std::string& fragment) const = 0;
+    virtual Verdict JudgePair(const ns_ruke::TargetInfo& /*target*/, const std::string& /*vertex*/,
+                              const std::string& /*fragment*/) const
+    {
+        return {};
+    }
 };
 
 /// glslang, as it is linked into the tool; null if it is not.

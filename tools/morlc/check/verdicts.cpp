@@ -21,7 +21,7 @@ constexpr std::size_t kLongest = std::size_t{4} << 20U;
 constexpr std::size_t kStack = std::size_t{64} << 20U;
 
 /// What a compiler has done that gave no answer.
-const std::string kCrashed =
+constexpr const char* kCrashed =
     " crashes on this text, or takes more than a minute, so there is no verdict";
 
 Verdict NoVerdict(const std::string& reason)

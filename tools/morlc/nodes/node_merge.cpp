@@ -178,9 +178,7 @@ std::string HeaderOf(NodeSource node)
 
 /// Merges one node.
 /// @param isConflict becomes true if both sides have changed the same; the content then says so
-/// @param isMovedTwice becomes true if both have moved it; nobody's work is lost with a position,
-/// so
-///        ours stays
+/// @param isMovedTwice becomes true if both have moved it; a position is no work, so ours stays
 NodeSource MergeNode(const NodeSource& base, const NodeSource& ours, const NodeSource& theirs,
                      bool& isConflict, bool& isMovedTwice)
 {
