@@ -164,6 +164,7 @@ private:
 void WaitForAny(const std::vector<std::unique_ptr<WorkProcess>>& children)
 {
     std::vector<pollfd> waits;
+    waits.reserve(children.size());
     for (const std::unique_ptr<WorkProcess>& child : children) {
         waits.push_back({child->Results(), POLLIN, 0});
     }
