@@ -2,9 +2,9 @@
 # SPDX-License-Identifier: MIT
 """Node files under git, and commands that are killed.
 
-    node_files_test.py MORLC WORK [COUNT]
+    node_files_test.py MORLC WORK EDITOR [COUNT]
 
-Merges COUNT random pairs of edits (default: 100), some of them by git itself, and kills as many "pack"s and "unpack"s.
+EDITOR is the library of save_meanwhile.cpp. Merges COUNT random pairs of edits (default: 100), some of them by git itself, and kills as many "pack"s and "unpack"s.
 """
 import copy
 import json
@@ -220,14 +220,35 @@ def meet(morlc, work, count):
     print(f"{count} meetings")
 
 
+def save_meanwhile(morlc, work, editor):
+    """What an editor saves between the last look at a file and its replacement stays."""
+    source = FILE.with_suffix("") / "node0.morlsource"
+    for command, target in (("pack", FILE), ("pack", source), ("unpack", FILE)):
+        project = work / f"saved-{command}-{target.suffix}"
+        for name in ("vertex_shader", "post_effect", "special_output"):
+            write(project / f"morl/{name}.morl", {})
+        write(project / FILE, make_base())
+        if command == "pack":
+            run(morlc, "-C", project, "unpack", "node0")
+        saved = (project / target).read_text() + " "
+        (project / "saved").write_text(saved)
+        result = run(morlc, command, expect=(1,), cwd=project,
+                     env={"LD_PRELOAD": editor, "SAVED": "saved", "TARGET": str(target)})
+        if f"{target} has been changed meanwhile" not in result.stderr or (project / target).read_text() != saved:
+            sys.exit(f"{target} was saved while {command} ran, and is lost: {result.stderr}")
+        if list(project.glob("morl/.*")) or list((project / source).parent.glob(".*")):
+            sys.exit(f"{command} leaves files")
+
+
 def main():
-    morlc, work = map(Path, sys.argv[1:3])
-    count = int(sys.argv[3]) if len(sys.argv) > 3 else 100
+    morlc, work, editor = map(Path, sys.argv[1:4])
+    count = int(sys.argv[4]) if len(sys.argv) > 4 else 100
     shutil.rmtree(work, ignore_errors=True)
     work.mkdir(parents=True)
     os.environ["GIT_CONFIG_GLOBAL"] = os.devnull
     merge_pairs(morlc.resolve(), work, count)
     use_git(morlc.resolve(), work)
+    save_meanwhile(morlc.resolve(), work, editor.resolve())
     kill_commands(morlc.resolve(), work, min(count, 200))
     meet(morlc.resolve(), work, min(count, 60))
 

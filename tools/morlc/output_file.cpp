@@ -88,19 +88,33 @@ public:
         }
     }
 
-    /// Writes the text and renames the file to its target, as `rename` does. Returns whether this
-    /// succeeded; if not, `errno` says why.
-    bool Commit(const Parts& parts, const std::filesystem::path& target,
-                decltype(&RenameOver) rename = RenameOver)
+    /// Writes the text and closes the file. Returns whether this succeeded; if not, `errno` says
+    /// why.
+    bool Write(const Parts& parts)
     {
         if (!isMade || !Put(file.stream, parts)) {
             return false;
         }
         const bool isClosed = std::fclose(file.stream) == 0;
         file.stream = nullptr;
-        isRenamed = isClosed && rename(file.path, target);
+        return isClosed;
+    }
+
+    /// Writes the text and renames the file to its target, as `rename` does. Returns whether this
+    /// succeeded; if not, `errno` says why.
+    bool Commit(const Parts& parts, const std::filesystem::path& target,
+                decltype(&RenameOver) rename = RenameOver)
+    {
+        return Write(parts) && RenameTo(target, rename);
+    }
+
+    bool RenameTo(const std::filesystem::path& target, decltype(&RenameOver) rename)
+    {
+        isRenamed = rename(file.path, target);
         return isRenamed;
     }
+
+    const std::filesystem::path& Path() const { return file.path; }
 
 private:
     NewFile file;
@@ -109,22 +123,30 @@ private:
 };
 
 /// Whether a regular file has exactly this text.
-bool Holds(const std::string& path, const Parts& parts)
+bool Holds(const std::filesystem::path& path, const Parts& parts)
 {
     std::error_code ignored;
     const std::size_t size =
         std::accumulate(parts.begin(), parts.end(), std::size_t{0},
                         [](std::size_t sum, const std::string& part) { return sum + part.size(); });
-    if (!std::filesystem::is_regular_file(ToPath(path), ignored) ||
-        std::filesystem::file_size(ToPath(path), ignored) != size) {
+    if (!std::filesystem::is_regular_file(path, ignored) ||
+        std::filesystem::file_size(path, ignored) != size) {
         return false;
     }
-    std::ifstream file(ToPath(path), std::ios::binary);
+    std::ifstream file(path, std::ios::binary);
     std::string old;
     return std::all_of(parts.begin(), parts.end(), [&](const std::string& part) {
         old.resize(part.size());
         return file.read(old.data(), static_cast<std::streamsize>(old.size())) && old == part;
     });
+}
+
+/// The file that a link leads to; the file itself if it is none.
+std::filesystem::path LinkTarget(const std::string& path)
+{
+    std::error_code error;
+    const std::filesystem::path real = std::filesystem::weakly_canonical(ToPath(path), error);
+    return error ? ToPath(path) : real;
 }
 
 /// @param followsLink whether a link stays a link, and what it points to is replaced
@@ -152,11 +174,7 @@ void WriteParts(const std::string& path, const Parts& parts, bool followsLink)
         return;
     }
     RefuseReadOnly(path);
-    std::filesystem::path target = ToPath(path);
-    if (followsLink) {
-        const std::filesystem::path real = std::filesystem::weakly_canonical(target, ignored);
-        target = ignored ? target : real;
-    }
+    const std::filesystem::path target = followsLink ? LinkTarget(path) : ToPath(path);
     TemporaryFile temporary(target);
     if (!temporary.Commit(parts, target)) {
         Fail(path, errno);
@@ -217,6 +235,54 @@ bool WriteNew(const std::string& path, const std::string& text)
     return isDone;
 }
 
+bool WriteOver(const std::string& path, const std::string& old, const std::string& text)
+{
+    RefuseReadOnly(path);
+    const std::filesystem::path target = LinkTarget(path);
+    TemporaryFile temporary(target);
+    if (!temporary.Write({text})) {
+        Fail(path, errno);
+    }
+    // What is there is looked at when no program can save to it any more.
+    if (!Exchange(temporary.Path(), target)) {
+        if (!Holds(target, {old})) {
+            return false;
+        }
+        if (!temporary.RenameTo(target, RenameOver)) {
+            Fail(path, errno);
+        }
+        return true;
+    }
+    if (Holds(temporary.Path(), {old})) {
+        return true;
+    }
+    const bool isBack = Exchange(temporary.Path(), target);
+    if (!isBack || !Holds(temporary.Path(), {text})) {
+        // Saved once more meanwhile: the newer one is the one to keep.
+        temporary.RenameTo(target, RenameOver);
+    }
+    return false;
+}
+
+bool RemoveKnown(const std::string& path, const std::string& old)
+{
+    const std::filesystem::path file = ToPath(path);
+    TemporaryFile aside(file);
+    if (!aside.Write({}) || !RenameOver(file, aside.Path())) {
+        errno = errno == ENOENT ? 0 : errno;
+        return false;
+    }
+    if (Holds(aside.Path(), {old})) {
+        return true;
+    }
+    // A newer file that has its name again is the one to keep.
+    if (!aside.RenameTo(file, RenameToNew) && errno != EEXIST) {
+        aside.RenameTo(file, RenameOver);
+    }
+    errno = 0;
+    return false;
+}
+
 void RefuseReadOnly(const std::string& path)
 {
     using std::filesystem::perms;
@@ -239,7 +305,7 @@ bool WriteIfChanged(const std::string& path, const Parts& parts, const std::file
     }
     std::error_code ignored;
     const bool isLink = std::filesystem::is_symlink(ToPath(path), ignored);
-    if (!(isLink && !root.empty()) && Holds(path, parts)) {
+    if (!(isLink && !root.empty()) && Holds(ToPath(path), parts)) {
         return false;
     }
     const std::filesystem::path parent = ToPath(path).parent_path();

@@ -32,6 +32,17 @@ void WriteWhole(const std::string& path, const std::string& text);
 /// @return whether it was written
 [[nodiscard]] bool WriteNew(const std::string& path, const std::string& text);
 
+/// Writes a file like WriteWhole, unless another program has changed or removed it meanwhile.
+/// @param old what was read from it
+/// @return whether it was written
+[[nodiscard]] bool WriteOver(const std::string& path, const std::string& old,
+                             const std::string& text);
+
+/// Removes a file, unless another program has changed it meanwhile.
+/// @param old what was read from it
+/// @return whether it was removed; if not, `errno` says why, and is 0 if it was changed
+[[nodiscard]] bool RemoveKnown(const std::string& path, const std::string& old);
+
 /// Fails, with a text that names the file, if somebody has made it read-only.
 /// @throws std::runtime_error
 void RefuseReadOnly(const std::string& path);

@@ -84,6 +84,11 @@ bool RenameOver(const std::filesystem::path& from, const std::filesystem::path& 
 /// @return whether it was done; if not, `errno` says why.
 bool RenameToNew(const std::filesystem::path& from, const std::filesystem::path& target);
 
+/// Exchanges two files of a folder, without a moment in which one of them is missing where the
+/// system can do that.
+/// @return whether it was done; if not, both are as they were.
+bool Exchange(const std::filesystem::path& one, const std::filesystem::path& other);
+
 /// Which file this is, and when anything of it was changed last, its times included: what the
 /// system says, and no program can set.
 using FileVersion = std::pair<std::uint64_t, std::int64_t>;

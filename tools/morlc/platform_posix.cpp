@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <exception>
 #include <memory>
@@ -319,6 +320,17 @@ bool RenameToNew(const std::filesystem::path& from, const std::filesystem::path&
         return false;
     }
     return RenameOver(from, target);
+}
+
+bool Exchange(const std::filesystem::path& one, const std::filesystem::path& other)
+{
+#ifdef RENAME_EXCHANGE
+    return ::renameat2(AT_FDCWD, one.c_str(), AT_FDCWD, other.c_str(), RENAME_EXCHANGE) == 0;
+#else
+    (void)one;
+    (void)other;
+    return false;
+#endif
 }
 
 FileVersion VersionOf(const std::filesystem::path& file)

@@ -228,6 +228,13 @@ bool RenameToNew(const std::filesystem::path& from, const std::filesystem::path&
     return Move(from, target, 0);
 }
 
+bool Exchange(const std::filesystem::path& one, const std::filesystem::path& other)
+{
+    const std::filesystem::path spare = one.wstring() + L"-1";
+    return ReplaceFileW(other.c_str(), one.c_str(), spare.c_str(), 0, nullptr, nullptr) != 0 &&
+           Move(spare, one, 0);
+}
+
 FileVersion VersionOf(const std::filesystem::path& file)
 {
     constexpr DWORD kAnyShare = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;

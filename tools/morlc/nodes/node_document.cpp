@@ -96,6 +96,7 @@ std::optional<NodeDocument> ReadNodeDocument(const std::string& path, const std:
         diagnostics.Error("cannot read " + AsGiven(prefix, ToPath(path)) + ": it is not a file");
         return std::nullopt;
     }
+    document.exists = true;
     document.text = ReadSource(path, prefix);
     std::vector<ns_ruke::NodeTextFault> faults;
     document.nodes = ns_ruke::ReadNodeText({document.text.File(), document.text.Text()}, faults);

@@ -13,6 +13,7 @@ namespace morlc {
 /// A node file with all that it holds.
 struct NodeDocument {
     std::string path;
+    bool exists = false;
     SourceText text;
     std::vector<ns_ruke::NodeSource> nodes;
     /// What WriteNodeText cannot keep: comments, values that nobody reads, anything after the list.

@@ -13,6 +13,7 @@
 
 #include <morl/morl.h>
 #include <algorithm>
+#include <cerrno>
 #include <filesystem>
 #include <map>
 #include <optional>
@@ -77,16 +78,35 @@ public:
         return false;
     }
 
-    /// Fails if a file is not as it was read.
-    void ExpectUnchanged(const SourceText& read, const std::string& path) const
+    /// Writes a node file, if it is as it was read.
+    void Rewrite(const NodeDocument& document, const std::string& text) const
     {
-        const bool exists = fs::exists(ToPath(path));
-        const bool isSame =
-            exists ? ReadSource(path, prefix).Text() == read.Text() : read.Text().empty();
-        if (!isSame) {
-            throw std::runtime_error(Shown(path) +
-                                     " has been changed meanwhile; it stays, run this again");
+        const std::string& path = document.path;
+        const bool isDone =
+            document.exists ? WriteOver(path, document.text.Text(), text) : WriteNew(path, text);
+        if (!isDone) {
+            FailAsChanged(path);
         }
+    }
+
+    /// Removes a source that the node file has, if it is as it was read.
+    void Remove(const SourceFile& file) const
+    {
+        if (RemoveKnown(file.path, file.text.Text())) {
+            return;
+        }
+        if (errno == 0) {
+            FailAsChanged(file.path);
+        }
+        throw std::runtime_error("cannot remove " + Shown(file.path) + ": " +
+                                 std::generic_category().message(errno) +
+                                 "; its node is in the node file as well");
+    }
+
+    [[noreturn]] void FailAsChanged(const std::string& path) const
+    {
+        throw std::runtime_error(Shown(path) +
+                                 " has been changed meanwhile; it stays, run this again");
     }
 
 private:
@@ -206,22 +226,14 @@ void PackInPlace(NodeTree& tree, bool isForced)
     }
     for (const NodeSet& set : tree.Sets()) {
         // Without sources, all node files are needed.
-        const bool isMissing = !fs::exists(ToPath(set.document.path));
-        if (!set.sources.empty() || isMissing) {
-            tree.ExpectUnchanged(set.document.text, set.document.path);
-            WriteWhole(set.document.path, PackedText(set));
+        if (!set.sources.empty() || !set.document.exists) {
+            tree.Rewrite(set.document, PackedText(set));
         }
     }
     std::string told;
     for (const NodeSet& set : tree.Sets()) {
         for (const SourceFile& file : set.sources) {
-            tree.ExpectUnchanged(file.text, file.path);
-            std::error_code error;
-            if (!fs::remove(ToPath(file.path), error)) {
-                throw std::runtime_error("cannot remove " + tree.Shown(file.path) + ": " +
-                                         error.default_error_condition().message() +
-                                         "; its node is in the node file as well");
-            }
+            tree.Remove(file);
         }
         RemoveEmptyFolder(ToPath(SourceFolder(set.document.path)));
         if (!set.sources.empty()) {
@@ -390,8 +402,7 @@ private:
                 rest.push_back(node);
             }
         }
-        tree.ExpectUnchanged(set.document.text, set.document.path);
-        WriteWhole(set.document.path, ns_ruke::WriteNodeText(rest));
+        tree.Rewrite(set.document, ns_ruke::WriteNodeText(rest));
         WriteWhole("-", tree.Shown(SourceFolder(set.document.path)) + "/: " + Counted(plan.size()) +
                             " unpacked\n");
     }
