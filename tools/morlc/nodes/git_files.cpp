@@ -92,9 +92,8 @@ void Merge(const Options& options, Diagnostics& diagnostics)
         note.severity = Severity::Info;
         diagnostics.Report(note);
     }
-    for (const std::string& node : merged.conflicts) {
-        diagnostics.Report(ErrorAt(file, "both have changed node '" + node +
-                                             "'; its content has the marks of a conflict"));
+    for (const std::string& conflict : merged.conflicts) {
+        diagnostics.Report(ErrorAt(file, conflict + "; the content has the marks of a conflict"));
     }
 }
 

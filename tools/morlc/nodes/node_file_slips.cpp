@@ -135,8 +135,10 @@ void WarnOfBytes(const SourceText& source, Diagnostics& diagnostics)
     for (std::size_t i = 0; i < text.size();) {
         const std::size_t length = CharacterLength(text, i);
         if (length == 0) {
-            diagnostics.Report(WarningAt(source.AtByte(i),
-                                         "this byte is no text in UTF-8; save the file as UTF-8"));
+            const char* const advice =
+                text[i] == '\0' ? "a NUL byte is no text; remove it"
+                                : "this byte is no text in UTF-8; save the file as UTF-8";
+            diagnostics.Report(WarningAt(source.AtByte(i), advice));
             return;
         }
         i += length;

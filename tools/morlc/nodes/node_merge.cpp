@@ -226,9 +226,14 @@ public:
         for (auto& [name, node] : result) {
             node.hasName = true;
             node.name = name;
+            FollowRenames(node.references);
+        }
+        for (auto& [name, node] : result) {
             merged.nodes.push_back(std::move(node));
         }
-        merged.conflicts.assign(conflicts.begin(), conflicts.end());
+        for (const auto& [name, text] : conflicts) {
+            merged.conflicts.push_back(text);
+        }
         merged.moved.assign(moved.begin(), moved.end());
         return merged;
     }
@@ -257,20 +262,46 @@ private:
             const std::string newName = MergeValues(name, one->name, other->name, isConflict);
             if (!isConflict) {
                 NodeSource merged = MergeTwo(newName, old, *one, *other, isConflict);
-                Keep(newName, std::move(merged), isConflict);
+                Keep(newName, std::move(merged), isConflict ? BothChanged(newName) : "");
                 return;
             }
         }
         // Removed by one side, or renamed by both.
+        const std::string twice = "node '" + name + "' has two new names";
         if (one && (other || one->name != name || !IsSameNode(*one, old))) {
             NodeSource left = *one;
             left.content = Marked(left.content, "");
-            Keep(one->name, std::move(left), true);
+            Keep(one->name, std::move(left),
+                 other ? twice : "theirs has removed node '" + name + "', which ours has changed");
         }
         if (other && (one || other->name != name || !IsSameNode(*other, old))) {
             NodeSource left = *other;
             left.content = Marked("", left.content);
-            Keep(other->name, std::move(left), true);
+            Keep(other->name, std::move(left),
+                 one ? twice : "ours has removed node '" + name + "', which theirs has changed");
+        }
+    }
+
+    static std::string BothChanged(const std::string& name)
+    {
+        return "both have changed node '" + name + "'";
+    }
+
+    /// One side may refer anew to a node that the other has renamed.
+    void FollowRenames(Names& references) const
+    {
+        for (const auto* renamed : {&ourNames, &theirNames}) {
+            for (const auto& [old, name] : *renamed) {
+                const auto found = std::find(references.begin(), references.end(), old);
+                if (found == references.end() || result.count(old) > 0 || result.count(name) == 0) {
+                    continue;
+                }
+                if (Has(references, name)) {
+                    references.erase(found);
+                } else {
+                    *found = name;
+                }
+            }
         }
     }
 
@@ -286,15 +317,18 @@ private:
     }
 
     /// Keeps a node; two of one name are a conflict, unless they are alike.
-    void Keep(const std::string& name, NodeSource node, bool isConflict = false)
+    /// @param conflict what nobody can merge, in words; empty if it is merged
+    void Keep(const std::string& name, NodeSource node, std::string conflict = {})
     {
         const auto found = result.find(name);
         if (found != result.end() && !IsSameNode(found->second, node)) {
+            bool isConflict = false;
             node = MergeTwo(name, NodeSource(), found->second, node, isConflict);
+            conflict = isConflict ? BothChanged(name) : conflict;
         }
         result[name] = std::move(node);
-        if (isConflict) {
-            conflicts.insert(name);
+        if (!conflict.empty()) {
+            conflicts[name] = std::move(conflict);
         }
     }
 
@@ -304,7 +338,7 @@ private:
     const std::map<std::string, std::string> ourNames;
     const std::map<std::string, std::string> theirNames;
     Nodes result;
-    std::set<std::string> conflicts;
+    std::map<std::string, std::string> conflicts;  ///< in words, by the name of the node
     std::set<std::string> moved;
 };
 

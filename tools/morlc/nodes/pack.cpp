@@ -351,7 +351,6 @@ private:
     std::vector<NewSource> Plan(const NodeSet& set)
     {
         SourceNames names(set);
-        std::set<std::string> seen;
         std::vector<NewSource> plan;
         std::vector<NodeSource> nodes = set.document.nodes;
         std::sort(nodes.begin(), nodes.end(),
@@ -360,9 +359,13 @@ private:
             if (!IsWanted(node.name)) {
                 continue;
             }
-            if (!seen.insert(node.name).second) {
-                diagnostics.Report(ErrorAt({tree.Shown(set.document.path)},
-                                           "two nodes are called '" + node.name + "'; rename one"));
+            const auto [other, isNew] = fileByNode.emplace(node.name, set.document.path);
+            if (!isNew) {
+                std::string text = "two nodes are called '" + node.name + "'; rename one";
+                text += other->second != set.document.path
+                            ? " (the other is in " + tree.Shown(other->second) + ")"
+                            : "";
+                diagnostics.Report(ErrorAt({tree.Shown(set.document.path)}, text));
                 continue;
             }
             const auto made =
@@ -410,6 +413,7 @@ private:
     NodeTree& tree;
     const UnpackOptions& options;
     Diagnostics& diagnostics;
+    std::map<std::string, std::string> fileByNode;  ///< of the nodes that become sources
 };
 
 /// What an interrupted run has left beside the files that this one writes.
