@@ -88,7 +88,8 @@ void PassChecker::DeclareGlobals(const std::vector<MorlDeclare*>& list,
             entry.variable = kind == Kind::Output ? Follow(entry, false) : entry.variable;
             const ScopeEntry* other = scope.Declare(entry);
             if (other != nullptr) {
-                Warn(CheckKind::RepeatedName, declare.offset, declare.name);
+                Warn(CheckKind::RepeatedName, declare.offset, declare.name,
+                     HintOfRepetition(*other, declare.offset));
             }
         }
     }

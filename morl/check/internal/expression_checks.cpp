@@ -282,6 +282,7 @@ ValueType PassChecker::Operand(const MorlExpression& operand)
     case TOKEN_FUNCTION_CALL:
         return Call(static_cast<const MorlFunctionCall&>(operand));
     case TOKEN_UNARY_OPERATION:
+        Warn(CheckKind::PostfixValue, operand.offset);
         return Expression(static_cast<const MorlUnaryOperation&>(operand).operand);
     case TOKEN_BINARY_OPERATION:
         return Index(static_cast<const MorlBinaryOperation&>(operand));
@@ -554,7 +555,9 @@ ValueType PassChecker::CombineNumbers(const Term& term, ValueType left, ValueTyp
     }
     if (left.IsMatrix() || right.IsMatrix()) {
         if (token == TOKEN_MULTIPLY && !left.IsNumber() && !right.IsNumber()) {
-            Warn(CheckKind::MatrixProduct, term.offset);
+            const bool areMatrices = left.IsMatrix() && right.IsMatrix();
+            Warn(areMatrices ? CheckKind::MatrixProduct : CheckKind::VectorTimesMatrix,
+                 term.offset);
         }
         return left.IsMatrix() && !right.IsVector() ? left : right;
     }

@@ -229,6 +229,9 @@ ScopeEntry* PassChecker::AssignedEntry(const MorlExpression& target)
 /// The type of what is assigned.
 ValueType PassChecker::Target(const MorlExpression& target, const ScopeEntry* entry)
 {
+    if (target.unitType == TOKEN_UNARY_OPERATION) {
+        return Expression(static_cast<const MorlUnaryOperation&>(target).operand);
+    }
     const bool isPlain = entry != nullptr && !entry->isArray && target.unitType == TOKEN_IDENTIFIER;
     return isPlain ? entry->type : Expression(&target);
 }
