@@ -94,6 +94,16 @@ std::optional<Repair> OtherWord(std::string_view text, std::size_t offset)
     return Repair{begin + word, length, meant};
 }
 
+/// Leaves out a type in parentheses, as C converts, whose end is at the place.
+std::optional<Repair> WithoutCast(std::string_view text, std::size_t offset)
+{
+    const std::size_t open =
+        text.substr(0, offset).find_last_not_of("abcdefghijklmnopqrstuvwxyz0123456789");
+    const bool isCast = open != std::string_view::npos && text[open] == '(' && offset > open + 1 &&
+                        offset < text.size() && text[offset] == ')';
+    return isCast ? std::optional<Repair>({open, offset + 1 - open, ""}) : std::nullopt;
+}
+
 /// Leaves out bytes that no source has outside of comments, such as typographic signs.
 std::optional<Repair> PlainBytes(std::string_view text, std::size_t offset)
 {
@@ -129,7 +139,8 @@ std::optional<Repair> OtherHead(std::string_view text, std::size_t offset)
     const std::string_view line = text.substr(begin, end - begin);
     const std::size_t open = line.find_last_not_of(" \t\r");
     const std::size_t first = line.find_first_not_of(" \t}");
-    if (open == std::string_view::npos || line[open] != '{' || first >= open) {
+    if (open == std::string_view::npos || line[open] != '{' || first >= open ||
+        line[first] == '#') {
         return std::nullopt;
     }
     return Repair{begin + first, open - first, "if (1 == 1) "};
@@ -313,6 +324,10 @@ std::vector<ReportFault> AuthorFaults(const std::string& content, std::vector<Re
             continue;
         }
         const std::size_t offset = source.OffsetOf(faults[i]);
+        if (Mends(source, WithoutCast(source.Text(), offset), faults, attempts)) {
+            told.push_back(std::move(fault));
+            continue;
+        }
         const MissingPart missing = MissingPartOf(fault.text);
         if (!missing.part.empty()) {
             const std::size_t end =

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <initializer_list>
 #include <iterator>
 #include <string_view>
@@ -74,7 +75,7 @@ std::string HintInSymbols(std::string_view line)
             return "there is no '?:': use 'if'";
         }
         if (line[i] == '!' && next != '=') {
-            return "there is no '!': 'k == 0' for '!k'";
+            return "there is no '!': 'k == 0' for '!k', 'a <= b' for '!(a > b)'";
         }
         if ((line[i] == '&' || line[i] == '|') && next != line[i] && last != line[i]) {
             return "there are no operators on bits: '&&' and '||' combine conditions";
@@ -132,6 +133,11 @@ std::string_view WordBefore(std::string_view line, std::size_t end)
         --begin;
     }
     return line.substr(begin, std::min(end, line.size()) - begin);
+}
+
+bool IsSemantic(std::string_view word)
+{
+    return KeywordMap::RowOf(KeywordMap::Language().Find(word)).wordClass == WordClass::Semantic;
 }
 
 bool Contains(std::string_view text, std::string_view part)
@@ -213,6 +219,12 @@ std::string HintForPlaceInShader(const FaultPlace& place)
     if (place.isDeclaration && place.Has("[") && place.Has("sampler")) {
         return "samplers are not arrays: declare one for each, as '#for' does";
     }
+    if (place.Says("expression error") && place.Has("[]")) {
+        return "an array has a size: 'float a[3]', or a macro in place of the number";
+    }
+    if (place.Says("invalid var declare:main")) {
+        return "the head is 'void main()'";
+    }
     if (place.Has("main( ")) {
         return "nothing stands between the parentheses of 'main()', not even a blank";
     }
@@ -232,7 +244,13 @@ std::string HintForDirective(const FaultPlace& place)
     if (StartsWith(FirstNonBlank(place.line), "# ")) {
         return "a comment begins with '//'";
     }
-    return place.Says("miss ':'") || place.Says("not valid marco name")
+    const std::string_view head = FirstNonBlank(place.line);
+    if (StartsWith(head, "#if") && place.Has("{")) {
+        return "a '#if' has no braces: its block ends with '#endif'";
+    }
+    const bool isLoop = place.Says("miss ':'") || place.Says("not valid marco name") ||
+                        place.Says("not valid number") || place.Says("unexpected character:,");
+    return isLoop && !place.isDeclaration
                ? "a '#for' reads '#for NAME : START', such as '#for LIGHTS : 0'; the macro's value "
                  "is its end"
                : "";
@@ -259,10 +277,19 @@ std::string HintForParenthesis(const FaultPlace& place)
 std::string HintForName(const FaultPlace& place)
 {
     if (place.Says("invalid var type")) {
-        return MeantWord(place.lastWord, {WordClass::Type});
+        std::string meant = MeantWord(place.lastWord, {WordClass::Type});
+        const bool isNameOnly = place.isDeclaration && place.rest.find_first_of(";:[") == 0;
+        return meant.empty() && isNameOnly ? "a type stands before the name: 'uniform float k;'"
+                                           : meant;
     }
     if (!place.Says("not valid var")) {
         return {};
+    }
+    if (place.IsAt("[") || (!place.before.empty() && place.before.back() == '[')) {
+        return "the size follows the name: 'float a[3];'";
+    }
+    if (!place.lastWord.empty() && IsDigit(place.lastWord.front())) {
+        return "a name does not begin with a digit";
     }
     const bool isKnown = KeywordMap::Language().Find(place.lastWord) != TOKEN_NONE;
     return isKnown && !place.isDeclaration
@@ -333,6 +360,12 @@ std::string HintForDeclaration(const FaultPlace& place)
     if (place.Says("invalid end of line") && place.Has("=")) {
         return "what is declared outside of 'main' has no initial value: assign it in 'main'";
     }
+    if (place.Says("invalid end of line") && IsSemantic(place.lastWord)) {
+        return "a ':' stands before the semantic";
+    }
+    if (place.Says("invalid end of line") && Contains(place.before, "-")) {
+        return "names have letters, digits and '_'";
+    }
     if (place.Says("miss ','")) {
         return "a ',' or a ')' is missing";
     }
@@ -343,12 +376,41 @@ std::string HintForDeclaration(const FaultPlace& place)
     return place.Has("] =") ? "arrays have no initial value: assign each element" : "";
 }
 
+std::string UpperCase(std::string_view text)
+{
+    std::string upper(text);
+    std::transform(upper.begin(), upper.end(), upper.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+    return upper;
+}
+
+/// The semantic that is written otherwise: in other letters, or as a render target of HLSL.
+std::string SemanticLike(std::string_view word)
+{
+    constexpr std::string_view kTarget = "SV_TARGET";
+    const std::string upper = UpperCase(word);
+    if (StartsWith(upper, kTarget)) {
+        std::string color =
+            "COLOR" + (upper.size() > kTarget.size() ? upper.substr(kTarget.size()) : "0");
+        return IsSemantic(color) ? color : "";
+    }
+    for (const Keyword& keyword : KeywordMap::Keywords()) {
+        if (keyword.wordClass == WordClass::Semantic && UpperCase(keyword.spelling) == upper) {
+            return std::string(keyword.spelling);
+        }
+    }
+    return {};
+}
+
 std::string HintForSemantic(const FaultPlace& place)
 {
     if (!place.Says("need a register symbol")) {
         return {};
     }
-    std::string meant = MeantWord(place.lastWord, {WordClass::Semantic});
+    std::string meant = DidYouMean(SemanticLike(place.lastWord), "");
+    if (meant.empty()) {
+        meant = MeantWord(place.lastWord, {WordClass::Semantic});
+    }
     return !meant.empty() ? meant
                           : "the semantics are POSITION, NORMAL, TANGENT, BINORMAL, "
                             "BLENDINDICES, BLENDWEIGHT, "
@@ -365,6 +427,9 @@ std::string HintForFirstWord(const FaultPlace& place)
                                                     WordClass::Type, WordClass::Directive});
     if (!meant.empty()) {
         return meant;
+    }
+    if (place.before.size() > 1 && place.before.substr(place.before.size() - 2) == "};") {
+        return "no ';' follows a '}'";
     }
     return place.IsAt("}")
                ? "this '}' closes nothing: it is one too many, or a block above has ended early"
@@ -392,6 +457,28 @@ std::string HintForAssignment(const FaultPlace& place)
                       : "a statement is 'TYPE NAME;', 'NAME = VALUE;', 'if', 'for' or 'discard;'";
 }
 
+/// A sign in front of a value, or '=+' for '+='.
+bool IsAfterPlus(std::string_view before)
+{
+    if (before.empty() || before.back() != '+') {
+        return false;
+    }
+    const std::size_t last = before.find_last_not_of(" \t", before.size() - 2);
+    return last != std::string_view::npos &&
+           std::string_view("=(,+-*/<>&|").find(before[last]) != std::string_view::npos;
+}
+
+std::string HintForComma(const FaultPlace& place)
+{
+    if (!place.before.empty() && IsDigit(place.before.back()) && place.rest.size() > 1 &&
+        IsDigit(place.rest[1])) {
+        return "numbers have a point: 1.5 for 1,5";
+    }
+    const ENUM_TOKEN first = KeywordMap::Language().Find(place.firstWord);
+    return KeywordMap::RowOf(first).wordClass == WordClass::Type ? "one name in each declaration"
+                                                                 : "a statement ends with ';'";
+}
+
 /// When nothing else is known: what the message and the character at the place say.
 std::string HintForToken(const FaultPlace& place)
 {
@@ -402,17 +489,23 @@ std::string HintForToken(const FaultPlace& place)
         case ']':
             return std::string("this '") + next + "' closes nothing: one is too many";
         case ',':
+            return HintForComma(place);
         case ':':
             return "a statement ends with ';'";
         case '=':
             return "one assignment in each statement";
         default:
-            return {};
+            return !place.lastWord.empty() && IsDigit(place.lastWord[0]) && IsWordCharacter(next)
+                       ? "a name does not begin with a digit"
+                       : "";
         }
     }
     if (place.Says("miss '")) {
         return "a " + std::string(place.message.substr(std::string_view("miss ").size(), 3)) +
                " is missing here";
+    }
+    if (place.Says("expression error") && IsAfterPlus(place.before)) {
+        return "no '+' stands in front of a value, and '+=' adds";
     }
     if (place.Says("expression error")) {
         return "a value is missing here: a name, a number, a call or a '(' begins one";

@@ -281,8 +281,14 @@ ValueType PassChecker::Intrinsic(const MorlFunctionCall& call, const Arguments& 
                      " meets a " + Quoted(KeywordMap::WordOf(widest)));
         }
     }
-    return function.type.IsKnown() ? function.type
-                                   : ValueType{ValueBase::Float, widest.rows, widest.columns};
+    if (function.type.IsKnown()) {
+        return function.type;
+    }
+    // Some targets have 'max' and others for integers, too, so what comes out is not known.
+    const bool areInts = std::all_of(arguments.begin(), arguments.end(), [](ValueType argument) {
+        return argument.base == ValueBase::Int;
+    });
+    return areInts ? ValueType() : ValueType{ValueBase::Float, widest.rows, widest.columns};
 }
 
 }  // namespace ns_ruke

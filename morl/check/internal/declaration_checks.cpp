@@ -185,6 +185,24 @@ void PassChecker::CheckPlace(const MorlDeclare& declare, Kind kind, ENUM_TOKEN b
     }
 }
 
+namespace {
+
+/// What the declaration that counts has, and the other one has not.
+std::string HintOfDifference(const MorlDeclare& first, const MorlDeclare& other)
+{
+    if (first.varType != other.varType) {
+        return "; it is a '" + std::string(KeywordMap::WordOf(first.varType)) + "'";
+    }
+    const ENUM_TOKEN semantic = BindingToken(&first);
+    if (semantic == BindingToken(&other)) {
+        return "; its array has another size";
+    }
+    return semantic == TOKEN_NONE ? "; it has no semantic"
+                                  : "; it is bound to " + std::string(KeywordMap::WordOf(semantic));
+}
+
+}  // namespace
+
 // The first declaration of a name counts. Others are mistakes only if they differ.
 void PassChecker::CheckRepetitions()
 {
@@ -200,7 +218,7 @@ void PassChecker::CheckRepetitions()
             if (isSameList && !AreAlike(**first, declare)) {
                 node = repetition.node;
                 Warn(CheckKind::Redeclared, declare.offset, declare.name,
-                     "; it is a '" + std::string(KeywordMap::WordOf((*first)->varType)) + "'");
+                     HintOfDifference(**first, declare));
             }
         }
     }

@@ -378,6 +378,10 @@ std::string PassChecker::HintForUnknown(const std::string& name)
     if (name.compare(0, 3, "gl_") == 0) {
         return HintForBuiltIn(name);
     }
+    if (name[0] == '#' &&
+        name.find_first_not_of("0123456789abcdefABCDEF", 1) != std::string::npos) {
+        return "; macros are set by '$NAME = VALUE;'";
+    }
     if (name[0] == '#') {
         return "; a colour is a vector, as 'float3(1.0, 0.0, 0.0)'";
     }

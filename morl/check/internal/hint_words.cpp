@@ -42,6 +42,8 @@ constexpr WordHint kWordHints[] = {
     {"Texture2D", "there is no type 'Texture2D': did you mean 'sampler2D'?"},
     {"SamplerState", "a texture and its sampler are one: 'uniform sampler2D NAME : SAUTO;'"},
     {"sampler", "a texture and its sampler are one: 'uniform sampler2D NAME : SAUTO;'"},
+    {"sampler2DShadow",
+     "there is no type 'sampler2DShadow': 'sampler2D', with a name that begins with 'shadowMap'"},
     // Words of declarations.
     {"lowp", "there are no precisions: leave 'lowp' out"},
     {"mediump", "there are no precisions: leave 'mediump' out"},

@@ -68,6 +68,7 @@ private:
     ScopeEntry* AssignedEntry(const MorlExpression& target);
     ValueType Target(const MorlExpression& target, const ScopeEntry* entry);
     FlowChecker::Components AssignedComponents(const MorlExpression& target) const;
+    void CheckOnce(const MorlVariable& member);
     int Follow(const ScopeEntry& entry, bool isAssigned);
     void If(const MorlIfSentence& sentence);
     void For(const MorlForSentence& sentence);

@@ -13,6 +13,18 @@ namespace {
 
 using Kind = ScopeEntry::Kind;
 
+/// What follows the point of 'v.xy'; null for other expressions.
+const MorlVariable* MemberOf(const MorlExpression& expression)
+{
+    if (expression.unitType != TOKEN_BINARY_OPERATION) {
+        return nullptr;
+    }
+    const auto& operation = static_cast<const MorlBinaryOperation&>(expression);
+    const bool isMember = operation.operatorToken == TOKEN_MEMBER && operation.right != nullptr &&
+                          operation.right->unitType == TOKEN_IDENTIFIER;
+    return isMember ? static_cast<const MorlVariable*>(operation.right) : nullptr;
+}
+
 }  // namespace
 
 PassChecker::PassChecker(const PassCheckInput& newInput, WarningList& newWarnings)
@@ -186,6 +198,9 @@ void PassChecker::CheckAssigned(const MorlAssignSentence& assignment, ValueType 
         return;
     }
     CheckInt(*assignment.value, value, target);
+    if (target.base == ValueBase::Int && value.base == ValueBase::Float) {
+        Warn(CheckKind::FloatForInt, assignment.value->offset);
+    }
     const bool mayWiden = assignment.operatorToken != TOKEN_ASSIGN && value.IsNumber();
     if (target.IsMatrix() || value.IsMatrix() || target.rows == value.rows || mayWiden) {
         return;
@@ -232,6 +247,9 @@ ValueType PassChecker::Target(const MorlExpression& target, const ScopeEntry* en
     if (target.unitType == TOKEN_UNARY_OPERATION) {
         return Expression(static_cast<const MorlUnaryOperation&>(target).operand);
     }
+    if (const MorlVariable* member = MemberOf(target)) {
+        CheckOnce(*member);
+    }
     const bool isPlain = entry != nullptr && !entry->isArray && target.unitType == TOKEN_IDENTIFIER;
     return isPlain ? entry->type : Expression(&target);
 }
@@ -239,16 +257,22 @@ ValueType PassChecker::Target(const MorlExpression& target, const ScopeEntry* en
 /// What part of a variable gets a new value. An element that is computed counts as all of it.
 FlowChecker::Components PassChecker::AssignedComponents(const MorlExpression& target) const
 {
-    if (target.unitType != TOKEN_BINARY_OPERATION) {
-        return FlowChecker::kAll;
+    const MorlVariable* member = MemberOf(target);
+    const bool isWhole =
+        member == nullptr || static_cast<const MorlBinaryOperation&>(target).left != assignedName;
+    return isWhole ? FlowChecker::kAll : FlowChecker::ComponentsOf(member->name);
+}
+
+/// A target takes each component once.
+void PassChecker::CheckOnce(const MorlVariable& member)
+{
+    const std::string& name = member.name;
+    for (std::size_t i = 1; i < name.size(); ++i) {
+        if (name.find(name[i]) < i) {
+            Warn(CheckKind::RepeatedComponent, member.offset, name);
+            return;
+        }
     }
-    const auto& operation = static_cast<const MorlBinaryOperation&>(target);
-    const bool isMember = operation.operatorToken == TOKEN_MEMBER &&
-                          operation.left == assignedName && operation.right != nullptr &&
-                          operation.right->unitType == TOKEN_IDENTIFIER;
-    return isMember
-               ? FlowChecker::ComponentsOf(static_cast<const MorlVariable*>(operation.right)->name)
-               : FlowChecker::kAll;
 }
 
 void PassChecker::If(const MorlIfSentence& sentence)
