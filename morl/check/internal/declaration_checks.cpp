@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What a pass declares: names, types, semantics, samplers, and how much of all that there is.
 #include "morl/ast/stage.h"
+#include "morl/check/internal/lost_code_checks.h"
 #include "morl/check/internal/pass_checker.h"
 #include "morl/translator/internal/bindings.h"
 
@@ -396,7 +397,11 @@ void PassChecker::CheckOutputs()
         if (entry.depth > 0) {
             break;
         }
-        if (entry.kind == Kind::Output && !entry.isWritten) {
+        const auto isDroppedIn = [&](const LinkOrigin& origin) {
+            return FindDropped(*origin.node, entry.name) != nullptr;
+        };
+        if (entry.kind == Kind::Output && !entry.isWritten &&
+            std::none_of(input.link.origins.begin(), input.link.origins.end(), isDroppedIn)) {
             node = entry.node;
             Warn(CheckKind::UnwrittenOutput, entry.offset, entry.name);
         }

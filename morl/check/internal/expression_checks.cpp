@@ -2,6 +2,7 @@
 // The names and the types of expressions, as far as they can be known.
 #include "morl/ast/stage.h"
 #include "morl/check/internal/hint_words.h"
+#include "morl/check/internal/lost_code_checks.h"
 #include "morl/check/internal/pass_checker.h"
 #include "morl/core/nearest.h"
 
@@ -347,6 +348,10 @@ std::string PassChecker::HintForUnknown(const std::string& name)
     if (!foreign.empty()) {
         return "; " + foreign;
     }
+    std::string dropped = HintOfDropped(name);
+    if (!dropped.empty()) {
+        return dropped;
+    }
     if (name == declaredName) {
         return "; its own initial value cannot read it";
     }
@@ -386,6 +391,15 @@ std::string PassChecker::HintForUnknown(const std::string& name)
         return "; a colour is a vector, as 'float3(1.0, 0.0, 0.0)'";
     }
     return meant.empty() ? "; give it a type, or declare it as 'uniform'" : meant;
+}
+
+std::string PassChecker::HintOfDropped(const std::string& name) const
+{
+    const MorlNode& here = *input.link.origins[static_cast<std::size_t>(node)].node;
+    const MorlLostCode* dropped = FindDropped(here, name);
+    return dropped == nullptr ? ""
+                              : "; line " + std::to_string(here.PlaceOf(dropped->offset).line) +
+                                    " does not declare it: '=' assigns";
 }
 
 /// A local variable of this name that the node itself declares, in a block or too late.

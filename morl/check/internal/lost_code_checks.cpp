@@ -3,6 +3,7 @@
 
 #include "morl/ast/sentences.h"
 #include "morl/check/internal/condition_order.h"
+#include "morl/check/internal/hint_words.h"
 #include "morl/core/nearest.h"
 
 #include <algorithm>
@@ -254,6 +255,21 @@ private:
 };
 
 }  // namespace
+
+const MorlLostCode* FindDropped(const MorlNode& node, std::string_view name)
+{
+    if (node.Program() == nullptr) {
+        return nullptr;
+    }
+    const std::string_view content = node.Content();
+    const std::vector<MorlLostCode>& list = node.Program()->lostCode;
+    const auto found = std::find_if(list.begin(), list.end(), [&](const MorlLostCode& lost) {
+        const std::string_view rest = content.substr(lost.offset);
+        return lost.kind == MorlLostKind::Statement && rest.substr(0, name.size()) == name &&
+               (rest.size() == name.size() || !IsWordCharacter(rest[name.size()]));
+    });
+    return found != list.end() ? &*found : nullptr;
+}
 
 void CheckLostCode(const MorlNode& node, int index,
                    const std::unordered_map<std::string, int>& macros, WarningList& warnings)

@@ -4,9 +4,14 @@
 #include "morl/check/internal/warning_list.h"
 
 #include <string>
+#include <string_view>
 #include <unordered_map>
 
 namespace ns_ruke {
+
+/// A statement that begins with this name, and of which the parser of the node made nothing; null
+/// if there is none.
+const MorlLostCode* FindDropped(const MorlNode& node, std::string_view name);
 
 /// Finds what a node loses on its way into a shader.
 /// @param index of the node in the link's list

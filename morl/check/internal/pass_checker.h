@@ -104,6 +104,7 @@ private:
     std::string WordAt(std::uint32_t offset) const;
     std::string HintForUnknown(const std::string& name);
     std::string HintOfOwnNode(const std::string& name) const;
+    std::string HintOfDropped(const std::string& name) const;
     std::string HintOfLaterNode(const std::string& name) const;
     bool BuildsOn(const std::string& from, const std::string& wanted) const;
     bool DoesNodeBuildOn(int from, int wanted) const;
