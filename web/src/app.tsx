@@ -6,6 +6,7 @@ import { GraphView } from './graph/graph_view';
 import { MessagesView } from './messages_view';
 import { redone, undone } from './model/store';
 import { usePage, usePageStore } from './model/use_store';
+import { Banners } from './projects/banners';
 import { OutputView } from './output/output_view';
 import { PreviewView } from './preview/preview_view';
 
@@ -59,6 +60,7 @@ export function App() {
   return (
     <>
       <FilesBar />
+      <Banners />
       <main>
         <GraphView />
         <PreviewView />

@@ -6,20 +6,21 @@ import { StrictMode } from 'react';
 import { createRoot } from 'react-dom/client';
 import { App } from './app';
 import { CompilerClient } from './compiler/client';
+import { ErrorBoundary } from './error_boundary';
 import { fromLink, isLink } from './files/permalink';
 import { sampleProject } from './files/samples';
-import { keep, kept, storedText, storeText } from './files/storage';
-import type { Project } from './model/project';
+import { storedText, storeText } from './files/storage';
 import {
-  edited,
   initialState,
+  isUnsaved,
   makeStore,
-  type Notice,
   projectOf,
   type Store,
   type Theme,
 } from './model/store';
 import { StoreContext } from './model/use_store';
+import { Session } from './projects/session';
+import { SessionContext } from './projects/use_session';
 
 const themeKey = 'morl.theme';
 
@@ -29,73 +30,50 @@ function startTheme(): Theme {
   return chosen === 'light' || chosen === 'dark' ? chosen : prefersDark ? 'dark' : 'light';
 }
 
-/** What the last visit has left, or the samples. */
-function startProject(): { project: Project; notice: Notice | null } {
-  try {
-    return { project: kept() ?? sampleProject(), notice: null };
-  } catch (error) {
-    const text = error instanceof Error ? error.message : String(error);
-    return { project: sampleProject(), notice: { kind: 'error', text } };
-  }
+function messageOf(error: unknown): string {
+  return error instanceof Error ? error.message : String(error);
 }
 
-/** Opens the link in the address, if there is one. What was there before is one undo away. */
-function openLink(store: Store): void {
-  if (!isLink(location.hash)) {
+/** Opens the link in the address, if there is one, as a project of its own. */
+async function openLink(store: Store, session: Session): Promise<void> {
+  const { hash } = location;
+  if (!isLink(hash)) {
     return;
   }
-  try {
-    const project = fromLink(location.hash);
-    store.setState((state) => ({ ...edited(state, () => project), mesh: null }));
-  } catch (error) {
-    const text = error instanceof Error ? error.message : String(error);
-    store.setState({ notice: { kind: 'error', text } });
-  }
   window.history.replaceState(null, '', location.pathname + location.search);
+  try {
+    await session.create('Link', fromLink(hash));
+  } catch (error) {
+    store.setState({ notice: { kind: 'error', text: messageOf(error) } });
+  }
 }
 
-function keepEverything(store: Store): void {
-  let timer = 0; // 0: everything is kept
-  const save = (): void => {
-    clearTimeout(timer);
-    timer = 0;
-    if (!keep(projectOf(store.getState()))) {
-      const text = 'the browser has no room to keep your edits; save them before you leave';
+/** Asks before edits are left that no browser and no file has. */
+function guardEdits(store: Store, session: Session): void {
+  window.addEventListener('beforeunload', (event) => {
+    const { folder } = store.getState();
+    if (session.isPending || (folder && isUnsaved(store.getState()))) {
+      void session.keepNow();
+      event.preventDefault();
+    }
+  });
+  document.addEventListener('visibilitychange', () => {
+    if (session.isPending) {
+      void session.keepNow();
+    }
+  });
+}
+
+function startCompiler(store: Store): void {
+  const client = new CompilerClient(
+    (answer) => {
+      store.setState({ answer });
+    },
+    (failure) => {
+      const text = `${failure}; it was started again, and has all nodes`;
       store.setState({ notice: { kind: 'error', text } });
-    }
-  };
-  store.subscribe((state, before) => {
-    if (state.history.present !== before.history.present) {
-      clearTimeout(timer);
-      timer = window.setTimeout(save, 300);
-      if (isLink(location.hash)) {
-        // The address no longer holds this graph; a reload shall find the edits.
-        window.history.replaceState(null, '', location.pathname + location.search);
-      }
-    }
-    if (state.theme !== before.theme) {
-      storeText(themeKey, state.theme);
-    }
-  });
-  // Another tab may have kept newer edits than a project that was not edited here.
-  window.addEventListener('pagehide', () => {
-    if (timer !== 0) {
-      save();
-    }
-  });
-}
-
-function start(): void {
-  const { project, notice } = startProject();
-  const store = makeStore({ ...initialState(project, startTheme()), notice });
-  openLink(store);
-  window.addEventListener('hashchange', () => {
-    openLink(store);
-  });
-  keepEverything(store);
-  const client = new CompilerClient((answer) => {
-    store.setState({ answer });
-  });
+    },
+  );
   const compile = (): void => {
     client.compile(projectOf(store.getState()), store.getState().shader);
   };
@@ -105,20 +83,51 @@ function start(): void {
     if (nodes !== old.nodes || shaders !== old.shaders || state.shader !== before.shader) {
       compile();
     }
-    document.documentElement.dataset.theme = state.theme;
   });
-  document.documentElement.dataset.theme = store.getState().theme;
   compile();
+}
+
+function showTheme(store: Store): void {
+  const show = (): void => {
+    document.documentElement.dataset.theme = store.getState().theme;
+  };
+  store.subscribe((state, before) => {
+    if (state.theme !== before.theme) {
+      storeText(themeKey, state.theme);
+      show();
+    }
+  });
+  show();
+}
+
+async function start(): Promise<void> {
+  const store = makeStore(initialState(sampleProject(), startTheme()));
+  const session = await Session.start(store);
+  await openLink(store, session);
+  window.addEventListener('hashchange', () => void openLink(store, session));
+  store.subscribe((state, before) => {
+    if (state.history.present !== before.history.present && isLink(location.hash)) {
+      // The address no longer holds this graph; a reload shall find the edits.
+      window.history.replaceState(null, '', location.pathname + location.search);
+    }
+  });
+  guardEdits(store, session);
+  showTheme(store);
+  startCompiler(store);
   const root = document.getElementById('root');
   if (root) {
     createRoot(root).render(
       <StrictMode>
-        <StoreContext value={store}>
-          <App />
-        </StoreContext>
+        <ErrorBoundary projectNow={() => projectOf(store.getState())}>
+          <SessionContext value={session}>
+            <StoreContext value={store}>
+              <App />
+            </StoreContext>
+          </SessionContext>
+        </ErrorBoundary>
       </StrictMode>,
     );
   }
 }
 
-start();
+void start();

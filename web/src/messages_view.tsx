@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
+import { useMemo } from 'react';
 import { targets, type Message } from './compiler/protocol';
 import { findNode } from './model/project';
+import { remarksOn } from './model/remarks';
 import { messagesOf, projectOf } from './model/store';
 import { usePage, usePageStore } from './model/use_store';
 
@@ -38,7 +40,9 @@ function MessageLine({ message }: { message: Message }) {
 export function MessagesView() {
   const answer = usePage((state) => state.answer);
   const driverMessages = usePage((state) => state.driverMessages);
-  const messages = messagesOf({ answer, driverMessages });
+  const project = usePage(projectOf);
+  const remarks = useMemo(() => remarksOn(project), [project]);
+  const messages = [...messagesOf({ answer, driverMessages }), ...remarks];
   const failure = answer?.failure ?? '';
   return (
     <section className="panel messages" aria-label="Messages">

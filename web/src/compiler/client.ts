@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-import { findNode, type Project } from '../model/project';
+import type { Project } from '../model/project';
 import { type Answer, failedAnswer, type Job, type SourceNode } from './protocol';
 
 /** What has to be sent so that the compiler has the nodes of a project. */
@@ -7,30 +7,38 @@ export function changesSince(
   sent: ReadonlyMap<string, SourceNode>,
   project: Project,
 ): { changed: SourceNode[]; removed: string[] } {
-  const names = new Set(project.nodes.map((node) => node.name));
+  // If two nodes have the same name, the later one counts.
+  const nodes = new Map(project.nodes.map((node) => [node.name, node]));
   const changed: SourceNode[] = [];
-  for (const name of names) {
-    const node = findNode(project, name);
+  for (const [name, { content, references }] of nodes) {
     const known = sent.get(name);
-    if (node && (known?.content !== node.content || known.references !== node.references)) {
-      changed.push({ name, content: node.content, references: node.references });
+    if (known?.content !== content || known.references !== references) {
+      changed.push({ name, content, references });
     }
   }
-  return { changed, removed: [...sent.keys()].filter((name) => !names.has(name)) };
+  return { changed, removed: [...sent.keys()].filter((name) => !nodes.has(name)) };
 }
 
 /**
  * The compiler in its worker. Of the jobs that come while it is busy, only the last one is done. A
- * worker that fails is replaced, and the next job brings it all nodes.
+ * worker that fails is replaced, and gets all nodes again; a job that makes it fail twice is given up.
  */
 export class CompilerClient {
   private worker: Worker;
   private readonly sent = new Map<string, SourceNode>();
   private waiting: { project: Project; shader: string } | undefined;
   private isBusy = false;
+  /** The last job; null: there was none. */
+  private last: { project: Project; shader: string } | null = null;
+  /** Whether the last answer was a failure. */
+  private hasFailed = false;
   private lastId = 0;
 
-  constructor(private readonly onAnswer: (answer: Answer) => void) {
+  /** @param onRestart is told why the compiler was started again */
+  constructor(
+    private readonly onAnswer: (answer: Answer) => void,
+    private readonly onRestart: (failure: string) => void,
+  ) {
     this.worker = this.start();
   }
 
@@ -46,16 +54,24 @@ export class CompilerClient {
   }
 
   private take(answer: Answer): void {
+    const failed = answer.failure === '' ? null : this.last;
+    const isRetry = failed !== null && !this.hasFailed;
+    this.hasFailed = answer.failure !== '';
     this.isBusy = false;
-    if (answer.failure) {
+    if (answer.failure !== '') {
       this.worker.terminate();
       this.sent.clear();
       this.worker = this.start();
     }
-    if (this.waiting) {
-      this.compile(this.waiting.project, this.waiting.shader);
+    const next = this.waiting ?? (isRetry ? failed : null);
+    if (next) {
+      this.compile(next.project, next.shader);
     }
-    this.onAnswer(answer);
+    if (isRetry) {
+      this.onRestart(answer.failure);
+    } else {
+      this.onAnswer(answer);
+    }
   }
 
   compile(project: Project, shaderName: string): void {
@@ -78,6 +94,7 @@ export class CompilerClient {
     const id = this.lastId;
     const job: Job = { id, changed, removed, ...passes, optionalMacros };
     this.isBusy = true;
+    this.last = { project, shader: shaderName };
     this.worker.postMessage(job);
   }
 }

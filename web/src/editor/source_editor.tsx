@@ -66,6 +66,7 @@ function makeState(store: Store, content: string): EditorState {
     doc: content,
     extensions: [
       EditorState.lineSeparator.of(lineBreakOf(content)),
+      EditorState.readOnly.of(store.getState().isFollowing),
       lineNumbers(),
       lintGutter(),
       drawSelection(),
@@ -122,7 +123,8 @@ function follow(store: Store, view: EditorView, shown: { id: string | null }): v
   const node = selectedNode(store);
   const content = node?.content ?? '';
   const hasSameBreaks = view.state.lineBreak === lineBreakOf(content) || view.state.doc.lines === 1;
-  if (shown.id !== state.selected || !hasSameBreaks) {
+  const isReadOnly = state.isFollowing;
+  if (shown.id !== state.selected || !hasSameBreaks || view.state.readOnly !== isReadOnly) {
     shown.id = state.selected;
     view.setState(makeState(store, content));
   } else if (content !== view.state.sliceDoc()) {
@@ -161,6 +163,7 @@ export function SourceEditor() {
     const stop = store.subscribe((state, before) => {
       const isSame =
         state.history === before.history &&
+        state.isFollowing === before.isFollowing &&
         state.selected === before.selected &&
         state.answer === before.answer &&
         state.driverMessages === before.driverMessages &&

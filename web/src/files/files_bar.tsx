@@ -1,24 +1,15 @@
 // SPDX-License-Identifier: MIT
-import { useRef, useState } from 'react';
-import { addShader, newId, type Project } from '../model/project';
-import { changeAll } from '../model/history';
-import { edited, projectOf, redone, type Theme, undone } from '../model/store';
+import { useEffect, useRef, useState } from 'react';
+import { addShader, type Project } from '../model/project';
+import { edited, isUnsaved, projectOf, redone, type Theme, undone } from '../model/store';
 import { usePage, usePageStore } from '../model/use_store';
 import { copyText } from './clipboard';
-import { download } from './download';
-import {
-  afterSave,
-  canOpenFolders,
-  editedTexts,
-  openedTexts,
-  openProject,
-  readChosen,
-  readFolder,
-  saveProject,
-  writeFolder,
-} from './folder';
-import { fileTexts, readSources } from './node_source';
+import { ProjectsDialog } from '../projects/projects_dialog';
+import { useSession } from '../projects/use_session';
+import { canOpenFolders, openProject, readChosen, readFolder } from './folder';
+import { readSources } from './node_source';
 import { toLink } from './permalink';
+import { saveEdits } from './save';
 import { sampleProject } from './samples';
 
 function messageOf(error: unknown): string {
@@ -29,17 +20,14 @@ function isCancelled(error: unknown): boolean {
   return error instanceof DOMException && error.name === 'AbortError';
 }
 
-/** A folder that was opened, and the name that projects know it by. */
-interface OpenedFolder {
-  readonly id: string;
-  readonly root: FileSystemDirectoryHandle;
-}
-
 /** Opening, saving, sharing, and what goes over everything. */
 export function FilesBar() {
   const store = usePageStore();
   const chooser = useRef<HTMLInputElement>(null);
-  const [folder, setFolder] = useState<OpenedFolder | null>(null);
+  const session = useSession();
+  const [isListOpen, setListOpen] = useState(false);
+  const projectName = usePage((state) => state.project.name);
+  const hasUnsaved = usePage(isUnsaved);
   const shader = usePage((state) => state.shader);
   const shaders = usePage((state) => projectOf(state).shaders);
   const canUndo = usePage((state) => state.history.past.length > 0);
@@ -59,9 +47,18 @@ export function FilesBar() {
       }
     }
   };
-  const show = (project: Project): void => {
-    // An opened project can be undone like an edit.
-    store.setState((state) => ({ ...edited(state, () => project), mesh: null }));
+  /** Opens texts as a new project. */
+  const show = async (
+    name: string,
+    texts: Readonly<Record<string, string>>,
+    folder: FileSystemDirectoryHandle | null = null,
+  ): Promise<void> => {
+    const project: Project = openProject(texts, await readSources(texts));
+    await session.create(name, project, folder);
+    const rest = project.manifest
+      ? ''
+      : '; there is no shaders.json, so put nodes into the passes of a new shader';
+    inform('info', `opened '${name}'${rest}`);
   };
   const open = (): void => {
     if (!canOpenFolders()) {
@@ -70,41 +67,11 @@ export function FilesBar() {
     }
     void attempt(async () => {
       const root = await window.showDirectoryPicker({ mode: 'readwrite' });
-      const opened = { id: newId(), root };
-      const texts = await readFolder(root);
-      show(openProject(texts, opened.id, await readSources(texts)));
-      setFolder(opened);
-      inform('info', `opened '${root.name}'`);
+      await show(root.name || 'Folder', await readFolder(root), root);
     });
   };
   const save = (): void => {
-    void attempt(async () => {
-      const project = projectOf(store.getState());
-      const texts = saveProject(project);
-      const written = await fileTexts(project, texts);
-      const edits = editedTexts(project, written);
-      const number = Object.keys(edits).length;
-      const what = number === 1 ? '1 edited file' : `${number} edited files`;
-      if (number === 0) {
-        inform('info', 'no file was edited');
-      } else if (folder && project.origin === folder.id) {
-        await writeFolder(folder.root, edits, openedTexts(project));
-        // Not an edit: also what undo brings back was made from the files as they are now.
-        store.setState((state) => ({
-          history: changeAll(state.history, (step) => afterSave(step, project, texts, written)),
-        }));
-        inform('info', `saved ${what} to '${folder.root.name}'`);
-      } else {
-        Object.entries(edits).forEach(([path, text]) => {
-          if (text !== null) {
-            download(path.split('/').at(-1) ?? path, text);
-          }
-        });
-        const removed = Object.keys(edits).filter((path) => edits[path] === null);
-        const rest = removed.length > 0 ? `; remove ${removed.join(', ')} yourself` : '';
-        inform('info', `downloaded ${what}${rest}`);
-      }
-    });
+    void attempt(() => saveEdits(store));
   };
   const share = (): void => {
     const link = toLink(projectOf(store.getState()));
@@ -114,6 +81,18 @@ export function FilesBar() {
       inform('info', `${where} (${link.length} bytes); it holds the whole graph`);
     });
   };
+  useEffect(() => {
+    const onKey = (event: KeyboardEvent): void => {
+      if ((event.ctrlKey || event.metaKey) && event.key.toLowerCase() === 's') {
+        event.preventDefault();
+        save();
+      }
+    };
+    window.addEventListener('keydown', onKey);
+    return () => {
+      window.removeEventListener('keydown', onKey);
+    };
+  });
   const newShader = (): void => {
     store.setState((state) => {
       const added = addShader(projectOf(state), 'shader');
@@ -124,6 +103,22 @@ export function FilesBar() {
   return (
     <header className="top">
       <h1>morl</h1>
+      <button
+        aria-haspopup="dialog"
+        title="All projects"
+        onClick={() => {
+          setListOpen(true);
+        }}
+      >
+        {projectName} ▾
+      </button>
+      {isListOpen && (
+        <ProjectsDialog
+          onClose={() => {
+            setListOpen(false);
+          }}
+        />
+      )}
       <label>
         Shader{' '}
         <select
@@ -156,11 +151,17 @@ export function FilesBar() {
         Redo
       </button>
       <button onClick={open}>Open…</button>
-      <button onClick={save}>Save</button>
+      <button
+        className={hasUnsaved ? 'unsaved' : undefined}
+        title={hasUnsaved ? 'There are edits that no file has (Ctrl+S)' : 'Ctrl+S'}
+        onClick={save}
+      >
+        {hasUnsaved ? 'Save ●' : 'Save'}
+      </button>
       <button onClick={share}>Link</button>
       <button
         onClick={() => {
-          show(sampleProject());
+          void attempt(() => session.create('Samples', sampleProject()));
         }}
       >
         Samples
@@ -184,8 +185,7 @@ export function FilesBar() {
           const chosen = [...(event.target.files ?? [])];
           event.target.value = '';
           void attempt(async () => {
-            const texts = await readChosen(chosen);
-            show(openProject(texts, null, await readSources(texts)));
+            await show('Files', await readChosen(chosen));
           });
         }}
       />

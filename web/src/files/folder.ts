@@ -7,7 +7,7 @@ import {
   type NodeFile,
   type Project,
 } from '../model/project';
-import { readManifest, writeManifest } from './manifest';
+import { emptyManifest, readManifest, writeManifest } from './manifest';
 import { FileError, nodeFilePaths, readNodes, writeNodes } from './node_file';
 import { type FileTexts, sourceFolders } from './node_source';
 
@@ -33,7 +33,6 @@ function checkOnce(nodes: readonly GraphNode[]): void {
  */
 export function openProject(
   texts: Readonly<Record<string, string>>,
-  origin: string | null = null,
   sources: readonly NodeFile[] = [],
 ): Project {
   if (sources.length === 0 && !nodeFilePaths.some((path) => path in texts)) {
@@ -47,7 +46,6 @@ export function openProject(
   checkOnce(nodes);
   const manifest = texts[manifestPath];
   const project: Project = {
-    origin,
     manifest: manifest === undefined ? null : { path: manifestPath, text: manifest },
     files,
     nodes,
@@ -68,8 +66,19 @@ export function saveProject(project: Project): Record<string, string> {
       ),
     ]),
   );
-  const { manifest } = project;
+  const manifest = project.manifest ?? newManifest(project);
   return manifest ? { ...texts, [manifest.path]: writeManifest(manifest, project.shaders) } : texts;
+}
+
+/** The manifest of a project that has none, if there is something to say in it. */
+function newManifest({ shaders }: Project): NodeFile | null {
+  const isSomething =
+    shaders.length > 1 ||
+    shaders.some(
+      ({ vertex, fragment, macros }) =>
+        vertex.length + fragment.length + Object.keys(macros).length > 0,
+    );
+  return isSomething ? { path: manifestPath, text: emptyManifest } : null;
 }
 
 /** The files of a project as they were opened, by path. */
@@ -104,9 +113,9 @@ function indexesAfterSave<Key>(
 }
 
 /**
- * A step of the history after another one of the same folder was saved.
+ * A step of the history after another one was saved.
  * @param saved the project that the texts were made from
- * @param texts its files
+ * @param texts its files that hold by now what they shall hold
  * @param written what was written for them
  */
 export function afterSave(
@@ -115,9 +124,6 @@ export function afterSave(
   texts: Readonly<Record<string, string>>,
   written: FileTexts = texts,
 ): Project {
-  if (step.origin !== saved.origin) {
-    return step;
-  }
   const nodes = indexesAfterSave(
     saved.nodes.map(({ id, file, index }) => ({ key: id, list: file, index })),
   );
@@ -129,16 +135,19 @@ export function afterSave(
   const withText = (file: NodeFile): NodeFile => ({
     ...file,
     text: isGone(file.path) ? file.text : (texts[file.path] ?? file.text),
-    ...(file.source !== undefined && { source: written[file.path] ?? null }),
+    ...(file.source !== undefined &&
+      file.path in written && { source: written[file.path] ?? null }),
   });
-  const isWritten = saved.manifest !== null;
+  const manifestText = written[manifestPath];
+  const isWritten = typeof manifestText === 'string';
   return {
     ...step,
     files: step.files.map(withText),
-    manifest: step.manifest && withText(step.manifest),
+    manifest: isWritten ? { path: manifestPath, text: manifestText } : step.manifest,
     nodes: step.nodes.map((node) => ({
       ...node,
-      index: isGone(node.file) ? node.index : (nodes.get(node.id) ?? null),
+      index:
+        isGone(node.file) || !(node.file in written) ? node.index : (nodes.get(node.id) ?? null),
     })),
     shaders: step.shaders.map((shader) => ({
       ...shader,
@@ -250,34 +259,41 @@ export async function readFolder(root: FileSystemDirectoryHandle): Promise<Recor
 }
 
 /**
- * Writes files back; the browser replaces each only when it is complete.
- * @param opened what the files held when they were opened
- * @throws FileError if one of them holds something else by now; then none is written
+ * Writes files of a folder, each by itself: what fails keeps no other from being written. A file that another program
+ * has changed stays.
+ * @param texts by path; null: the file is removed, if all others could be written
+ * @param opened what was read of them
+ * @returns why files could not be written, by path
  */
 export async function writeFolder(
   root: FileSystemDirectoryHandle,
   texts: FileTexts,
   opened: FileTexts,
-): Promise<void> {
+): Promise<Map<string, string>> {
   const now = await readFolder(root);
-  for (const path of Object.keys(texts)) {
-    if (now[path] !== undefined && now[path] !== opened[path]) {
-      throw new FileError(`${path} was changed by another program; open the folder again`);
-    }
-  }
   const folder = await folderOf(root);
+  const failures = new Map<string, string>();
   // What has moved from one file to another one is written before it is removed.
   for (const isRemoval of [false, true]) {
     for (const [path, text] of Object.entries(texts)) {
-      if ((text === null) === isRemoval) {
-        await writeFile(
-          path.startsWith('morl/') ? folder : root,
-          path.replace(/^morl\//, ''),
-          text,
-        );
+      if ((text === null) !== isRemoval) {
+        continue;
+      }
+      const parent = path.startsWith('morl/') ? folder : root;
+      try {
+        if (now[path] !== undefined && now[path] !== opened[path]) {
+          throw new FileError('it was changed by another program, and stays');
+        }
+        if (isRemoval && failures.size > 0) {
+          throw new FileError('it stays until the others are saved');
+        }
+        await writeFile(parent, path.replace(/^morl\//, ''), text);
+      } catch (error) {
+        failures.set(path, error instanceof Error ? error.message : String(error));
       }
     }
   }
+  return failures;
 }
 
 /** @param text null: the file is removed */

@@ -27,6 +27,11 @@ function nodeAt(text: string, path: JSONPath) {
   return node && { ...node, end: node.offset + node.length };
 }
 
+/** Whether a path leads to a list. */
+export function isList(text: string, path: JSONPath): boolean {
+  return nodeAt(text, path)?.type === 'array';
+}
+
 /** Sets the member that a path leads to. */
 export function setValue(text: string, path: JSONPath, value: unknown): string {
   const old = nodeAt(text, path);

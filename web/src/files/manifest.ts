@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The shaders of a manifest (shaders.json).
-import type { NodeFile, Shader } from '../model/project';
-import { appendElement, setValue, withoutMark } from './json_edit';
+import { type NodeFile, type Shader, valueIn } from '../model/project';
+import { appendElement, isList, setValue, withoutMark } from './json_edit';
 import { FileError } from './node_file';
 
 function isRecord(value: unknown): value is Record<string, unknown> {
@@ -20,15 +20,14 @@ function names(value: unknown, where: string): string[] {
 
 /** Numbers by name. Of a list, the largest counts: it is the richest variant. */
 function numbers(value: unknown, where: string): Record<string, number> {
-  const result: Record<string, number> = {};
-  for (const [name, one] of Object.entries(isRecord(value) ? value : {})) {
+  const entries = Object.entries(isRecord(value) ? value : {}).map(([name, one]) => {
     const number: unknown = Array.isArray(one) ? Math.max(...(one as number[])) : one;
     if (typeof number !== 'number' || number !== (number | 0)) {
       throw new FileError(`${where}: the value of ${name} is not a 32-bit integer`);
     }
-    result[name] = number;
-  }
-  return result;
+    return [name, number] as const;
+  });
+  return Object.fromEntries(entries);
 }
 
 /** The product of the numbers of values that the macros can have. */
@@ -71,16 +70,35 @@ export function readManifest(path: string, text: string): Shader[] {
   });
 }
 
-/** The text of a manifest with the nodes of the shaders as they are now. Values of macros stay: they are ranges there. */
+/** A manifest of a project that has none yet. */
+export const emptyManifest = '{\n  "shaders": []\n}\n';
+
+/** The entry of a new shader. */
+function newEntry({ name, vertex, fragment, macros }: Shader): object {
+  return Object.keys(macros).length > 0
+    ? { name, vertex, fragment, macros }
+    : { name, vertex, fragment };
+}
+
+/**
+ * The text of a manifest with the shaders as they are now. A list of values stays: it says which variants are built,
+ * and not with which one the page begins.
+ */
 export function writeManifest(file: NodeFile, shaders: readonly Shader[]): string {
   const old = readManifest(file.path, file.text);
   let { text } = file;
   for (const shader of shaders) {
     const before = shader.index === null ? undefined : old[shader.index];
-    const { name, vertex, fragment, macros } = shader;
+    const { vertex, fragment } = shader;
     if (!before || shader.index === null) {
-      text = appendElement(text, ['shaders'], { name, vertex, fragment, macros });
+      text = appendElement(text, ['shaders'], newEntry(shader));
       continue;
+    }
+    for (const [macro, value] of Object.entries(shader.macros)) {
+      const path = ['shaders', shader.index, 'macros', macro];
+      if (valueIn(before.macros, macro) !== value && !isList(text, path)) {
+        text = setValue(text, path, value);
+      }
     }
     for (const [stage, nodes] of Object.entries({ vertex, fragment })) {
       if (JSON.stringify(nodes) !== JSON.stringify(before[stage as 'vertex' | 'fragment'])) {

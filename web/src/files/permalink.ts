@@ -131,7 +131,6 @@ function isPacked(value: unknown): value is Packed {
 function unpack(packed: Packed): Project {
   return {
     // A link has the nodes, not the files' own layout.
-    origin: null,
     manifest: null,
     files: packed.f.map((path) => ({ path, text: '[]\n' })),
     nodes: packed.n.map(([name, x, y, references, content, file]) => ({

@@ -3,3 +3,8 @@
 interface Window {
   showDirectoryPicker(options: { mode: 'readwrite' }): Promise<FileSystemDirectoryHandle>;
 }
+
+interface FileSystemDirectoryHandle {
+  queryPermission(options: { mode: 'readwrite' }): Promise<PermissionState>;
+  requestPermission(options: { mode: 'readwrite' }): Promise<PermissionState>;
+}

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What the browser keeps for the next visit.
-import { newId, type Project } from '../model/project';
-import { isProject, LinkError } from './permalink';
+import type { Project } from '../model/project';
+import { isProject } from './permalink';
 
 /** What the browser keeps under a name; null: nothing, or it lets pages keep nothing. */
 export function storedText(key: string): string | null {
@@ -22,33 +22,14 @@ export function storeText(key: string, text: string): boolean {
   }
 }
 
-const projectKey = 'morl.project';
+const oldKey = 'morl.project';
 
-/** Keeps a project for the next visit. Returns whether there was room for it. */
-export function keep(project: Project): boolean {
-  return storeText(projectKey, JSON.stringify(project));
-}
-
-function parsed(text: string): unknown {
+/** The project that an older page has kept here; undefined: none that can be read. */
+export function takeOldProject(): Project | undefined {
   try {
-    return JSON.parse(text);
+    const project: unknown = JSON.parse(storedText(oldKey) ?? 'null');
+    return isProject(project) ? project : undefined;
   } catch {
     return undefined;
   }
-}
-
-/** The project of the last visit, if there is one. @throws LinkError */
-export function kept(): Project | undefined {
-  const text = storedText(projectKey);
-  if (text === null) {
-    return undefined;
-  }
-  const project = parsed(text);
-  if (!isProject(project)) {
-    storeText(`${projectKey}.damaged`, text);
-    throw new LinkError('what the last visit has left cannot be read; it was put aside');
-  }
-  // The folder has to be opened again.
-  const nodes = project.nodes.map((node) => ({ ...node, id: newId() }));
-  return { ...project, origin: null, nodes };
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 import { type GraphNode, nodeFileOf, type Project } from '../model/project';
+import { isFar } from '../model/remarks';
 
 /** The size of a node on the screen, the same for all. */
 export const nodeSize = { width: 200, height: 44 };
@@ -17,7 +18,8 @@ export interface Point {
 export type Offsets = ReadonlyMap<string, number>;
 
 /** Where a node of a file is shown. */
-export function toScreen(offsets: Offsets, file: string, { x, y }: Point): Point {
+export function toScreen(offsets: Offsets, file: string, place: Point): Point {
+  const { x, y } = isFar(place) ? { x: 0, y: 0 } : place;
   return { x: x * scale.x, y: (y + (offsets.get(nodeFileOf(file)) ?? 0)) * scale.y };
 }
 
@@ -32,7 +34,7 @@ export function fileOffsets(project: Project): Offsets {
   let next = 0;
   for (const path of new Set(project.files.map((file) => nodeFileOf(file.path)))) {
     const nodes = project.nodes.filter((node) => nodeFileOf(node.file) === path);
-    const ys = nodes.map((node) => node.y);
+    const ys = nodes.map((node) => (isFar(node) ? 0 : node.y));
     const top = nodes.length > 0 ? Math.min(...ys) : 0;
     offsets.set(path, next - top);
     next += nodes.length > 0 ? Math.max(...ys) - top + gap : 0;

@@ -60,8 +60,6 @@ export interface Shader {
 
 /** Everything that undo and redo go over. */
 export interface Project {
-  /** Which opened folder it belongs to; null: none, such as the samples or a link. */
-  readonly origin: string | null;
   readonly files: readonly NodeFile[];
   /** The list of shaders as it was opened; null: there was none. */
   readonly manifest: NodeFile | null;
@@ -159,12 +157,14 @@ function freeName(project: Project, wanted: string): string {
   return name;
 }
 
-let lastId = 0;
-
-/** An identifier that no node of this page has. */
+/** An identifier that nothing else has, on any page. */
 export function newId(): string {
-  lastId += 1;
-  return `n${lastId}`;
+  return Array.from(crypto.getRandomValues(new Uint32Array(4)), (one) => one.toString(36)).join('');
+}
+
+/** The value of a name; undefined: it has none. Names such as "constructor" are like all others. */
+export function valueIn<Value>(table: Readonly<Record<string, Value>>, name: string) {
+  return Object.hasOwn(table, name) ? table[name] : undefined;
 }
 
 const newContent = '// What this node does.\nvoid main() {\n}';

@@ -3,6 +3,7 @@
 import type { Target } from 'morl';
 import { createStore } from 'zustand/vanilla';
 import type { Answer, Message } from '../compiler/protocol';
+import type { TextureName } from '../preview/conventions';
 import { type History, record, redo, startHistory, undo } from './history';
 import { EditError, findNode, type Project, type StageName } from './project';
 
@@ -22,8 +23,21 @@ export interface Notice {
 export type Theme = 'light' | 'dark';
 export type MeshName = 'sphere' | 'plane' | 'torus knot' | 'quad';
 
+/** The texture of a sampler: the name of a built-in one, or a picture of a person's own. */
+export type TextureChoice = TextureName | Blob;
+
 export interface State {
+  /** Which project is open. */
+  readonly project: { readonly id: string; readonly name: string };
   readonly history: History;
+  /** The project as its files have it. */
+  readonly saved: Project;
+  /** Where the files are; null: nobody has chosen a folder for them. */
+  readonly folder: FileSystemDirectoryHandle | null;
+  /** Whether another tab edits the project, and this one only shows it. */
+  readonly isFollowing: boolean;
+  /** Why this browser does not keep the edits; empty: it does. */
+  readonly unkept: string;
   /** The name of the chosen shader. */
   readonly shader: string;
   /** The id of the node in the editor. */
@@ -38,14 +52,23 @@ export interface State {
   readonly target: Target;
   readonly stage: StageName;
   readonly mesh: MeshName | null;
+  /** Where the camera is; null: where it begins. */
+  readonly camera: readonly number[] | null;
+  /** The textures that were chosen, by sampler. */
+  readonly textures: ReadonlyMap<string, TextureChoice>;
   readonly theme: Theme;
   readonly notice: Notice | null;
 }
 
-export function initialState(project: Project, theme: Theme): State {
+export function initialState(project: Project, theme: Theme = 'light'): State {
   const [shader] = project.shaders;
   return {
+    project: { id: '', name: '' },
     history: startHistory(project),
+    saved: project,
+    folder: null,
+    isFollowing: false,
+    unkept: '',
     shader: shader?.name ?? '',
     selected: findNode(project, shader?.fragment[0] ?? '')?.id ?? null,
     goTo: null,
@@ -55,6 +78,8 @@ export function initialState(project: Project, theme: Theme): State {
     target: 'glsles',
     stage: 'fragment',
     mesh: null,
+    camera: null,
+    textures: new Map(),
     theme,
     notice: null,
   };
@@ -76,6 +101,17 @@ export function projectOf(state: State): Project {
   return state.history.present;
 }
 
+/** Whether there are edits that no file has. */
+export function isUnsaved({ history, saved }: Pick<State, 'history' | 'saved'>): boolean {
+  const { present } = history;
+  return present.nodes !== saved.nodes || present.shaders !== saved.shaders;
+}
+
+const followingNotice: Notice = {
+  kind: 'error',
+  text: "another tab edits this project; 'Edit here' takes it over",
+};
+
 /** Applies an edit of the project. If it is refused, a notice says why and nothing changes. */
 export function edited(
   state: State,
@@ -83,6 +119,9 @@ export function edited(
   run: string | null = null,
   time?: number,
 ): State {
+  if (state.isFollowing) {
+    return { ...state, notice: followingNotice };
+  }
   try {
     const history = record(state.history, edit(state.history.present), run, time);
     return settle({ ...state, history, notice: null });
@@ -95,11 +134,15 @@ export function edited(
 }
 
 export function undone(state: State): State {
-  return settle({ ...state, history: undo(state.history) });
+  return state.isFollowing
+    ? { ...state, notice: followingNotice }
+    : settle({ ...state, history: undo(state.history) });
 }
 
 export function redone(state: State): State {
-  return settle({ ...state, history: redo(state.history) });
+  return state.isFollowing
+    ? { ...state, notice: followingNotice }
+    : settle({ ...state, history: redo(state.history) });
 }
 
 /** Everything that is wrong: what the compiler and the browser say, errors first. */

@@ -2,7 +2,7 @@
 // The controls for uniforms, textures and macros.
 import type { Declare, MacroUse } from 'morl';
 import GUI, { type Controller } from 'lil-gui';
-import type { Project } from '../model/project';
+import { type Project, valueIn } from '../model/project';
 import {
   automaticFor,
   isColour,
@@ -200,7 +200,7 @@ export class Panel {
       );
     }
     this.refreshers.push((values) => {
-      (values[declare.name] ?? start).forEach((value, i) => {
+      (valueIn(values, declare.name) ?? start).forEach((value, i) => {
         current[i] = value;
         if (hasColour && i < 3) {
           colour.value[i] = value;

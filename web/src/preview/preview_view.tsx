@@ -2,7 +2,14 @@
 import { useEffect, useRef, useState } from 'react';
 import { Choice } from '../choice';
 import { findNode, setMacro, setUniform } from '../model/project';
-import { edited, type MeshName, projectOf, type State, type Store } from '../model/store';
+import {
+  edited,
+  type MeshName,
+  projectOf,
+  type State,
+  type Store,
+  type TextureChoice,
+} from '../model/store';
 import { usePage, usePageStore } from '../model/use_store';
 import { mapDriverLog } from './driver_messages';
 import { askedMacros, Panel } from './panel';
@@ -34,18 +41,42 @@ const marks: Readonly<Record<Mark, string>> = {
   lost: 'The browser has taken the graphics away. The picture comes back by itself.',
 };
 
-async function putOwnTexture(
+/** Gives the renderer the textures that were chosen, as far as they are others than before. */
+async function showTextures(
   store: Store,
-  renderer: PreviewRenderer | null,
-  sampler: string,
-  file: Blob,
+  renderer: PreviewRenderer,
+  before: State['textures'] | null,
 ): Promise<void> {
+  const { textures } = store.getState();
+  for (const sampler of before?.keys() ?? []) {
+    if (!textures.has(sampler)) {
+      renderer.resetTexture(sampler);
+    }
+  }
+  for (const [sampler, texture] of textures) {
+    if (texture === before?.get(sampler)) {
+      continue;
+    }
+    const loaded = typeof texture === 'string' ? texture : await textureFromFile(texture);
+    if (store.getState().textures.get(sampler) === texture) {
+      renderer.setTexture(sampler, loaded);
+    }
+  }
+}
+
+/** Takes a picture of a person's own for a sampler, if the browser can read it. */
+async function putOwnTexture(store: Store, sampler: string, file: Blob): Promise<void> {
   try {
-    renderer?.setTexture(sampler, await textureFromFile(file));
+    (await textureFromFile(file)).dispose();
+    putTexture(store, sampler, file);
   } catch {
     const text = 'the browser cannot read this file as a picture; use PNG, JPEG or WebP';
     store.setState({ notice: { kind: 'error', text } });
   }
+}
+
+function putTexture(store: Store, sampler: string, texture: TextureChoice): void {
+  store.setState(({ textures }) => ({ textures: new Map([...textures, [sampler, texture]]) }));
 }
 
 function chooseFile(onFile: (file: File) => void): void {
@@ -131,9 +162,10 @@ export function PreviewView() {
       return undefined;
     }
     const edit = store.setState;
-    const ownTexture = async (sampler: string, file: Blob): Promise<void> => {
-      await putOwnTexture(store, renderer, sampler, file);
-      showPanel(store, panel);
+    const showAllTextures = (before: State['textures'] | null): void => {
+      void showTextures(store, renderer, before).then(() => {
+        showPanel(store, panel);
+      });
     };
     const panel = new Panel(controls.current, {
       setUniform: (name, value) => {
@@ -147,11 +179,11 @@ export function PreviewView() {
         );
       },
       setTexture: (sampler, texture) => {
-        renderer.setTexture(sampler, texture);
+        putTexture(store, sampler, texture);
       },
       textureName: (sampler) => renderer.textureName(sampler),
       chooseFile: (sampler) => {
-        chooseFile((file) => void ownTexture(sampler, file));
+        chooseFile((file) => void putOwnTexture(store, sampler, file));
       },
     });
     const background = (): void => {
@@ -162,6 +194,11 @@ export function PreviewView() {
     });
     resize.observe(picture);
     background();
+    renderer.setCamera(store.getState().camera);
+    renderer.onTurn(() => {
+      store.setState({ camera: renderer.cameraPlace() });
+    });
+    showAllTextures(null);
     if (store.getState().answer) {
       setMark(showAnswer(store, renderer));
       showPanel(store, panel);
@@ -179,6 +216,12 @@ export function PreviewView() {
         renderer.setMesh(state.mesh ?? (passes ? startMesh(passes) : 'sphere'));
         renderer.draw();
       }
+      if (state.textures !== before.textures) {
+        showAllTextures(before.textures);
+      }
+      if (state.project.id !== before.project.id) {
+        renderer.setCamera(state.camera);
+      }
       if (state.theme !== before.theme) {
         background();
       }
@@ -189,7 +232,7 @@ export function PreviewView() {
       const sampler = passes && uniformsOf(passes).find((one) => one.type === 'sampler2D');
       const [file] = event.dataTransfer?.files ?? [];
       if (file && sampler) {
-        void ownTexture(sampler.name, file);
+        void putOwnTexture(store, sampler.name, file);
       } else {
         const text = 'this shader has no texture to replace';
         store.setState({ notice: { kind: 'info', text } });

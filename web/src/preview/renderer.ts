@@ -31,6 +31,7 @@ import {
   startValue,
   type TextureName,
 } from './conventions';
+import { valueIn } from '../model/project';
 import { boneCount, makeMesh } from './meshes';
 import { builtInCube, builtInTexture } from './textures';
 
@@ -127,6 +128,9 @@ export class PreviewRenderer {
   private isAnimated = false;
   private values: Readonly<Record<string, readonly number[]>> = {};
 
+  /** Where the camera begins. */
+  private static readonly start = [1.3, 0.9, 3] as const;
+
   /** @param onContext is called when the browser takes the graphics away (true) and gives them back (false) */
   constructor(canvas: HTMLCanvasElement, onContext: (isLost: boolean) => void) {
     this.renderer = new WebGLRenderer({ canvas, antialias: true, preserveDrawingBuffer: true });
@@ -141,7 +145,7 @@ export class PreviewRenderer {
         link: hasPlace ? '' : link || 'the driver does not link the two passes',
       };
     };
-    this.camera.position.set(1.3, 0.9, 3);
+    this.camera.position.set(...PreviewRenderer.start);
     this.controls = new OrbitControls(this.camera, canvas);
     this.controls.enablePan = false;
     this.controls.minDistance = 1.5;
@@ -226,7 +230,7 @@ export class PreviewRenderer {
     for (const declare of this.accepted?.uniforms ?? []) {
       const uniform = this.accepted?.material.uniforms[declare.name];
       if (uniform && sizeOf(declare.type) > 0) {
-        uniform.value = valueOf(declare, values[declare.name] ?? startValue(declare));
+        uniform.value = valueOf(declare, valueIn(values, declare.name) ?? startValue(declare));
       }
     }
     this.draw();
@@ -246,6 +250,32 @@ export class PreviewRenderer {
       uniform.value = this.textureOf(sampler);
     }
     this.draw();
+  }
+
+  /** Back to the built-in texture that a sampler begins with. */
+  resetTexture(sampler: string): void {
+    this.chosen.delete(sampler);
+    this.setTexture(sampler, startTexture(sampler));
+    this.chosen.delete(sampler);
+  }
+
+  /** Where the camera is. */
+  cameraPlace(): readonly number[] {
+    return this.camera.position.toArray();
+  }
+
+  /** @param place null: where it begins */
+  setCamera(place: readonly number[] | null): void {
+    const [x, y, z] = place ?? PreviewRenderer.start;
+    if (x !== undefined && y !== undefined && z !== undefined) {
+      this.camera.position.set(x, y, z);
+      this.controls.update();
+    }
+  }
+
+  /** @param onTurned is called when a person has turned the camera */
+  onTurn(onTurned: () => void): void {
+    this.controls.addEventListener('end', onTurned);
   }
 
   /** The name of a sampler's texture; null: one of a person's own. */
@@ -331,7 +361,7 @@ export class PreviewRenderer {
       return { value: this.textureOf(declare.name) };
     }
     if (sizeOf(declare.type) > 0) {
-      return { value: valueOf(declare, this.values[declare.name] ?? startValue(declare)) };
+      return { value: valueOf(declare, valueIn(this.values, declare.name) ?? startValue(declare)) };
     }
     if (declare.type === 'float3x3') {
       return { value: severalOf(declare, new Matrix3()) };

@@ -92,6 +92,7 @@ const select = async (page, name) => {
   await page.getByLabel('Find a node by its name').fill('');
 };
 const source = (page) => page.getByLabel('Source of the node');
+const projects = (page) => page.locator('header').getByTitle('All projects');
 const sourceText = (page) =>
   page.evaluate(() =>
     [...document.querySelectorAll('.editor .cm-line')].map((l) => l.textContent).join('\n'),
@@ -402,6 +403,137 @@ const tests = {
     await close(page);
   },
 
+  async 'projects stay apart, and a deleted one comes back'() {
+    const page = await open();
+    await select(page, 'unlit');
+    await type(page, 1, '// MINE');
+    const list = async () => {
+      await projects(page).click();
+      await page.locator('.projects li').first().waitFor();
+    };
+    // The samples again, and a link, over work: both are projects of their own.
+    await page.getByRole('button', { name: 'Samples', exact: true }).click();
+    await page.getByRole('button', { name: 'Samples 2 ▾' }).waitFor();
+    await select(page, 'unlit');
+    assert.doesNotMatch(await sourceText(page), /MINE/);
+    await page.getByRole('button', { name: 'Link' }).click();
+    const hash = new URL(page.url()).hash;
+    await page.evaluate(() => history.replaceState(null, '', location.pathname));
+    await page.evaluate((link) => (location.hash = link), hash);
+    await page.getByRole('button', { name: 'Link ▾' }).waitFor();
+    await list();
+    await shoot(page, 'projects');
+    const row = (name) =>
+      page.locator('.projects li', {
+        has: page.getByLabel(`Name of the project ${name}`, { exact: true }),
+      });
+    await row('Samples').getByRole('button', { name: 'Duplicate' }).click();
+    await row('Samples 3').getByRole('textbox').fill('Mine');
+    await page.keyboard.press('Enter');
+    await row('Samples').getByRole('button', { name: 'Delete' }).click();
+    await row('Mine').getByRole('button', { name: 'Open' }).click();
+    await page.getByRole('button', { name: 'Close', exact: true }).click();
+    await projects(page).getByText('Mine').waitFor();
+    await select(page, 'unlit');
+    assert.match(await sourceText(page), /MINE/);
+    // What undo goes over, and what is chosen, outlive a reload, too.
+    await page.locator('header select').selectOption('bloom_combine');
+    await page.getByRole('button', { name: 'torus knot' }).click();
+    await page.waitForTimeout(500);
+    await page.reload();
+    await page.getByText(/\d+ bytes/).waitFor();
+    assert.equal(await page.locator('header select').inputValue(), 'bloom_combine');
+    await page.locator('.preview [aria-pressed=true]', { hasText: 'torus knot' }).waitFor();
+    await page.getByRole('button', { name: 'Undo' }).click();
+    await select(page, 'unlit');
+    assert.doesNotMatch(await sourceText(page), /MINE/);
+    await list();
+    const deleted = page.locator('.projects li.deleted', { hasText: 'Samples' });
+    await deleted.getByRole('button', { name: 'Bring back' }).click();
+    await row('Samples').getByRole('button', { name: 'Open' }).click();
+    await page.getByRole('button', { name: 'Close', exact: true }).click();
+    await projects(page).getByText('Samples').waitFor();
+    await select(page, 'unlit');
+    assert.match(await sourceText(page), /MINE/);
+    await close(page);
+  },
+
+  async 'of two tabs one edits, and the other follows or takes over'() {
+    const first = await open();
+    await select(first, 'unlit');
+    await type(first, 1, '// ONE');
+    await first.waitForTimeout(500);
+    const second = await first.context().newPage();
+    await second.goto(address);
+    const banner = (page) => page.locator('.banner', { hasText: 'Another tab edits' });
+    await banner(second).waitFor();
+    await select(second, 'unlit');
+    assert.match(await sourceText(second), /ONE/);
+    await type(second, 1, 'LOST');
+    assert.doesNotMatch(await sourceText(second), /LOST/);
+    await second.getByRole('button', { name: 'Samples', exact: true }).waitFor();
+    await shoot(second, 'following');
+    await type(first, 1, ' TWO');
+    await second.locator('.editor .cm-line', { hasText: 'TWO' }).waitFor();
+    // What the first has typed a moment ago comes along.
+    await type(first, 1, ' THREE');
+    await second.getByRole('button', { name: 'Edit here' }).click();
+    await banner(first).waitFor();
+    await second.locator('.editor .cm-line', { hasText: 'THREE' }).waitFor();
+    assert.equal(await banner(second).count(), 0);
+    await type(second, 1, ' FOUR');
+    await first.locator('.editor .cm-line', { hasText: 'FOUR' }).waitFor();
+    await second.close();
+    await banner(first).waitFor({ state: 'detached' });
+    await type(first, 1, ' FIVE');
+    assert.match(await sourceText(first), /FOUR FIVE|FIVE/);
+    await close(first);
+  },
+
+  async 'what cannot be kept is marked, and a failing page leaves its nodes'() {
+    const page = await open();
+    await page.evaluate(() => {
+      window.put = IDBObjectStore.prototype.put;
+      IDBObjectStore.prototype.put = () => {
+        throw new DOMException('no room', 'QuotaExceededError');
+      };
+    });
+    await select(page, 'fog');
+    await type(page, 1, '// MINE');
+    const mark = page.locator('.banner.error', { hasText: 'no room' });
+    await mark.waitFor();
+    await page.getByRole('button', { name: 'Samples', exact: true }).click();
+    await page.locator('.notice.error', { hasText: 'would be lost' }).waitFor();
+    assert.match(await sourceText(page), /MINE/);
+    await shoot(page, 'unkept');
+    await page.evaluate(() => (IDBObjectStore.prototype.put = window.put));
+    await type(page, 1, ' again');
+    await mark.waitFor({ state: 'detached' });
+    // A compiler that stops is started again.
+    const [worker] = page.workers();
+    await worker.evaluate(() => {
+      setTimeout(() => {
+        throw new Error('trap');
+      });
+    });
+    await page.locator('.notice.error', { hasText: 'started again' }).waitFor();
+    await status(page).getByText('No faults').waitFor();
+    await type(page, 1, '\nvec3 k;');
+    await page.locator('.messages li.error', { hasText: "'vec3'" }).first().waitFor();
+    // Something that cannot be drawn.
+    await page.evaluate(() => {
+      Date.prototype.toLocaleString = () => {
+        throw new Error('a fault of the page');
+      };
+    });
+    await projects(page).click();
+    await page.getByRole('heading', { name: 'The page cannot be drawn' }).waitFor();
+    assert.match(await page.getByLabel('All nodes').inputValue(), /MINE again/);
+    await shoot(page, 'failure');
+    page.faults = page.faults.filter((fault) => !/a fault of the page|trap/.test(fault));
+    await close(page);
+  },
+
   async 'files are opened, edited and saved'() {
     const page = await open();
     // Without the folder dialogue, as in browsers that have none.
@@ -425,6 +557,59 @@ const tests = {
     await (await again).setFiles([{ ...file, buffer: Buffer.from('[{') }]);
     await page.locator('.notice.error', { hasText: 'not valid JSON' }).waitFor();
     assert.match(await sourceText(page), /edited/);
+    await close(page);
+  },
+
+  async 'odd input is said, and shown'() {
+    const page = await open();
+    await page.evaluate(() => delete Window.prototype.showDirectoryPicker);
+    await page.evaluate(() => delete window.showDirectoryPicker);
+    const node = (name, ref, more = {}) => ({ name, ref, content: '// none', ...more });
+    const nodes = [
+      node('a', ['b']),
+      node('b', ['c']),
+      node('c', ['a']),
+      node('twice', [], { x: 1e300 }),
+      node('twice', []),
+      node('v', [], {
+        content:
+          'in float3 p : POSITION;\nout float4 oProjPos : SV_Position;\nvoid main() {\noProjPos = float4(p, 1.0);\n}',
+      }),
+      node('f', [], {
+        content:
+          'uniform float constructor;\nout float4 oColor : COLOR0;\nvoid main() {\noColor = float4(constructor, 0.0, 0.0, 1.0);\n}',
+      }),
+    ];
+    const shader = {
+      name: 's',
+      vertex: ['v'],
+      fragment: ['f'],
+      macros: { __proto__: null, constructor: 1 },
+    };
+    const files = { 'fragment_shader.morl': nodes, 'shaders.json': { shaders: [shader, shader] } };
+    const chooser = page.waitForEvent('filechooser');
+    await page.getByRole('button', { name: 'Open…' }).click();
+    await (
+      await chooser
+    ).setFiles(
+      Object.entries(files).map(([name, content]) => ({
+        name,
+        mimeType: 'text/plain',
+        buffer: Buffer.from(JSON.stringify(content)),
+      })),
+    );
+    await nodeOf(page, 'f').waitFor();
+    for (const text of [
+      "two nodes are called 'twice'",
+      'in a ring: a, b, c',
+      "the position of 'twice' is far out",
+      "two shaders are called 's'",
+    ]) {
+      await page.locator('.messages li', { hasText: text }).waitFor();
+    }
+    await page.locator('.controls .lil-controller', { hasText: 'constructor' }).first().waitFor();
+    assert.ok((await nodeOf(page, 'f').boundingBox()).width > 20);
+    await shoot(page, 'odd');
     await close(page);
   },
 
@@ -501,11 +686,34 @@ const tests = {
     await save();
     await page.locator('.notice.error', { hasText: 'changed by another program' }).waitFor();
     assert.equal(await read(path), '[]');
+    // After a reload, the folder is still known, and a file that fails keeps no other from being saved.
+    const pass = page.getByRole('group', { name: /Passes of/ });
+    await page.reload();
+    await nodeOf(page, 'a').waitFor();
+    await page.getByRole('button', { name: 'Undo' }).click();
+    await select(page, 'b');
+    await type(page, 1, '// later');
+    await pass.getByRole('button', { name: 'fragment' }).click();
+    await page.getByRole('button', { name: 'Save ●' }).waitFor();
+    await page.keyboard.press('Control+s');
+    await page
+      .locator('.notice.error', { hasText: `${path} is not: it was changed by another program` })
+      .waitFor();
+    assert.equal(await read(path), '[]');
+    assert.deepEqual(JSON.parse(await read('shaders.json')), {
+      shaders: [{ name: 'shader', vertex: [], fragment: ['b'] }],
+    });
+    await write(path, text);
+    await page.keyboard.press('Control+s');
+    await page.locator('.notice.info', { hasText: 'saved 1 edited file to' }).waitFor();
+    const last = await read(path);
+    assert.match(last, /later/);
+    await page.getByRole('button', { name: 'Save', exact: true }).waitFor();
     // Other nodes do not go into the folder.
     await page.getByRole('button', { name: 'Samples' }).click();
     await save();
     await page.locator('.notice.info', { hasText: 'no file was edited' }).waitFor();
-    assert.equal(await read(path), '[]');
+    assert.equal(await read(path), last);
     await close(page);
   },
 
