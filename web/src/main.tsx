@@ -65,15 +65,20 @@ function guardEdits(store: Store, session: Session): void {
 }
 
 function startCompiler(store: Store): void {
-  const client = new CompilerClient(
-    (answer) => {
+  const client = new CompilerClient({
+    onAnswer: (answer) => {
       store.setState({ answer });
     },
-    (failure) => {
+    onRestart: (failure) => {
       const text = `${failure}; it was started again, and has all nodes`;
       store.setState({ notice: { kind: 'error', text } });
     },
-  );
+    onOther: (shader, messages, project) => {
+      store.setState(({ others }) => ({
+        others: new Map([...others, [shader, { messages, project }]]),
+      }));
+    },
+  });
   const compile = (): void => {
     client.compile(projectOf(store.getState()), store.getState().shader);
   };

@@ -1,17 +1,22 @@
 // SPDX-License-Identifier: MIT
-import { useMemo } from 'react';
 import { targets, type Message } from './compiler/protocol';
 import { findNode } from './model/project';
-import { remarksOn } from './model/remarks';
-import { messagesOf, projectOf } from './model/store';
-import { usePage, usePageStore } from './model/use_store';
+import { projectOf } from './model/store';
+import { useAllMessages, usePage, usePageStore } from './model/use_store';
 
 function about(message: Message): string {
   const isAll = message.targets.length === targets.length || message.targets.length === 0;
   return isAll ? '' : message.targets.join(', ');
 }
 
-function MessageLine({ message }: { message: Message }) {
+function MessageLine({
+  message,
+  shaders = [],
+}: {
+  message: Message;
+  /** Those that are not chosen and have it. */
+  shaders?: readonly string[];
+}) {
   const store = usePageStore();
   const place =
     message.node === '' ? '' : `${message.node}${message.line > 0 ? `:${message.line}` : ''}`;
@@ -31,6 +36,7 @@ function MessageLine({ message }: { message: Message }) {
         {message.hint !== '' && <span className="hint">{message.hint}</span>}
         {message.check !== '' && <span className="muted">[{message.check}]</span>}
         <span className="muted">{about(message)}</span>
+        {shaders.length > 0 && <span className="muted">in {shaders.join(', ')}</span>}
       </button>
     </li>
   );
@@ -39,31 +45,38 @@ function MessageLine({ message }: { message: Message }) {
 /** Everything that is wrong; a line leads to its place. */
 export function MessagesView() {
   const answer = usePage((state) => state.answer);
-  const driverMessages = usePage((state) => state.driverMessages);
-  const project = usePage(projectOf);
-  const remarks = useMemo(() => remarksOn(project), [project]);
-  const messages = [...messagesOf({ answer, driverMessages }), ...remarks];
+  const { own, others, remarks } = useAllMessages();
+  const messages = [...own, ...remarks];
   const failure = answer?.failure ?? '';
   return (
     <section className="panel messages" aria-label="Messages">
       <div className="bar" role="status">
-        {failure !== '' ? <strong className="error">{failure}</strong> : headline(messages)}
+        {failure !== '' ? (
+          <strong className="error">{failure}</strong>
+        ) : (
+          headline(messages, others.length)
+        )}
       </div>
-      <ul tabIndex={messages.length > 0 ? 0 : -1} aria-label="List of messages">
+      <ul tabIndex={messages.length + others.length > 0 ? 0 : -1} aria-label="List of messages">
         {messages.map((message, i) => (
           <MessageLine key={i} message={message} />
+        ))}
+        {others.map((message, i) => (
+          <MessageLine key={`other ${i}`} message={message} shaders={message.shaders} />
         ))}
       </ul>
     </section>
   );
 }
 
-function headline(messages: readonly Message[]): string {
+/** @param inOthers how many more there are in shaders that are not chosen */
+function headline(messages: readonly Message[], inOthers: number): string {
   const errors = messages.filter((message) => message.severity === 'error').length;
   const warnings = messages.length - errors;
   const count = (number: number, word: string): string =>
     `${number} ${word}${number === 1 ? '' : 's'}`;
+  const rest = inOthers === 0 ? '' : `, and ${count(inOthers, 'message')} in other shaders`;
   return messages.length === 0
-    ? 'No faults, no warnings'
-    : `${count(errors, 'error')}, ${count(warnings, 'warning')}`;
+    ? `No faults, no warnings${rest}`
+    : `${count(errors, 'error')}, ${count(warnings, 'warning')}${rest}`;
 }

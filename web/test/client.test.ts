@@ -27,10 +27,11 @@ test('a compiler that fails is replaced, and gets all nodes again', () => {
   Object.assign(globalThis, { Worker: FakeWorker });
   const answers: Answer[] = [];
   const restarts: string[] = [];
-  const client = new CompilerClient(
-    (answer) => answers.push(answer),
-    (failure) => restarts.push(failure),
-  );
+  const client = new CompilerClient({
+    onAnswer: (answer) => answers.push(answer),
+    onRestart: (failure) => restarts.push(failure),
+    onOther: () => undefined,
+  });
   const project = sampleProject();
   const shader = project.shaders[0]?.name ?? '';
   client.compile(project, shader);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-import type { Project } from '../model/project';
-import { type Answer, failedAnswer, type Job, type SourceNode } from './protocol';
+import type { Project, Shader } from '../model/project';
+import { type Answer, failedAnswer, type Job, type Message, type SourceNode } from './protocol';
 
 /** What has to be sent so that the compiler has the nodes of a project. */
 export function changesSince(
@@ -19,9 +19,40 @@ export function changesSince(
   return { changed, removed: [...sent.keys()].filter((name) => !nodes.has(name)) };
 }
 
+/** All that the messages of a shader depend on; each element is compared by itself. */
+function inputsOf(project: Project, shader: Shader): readonly unknown[] {
+  const nodes = new Map(project.nodes.map((node) => [node.name, node]));
+  const reached = new Set([...shader.vertex, ...shader.fragment]);
+  const { vertex, fragment, macros, targetMacros, samplers } = shader;
+  const inputs: unknown[] = [vertex, fragment, macros, targetMacros, samplers];
+  // A set goes on over what is added on the way.
+  for (const name of reached) {
+    const node = nodes.get(name);
+    inputs.push(name, node?.content, node?.references);
+    node?.references.forEach((reference) => reached.add(reference));
+  }
+  return inputs;
+}
+
+function areSame(one: readonly unknown[] | undefined, other: readonly unknown[]): boolean {
+  return one?.length === other.length && other.every((input, i) => one[i] === input);
+}
+
+export interface CompilerEvents {
+  onAnswer(answer: Answer): void;
+  /** The compiler was started again, and has all nodes. */
+  onRestart(failure: string): void;
+  /** What is wrong with a shader that is not chosen. */
+  onOther(shader: string, messages: readonly Message[], project: Project): void;
+}
+
+/** So long nothing has to happen before the shaders that are not chosen are looked at, in milliseconds. */
+const idle = 200;
+
 /**
- * The compiler in its worker. Of the jobs that come while it is busy, only the last one is done. A
- * worker that fails is replaced, and gets all nodes again; a job that makes it fail twice is given up.
+ * The compiler in its worker. Of the jobs that come while it is busy, only the last one is done; while there are none,
+ * it looks at the shaders that are not chosen. A worker that fails is replaced, and gets all nodes again; a job that
+ * makes it fail twice is given up.
  */
 export class CompilerClient {
   private worker: Worker;
@@ -30,16 +61,30 @@ export class CompilerClient {
   private isBusy = false;
   /** The last job; null: there was none. */
   private last: { project: Project; shader: string } | null = null;
+  /** The shader that is looked at meanwhile; null: none, and the worker is busy with the last job. */
+  private other: string | null = null;
+  /** What was looked at last of each shader that is not chosen. */
+  private readonly checked = new Map<string, readonly unknown[]>();
+  private timer: ReturnType<typeof setTimeout> | undefined;
   /** Whether the last answer was a failure. */
   private hasFailed = false;
   private lastId = 0;
 
-  /** @param onRestart is told why the compiler was started again */
-  constructor(
-    private readonly onAnswer: (answer: Answer) => void,
-    private readonly onRestart: (failure: string) => void,
-  ) {
+  constructor(private readonly events: CompilerEvents) {
     this.worker = this.start();
+  }
+
+  compile(project: Project, shader: string): void {
+    clearTimeout(this.timer);
+    if (this.isBusy) {
+      this.waiting = { project, shader };
+      return;
+    }
+    this.waiting = undefined;
+    if (this.send(project, shader)) {
+      this.last = { project, shader };
+      this.other = null;
+    }
   }
 
   private start(): Worker {
@@ -54,35 +99,62 @@ export class CompilerClient {
   }
 
   private take(answer: Answer): void {
-    const failed = answer.failure === '' ? null : this.last;
-    const isRetry = failed !== null && !this.hasFailed;
-    this.hasFailed = answer.failure !== '';
     this.isBusy = false;
     if (answer.failure !== '') {
       this.worker.terminate();
       this.sent.clear();
       this.worker = this.start();
     }
-    const next = this.waiting ?? (isRetry ? failed : null);
-    if (next) {
-      this.compile(next.project, next.shader);
+    if (this.other !== null && this.last) {
+      this.events.onOther(this.other, answer.messages, this.last.project);
+      this.goOn(this.waiting, 0);
+      return;
     }
+    const failed = answer.failure === '' ? null : this.last;
+    const isRetry = failed !== null && !this.hasFailed;
+    this.hasFailed = answer.failure !== '';
+    this.goOn(this.waiting ?? (isRetry ? failed : null), idle);
     if (isRetry) {
-      this.onRestart(answer.failure);
+      this.events.onRestart(answer.failure);
     } else {
-      this.onAnswer(answer);
+      this.events.onAnswer(answer);
     }
   }
 
-  compile(project: Project, shaderName: string): void {
-    if (this.isBusy) {
-      this.waiting = { project, shader: shaderName };
+  /** Does the next job, or otherwise looks at another shader after a while. */
+  private goOn(next: { project: Project; shader: string } | null | undefined, delay: number): void {
+    this.other = null;
+    if (next) {
+      this.compile(next.project, next.shader);
+    } else {
+      clearTimeout(this.timer);
+      this.timer = setTimeout(() => {
+        this.checkNext();
+      }, delay);
+    }
+  }
+
+  private checkNext(): void {
+    if (this.isBusy || !this.last) {
       return;
     }
-    this.waiting = undefined;
+    const { project, shader: chosen } = this.last;
+    for (const shader of project.shaders) {
+      const inputs = inputsOf(project, shader);
+      if (shader.name !== chosen && !areSame(this.checked.get(shader.name), inputs)) {
+        this.checked.set(shader.name, inputs);
+        this.other = shader.name;
+        this.send(project, shader.name);
+        return;
+      }
+    }
+  }
+
+  /** Sends a job to the worker. Returns whether there is such a shader. */
+  private send(project: Project, shaderName: string): boolean {
     const shader = project.shaders.find((one) => one.name === shaderName);
     if (!shader) {
-      return;
+      return false;
     }
     const { changed, removed } = changesSince(this.sent, project);
     changed.forEach((node) => this.sent.set(node.name, node));
@@ -91,10 +163,9 @@ export class CompilerClient {
     const { vertex, fragment, macros, targetMacros, samplers } = shader;
     const passes = { vertex, fragment, macros, targetMacros, samplers };
     const optionalMacros = project.shaders.flatMap((one) => Object.keys(one.macros));
-    const id = this.lastId;
-    const job: Job = { id, changed, removed, ...passes, optionalMacros };
+    const job: Job = { id: this.lastId, changed, removed, ...passes, optionalMacros };
     this.isBusy = true;
-    this.last = { project, shader: shaderName };
     this.worker.postMessage(job);
+    return true;
   }
 }

@@ -2,7 +2,7 @@
 import { useEffect, useRef, useState } from 'react';
 import { addShader, type Project } from '../model/project';
 import { edited, isUnsaved, projectOf, redone, type Theme, undone } from '../model/store';
-import { usePage, usePageStore } from '../model/use_store';
+import { useAllMessages, usePage, usePageStore } from '../model/use_store';
 import { copyText } from './clipboard';
 import { ProjectsDialog } from '../projects/projects_dialog';
 import { useSession } from '../projects/use_session';
@@ -33,6 +33,13 @@ export function FilesBar() {
   const canUndo = usePage((state) => state.history.past.length > 0);
   const canRedo = usePage((state) => state.history.future.length > 0);
   const theme = usePage((state) => state.theme);
+
+  const { worst } = useAllMessages();
+  /** What the list says of a shader that has faults or warnings. */
+  const markOf = (name: string): string => {
+    const severity = worst.get(name);
+    return severity ? ` – ${severity}s` : '';
+  };
 
   const inform = (kind: 'info' | 'error', text: string): void => {
     store.setState({ notice: { kind, text } });
@@ -127,8 +134,10 @@ export function FilesBar() {
             store.setState({ shader: event.target.value, mesh: null });
           }}
         >
-          {shaders.map(({ name }) => (
-            <option key={name}>{name}</option>
+          {shaders.map(({ name }, i) => (
+            <option key={i} value={name}>
+              {name + markOf(name)}
+            </option>
           ))}
         </select>
       </label>

@@ -10,6 +10,8 @@ export interface NodeData extends Record<string, unknown> {
   readonly file: string;
   readonly errors: number;
   readonly warnings: number;
+  /** Its place among the nodes of the text that is shown, 1-based; 0: it is not in it. */
+  readonly place: number;
   readonly isInVertex: boolean;
   readonly isInFragment: boolean;
   readonly isFound: boolean;
@@ -56,6 +58,11 @@ export const MorlGraphNode = memo(function MorlGraphNode({ data, selected }: Nod
   return (
     <div className={classes.filter(Boolean).join(' ')}>
       <Handle type="target" position={Position.Left} />
+      {data.place > 0 && (
+        <span className="place" title={`number ${data.place} of the text that is shown`}>
+          {data.place}
+        </span>
+      )}
       <span className="name">{data.name}</span>
       {data.errors > 0 && (
         <span className="badge error" role="img" aria-label={count(data.errors, 'error')}>

@@ -23,8 +23,8 @@ import {
   removeNodes,
   removeReference,
 } from '../model/project';
-import { edited, messagesOf, projectOf, type State } from '../model/store';
-import { usePage, usePageStore } from '../model/use_store';
+import { edited, projectOf, type State } from '../model/store';
+import { useAllMessages, usePage, usePageStore } from '../model/use_store';
 import { MorlGraphNode, type ShownNode } from './graph_node';
 import { fileOffsets, nodeSize, type Point, referencesOf, toCanvas, toScreen } from './layout';
 
@@ -43,19 +43,27 @@ function reuse(last: readonly ShownNode[], next: readonly ShownNode[]): ShownNod
 /** Places of nodes while they are dragged, by id; the project gets them when the drag ends. */
 type Drags = Readonly<Record<string, Point>>;
 
+function countByNode(messages: readonly Message[]): Map<string, number> {
+  const counts = new Map<string, number>();
+  messages.forEach(({ node }) => counts.set(node, (counts.get(node) ?? 0) + 1));
+  return counts;
+}
+
 function shownNodes(
   project: Project,
   shaderName: string,
   messages: readonly Message[],
+  order: readonly string[],
   selected: string | null,
   drags: Drags,
   search: string,
 ): ShownNode[] {
   const offsets = fileOffsets(project);
+  const places = new Map(order.map((name, i) => [name, i + 1]));
+  const errorsOf = countByNode(messages.filter(({ severity }) => severity === 'error'));
+  const warningsOf = countByNode(messages.filter(({ severity }) => severity === 'warning'));
   const shader = project.shaders.find((one) => one.name === shaderName);
   return project.nodes.map((node) => {
-    const own = messages.filter((message) => message.node === node.name);
-    const errors = own.filter((message) => message.severity === 'error').length;
     return {
       id: node.id,
       type: 'morl',
@@ -67,8 +75,9 @@ function shownNodes(
       data: {
         name: node.name,
         file: node.file,
-        errors,
-        warnings: own.length - errors,
+        errors: errorsOf.get(node.name) ?? 0,
+        warnings: warningsOf.get(node.name) ?? 0,
+        place: places.get(node.name) ?? 0,
         isInVertex: shader?.vertex.includes(node.name) ?? false,
         isInFragment: shader?.fragment.includes(node.name) ?? false,
         isFound: search !== '' && node.name.toLowerCase().includes(search.toLowerCase()),
@@ -98,8 +107,8 @@ function Graph() {
   const project = usePage(projectOf);
   const shader = usePage((state) => state.shader);
   const selected = usePage((state) => state.selected);
-  const answer = usePage((state) => state.answer);
-  const driverMessages = usePage((state) => state.driverMessages);
+  const order = usePage((state) => state.answer?.texts[state.target][state.stage]?.nodes);
+  const { own, others, remarks } = useAllMessages();
   const theme = usePage((state) => state.theme);
   const flow = useReactFlow();
   const [drags, setDrags] = useState<Drags>({});
@@ -109,11 +118,11 @@ function Graph() {
   const shownAsSelected = edge === null ? selected : null;
   const lastNodes = useRef<ShownNode[]>([]);
   const nodes = useMemo(() => {
-    const messages = messagesOf({ answer, driverMessages });
-    const next = shownNodes(project, shader, messages, shownAsSelected, drags, search);
+    const messages = [...own, ...others, ...remarks];
+    const next = shownNodes(project, shader, messages, order ?? [], shownAsSelected, drags, search);
     lastNodes.current = reuse(lastNodes.current, next);
     return lastNodes.current;
-  }, [project, shader, answer, driverMessages, shownAsSelected, drags, search]);
+  }, [project, shader, own, others, remarks, order, shownAsSelected, drags, search]);
   const edges = useMemo(() => shownEdges(project, shader, edge), [project, shader, edge]);
 
   const fitShader = (): void => {

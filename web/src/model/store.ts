@@ -4,6 +4,7 @@ import type { Target } from 'morl';
 import { createStore } from 'zustand/vanilla';
 import type { Answer, Message } from '../compiler/protocol';
 import type { TextureName } from '../preview/conventions';
+import type { OtherCheck } from './all_messages';
 import { type History, record, redo, startHistory, undo } from './history';
 import { EditError, findNode, type Project, type StageName } from './project';
 
@@ -47,6 +48,8 @@ export interface State {
   /** The line under the pointer, in the editor or in the output. */
   readonly hovered: Place | null;
   readonly answer: Answer | null;
+  /** What is wrong with the shaders that are not chosen, by name. */
+  readonly others: ReadonlyMap<string, OtherCheck>;
   /** What the browser's driver objects to. */
   readonly driverMessages: readonly Message[];
   readonly target: Target;
@@ -74,6 +77,7 @@ export function initialState(project: Project, theme: Theme = 'light'): State {
     goTo: null,
     hovered: null,
     answer: null,
+    others: new Map(),
     driverMessages: [],
     target: 'glsles',
     stage: 'fragment',

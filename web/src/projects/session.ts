@@ -251,6 +251,7 @@ export class Session {
       theme,
       unkept,
       answer: null,
+      others: new Map(),
       driverMessages: [],
       notice: null,
       goTo: null,

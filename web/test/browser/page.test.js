@@ -179,6 +179,32 @@ const tests = {
     await close(page);
   },
 
+  async 'faults of all shaders are told, and the order of the text is shown'() {
+    const page = await open();
+    await select(page, 'unlit');
+    assert.equal(await nodeOf(page, 'unlit').locator('.place').count(), 0);
+    assert.equal(await nodeOf(page, 'surface_texture').locator('.place').textContent(), '1');
+    await type(page, 6, '\nlit = garbage;');
+    await page
+      .locator('.messages li', { hasText: "'garbage' is not declared" })
+      .filter({ hasText: 'in unlit_colored, unlit_textured' })
+      .waitFor();
+    assert.equal(await nodeOf(page, 'unlit').locator('.badge').textContent(), '1');
+    const chooser = page.locator('header select');
+    await chooser
+      .locator('option', { hasText: 'unlit_textured – warnings' })
+      .waitFor({ state: 'attached' });
+    assert.equal(await chooser.locator('option', { hasText: ' – ' }).count(), 2);
+    await shoot(page, 'other_shaders');
+    await chooser.selectOption('unlit_textured');
+    await status(page).getByText('1 warning').waitFor();
+    await page.keyboard.press('Control+z');
+    await status(page)
+      .getByText(/^No faults, no warnings$/)
+      .waitFor();
+    await close(page);
+  },
+
   async 'sliders, switches and meshes change the picture, and undo brings it back'() {
     const page = await open();
     const before = await pixels(page);
@@ -366,7 +392,9 @@ const tests = {
   async 'all samples draw'() {
     const page = await open();
     const chooser = page.locator('header select');
-    const names = await chooser.locator('option').allTextContents();
+    const names = await chooser
+      .locator('option')
+      .evaluateAll((options) => options.map((one) => one.value));
     assert.equal(names.length, 16);
     for (const name of names) {
       await chooser.selectOption(name);
