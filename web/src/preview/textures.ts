@@ -111,8 +111,12 @@ export function builtInCube(): CubeTexture {
   return cube;
 }
 
-/** A picture that a person has chosen. @throws when the browser cannot read it as one */
+/** A picture that a person has chosen, with the numbers that its file has. @throws when the browser cannot read it as one */
 export async function textureFromFile(file: Blob): Promise<Texture> {
-  const image = await createImageBitmap(file, { imageOrientation: 'flipY' });
+  const image = await createImageBitmap(file, {
+    imageOrientation: 'flipY',
+    premultiplyAlpha: 'none',
+    colorSpaceConversion: 'none',
+  });
   return prepare(new Texture(image as unknown as HTMLImageElement));
 }

@@ -2,6 +2,7 @@
 // page.test.js [PICTURES]: drives the built page in Debian's Chromium. With a directory, keeps screenshots there.
 import assert from 'node:assert/strict';
 import { mkdirSync, readFileSync } from 'node:fs';
+import { deflateSync } from 'node:zlib';
 import { chromium } from 'playwright-core';
 import { preview } from 'vite';
 
@@ -97,6 +98,51 @@ const sourceText = (page) =>
   page.evaluate(() =>
     [...document.querySelectorAll('.editor .cm-line')].map((l) => l.textContent).join('\n'),
   );
+/** Opens files as browsers without a folder dialogue do; by name, as values of JSON. */
+const openFiles = async (page, files) => {
+  await page.evaluate(() => delete Window.prototype.showDirectoryPicker);
+  await page.evaluate(() => delete window.showDirectoryPicker);
+  const chooser = page.waitForEvent('filechooser');
+  await page.getByRole('button', { name: 'Open…' }).click();
+  const buffers = Object.entries(files).map(([name, content]) => ({
+    name,
+    mimeType: 'text/plain',
+    buffer: Buffer.from(JSON.stringify(content)),
+  }));
+  await (await chooser).setFiles(buffers);
+};
+
+/** A PNG of one pixel, 200 100 50 without opacity, that says it wants another gamma. */
+const onePixel = () => {
+  const chunk = (type, data) => {
+    const body = Buffer.concat([Buffer.from(type), data]);
+    const ends = [Buffer.alloc(4), Buffer.alloc(4)];
+    ends[0].writeUInt32BE(data.length);
+    ends[1].writeUInt32BE(crc32(body));
+    return Buffer.concat([ends[0], body, ends[1]]);
+  };
+  const header = Buffer.from([0, 0, 0, 1, 0, 0, 0, 1, 8, 6, 0, 0, 0]);
+  const gamma = Buffer.from([0, 1, 0x86, 0xa0]);
+  const pixel = deflateSync(Buffer.from([0, 200, 100, 50, 0]));
+  return Buffer.concat([
+    Buffer.from('\x89PNG\r\n\x1a\n', 'latin1'),
+    chunk('IHDR', header),
+    chunk('gAMA', gamma),
+    chunk('IDAT', pixel),
+    chunk('IEND', Buffer.alloc(0)),
+  ]);
+};
+
+/** The checksum of PNG (ISO 3309). */
+const crc32 = (bytes) => {
+  let crc = ~0;
+  for (const byte of bytes) {
+    crc ^= byte;
+    for (let i = 0; i < 8; ++i) crc = (crc >>> 1) ^ (crc & 1 ? 0xedb88320 : 0);
+  }
+  return ~crc >>> 0;
+};
+
 const status = (page) => page.locator('.messages .bar');
 const type = async (page, line, text) => {
   await source(page).click();
@@ -590,8 +636,6 @@ const tests = {
 
   async 'odd input is said, and shown'() {
     const page = await open();
-    await page.evaluate(() => delete Window.prototype.showDirectoryPicker);
-    await page.evaluate(() => delete window.showDirectoryPicker);
     const node = (name, ref, more = {}) => ({ name, ref, content: '// none', ...more });
     const nodes = [
       node('a', ['b']),
@@ -615,17 +659,7 @@ const tests = {
       macros: { __proto__: null, constructor: 1 },
     };
     const files = { 'fragment_shader.morl': nodes, 'shaders.json': { shaders: [shader, shader] } };
-    const chooser = page.waitForEvent('filechooser');
-    await page.getByRole('button', { name: 'Open…' }).click();
-    await (
-      await chooser
-    ).setFiles(
-      Object.entries(files).map(([name, content]) => ({
-        name,
-        mimeType: 'text/plain',
-        buffer: Buffer.from(JSON.stringify(content)),
-      })),
-    );
+    await openFiles(page, files);
     await nodeOf(page, 'f').waitFor();
     for (const text of [
       "two nodes are called 'twice'",
@@ -638,6 +672,56 @@ const tests = {
     await page.locator('.controls .lil-controller', { hasText: 'constructor' }).first().waitFor();
     assert.ok((await nodeOf(page, 'f').boundingBox()).width > 20);
     await shoot(page, 'odd');
+    await close(page);
+  },
+
+  async 'pictures arrive as their files have them'() {
+    const page = await open();
+    const shader = {
+      name: 's',
+      vertex: ['v'],
+      fragment: ['f'],
+      samplers: { map: 0 },
+    };
+    const nodes = {
+      v: 'in float3 p : POSITION;\nout float4 oProjPos : SV_Position;\nvoid main() {\noProjPos = float4(p, 1.0);\n}',
+      f: 'uniform sampler2D map : SAUTO;\nout float4 oColor : COLOR0;\nvoid main() {\nfloat4 t = tex2D(map, float2(0.5, 0.5));\noColor = float4(t.xyz, 1.0);\n}',
+    };
+    await openFiles(page, {
+      'fragment_shader.morl': Object.entries(nodes).map(([name, content]) => ({ name, content })),
+      'shaders.json': { shaders: [shader] },
+    });
+    await nodeOf(page, 'f').waitFor();
+    const chooser = page.waitForEvent('filechooser');
+    await page
+      .locator('.controls .lil-controller', { hasText: 'map' })
+      .locator('select')
+      .selectOption('file…');
+    await (await chooser).setFiles([{ name: 'a.png', mimeType: 'image/png', buffer: onePixel() }]);
+    const middle = () =>
+      page.evaluate(() => {
+        const canvas = document.querySelector('.picture canvas');
+        const gl = canvas.getContext('webgl2');
+        const pixel = new Uint8Array(4);
+        gl.readPixels(
+          gl.drawingBufferWidth >> 1,
+          gl.drawingBufferHeight >> 1,
+          1,
+          1,
+          gl.RGBA,
+          gl.UNSIGNED_BYTE,
+          pixel,
+        );
+        return [...pixel].slice(0, 3);
+      });
+    await page.waitForTimeout(500);
+    assert.deepEqual(await middle(), [200, 100, 50]);
+    // It is the project's, and comes back with it.
+    await page.waitForTimeout(500);
+    await page.reload();
+    await nodeOf(page, 'f').waitFor();
+    await page.waitForTimeout(1000);
+    assert.deepEqual(await middle(), [200, 100, 50]);
     await close(page);
   },
 
