@@ -1,14 +1,10 @@
 // SPDX-License-Identifier: MIT
 import { useEffect } from 'react';
-import { EditorView } from './editor/editor_view';
 import { FilesBar } from './files/files_bar';
-import { GraphView } from './graph/graph_view';
-import { MessagesView } from './messages_view';
+import { LayoutView } from './layout_view';
 import { redone, undone } from './model/store';
 import { usePage, usePageStore } from './model/use_store';
 import { Banners } from './projects/banners';
-import { OutputView } from './output/output_view';
-import { PreviewView } from './preview/preview_view';
 
 function Notice() {
   const store = usePageStore();
@@ -61,13 +57,7 @@ export function App() {
     <>
       <FilesBar />
       <Banners />
-      <main>
-        <GraphView />
-        <PreviewView />
-        <EditorView />
-        <OutputView />
-        <MessagesView />
-      </main>
+      <LayoutView />
       <Notice />
     </>
   );

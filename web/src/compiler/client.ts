@@ -38,6 +38,11 @@ function areSame(one: readonly unknown[] | undefined, other: readonly unknown[])
   return one?.length === other.length && other.every((input, i) => one[i] === input);
 }
 
+function failureMessage(failure: string): Message {
+  const place = { node: '', line: 0, column: 0 };
+  return { severity: 'error', ...place, text: failure, hint: '', targets: [], check: '' };
+}
+
 export interface CompilerEvents {
   onAnswer(answer: Answer): void;
   /** The compiler was started again, and has all nodes. */
@@ -106,8 +111,16 @@ export class CompilerClient {
       this.worker = this.start();
     }
     if (this.other !== null && this.last) {
-      this.events.onOther(this.other, answer.messages, this.last.project);
+      const { failure } = answer;
+      this.events.onOther(
+        this.other,
+        failure === '' ? answer.messages : [failureMessage(failure)],
+        this.last.project,
+      );
       this.goOn(this.waiting, 0);
+      if (failure !== '') {
+        this.events.onRestart(failure);
+      }
       return;
     }
     const failed = answer.failure === '' ? null : this.last;

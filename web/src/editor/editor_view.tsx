@@ -115,7 +115,9 @@ export function EditorView() {
         {node ? (
           <>
             <NameField key={`${node.id} ${node.name}`} id={node.id} name={node.name} />
-            <span className="muted file">{node.file}</span>
+            <span className="muted file" title={node.file}>
+              {node.file}
+            </span>
             <Passes name={node.name} />
             <References id={node.id} />
           </>

@@ -63,7 +63,9 @@ export const MorlGraphNode = memo(function MorlGraphNode({ data, selected }: Nod
           {data.place}
         </span>
       )}
-      <span className="name">{data.name}</span>
+      <span className="name" title={data.name}>
+        {data.name}
+      </span>
       {data.errors > 0 && (
         <span className="badge error" role="img" aria-label={count(data.errors, 'error')}>
           {data.errors}

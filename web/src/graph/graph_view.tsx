@@ -29,6 +29,8 @@ import { MorlGraphNode, type ShownNode } from './graph_node';
 import { fileOffsets, nodeSize, type Point, referencesOf, toCanvas, toScreen } from './layout';
 
 const minimapSize = { width: 130, height: 90 };
+/** The names of nodes, of 13 CSS pixels, have 11 then. */
+const readableZoom = 0.85;
 const nodeTypes = { morl: MorlGraphNode };
 
 /** Takes the elements of the last list that are equal, so that only nodes that differ are drawn again. */
@@ -111,6 +113,7 @@ function Graph() {
   const { own, others, remarks } = useAllMessages();
   const theme = usePage((state) => state.theme);
   const flow = useReactFlow();
+  const canvas = useRef<HTMLDivElement>(null);
   const [drags, setDrags] = useState<Drags>({});
   const [edge, setEdge] = useState<string | null>(null);
   const [search, setSearch] = useState('');
@@ -127,7 +130,20 @@ function Graph() {
 
   const fitShader = (): void => {
     const used = nodes.filter((node) => node.data.isInVertex || node.data.isInFragment);
-    void flow.fitView({ nodes: used.length > 0 ? used : nodes, padding: 0.15, duration: 200 });
+    const shown = used.length > 0 ? used : nodes;
+    const { width, height } = flow.getNodesBounds(shown);
+    const area = canvas.current?.getBoundingClientRect();
+    const fits =
+      width * readableZoom < (area?.width ?? 0) && height * readableZoom < (area?.height ?? 0);
+    // Where not all can be read at once, the chosen one can.
+    const chosen = shown.find((node) => node.id === selected) ?? shown[0];
+    void flow.fitView({
+      nodes: fits || !chosen ? shown : [chosen],
+      padding: 0.1,
+      minZoom: readableZoom,
+      maxZoom: fits ? 1.5 : readableZoom,
+      duration: 200,
+    });
   };
   const isReady = useNodesInitialized();
   useEffect(() => {
@@ -264,6 +280,7 @@ function Graph() {
       </div>
       <div
         className="canvas"
+        ref={canvas}
         tabIndex={-1}
         onKeyDown={(event) => {
           if (event.key === 'Delete') {

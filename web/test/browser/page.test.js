@@ -82,6 +82,14 @@ async function colours(page) {
   });
 }
 
+/** Waits until something has a value. */
+async function until(look, value) {
+  for (let i = 0; i < 50 && (await look()) !== value; ++i) {
+    await new Promise((done) => setTimeout(done, 100));
+  }
+  assert.equal(await look(), value);
+}
+
 const nodeOf = (page, name) => page.locator(`.react-flow__node[aria-label="node ${name}"]`);
 const select = async (page, name) => {
   await page.getByLabel('Find a node by its name').fill(name);
@@ -155,7 +163,7 @@ const type = async (page, line, text) => {
 /** Opens the page and types: the times until pictures are drawn, in milliseconds. */
 async function measure() {
   const start = performance.now();
-  const page = await open();
+  const page = await open({ viewport: { width: 1280, height: 720 } });
   await page.waitForFunction(() => performance.getEntriesByName('morl-picture').length > 0);
   const first = performance.now() - start;
   await select(page, 'fog');
@@ -185,8 +193,20 @@ async function measure() {
     `  first picture after ${first.toFixed(0)} ms; from key stroke to picture ${middle.toFixed(0)} ms (median), ` +
       `${times.at(-1).toFixed(0)} ms (longest)`,
   );
+  const slowness = Math.max(1, (await page.evaluate(timeOfSorting)) / usualSorting);
   await close(page);
-  return { first, middle };
+  return { first, middle, slowness };
+}
+
+/** A machine that takes longer to sort 300,000 numbers counts as slow, in milliseconds. */
+const usualSorting = 25;
+
+function timeOfSorting() {
+  const numbers = new Float64Array(300000);
+  for (let i = 0; i < numbers.length; ++i) numbers[i] = Math.sin(i);
+  const start = performance.now();
+  numbers.sort();
+  return performance.now() - start;
 }
 
 const tests = {
@@ -303,9 +323,12 @@ const tests = {
     );
 
     // With the mouse: from the right side of one node to the left side of another.
-    await page.getByRole('button', { name: 'Show shader' }).click();
+    const bar = page.locator('.graph .bar');
+    await bar.dblclick({ position: { x: 2, y: 2 } });
+    await page.locator('.react-flow__controls-fitview').click();
     await page.waitForTimeout(400);
     const count = () => page.locator('.react-flow__edge').count();
+    const nodes = () => page.locator('.react-flow__node').count();
     const edges = await count();
     const from = await nodeOf(page, 'vertex_static')
       .locator('.react-flow__handle.source')
@@ -318,38 +341,33 @@ const tests = {
     await page.mouse.move(to.x, to.y, { steps: 8 });
     await page.mouse.move(to.x + to.width / 2, to.y + to.height / 2);
     await page.mouse.up();
-    await page.waitForTimeout(100);
-    assert.equal(await count(), edges + 1);
+    await until(count, edges + 1);
 
     // Delete takes the chosen edge, and not the node in the editor.
     const line = page.locator('.react-flow__edge').last().locator('.react-flow__edge-interaction');
     await line.dispatchEvent('click');
     await page.keyboard.press('Delete');
-    await page.waitForTimeout(100);
-    assert.equal(await count(), edges);
+    await until(count, edges);
     assert.equal(await page.locator('.react-flow__node').count(), 33);
     await page.keyboard.press('Control+z');
-    await page.waitForTimeout(100);
-    assert.equal(await count(), edges + 1);
+    await until(count, edges + 1);
     // A node goes with its edges, and comes back with them.
     await nodeOf(page, 'transform').focus();
     await page.keyboard.press('Enter');
     await page.keyboard.press('Delete');
-    await page.waitForTimeout(100);
-    assert.equal(await page.locator('.react-flow__node').count(), 32);
+    await until(nodes, 32);
     await page.keyboard.press('Control+z');
-    await page.waitForTimeout(100);
-    assert.equal(await count(), edges + 1);
+    await until(count, edges + 1);
 
     const box = await nodeOf(page, 'screen_quad').boundingBox();
     await page.mouse.move(box.x + 30, box.y + 8);
     await page.mouse.down();
     await page.mouse.move(box.x + 80, box.y + 30, { steps: 5 });
     await page.mouse.up();
-    const moved = await nodeOf(page, 'screen_quad').boundingBox();
-    assert.ok(moved.x - box.x > 30, `${moved.x} ${box.x}`);
+    const isMoved = async () => (await nodeOf(page, 'screen_quad').boundingBox()).x - box.x > 30;
+    await until(isMoved, true);
 
-    const nodes = () => page.locator('.react-flow__node').count();
+    await bar.dblclick({ position: { x: 2, y: 2 } });
     const before = await nodes();
     await page.getByRole('button', { name: 'Add node' }).click();
     await page.getByLabel('Name of the node').fill('tint');
@@ -358,10 +376,10 @@ const tests = {
     await page.getByRole('button', { name: 'Duplicate' }).click();
     await nodeOf(page, 'tint_2').waitFor();
     await page.getByRole('button', { name: 'Delete', exact: true }).click();
-    assert.equal(await nodes(), before + 1);
+    await until(nodes, before + 1);
     for (let i = 0; i < 6; ++i) await page.keyboard.press('Control+z');
-    assert.equal(await nodes(), before);
-    assert.equal(await count(), edges);
+    await until(nodes, before);
+    await until(count, edges);
     await close(page);
   },
 
@@ -847,12 +865,57 @@ const tests = {
     await close(page);
   },
 
+  async 'panels have sizes that stay, and can fill the page'() {
+    const page = await open({ viewport: { width: 1280, height: 720 } });
+    const boxOf = (name) => page.getByRole('region', { name, exact: true }).boundingBox();
+    const picture = await page.locator('.picture').boundingBox();
+    assert.ok(picture.width >= 420 && picture.height >= 320, JSON.stringify(picture));
+    const name = await nodeOf(page, 'surface_texture').locator('.name');
+    const size = await name.evaluate((element) => {
+      const scale = element.getBoundingClientRect().height / element.offsetHeight;
+      return parseFloat(getComputedStyle(element).fontSize) * scale;
+    });
+    assert.ok(size >= 11, `names have ${size} pixels`);
+    const lines = await page.evaluate(
+      () =>
+        document.querySelector('.editor .cm-scroller').clientHeight /
+        document.querySelector('.editor .cm-line').getBoundingClientRect().height,
+    );
+    assert.ok(lines >= 17.9, `${lines} lines`);
+    const before = await boxOf('Graph');
+    await page.getByRole('separator', { name: 'Height of the graph' }).focus();
+    for (let i = 0; i < 3; ++i) await page.keyboard.press('ArrowDown');
+    const after = await boxOf('Graph');
+    assert.ok(after.height > before.height + 20, `${before.height} ${after.height}`);
+    await page.reload();
+    await nodeOf(page, 'fog').waitFor();
+    assert.ok(Math.abs((await boxOf('Graph')).height - after.height) < 2);
+    await page.locator('.editor .bar .file').dblclick();
+    assert.ok((await boxOf('Source')).width > 1200);
+    await shoot(page, 'filling');
+    await page.locator('.editor .bar .file').dblclick();
+    assert.ok((await boxOf('Source')).width < 640);
+    // The list of messages is open while there are some.
+    const closed = (await boxOf('Messages')).height;
+    await select(page, 'fog');
+    await type(page, 6, '\n    lit = = lit;');
+    await status(page).getByText('1 error').waitFor();
+    await page.waitForTimeout(300);
+    assert.ok((await boxOf('Messages')).height > closed + 60);
+    await page.keyboard.press('Control+z');
+    await status(page).getByText('No faults').waitFor();
+    await page.waitForTimeout(2000);
+    assert.ok(Math.abs((await boxOf('Messages')).height - closed) < 2);
+    await close(page);
+  },
+
   async 'it is quick'() {
-    // The machine may be busy with something else for a while.
+    // The machine may be slow, or busy with something else for a while: bounds grow with a measure of it.
+    const isQuick = ({ first, middle, slowness }) =>
+      first <= 2000 * slowness && middle <= 100 * slowness;
     let times = await measure();
-    for (let i = 0; i < 5 && (times.first > 2000 || times.middle > 100); ++i)
-      times = await measure();
-    assert.ok(times.first <= 2000 && times.middle <= 100);
+    for (let i = 0; i < 5 && !isQuick(times); ++i) times = await measure();
+    assert.ok(isQuick(times), JSON.stringify(times));
   },
 
   async 'it is usable by keyboard, in light and dark, small and large'() {
