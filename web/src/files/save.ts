@@ -2,7 +2,7 @@
 // Bringing the edits of the open project into its files.
 import { changeAll } from '../model/history';
 import type { Project } from '../model/project';
-import { projectOf, type State, type Store } from '../model/store';
+import { followingNotice, projectOf, type State, type Store } from '../model/store';
 import { download } from './download';
 import { afterSave, editedTexts, openedTexts, saveProject, writeFolder } from './folder';
 import { FileError } from './node_file';
@@ -51,11 +51,28 @@ function downloadAll(edits: FileTexts): string {
   return removed.length > 0 ? `; remove ${removed.join(', ')} yourself` : '';
 }
 
+let running: Promise<void> = Promise.resolve();
+
+/** Ends when no files are being written. */
+export function whenSaved(): Promise<void> {
+  return running.catch(() => undefined);
+}
+
+/** Saves the edits of the open project, after what is being saved already. */
+export function saveEdits(store: Store): Promise<void> {
+  running = whenSaved().then(() => writeEdits(store));
+  return running;
+}
+
 /**
  * Writes the edited files into the project's folder, or gives them to the browser to download. What could not be written
  * stays unsaved, and a notice says why.
  */
-export async function saveEdits(store: Store): Promise<void> {
+async function writeEdits(store: Store): Promise<void> {
+  if (store.getState().isFollowing) {
+    store.setState({ notice: followingNotice });
+    return;
+  }
   const project = projectOf(store.getState());
   const { folder } = store.getState();
   const texts = saveProject(project);

@@ -111,7 +111,8 @@ export function isUnsaved({ history, saved }: Pick<State, 'history' | 'saved'>):
   return present.nodes !== saved.nodes || present.shaders !== saved.shaders;
 }
 
-const followingNotice: Notice = {
+/** Why a tab that follows another one refuses. */
+export const followingNotice: Notice = {
   kind: 'error',
   text: "another tab edits this project; 'Edit here' takes it over",
 };

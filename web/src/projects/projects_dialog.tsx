@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 import { useCallback, useEffect, useRef, useState } from 'react';
-import { usePage } from '../model/use_store';
+import { usePage, usePageStore } from '../model/use_store';
 import type { ProjectEntry } from './database';
 import { useSession } from './use_session';
 
@@ -9,12 +9,25 @@ function when(time: number): string {
 }
 
 /** One project of the list. */
-function Row({ entry, onChange }: { entry: ProjectEntry; onChange: () => void }) {
+function Row({
+  entry,
+  onChange,
+  onClose,
+}: {
+  entry: ProjectEntry;
+  onChange: () => void;
+  onClose: () => void;
+}) {
+  const store = usePageStore();
   const session = useSession();
   const openId = usePage((state) => state.project.id);
   const [name, setName] = useState(entry.name);
   const run = (action: Promise<unknown>): void => {
-    void action.then(onChange);
+    action.then(onChange, (error: unknown) => {
+      const text = error instanceof Error ? error.message : String(error);
+      store.setState({ notice: { kind: 'error', text } });
+      onClose();
+    });
   };
   const commit = (): void => {
     const wanted = name.trim();
@@ -106,6 +119,7 @@ export function ProjectsDialog({ onClose }: { onClose: () => void }) {
             key={`${entry.id} ${entry.name} ${entry.deleted}`}
             entry={entry}
             onChange={refresh}
+            onClose={onClose}
           />
         ))}
       </ul>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The project that this tab has open: keeping it, switching to another, sharing it with other tabs.
 import { sampleProject } from '../files/samples';
+import { whenSaved } from '../files/save';
 import { storedText, storeText, takeOldProject } from '../files/storage';
 import { newId, type Project } from '../model/project';
 import { initialState, type State, type Store } from '../model/store';
@@ -60,7 +61,7 @@ export class Session {
     },
     onYield: async () => {
       if (!this.store.getState().isFollowing) {
-        await this.keepNow();
+        await this.keepAll();
         this.store.setState({ isFollowing: true });
       }
     },
@@ -130,9 +131,27 @@ export class Session {
       if (state.unkept !== '') {
         this.store.setState({ unkept: '' });
       }
-      this.lock.tell('kept');
+      this.lock.tell('kept', id);
     } catch (error) {
       this.store.setState({ unkept: String(error) });
+    }
+  }
+
+  /** Keeps also what is edited while it is being kept. */
+  private async keepAll(): Promise<void> {
+    do {
+      await this.keepNow();
+    } while (this.hasUnkeptEdits && this.store.getState().unkept === '');
+  }
+
+  /** Makes sure that another project can be shown. @throws Error if the open one would be lost */
+  private async requireKept(): Promise<void> {
+    await whenSaved();
+    await this.keepAll();
+    if (this.store.getState().unkept !== '' && this.database) {
+      throw new Error(
+        'the open project is not kept in this browser, and would be lost: save it, or delete other projects',
+      );
     }
   }
 
@@ -142,18 +161,13 @@ export class Session {
     project: Project,
     folder: FileSystemDirectoryHandle | null = null,
   ): Promise<void> {
-    await this.keepNow();
-    if (this.store.getState().unkept !== '' && this.database) {
-      throw new Error(
-        'the open project is not kept in this browser, and would be lost: save it, or delete other projects',
-      );
-    }
+    await this.requireKept();
     await this.adopt(name, project, folder);
   }
 
   /** Opens a project of the list. Returns whether it is there. */
   async open(id: string): Promise<boolean> {
-    await this.keepNow();
+    await this.requireKept();
     return this.enter(id);
   }
 
@@ -163,10 +177,11 @@ export class Session {
     if (!entry || !kept || entry.deleted !== null) {
       return false;
     }
-    const isMine = await this.lock.enter(id);
+    const { isMine, leaveLast } = await this.lock.enter(id);
     // Another tab may have kept something between the look and the lock.
     const newest = (await this.database?.load(id)) ?? kept;
-    this.show(entry, { ...restored(newest), isFollowing: !isMine });
+    await this.show(entry, { ...restored(newest), isFollowing: !isMine });
+    leaveLast();
     return true;
   }
 
@@ -238,12 +253,20 @@ export class Session {
     folder: FileSystemDirectoryHandle | null,
   ): Promise<void> {
     const entry = { id: newId(), name: await this.freeName(wanted) };
-    await this.lock.enter(entry.id);
-    this.show(entry, { ...initialState(project), folder, isFollowing: false });
+    const { leaveLast } = await this.lock.enter(entry.id);
+    await this.show(entry, { ...initialState(project), folder, isFollowing: false });
+    leaveLast();
     await this.keepNow();
   }
 
-  private show(project: State['project'], state: Partial<State>): void {
+  /** Shows another project, once the last edit of this one is kept. */
+  private async show(project: State['project'], state: Partial<State>): Promise<void> {
+    if (this.hasUnkeptEdits) {
+      await this.keepAll();
+    }
+    clearTimeout(this.timer);
+    this.timer = 0;
+    this.hasUnkeptEdits = false;
     const { theme, unkept } = this.store.getState();
     this.store.setState({
       ...state,

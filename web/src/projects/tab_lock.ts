@@ -42,21 +42,24 @@ export class TabLock {
         events.onKept();
       } else if (kind === 'yield') {
         void events.onYield().then(() => {
-          this.tell('yielded');
+          this.tell('yielded', id);
         });
       }
     };
   }
 
-  /** Leaves the project that this tab had, and enters another. Returns whether this tab edits it. */
-  async enter(id: string): Promise<boolean> {
-    this.leave();
-    this.id = id;
+  /**
+   * Enters another project than the one that this tab has.
+   * @returns whether this tab edits it, and how to leave the one before
+   */
+  async enter(id: string): Promise<{ isMine: boolean; leaveLast: () => void }> {
+    const leaveLast = this.leave;
     const isMine = await this.request(id, { ifAvailable: true });
+    this.id = id;
     if (!isMine) {
       this.wait(id);
     }
-    return isMine;
+    return { isMine, leaveLast };
   }
 
   /** Waits for the tab that edits to leave. */
@@ -83,14 +86,14 @@ export class TabLock {
       });
       setTimeout(done, patience);
     });
-    this.tell('yield');
+    this.tell('yield', id);
     await answer;
     this.leave();
     await this.request(id, { steal: true });
   }
 
-  tell(kind: TabMessage['kind']): void {
-    this.channel.postMessage({ kind, id: this.id });
+  tell(kind: TabMessage['kind'], id: string): void {
+    this.channel.postMessage({ kind, id });
   }
 
   /** Asks for the lock of a project. Returns whether this tab has it now. */
