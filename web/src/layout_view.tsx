@@ -96,7 +96,7 @@ function WideLayout({ isFixed }: { isFixed: boolean }) {
     <SizedGroup id="columns" orientation="horizontal" isFixed={isFixed}>
       <Panel id="left" defaultSize="45%" minSize={240}>
         <SizedGroup id="left-rows" orientation="vertical" isFixed={isFixed}>
-          <Panel id="graph" defaultSize="32%" minSize={90}>
+          <Panel id="graph" defaultSize="31%" minSize={90}>
             <GraphView />
           </Panel>
           <Separator className="separator" aria-label="Height of the graph" />

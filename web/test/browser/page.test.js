@@ -572,7 +572,7 @@ const tests = {
     await second.getByRole('button', { name: 'Edit here' }).click();
     await banner(first).waitFor();
     await second.locator('.editor .cm-line', { hasText: 'THREE' }).waitFor();
-    assert.equal(await banner(second).count(), 0);
+    await banner(second).waitFor({ state: 'detached' });
     await type(second, 1, ' FOUR');
     await first.locator('.editor .cm-line', { hasText: 'FOUR' }).waitFor();
     await second.close();
@@ -881,7 +881,7 @@ const tests = {
         document.querySelector('.editor .cm-scroller').clientHeight /
         document.querySelector('.editor .cm-line').getBoundingClientRect().height,
     );
-    assert.ok(lines >= 17.9, `${lines} lines`);
+    assert.ok(lines >= 18, `${lines} lines`);
     const before = await boxOf('Graph');
     await page.getByRole('separator', { name: 'Height of the graph' }).focus();
     for (let i = 0; i < 3; ++i) await page.keyboard.press('ArrowDown');
