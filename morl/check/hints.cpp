@@ -219,9 +219,6 @@ std::string HintForPlaceInShader(const FaultPlace& place)
     if (place.isDeclaration && place.Has("[") && place.Has("sampler")) {
         return "samplers are not arrays: declare one for each, as '#for' does";
     }
-    if (place.Says("expression error") && place.Has("[]")) {
-        return "an array has a size: 'float a[3]', or a macro in place of the number";
-    }
     if (place.Says("invalid var declare:main")) {
         return "the head is 'void main()'";
     }
@@ -241,10 +238,10 @@ std::string HintForDirective(const FaultPlace& place)
     if (place.Has("# if") || place.Has("# e") || place.Has("# for")) {
         return "no blank follows a '#': '#if', '#else', '#endif', '#for', '#endfor'";
     }
-    if (StartsWith(FirstNonBlank(place.line), "# ")) {
+    const std::string_view head = FirstNonBlank(place.line);
+    if (StartsWith(head, "# ")) {
         return "a comment begins with '//'";
     }
-    const std::string_view head = FirstNonBlank(place.line);
     if (StartsWith(head, "#if") && place.Has("{")) {
         return "a '#if' has no braces: its block ends with '#endif'";
     }
@@ -357,6 +354,9 @@ std::string HintForDeclaration(const FaultPlace& place)
         place.Has(",")) {
         return "one name in each declaration";
     }
+    if (place.Says("expression error") && place.Has("[]")) {
+        return "an array has a size: 'float a[3]', or a macro in place of the number";
+    }
     if (place.Says("invalid end of line") && place.Has("=")) {
         return "what is declared outside of 'main' has no initial value: assign it in 'main'";
     }
@@ -457,7 +457,7 @@ std::string HintForAssignment(const FaultPlace& place)
                       : "a statement is 'TYPE NAME;', 'NAME = VALUE;', 'if', 'for' or 'discard;'";
 }
 
-/// A sign in front of a value, or '=+' for '+='.
+/// Whether the text ends with a '+' that no value stands before: a sign, or '=+' meant as '+='.
 bool IsAfterPlus(std::string_view before)
 {
     if (before.empty() || before.back() != '+') {

@@ -86,7 +86,7 @@ bool RenameToNew(const std::filesystem::path& from, const std::filesystem::path&
 
 /// Exchanges two files of a folder, without a moment in which one of them is missing where the
 /// system can do that.
-/// @return whether it was done; if not, both are as they were.
+/// @return whether it was done; if not, `other` is as it was, and on Windows `one` may be gone.
 bool Exchange(const std::filesystem::path& one, const std::filesystem::path& other);
 
 /// Which file this is, and when anything of it was changed last, its times included: what the

@@ -231,8 +231,14 @@ bool RenameToNew(const std::filesystem::path& from, const std::filesystem::path&
 bool Exchange(const std::filesystem::path& one, const std::filesystem::path& other)
 {
     const std::filesystem::path spare = one.wstring() + L"-1";
-    return ReplaceFileW(other.c_str(), one.c_str(), spare.c_str(), 0, nullptr, nullptr) != 0 &&
-           Move(spare, one, 0);
+    if (ReplaceFileW(other.c_str(), one.c_str(), spare.c_str(), 0, nullptr, nullptr) == 0) {
+        return false;
+    }
+    const bool isDone = Move(spare, one, 0);
+    if (!isDone) {
+        RenameOver(spare, other);
+    }
+    return isDone;
 }
 
 FileVersion VersionOf(const std::filesystem::path& file)

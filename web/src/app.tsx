@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 import { useEffect } from 'react';
 import { FilesBar } from './files/files_bar';
+import { saveEdits } from './files/save';
 import { LayoutView } from './layout_view';
 import { redone, undone } from './model/store';
 import { usePage, usePageStore } from './model/use_store';
@@ -38,11 +39,16 @@ export function App() {
   const store = usePageStore();
   useEffect(() => {
     const onKey = (event: KeyboardEvent): void => {
-      if (!(event.ctrlKey || event.metaKey) || isField(event.target)) {
+      if (!(event.ctrlKey || event.metaKey)) {
         return;
       }
       const key = event.key.toLowerCase();
-      if (key === 'z' || key === 'y') {
+      if (key === 's') {
+        event.preventDefault();
+        void saveEdits(store);
+      } else if (isField(event.target)) {
+        return;
+      } else if (key === 'z' || key === 'y') {
         event.preventDefault();
         store.setState(key === 'y' || event.shiftKey ? redone : undone);
       }

@@ -7,6 +7,7 @@ import { createRoot } from 'react-dom/client';
 import { App } from './app';
 import { CompilerClient } from './compiler/client';
 import { ErrorBoundary } from './error_boundary';
+import { messageOf } from './message_of';
 import { fromLink, isLink } from './files/permalink';
 import { sampleProject } from './files/samples';
 import { storedText, storeText } from './files/storage';
@@ -28,10 +29,6 @@ function startTheme(): Theme {
   const chosen = storedText(themeKey);
   const prefersDark = window.matchMedia('(prefers-color-scheme: dark)').matches;
   return chosen === 'light' || chosen === 'dark' ? chosen : prefersDark ? 'dark' : 'light';
-}
-
-function messageOf(error: unknown): string {
-  return error instanceof Error ? error.message : String(error);
 }
 
 /** Opens the link in the address, if there is one, as a project of its own. */

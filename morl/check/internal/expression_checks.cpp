@@ -393,13 +393,19 @@ std::string PassChecker::HintForUnknown(const std::string& name)
     return meant.empty() ? "; give it a type, or declare it as 'uniform'" : meant;
 }
 
+/// A comparison that stands where the name was to be given a value.
 std::string PassChecker::HintOfDropped(const std::string& name) const
 {
     const MorlNode& here = *input.link.origins[static_cast<std::size_t>(node)].node;
     const MorlLostCode* dropped = FindDropped(here, name);
-    return dropped == nullptr ? ""
-                              : "; line " + std::to_string(here.PlaceOf(dropped->offset).line) +
-                                    " does not declare it: '=' assigns";
+    if (dropped == nullptr) {
+        return {};
+    }
+    const std::size_t next = here.Content().find_first_not_of(" \t", dropped->offset + name.size());
+    return next == std::string::npos || here.Content().compare(next, 2, "==") != 0
+               ? ""
+               : "; line " + std::to_string(here.PlaceOf(dropped->offset).line) +
+                     " does not declare it: '=' assigns";
 }
 
 /// A local variable of this name that the node itself declares, in a block or too late.

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-import { useEffect, useRef, useState } from 'react';
+import { useRef, useState } from 'react';
+import { messageOf } from '../message_of';
 import { addShader, type Project } from '../model/project';
 import { edited, isUnsaved, projectOf, redone, type Theme, undone } from '../model/store';
 import { useAllMessages, usePage, usePageStore } from '../model/use_store';
@@ -11,10 +12,6 @@ import { readSources } from './node_source';
 import { toLink } from './permalink';
 import { saveEdits } from './save';
 import { sampleProject } from './samples';
-
-function messageOf(error: unknown): string {
-  return error instanceof Error ? error.message : String(error);
-}
 
 function isCancelled(error: unknown): boolean {
   return error instanceof DOMException && error.name === 'AbortError';
@@ -77,9 +74,6 @@ export function FilesBar() {
       await show(root.name || 'Folder', await readFolder(root), root);
     });
   };
-  const save = (): void => {
-    void attempt(() => saveEdits(store));
-  };
   const share = (): void => {
     const link = toLink(projectOf(store.getState()));
     history.replaceState(null, '', link);
@@ -88,18 +82,6 @@ export function FilesBar() {
       inform('info', `${where} (${link.length} bytes); it holds the whole graph`);
     });
   };
-  useEffect(() => {
-    const onKey = (event: KeyboardEvent): void => {
-      if ((event.ctrlKey || event.metaKey) && event.key.toLowerCase() === 's') {
-        event.preventDefault();
-        save();
-      }
-    };
-    window.addEventListener('keydown', onKey);
-    return () => {
-      window.removeEventListener('keydown', onKey);
-    };
-  });
   const newShader = (): void => {
     store.setState((state) => {
       const added = addShader(projectOf(state), 'shader');
@@ -163,7 +145,7 @@ export function FilesBar() {
       <button
         className={hasUnsaved ? 'unsaved' : undefined}
         title={hasUnsaved ? 'There are edits that no file has (Ctrl+S)' : 'Ctrl+S'}
-        onClick={save}
+        onClick={() => void saveEdits(store)}
       >
         {hasUnsaved ? 'Save ●' : 'Save'}
       </button>

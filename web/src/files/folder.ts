@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Folders with node files: as texts by path, and in browsers.
+import { messageOf } from '../message_of';
 import {
   addShader,
   type GraphNode,
@@ -289,7 +290,7 @@ export async function writeFolder(
         }
         await writeFile(parent, path.replace(/^morl\//, ''), text);
       } catch (error) {
-        failures.set(path, error instanceof Error ? error.message : String(error));
+        failures.set(path, messageOf(error));
       }
     }
   }

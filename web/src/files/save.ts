@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Bringing the edits of the open project into its files.
+import { messageOf } from '../message_of';
 import { changeAll } from '../model/history';
 import type { Project } from '../model/project';
 import { followingNotice, projectOf, type State, type Store } from '../model/store';
@@ -23,7 +24,10 @@ async function requirePermission(folder: FileSystemDirectoryHandle): Promise<voi
   }
 }
 
-function without(texts: FileTexts, failed: ReadonlyMap<string, string>): FileTexts {
+function without<Text>(
+  texts: Readonly<Record<string, Text>>,
+  failed: ReadonlyMap<string, string>,
+): Record<string, Text> {
   return Object.fromEntries(Object.entries(texts).filter(([path]) => !failed.has(path)));
 }
 
@@ -55,12 +59,16 @@ let running: Promise<void> = Promise.resolve();
 
 /** Ends when no files are being written. */
 export function whenSaved(): Promise<void> {
-  return running.catch(() => undefined);
+  return running;
 }
 
-/** Saves the edits of the open project, after what is being saved already. */
+/** Saves the edits of the open project, after what is being saved already. A notice says what came of it. */
 export function saveEdits(store: Store): Promise<void> {
-  running = whenSaved().then(() => writeEdits(store));
+  running = running
+    .then(() => writeEdits(store))
+    .catch((error: unknown) => {
+      store.setState({ notice: { kind: 'error', text: messageOf(error) } });
+    });
   return running;
 }
 
@@ -93,12 +101,16 @@ async function writeEdits(store: Store): Promise<void> {
   }
   await requirePermission(folder);
   const failures = await writeFolder(folder, edits, openedTexts(project));
-  const done = without(written, failures);
-  const doneTexts = Object.fromEntries(Object.entries(texts).filter(([path]) => path in done));
   const reasons = [...failures].map(([path, reason]) => `${path} is not: ${reason}`);
   const count = `saved ${countFiles(number - failures.size)} to '${folder.name}'`;
   store.setState((state) => ({
-    ...savedState(state, project, doneTexts, done, failures.size === 0),
+    ...savedState(
+      state,
+      project,
+      without(texts, failures),
+      without(written, failures),
+      failures.size === 0,
+    ),
     notice: {
       kind: failures.size > 0 ? 'error' : 'info',
       text: [count, ...reasons].join('; '),

@@ -254,7 +254,6 @@ export class PreviewRenderer {
 
   /** Back to the built-in texture that a sampler begins with. */
   resetTexture(sampler: string): void {
-    this.chosen.delete(sampler);
     this.setTexture(sampler, startTexture(sampler));
     this.chosen.delete(sampler);
   }
@@ -276,6 +275,7 @@ export class PreviewRenderer {
   /** @param onTurned is called when a person has turned the camera */
   onTurn(onTurned: () => void): void {
     this.controls.addEventListener('end', onTurned);
+    this.renderer.domElement.addEventListener('keyup', onTurned);
   }
 
   /** The name of a sampler's texture; null: one of a person's own. */

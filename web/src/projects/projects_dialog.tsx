@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 import { useCallback, useEffect, useRef, useState } from 'react';
+import { messageOf } from '../message_of';
 import { usePage, usePageStore } from '../model/use_store';
 import type { ProjectEntry } from './database';
 import { useSession } from './use_session';
@@ -24,8 +25,7 @@ function Row({
   const [name, setName] = useState(entry.name);
   const run = (action: Promise<unknown>): void => {
     action.then(onChange, (error: unknown) => {
-      const text = error instanceof Error ? error.message : String(error);
-      store.setState({ notice: { kind: 'error', text } });
+      store.setState({ notice: { kind: 'error', text: messageOf(error) } });
       onClose();
     });
   };

@@ -52,6 +52,7 @@ export class Session {
   private readonly lock = new TabLock({
     onFree: () => void this.editHere(),
     onLost: () => {
+      void this.rescue();
       this.store.setState({ isFollowing: true });
     },
     onKept: () => {
@@ -61,6 +62,7 @@ export class Session {
     },
     onYield: async () => {
       if (!this.store.getState().isFollowing) {
+        await whenSaved();
         await this.keepAll();
         this.store.setState({ isFollowing: true });
       }
@@ -72,7 +74,8 @@ export class Session {
     private readonly database: ProjectDatabase | null,
   ) {
     store.subscribe((state, before) => {
-      if (state.project === before.project && isKeptDifferently(state, before)) {
+      const isOwn = state.project === before.project && !state.isFollowing;
+      if (isOwn && isKeptDifferently(state, before)) {
         this.hasUnkeptEdits ||= state.history.present !== before.history.present;
         clearTimeout(this.timer);
         this.timer = window.setTimeout(() => void this.keepNow(), delay);
@@ -118,6 +121,9 @@ export class Session {
     clearTimeout(this.timer);
     this.timer = 0;
     const state = this.store.getState();
+    if (state.isFollowing) {
+      this.hasUnkeptEdits = false;
+    }
     if (!this.database || state.isFollowing) {
       return;
     }
@@ -144,6 +150,20 @@ export class Session {
     } while (this.hasUnkeptEdits && this.store.getState().unkept === '');
   }
 
+  /** Another tab has not waited for the last edits here: they become a project of their own. */
+  private async rescue(): Promise<void> {
+    const state = this.store.getState();
+    if (!this.hasUnkeptEdits || !this.database) {
+      return;
+    }
+    this.hasUnkeptEdits = false;
+    const name = await this.freeName(state.project.name);
+    const entry = { id: newId(), name, changed: Date.now(), deleted: null };
+    await this.database.store(entry, { ...keptState(state), folder: null });
+    const text = `your last edits here are in the project '${name}'`;
+    this.store.setState({ notice: { kind: 'info', text } });
+  }
+
   /** Makes sure that another project can be shown. @throws Error if the open one would be lost */
   private async requireKept(): Promise<void> {
     await whenSaved();
@@ -165,12 +185,15 @@ export class Session {
     await this.adopt(name, project, folder);
   }
 
-  /** Opens a project of the list. Returns whether it is there. */
-  async open(id: string): Promise<boolean> {
+  /** Opens a project of the list. @throws Error if it cannot be read */
+  async open(id: string): Promise<void> {
     await this.requireKept();
-    return this.enter(id);
+    if (!(await this.enter(id))) {
+      throw new Error('what is kept of this project cannot be read');
+    }
   }
 
+  /** Shows a project of the list. Returns whether it can be read. */
   private async enter(id: string): Promise<boolean> {
     const entry = await this.database?.entry(id);
     const kept = await this.database?.load(id);

@@ -2,10 +2,11 @@
 // Of the tabs that show a project, one edits it.
 
 /** What tabs tell each other. */
-type TabMessage =
-  | { readonly kind: 'kept'; readonly id: string }
-  | { readonly kind: 'yield'; readonly id: string }
-  | { readonly kind: 'yielded'; readonly id: string };
+interface TabMessage {
+  readonly kind: 'kept' | 'yield' | 'yielded';
+  /** Of the project. */
+  readonly id: string;
+}
 
 export interface TabEvents {
   /** This tab may edit from now on, because the one that did has gone. */
@@ -29,6 +30,7 @@ function lockName(id: string): string {
 export class TabLock {
   private readonly channel = new BroadcastChannel('morl.projects');
   private id = '';
+  private onYielded: () => void = () => undefined;
   /** Gives up the lock, or the wait for it. */
   private leave: () => void = () => undefined;
 
@@ -40,7 +42,9 @@ export class TabLock {
       }
       if (kind === 'kept') {
         events.onKept();
-      } else if (kind === 'yield') {
+      } else if (kind === 'yielded') {
+        this.onYielded();
+      } else {
         void events.onYield().then(() => {
           this.tell('yielded', id);
         });
@@ -79,11 +83,7 @@ export class TabLock {
   async takeOver(): Promise<void> {
     const { id } = this;
     const answer = new Promise<void>((done) => {
-      this.channel.addEventListener('message', (event: MessageEvent<TabMessage>) => {
-        if (event.data.kind === 'yielded' && event.data.id === id) {
-          done();
-        }
-      });
+      this.onYielded = done;
       setTimeout(done, patience);
     });
     this.tell('yield', id);
