@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
-import { useEffect } from 'react';
+import { useCallback, useContext, useEffect, useState } from 'react';
+import { CommandContext } from './commands';
 import { FilesBar } from './files/files_bar';
 import { saveEdits } from './files/save';
 import { LayoutView } from './layout_view';
 import { redone, undone } from './model/store';
 import { usePage, usePageStore } from './model/use_store';
+import { Palette, type PaletteItem } from './palette';
 import { Banners } from './projects/banners';
+import { Toolbar } from './toolbar';
 
 function Notice() {
   const store = usePageStore();
@@ -34,11 +37,70 @@ function isField(target: EventTarget | null): boolean {
   return target instanceof HTMLInputElement && ['text', 'search', 'number'].includes(target.type);
 }
 
+/** The parts of the page, and what has the focus in each. */
+const parts = [
+  { name: 'graph', focused: '.graph .canvas' },
+  { name: 'source', focused: '.editor .cm-content' },
+  { name: 'messages', focused: '.messages ul' },
+  { name: 'picture', focused: '.picture canvas' },
+  { name: 'texts', focused: '.output .cm-content' },
+] as const;
+
+function focusPart(part: (typeof parts)[number] | undefined): void {
+  document.querySelector<HTMLElement>(part?.focused ?? '')?.focus();
+}
+
+/** Goes to the next part, or back to the one before. */
+function focusNextPart(step: 1 | -1): void {
+  const at = parts.findIndex(({ focused }) => document.activeElement?.closest(focused));
+  const start = at < 0 && step < 0 ? 0 : at;
+  focusPart(parts[(start + step + parts.length) % parts.length]);
+}
+
+/** Links over what comes before a part of the page, for those who use the Tab key. */
+function SkipLinks() {
+  return (
+    <nav className="skip" aria-label="Skip">
+      <Toolbar label="Skip to">
+        {parts.map((part) => (
+          <button
+            key={part.name}
+            onClick={() => {
+              focusPart(part);
+            }}
+          >
+            Skip to the {part.name}
+          </button>
+        ))}
+      </Toolbar>
+    </nav>
+  );
+}
+
 /** The page. */
 export function App() {
   const store = usePageStore();
+  const commands = useContext(CommandContext);
+  const [items, setItems] = useState<readonly PaletteItem[] | null>(null);
+  useEffect(() => {
+    const goes = parts.map((part) => ({
+      name: `Go to the ${part.name}`,
+      keys: 'F6 for the next',
+      run: () => {
+        focusPart(part);
+      },
+    }));
+    return commands.add(() => goes);
+  }, [commands]);
+  const openPalette = useCallback((): void => {
+    setItems(commands.all());
+  }, [commands]);
   useEffect(() => {
     const onKey = (event: KeyboardEvent): void => {
+      if (event.key === 'F6') {
+        event.preventDefault();
+        focusNextPart(event.shiftKey ? -1 : 1);
+      }
       if (!(event.ctrlKey || event.metaKey)) {
         return;
       }
@@ -46,6 +108,9 @@ export function App() {
       if (key === 's') {
         event.preventDefault();
         void saveEdits(store);
+      } else if (key === 'k') {
+        event.preventDefault();
+        openPalette();
       } else if (isField(event.target)) {
         return;
       } else if (key === 'z' || key === 'y') {
@@ -58,13 +123,23 @@ export function App() {
     return () => {
       window.removeEventListener('keydown', onKey, true);
     };
-  }, [store]);
+  }, [store, openPalette]);
   return (
     <>
-      <FilesBar />
+      <SkipLinks />
+      <FilesBar onHelp={openPalette} />
       <Banners />
       <LayoutView />
       <Notice />
+      {items && (
+        <Palette
+          label="What do you want to do?"
+          items={items}
+          onClose={() => {
+            setItems(null);
+          }}
+        />
+      )}
     </>
   );
 }

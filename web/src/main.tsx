@@ -45,19 +45,17 @@ async function openLink(store: Store, session: Session): Promise<void> {
   }
 }
 
-/** Asks before edits are left that no browser and no file has. */
+/** Keeps the last edits as the page goes, and asks before edits are left that no browser and no file has. */
 function guardEdits(store: Store, session: Session): void {
   window.addEventListener('beforeunload', (event) => {
     const { folder } = store.getState();
     if (session.isPending || (folder && isUnsaved(store.getState()))) {
-      void session.keepNow();
       event.preventDefault();
     }
+    session.keepLeaving();
   });
   document.addEventListener('visibilitychange', () => {
-    if (session.isPending) {
-      void session.keepNow();
-    }
+    session.keepLeaving();
   });
 }
 

@@ -79,7 +79,7 @@ test('typing is one step of undo, other edits are steps of their own', () => {
   const refused = edited(state, (current) => addReference(current, id, 'surface_out'));
   expect(refused.history).toBe(state.history);
   expect(refused.notice).toMatchObject({ kind: 'error' });
-  const added = addNode(project, { x: 0, y: 0, file: 'morl/post_effect.morl' });
+  const added = addNode(projectOf(state), { x: 0, y: 0, file: 'morl/post_effect.morl' });
   const chosen = { ...edited(state, () => added.project), selected: added.id };
   expect(undone(chosen).selected).toBeNull();
 });

@@ -90,7 +90,7 @@ test('messages underline words, and texts differ in their middle', () => {
 
 test('what is shown at a point of the canvas is kept there', () => {
   const project = sampleProject();
-  const offsets = fileOffsets(project);
+  const offsets = fileOffsets(project.files, project.nodes);
   for (const node of project.nodes) {
     const back = toCanvas(offsets, node.file, toScreen(offsets, node.file, node));
     expect([Math.round(back.x), Math.round(back.y)]).toEqual([node.x, node.y]);

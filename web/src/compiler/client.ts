@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-import type { Project, Shader } from '../model/project';
+import { type Project, reachable, type Shader } from '../model/project';
 import { type Answer, failedAnswer, type Job, type Message, type SourceNode } from './protocol';
 
 /** What has to be sent so that the compiler has the nodes of a project. */
@@ -21,17 +21,15 @@ export function changesSince(
 
 /** All that the messages of a shader depend on; each element is compared by itself. */
 function inputsOf(project: Project, shader: Shader): readonly unknown[] {
-  const nodes = new Map(project.nodes.map((node) => [node.name, node]));
-  const reached = new Set([...shader.vertex, ...shader.fragment]);
   const { vertex, fragment, macros, targetMacros, samplers } = shader;
-  const inputs: unknown[] = [vertex, fragment, macros, targetMacros, samplers];
-  // A set goes on over what is added on the way.
-  for (const name of reached) {
-    const node = nodes.get(name);
-    inputs.push(name, node?.content, node?.references);
-    node?.references.forEach((reference) => reached.add(reference));
-  }
-  return inputs;
+  return [
+    ...[vertex, fragment, macros, targetMacros, samplers],
+    ...reachable(project.nodes, [...vertex, ...fragment]).flatMap((node) => [
+      node.name,
+      node.content,
+      node.references,
+    ]),
+  ];
 }
 
 function areSame(one: readonly unknown[] | undefined, other: readonly unknown[]): boolean {

@@ -70,7 +70,7 @@ const declaration =
   /^\s*(?:(uniform|in|out)\s+)?(float[234]?|int[234]?|float[234]x[234]|sampler\w+|auto)\s+([A-Za-z_$][\w$]*)\s*(?=[;=:[])/;
 
 /** The declarations of a node, in their order. */
-function declarationsOf(node: GraphNode): Declaration[] {
+export function declarationsOf(node: GraphNode): Declaration[] {
   return node.content.split('\n').flatMap((text, i) => {
     const match = declaration.exec(text);
     return match

@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
 import { useRef, useState } from 'react';
+import { useCommands } from '../commands';
 import { messageOf } from '../message_of';
-import { addShader, type Project } from '../model/project';
-import { edited, isUnsaved, projectOf, redone, type Theme, undone } from '../model/store';
-import { useAllMessages, usePage, usePageStore } from '../model/use_store';
+import type { Project } from '../model/project';
+import { isUnsaved, projectOf, redone, type Theme, undone } from '../model/store';
+import { usePage, usePageStore } from '../model/use_store';
 import { copyText } from './clipboard';
 import { ProjectsDialog } from '../projects/projects_dialog';
 import { useSession } from '../projects/use_session';
+import { ShaderChooser } from '../shader_chooser';
+import { Toolbar } from '../toolbar';
 import { canOpenFolders, openProject, readChosen, readFolder } from './folder';
 import { readSources } from './node_source';
 import { toLink } from './permalink';
@@ -17,26 +20,20 @@ function isCancelled(error: unknown): boolean {
   return error instanceof DOMException && error.name === 'AbortError';
 }
 
-/** Opening, saving, sharing, and what goes over everything. */
-export function FilesBar() {
+/**
+ * Opening, saving, sharing, and what goes over everything.
+ * @param onHelp opens the list of all commands
+ */
+export function FilesBar({ onHelp }: { onHelp: () => void }) {
   const store = usePageStore();
   const chooser = useRef<HTMLInputElement>(null);
   const session = useSession();
   const [isListOpen, setListOpen] = useState(false);
   const projectName = usePage((state) => state.project.name);
   const hasUnsaved = usePage(isUnsaved);
-  const shader = usePage((state) => state.shader);
-  const shaders = usePage((state) => projectOf(state).shaders);
   const canUndo = usePage((state) => state.history.past.length > 0);
   const canRedo = usePage((state) => state.history.future.length > 0);
   const theme = usePage((state) => state.theme);
-
-  const { worst } = useAllMessages();
-  /** What the list says of a shader that has faults or warnings. */
-  const markOf = (name: string): string => {
-    const severity = worst.get(name);
-    return severity ? ` – ${severity}s` : '';
-  };
 
   const inform = (kind: 'info' | 'error', text: string): void => {
     store.setState({ notice: { kind, text } });
@@ -82,23 +79,43 @@ export function FilesBar() {
       inform('info', `${where} (${link.length} bytes); it holds the whole graph`);
     });
   };
-  const newShader = (): void => {
-    store.setState((state) => {
-      const added = addShader(projectOf(state), 'shader');
-      return { ...edited(state, () => added.project), shader: added.name };
-    });
+  const openSamples = (): void => {
+    void attempt(() => session.create('Samples', sampleProject()));
   };
+  const switchTheme = (): void => {
+    const next: Theme = theme === 'dark' ? 'light' : 'dark';
+    store.setState({ theme: next });
+  };
+  const openList = (): void => {
+    setListOpen(true);
+  };
+  useCommands(() => [
+    { name: 'Save', keys: 'Ctrl+S', run: () => void saveEdits(store) },
+    {
+      name: 'Undo',
+      keys: 'Ctrl+Z',
+      run: () => {
+        store.setState(undone);
+      },
+    },
+    {
+      name: 'Redo',
+      keys: 'Ctrl+Y',
+      run: () => {
+        store.setState(redone);
+      },
+    },
+    { name: 'Open files or a folder…', run: open },
+    { name: 'All projects…', run: openList },
+    { name: 'Open the samples as a new project', run: openSamples },
+    { name: 'Copy a link that holds the graph', run: share },
+    { name: 'Switch between light and dark', run: switchTheme },
+  ]);
 
   return (
     <header className="top">
       <h1>morl</h1>
-      <button
-        aria-haspopup="dialog"
-        title="All projects"
-        onClick={() => {
-          setListOpen(true);
-        }}
-      >
+      <button aria-haspopup="dialog" title="All projects" onClick={openList}>
         {projectName} ▾
       </button>
       {isListOpen && (
@@ -108,64 +125,46 @@ export function FilesBar() {
           }}
         />
       )}
-      <label>
-        Shader{' '}
-        <select
-          value={shader}
-          onChange={(event) => {
-            store.setState({ shader: event.target.value, mesh: null });
+      <ShaderChooser />
+      <span className="space" />
+      <Toolbar label="Project">
+        <button
+          disabled={!canUndo}
+          onClick={() => {
+            store.setState(undone);
           }}
         >
-          {shaders.map(({ name }, i) => (
-            <option key={i} value={name}>
-              {name + markOf(name)}
-            </option>
-          ))}
-        </select>
-      </label>
-      <button onClick={newShader}>New shader</button>
-      <span className="space" />
-      <button
-        disabled={!canUndo}
-        onClick={() => {
-          store.setState(undone);
-        }}
-      >
-        Undo
-      </button>
-      <button
-        disabled={!canRedo}
-        onClick={() => {
-          store.setState(redone);
-        }}
-      >
-        Redo
-      </button>
-      <button onClick={open}>Open…</button>
-      <button
-        className={hasUnsaved ? 'unsaved' : undefined}
-        title={hasUnsaved ? 'There are edits that no file has (Ctrl+S)' : 'Ctrl+S'}
-        onClick={() => void saveEdits(store)}
-      >
-        {hasUnsaved ? 'Save ●' : 'Save'}
-      </button>
-      <button onClick={share}>Link</button>
-      <button
-        onClick={() => {
-          void attempt(() => session.create('Samples', sampleProject()));
-        }}
-      >
-        Samples
-      </button>
-      <button
-        aria-label="Switch between light and dark"
-        onClick={() => {
-          const next: Theme = theme === 'dark' ? 'light' : 'dark';
-          store.setState({ theme: next });
-        }}
-      >
-        {theme === 'dark' ? 'Light' : 'Dark'}
-      </button>
+          Undo
+        </button>
+        <button
+          disabled={!canRedo}
+          onClick={() => {
+            store.setState(redone);
+          }}
+        >
+          Redo
+        </button>
+        <button onClick={open}>Open…</button>
+        <button
+          className={hasUnsaved ? 'unsaved' : undefined}
+          title={hasUnsaved ? 'There are edits that no file has (Ctrl+S)' : 'Ctrl+S'}
+          onClick={() => void saveEdits(store)}
+        >
+          {hasUnsaved ? 'Save ●' : 'Save'}
+        </button>
+        <button onClick={share}>Link</button>
+        <button onClick={openSamples}>Samples</button>
+        <button aria-label="Switch between light and dark" onClick={switchTheme}>
+          {theme === 'dark' ? 'Light' : 'Dark'}
+        </button>
+        <button
+          aria-haspopup="dialog"
+          title="Everything that can be done (Ctrl+K)"
+          onClick={onHelp}
+        >
+          Commands
+        </button>
+      </Toolbar>
       <input
         ref={chooser}
         type="file"

@@ -7,6 +7,7 @@ import {
   isSourcePath,
   type NodeFile,
   type Project,
+  type Shader,
 } from '../model/project';
 import { emptyManifest, readManifest, writeManifest } from './manifest';
 import { FileError, nodeFilePaths, readNodes, writeNodes } from './node_file';
@@ -113,6 +114,11 @@ function indexesAfterSave<Key>(
   );
 }
 
+/** What stays the same when a shader of the manifest is renamed. */
+function shaderKey({ name, index }: Shader): string {
+  return index === null ? name : `#${index}`;
+}
+
 /**
  * A step of the history after another one was saved.
  * @param saved the project that the texts were made from
@@ -129,7 +135,7 @@ export function afterSave(
     saved.nodes.map(({ id, file, index }) => ({ key: id, list: file, index })),
   );
   const shaders = indexesAfterSave(
-    saved.shaders.map(({ name, index }) => ({ key: name, list: '', index })),
+    saved.shaders.map((shader) => ({ key: shaderKey(shader), list: '', index: shader.index })),
   );
   // A source that is gone comes back with all that it had.
   const isGone = (path: string): boolean => written[path] === null;
@@ -152,7 +158,7 @@ export function afterSave(
     })),
     shaders: step.shaders.map((shader) => ({
       ...shader,
-      index: isWritten ? (shaders.get(shader.name) ?? null) : shader.index,
+      index: isWritten ? (shaders.get(shaderKey(shader)) ?? null) : shader.index,
     })),
   };
 }

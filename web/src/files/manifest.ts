@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The shaders of a manifest (shaders.json).
 import { type NodeFile, type Shader, valueIn } from '../model/project';
-import { appendElement, isList, setValue, withoutMark } from './json_edit';
+import { appendElement, isList, removeElement, setValue, withoutMark } from './json_edit';
 import { FileError } from './node_file';
 
 function isRecord(value: unknown): value is Record<string, unknown> {
@@ -74,37 +74,48 @@ export function readManifest(path: string, text: string): Shader[] {
 export const emptyManifest = '{\n  "shaders": []\n}\n';
 
 /** The entry of a new shader. */
-function newEntry({ name, vertex, fragment, macros }: Shader): object {
-  return Object.keys(macros).length > 0
-    ? { name, vertex, fragment, macros }
-    : { name, vertex, fragment };
+function newEntry(shader: Shader): object {
+  const { name, vertex, fragment, macros, targetMacros, samplers } = shader;
+  const tables = Object.entries({ macros, targetMacros, samplers }).filter(
+    ([, table]) => Object.keys(table).length > 0,
+  );
+  return { name, vertex, fragment, ...Object.fromEntries(tables) };
 }
 
-/**
- * The text of a manifest with the shaders as they are now. A list of values stays: it says which variants are built,
- * and not with which one the page begins.
- */
+/** What an entry lacks. A list of values stays: it says which variants are built, and not with which one the page begins. */
+function changeEntry(text: string, index: number, before: Shader, shader: Shader): string {
+  const at = ['shaders', index];
+  let next = text;
+  if (shader.name !== before.name) {
+    next = setValue(next, [...at, 'name'], shader.name);
+  }
+  for (const [macro, value] of Object.entries(shader.macros)) {
+    const path = [...at, 'macros', macro];
+    if (valueIn(before.macros, macro) !== value && !isList(next, path)) {
+      next = setValue(next, path, value);
+    }
+  }
+  for (const stage of ['vertex', 'fragment'] as const) {
+    if (JSON.stringify(shader[stage]) !== JSON.stringify(before[stage])) {
+      next = setValue(next, [...at, stage], shader[stage]);
+    }
+  }
+  return next;
+}
+
+/** The text of a manifest with the shaders as they are now. */
 export function writeManifest(file: NodeFile, shaders: readonly Shader[]): string {
   const old = readManifest(file.path, file.text);
   let { text } = file;
-  for (const shader of shaders) {
-    const before = shader.index === null ? undefined : old[shader.index];
-    const { vertex, fragment } = shader;
-    if (!before || shader.index === null) {
-      text = appendElement(text, ['shaders'], newEntry(shader));
-      continue;
-    }
-    for (const [macro, value] of Object.entries(shader.macros)) {
-      const path = ['shaders', shader.index, 'macros', macro];
-      if (valueIn(before.macros, macro) !== value && !isList(text, path)) {
-        text = setValue(text, path, value);
-      }
-    }
-    for (const [stage, nodes] of Object.entries({ vertex, fragment })) {
-      if (JSON.stringify(nodes) !== JSON.stringify(before[stage as 'vertex' | 'fragment'])) {
-        text = setValue(text, ['shaders', shader.index, stage], nodes);
-      }
-    }
+  for (const shader of shaders.filter(({ index }) => index === null)) {
+    text = appendElement(text, ['shaders'], newEntry(shader));
+  }
+  // From the end, so that the indexes of the others stay as they are.
+  for (const [index, before] of [...old.entries()].reverse()) {
+    const shader = shaders.find((one) => one.index === index);
+    text = shader
+      ? changeEntry(text, index, before, shader)
+      : removeElement(text, ['shaders'], index);
   }
   readManifest(file.path, text);
   return text;

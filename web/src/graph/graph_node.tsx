@@ -1,23 +1,9 @@
 // SPDX-License-Identifier: MIT
-import { Handle, type Node, type NodeProps, Position } from '@xyflow/react';
+import { BaseEdge, type EdgeProps, Handle, type NodeProps, Position } from '@xyflow/react';
 import { memo } from 'react';
 import { type StageName, toggleInPass } from '../model/project';
 import { usePage, useEdit } from '../model/use_store';
-
-/** What a node of the graph shows. */
-export interface NodeData extends Record<string, unknown> {
-  readonly name: string;
-  readonly file: string;
-  readonly errors: number;
-  readonly warnings: number;
-  /** Its place among the nodes of the text that is shown, 1-based; 0: it is not in it. */
-  readonly place: number;
-  readonly isInVertex: boolean;
-  readonly isInFragment: boolean;
-  readonly isFound: boolean;
-}
-
-export type ShownNode = Node<NodeData, 'morl'>;
+import type { NodeData, ShownEdge, ShownFile, ShownNode } from './shown';
 
 function PassButton({ stage, data }: { stage: StageName; data: NodeData }) {
   const shader = usePage((state) => state.shader);
@@ -54,6 +40,7 @@ export const MorlGraphNode = memo(function MorlGraphNode({ data, selected }: Nod
     isUsed ? 'used' : '',
     selected ? 'chosen' : '',
     data.isFound ? 'found' : '',
+    data.isDimmed ? 'dimmed' : '',
   ];
   return (
     <div className={classes.filter(Boolean).join(' ')}>
@@ -83,4 +70,14 @@ export const MorlGraphNode = memo(function MorlGraphNode({ data, selected }: Nod
       <Handle type="source" position={Position.Right} />
     </div>
   );
+});
+
+/** The frame around the nodes of a file. */
+export const FileFrame = memo(function FileFrame({ data }: NodeProps<ShownFile>) {
+  return <div className="file-frame">{data.path}</div>;
+});
+
+/** A line that goes around the nodes between. */
+export const RoutedEdge = memo(function RoutedEdge({ id, data }: EdgeProps<ShownEdge>) {
+  return <BaseEdge id={id} path={data?.path ?? ''} />;
 });

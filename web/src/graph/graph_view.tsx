@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 import {
   Background,
-  Controls,
-  type Edge,
+  type FinalConnectionState,
   MiniMap,
   type NodeChange,
   ReactFlow,
@@ -10,237 +9,250 @@ import {
   useNodesInitialized,
   useReactFlow,
 } from '@xyflow/react';
-import { useEffect, useMemo, useRef, useState } from 'react';
-import type { Message } from '../compiler/protocol';
+import { type KeyboardEvent, useEffect, useMemo, useRef, useState } from 'react';
+import { useCommands } from '../commands';
+import { storedText, storeText } from '../files/storage';
+import { countsOf, orderOf, shaderOf, shapesOf } from '../model/selectors';
+import { projectOf, type State } from '../model/store';
+import { usePage, usePageStore } from '../model/use_store';
+import { moving } from '../motion';
+import { Palette, type PaletteItem } from '../palette';
+import { Toolbar } from '../toolbar';
 import {
-  addNode,
-  addReference,
-  duplicateNode,
-  moveNodes,
-  nodeById,
-  nodeFileOf,
-  type Project,
-  removeNodes,
-  removeReference,
-} from '../model/project';
-import { edited, projectOf, type State } from '../model/store';
-import { useAllMessages, usePage, usePageStore } from '../model/use_store';
-import { MorlGraphNode, type ShownNode } from './graph_node';
-import { fileOffsets, nodeSize, type Point, referencesOf, toCanvas, toScreen } from './layout';
+  withArranged,
+  withDuplicates,
+  withNewNode,
+  withoutNodes,
+  withoutReference,
+  withPlaces,
+  withReference,
+} from './edits';
+import { FileFrame, MorlGraphNode, RoutedEdge } from './graph_node';
+import { boundsOf, fileOffsets, nodeSize, type Point, readableZoom, sightOf } from './layout';
+import { useMenus } from './menus';
+import {
+  type Drags,
+  reuse,
+  type Shown,
+  type ShownEdge,
+  shownEdges,
+  shownFiles,
+  type ShownNode,
+  shownNodes,
+} from './shown';
+import { directionOf, nextNode } from './walk';
 
 const minimapSize = { width: 130, height: 90 };
-/** The names of nodes, of 13 CSS pixels, have 11 then. */
-const readableZoom = 0.85;
-const nodeTypes = { morl: MorlGraphNode };
+/** So many nodes are all drawn; of more, only those that can be seen. */
+const manyNodes = 150;
+/** How far an arrow key moves nodes, on the screen. */
+const keyStep = 20;
+const nodeTypes = { morl: MorlGraphNode, file: FileFrame };
+const edgeTypes = { routed: RoutedEdge };
+const wholeKey = 'morl.graph.whole';
 
-/** Takes the elements of the last list that are equal, so that only nodes that differ are drawn again. */
-function reuse(last: readonly ShownNode[], next: readonly ShownNode[]): ShownNode[] {
-  const byId = new Map(last.map((node) => [node.id, node]));
-  return next.map((node) => {
-    const old = byId.get(node.id);
-    return old && JSON.stringify(old) === JSON.stringify(node) ? old : node;
-  });
+/** Keeps the elements that have not changed from one drawing to the next. */
+function useReused<Element extends { readonly id: string }>(
+  next: readonly Element[],
+): readonly Element[] {
+  const last = useRef<readonly Element[]>([]);
+  last.current = reuse(last.current, next);
+  return last.current;
 }
 
-/** Places of nodes while they are dragged, by id; the project gets them when the drag ends. */
-type Drags = Readonly<Record<string, Point>>;
-
-function countByNode(messages: readonly Message[]): Map<string, number> {
-  const counts = new Map<string, number>();
-  messages.forEach(({ node }) => counts.set(node, (counts.get(node) ?? 0) + 1));
-  return counts;
+function pointOf({ clientX, clientY }: { clientX: number; clientY: number }): Point {
+  return { x: clientX, y: clientY };
 }
 
-function shownNodes(
-  project: Project,
-  shaderName: string,
-  messages: readonly Message[],
-  order: readonly string[],
-  selected: string | null,
-  drags: Drags,
-  search: string,
-): ShownNode[] {
-  const offsets = fileOffsets(project);
-  const places = new Map(order.map((name, i) => [name, i + 1]));
-  const errorsOf = countByNode(messages.filter(({ severity }) => severity === 'error'));
-  const warningsOf = countByNode(messages.filter(({ severity }) => severity === 'warning'));
-  const shader = project.shaders.find((one) => one.name === shaderName);
-  return project.nodes.map((node) => {
-    return {
-      id: node.id,
-      type: 'morl',
-      position: drags[node.id] ?? toScreen(offsets, node.file, node),
-      selected: node.id === selected,
-      ...nodeSize,
-      measured: nodeSize,
-      ariaLabel: `node ${node.name}`,
-      data: {
-        name: node.name,
-        file: node.file,
-        errors: errorsOf.get(node.name) ?? 0,
-        warnings: warningsOf.get(node.name) ?? 0,
-        place: places.get(node.name) ?? 0,
-        isInVertex: shader?.vertex.includes(node.name) ?? false,
-        isInFragment: shader?.fragment.includes(node.name) ?? false,
-        isFound: search !== '' && node.name.toLowerCase().includes(search.toLowerCase()),
-      },
-    };
-  });
+function middleOf({ position: { x, y } }: ShownNode): Point {
+  return { x: x + nodeSize.width / 2, y: y + nodeSize.height / 2 };
 }
 
-function shownEdges(project: Project, shaderName: string, chosen: string | null): Edge[] {
-  const shader = project.shaders.find((one) => one.name === shaderName);
-  const used = new Set([...(shader?.vertex ?? []), ...(shader?.fragment ?? [])]);
-  return referencesOf(project).map(({ from, to }) => {
-    const id = `${from.id}>${to.id}`;
-    return {
-      id,
-      source: from.id,
-      target: to.id,
-      selected: id === chosen,
-      className: used.has(from.name) && used.has(to.name) ? 'used' : '',
-      ariaLabel: `'${to.name}' builds on '${from.name}'`,
-    };
-  });
+/** How the canvases of files lie below each other: as when the project was opened, so that nothing jumps. */
+function useOffsets() {
+  const id = usePage((state) => state.project.id);
+  const paths = usePage((state) =>
+    projectOf(state)
+      .files.map((file) => file.path)
+      .join('\n'),
+  );
+  const store = usePageStore();
+  return useMemo(() => {
+    const { files, nodes } = projectOf(store.getState());
+    return fileOffsets(files, nodes);
+    // eslint-disable-next-line react-hooks/exhaustive-deps
+  }, [store, id, paths]);
 }
 
 function Graph() {
   const store = usePageStore();
-  const project = usePage(projectOf);
-  const shader = usePage((state) => state.shader);
+  const shapes = usePage(shapesOf);
+  const shader = usePage(shaderOf);
+  const counts = usePage(countsOf);
+  const order = usePage(orderOf);
   const selected = usePage((state) => state.selected);
-  const order = usePage((state) => state.answer?.texts[state.target][state.stage]?.nodes);
-  const { own, others, remarks } = useAllMessages();
   const theme = usePage((state) => state.theme);
   const flow = useReactFlow();
   const canvas = useRef<HTMLDivElement>(null);
+  const offsets = useOffsets();
   const [drags, setDrags] = useState<Drags>({});
   const [edge, setEdge] = useState<string | null>(null);
   const [search, setSearch] = useState('');
-  // The Delete key is about one thing: the edge, or otherwise the node.
-  const shownAsSelected = edge === null ? selected : null;
-  const lastNodes = useRef<ShownNode[]>([]);
-  const nodes = useMemo(() => {
-    const messages = [...own, ...others, ...remarks];
-    const next = shownNodes(project, shader, messages, order ?? [], shownAsSelected, drags, search);
-    lastNodes.current = reuse(lastNodes.current, next);
-    return lastNodes.current;
-  }, [project, shader, own, others, remarks, order, shownAsSelected, drags, search]);
-  const edges = useMemo(() => shownEdges(project, shader, edge), [project, shader, edge]);
+  const [isWholeWanted, setWhole] = useState(() => storedText(wholeKey) === 'yes');
+  const isWhole =
+    isWholeWanted || (shader?.vertex ?? []).length + (shader?.fragment ?? []).length === 0;
+  const [picks, setPicks] = useState<ReadonlySet<string>>(new Set());
+  const [arrangements, setArrangements] = useState(0);
 
-  const fitShader = (): void => {
-    const used = nodes.filter((node) => node.data.isInVertex || node.data.isInFragment);
-    const shown = used.length > 0 ? used : nodes;
-    const { width, height } = flow.getNodesBounds(shown);
+  // What is picked together holds as long as the node in the editor belongs to it. The Delete key is about one thing:
+  // the line, or otherwise the nodes.
+  const picked = useMemo((): ReadonlySet<string> => {
+    if (edge !== null || selected === null) {
+      return new Set();
+    }
+    return picks.has(selected) ? picks : new Set([selected]);
+  }, [edge, selected, picks]);
+  const nodes = useReused<ShownNode>(
+    useMemo(
+      () =>
+        shownNodes({
+          ...{ shapes, shader, isWhole, chosen: selected, picked },
+          ...{ counts, order, offsets, drags, search },
+        }),
+      [shapes, shader, isWhole, selected, picked, counts, order, offsets, drags, search],
+    ),
+  );
+  const files = useReused(useMemo(() => shownFiles(shapes, nodes), [shapes, nodes]));
+  const edges = useReused<ShownEdge>(
+    useMemo(() => shownEdges(shapes, nodes, edge), [shapes, nodes, edge]),
+  );
+  const elements = useMemo((): Shown[] => [...files, ...nodes], [files, nodes]);
+
+  const show = (shown: readonly ShownNode[]): void => {
     const area = canvas.current?.getBoundingClientRect();
-    const fits =
-      width * readableZoom < (area?.width ?? 0) && height * readableZoom < (area?.height ?? 0);
-    // Where not all can be read at once, the chosen one can.
-    const chosen = shown.find((node) => node.id === selected) ?? shown[0];
-    void flow.fitView({
-      nodes: fits || !chosen ? shown : [chosen],
-      padding: 0.1,
-      minZoom: readableZoom,
-      maxZoom: fits ? 1.5 : readableZoom,
-      duration: 200,
-    });
+    const around = shown.find((node) => node.id === selected) ?? shown[0];
+    if (area && around) {
+      const box = boundsOf(shown.map(({ position }) => position));
+      const { center, zoom } = sightOf(box, area, middleOf(around));
+      void flow.setCenter(center.x, center.y, { zoom, duration: moving(200) });
+    }
+  };
+  const fitShader = (): void => {
+    const used = nodes.filter((node) => !node.data.isDimmed);
+    show(used.length > 0 ? used : nodes);
   };
   const isReady = useNodesInitialized();
+  const shaderName = shader?.name;
   useEffect(() => {
     if (isReady) {
       fitShader();
     }
-    // Only when another shader is shown, not with every edit.
+    // Only when other nodes are shown, not with every edit.
     // eslint-disable-next-line react-hooks/exhaustive-deps
-  }, [shader, isReady]);
+  }, [shaderName, isWhole, isReady, arrangements]);
+  useEffect(() => {
+    const node = nodes.find((one) => one.id === selected);
+    const area = canvas.current?.getBoundingClientRect();
+    if (!node || !area || !isReady) {
+      return;
+    }
+    const start = flow.flowToScreenPosition(node.position);
+    const { zoom } = flow.getViewport();
+    const isSeen =
+      start.x > area.left - (nodeSize.width * zoom) / 2 &&
+      start.y > area.top &&
+      start.x + (nodeSize.width * zoom) / 2 < area.right &&
+      start.y + nodeSize.height * zoom < area.bottom;
+    if (!isSeen) {
+      const { x, y } = middleOf(node);
+      void flow.setCenter(x, y, { zoom: Math.max(zoom, readableZoom), duration: moving(200) });
+    }
+    // Only when another node is chosen: nobody's view jumps while nodes move.
+    // eslint-disable-next-line react-hooks/exhaustive-deps
+  }, [selected]);
 
-  const change = (edit: (whole: State) => State): void => {
+  const change = (edit: (state: State) => State): void => {
     store.setState(edit);
   };
-  const commit = (moved: Drags): void => {
-    change((whole) =>
-      edited(whole, (before) => {
-        const offsets = fileOffsets(before);
-        const moves = Object.entries(moved).map(([id, point]) => {
-          const file = nodeById(before, id)?.file ?? '';
-          return { id, ...toCanvas(offsets, file, point) };
-        });
-        return moveNodes(before, moves);
-      }),
-    );
-    setDrags({});
+  const choose = (id: string): void => {
+    setEdge(null);
+    setPicks(new Set([id]));
+    store.setState({ selected: id });
   };
-  const onNodesChange = (changes: NodeChange<ShownNode>[]): void => {
+  const goToSource = (id: string): void => {
+    const node = projectOf(store.getState()).nodes.find((one) => one.id === id);
+    if (node) {
+      store.setState({ selected: id, goTo: { node: node.name, line: 1, column: 1 } });
+    }
+  };
+  const menus = useMenus(offsets, choose, goToSource);
+  const onNodesChange = (changes: NodeChange<Shown>[]): void => {
     const moved: Record<string, Point> = {};
     let isOver = false;
+    const next = new Set(picked);
+    let last: string | null = null;
     for (const one of changes) {
       if (one.type === 'position' && one.position) {
         moved[one.id] = one.position;
         isOver ||= one.dragging !== true;
       } else if (one.type === 'select' && one.selected) {
-        setEdge(null);
-        store.setState({ selected: one.id });
+        next.add(one.id);
+        last = one.id;
+      } else if (one.type === 'select') {
+        next.delete(one.id);
       }
+    }
+    if (last !== null || next.size < picked.size) {
+      const stays = selected !== null && next.has(selected) ? selected : [...next].at(-1);
+      setEdge(null);
+      setPicks(next);
+      store.setState({ selected: last ?? stays ?? selected });
     }
     if (Object.keys(moved).length === 0) {
       return;
     }
+    const all = { ...drags, ...moved };
     if (isOver) {
-      commit({ ...drags, ...moved });
+      change((state) => withPlaces(state, offsets, Object.entries(all)));
+      setDrags({});
     } else {
-      setDrags({ ...drags, ...moved });
+      setDrags(all);
     }
   };
-  const disconnect = (ids: readonly string[]): void => {
-    change((whole) =>
-      edited(whole, (project) =>
-        ids.reduce((next, id) => {
-          const [from = '', to = ''] = id.split('>');
-          return removeReference(next, to, nodeById(next, from)?.name ?? '');
-        }, project),
-      ),
-    );
-  };
-  const add = (): void => {
-    change((whole) => {
-      const offsets = fileOffsets(projectOf(whole));
-      const chosen =
-        whole.selected === null ? undefined : nodeById(projectOf(whole), whole.selected);
-      const file = nodeFileOf(chosen?.file ?? projectOf(whole).files[0]?.path ?? '');
-      const center = flow.screenToFlowPosition({
-        x: window.innerWidth / 4,
-        y: window.innerHeight / 4,
-      });
-      const { x, y } = chosen
-        ? { x: chosen.x + 40, y: chosen.y + 90 }
-        : toCanvas(offsets, file, center);
-      const at = { x: Math.round(x), y: Math.round(y), file };
-      const added = addNode(projectOf(whole), at);
-      return { ...edited(whole, () => added.project), selected: added.id };
+  const middle = (): Point => {
+    const area = canvas.current?.getBoundingClientRect();
+    return flow.screenToFlowPosition({
+      x: (area?.left ?? 0) + (area?.width ?? 0) / 2,
+      y: (area?.top ?? 0) + (area?.height ?? 0) / 2,
     });
+  };
+  const add = (at: Point | null = null): void => {
+    change((state) => withNewNode(state, offsets, at, middle()));
   };
   const duplicate = (): void => {
-    change((whole) => {
-      if (whole.selected === null) {
-        return whole;
-      }
-      const copied = duplicateNode(projectOf(whole), whole.selected);
-      return { ...edited(whole, () => copied.project), selected: copied.id };
-    });
+    change((state) => withDuplicates(state, picked));
   };
   const remove = (): void => {
     if (edge !== null) {
-      disconnect([edge]);
+      change((state) => withoutReference(state, edge));
       setEdge(null);
-    } else if (selected !== null) {
-      change((whole) => edited(whole, (project) => removeNodes(project, [selected])));
+    } else {
+      change((state) => withoutNodes(state, [...picked]));
     }
+  };
+  const arrange = (): void => {
+    const ids = nodes.map(({ id }) => id);
+    change((state) => withArranged(state, offsets, ids));
+    setArrangements(arrangements + 1);
+  };
+  const toggleWhole = (): void => {
+    storeText(wholeKey, isWhole ? 'no' : 'yes');
+    setWhole(!isWhole);
   };
   const find = (): void => {
     const [found] = nodes.filter((node) => node.data.isFound);
     if (found) {
-      store.setState({ selected: found.id });
-      void flow.fitView({ nodes: [found], maxZoom: 1.2, duration: 200 });
+      choose(found.id);
     } else {
       store.setState({
         notice: { kind: 'info', text: `no node is called like '${search}'` },
@@ -248,17 +260,110 @@ function Graph() {
     }
   };
 
+  /** A wire that ends on a node connects it; one that ends on nothing offers nodes. */
+  const onConnectEnd = (
+    event: MouseEvent | TouchEvent,
+    { fromNode, fromHandle, toNode }: FinalConnectionState,
+  ): void => {
+    if (!fromNode || toNode) {
+      return;
+    }
+    const isStart = fromHandle.type === 'source';
+    const under = (event.target as Element).closest('.react-flow__node-morl');
+    const other = under?.getAttribute('data-id');
+    if (other) {
+      const [from, to] = isStart ? [fromNode.id, other] : [other, fromNode.id];
+      change((state) => withReference(state, from, to));
+      return;
+    }
+    const pointer = event instanceof MouseEvent ? event : event.changedTouches[0];
+    const at = pointOf(pointer ?? { clientX: 0, clientY: 0 });
+    menus.openWire(fromNode.id, isStart ? 'is built on by' : 'builds on', at);
+  };
+  const viewItems: PaletteItem[] = [
+    ...(isWhole ? [{ name: 'Arrange all nodes', detail: 'in columns', run: arrange }] : []),
+    { name: 'Show the whole shader', detail: 'or its chosen node', run: fitShader },
+    {
+      name: isWhole ? 'Show only the nodes of the shader' : 'Show the nodes of all shaders',
+      run: toggleWhole,
+    },
+  ];
+  const onKeyDown = (event: KeyboardEvent): void => {
+    const direction = directionOf(event.key);
+    const current = nodes.find((node) => node.id === selected) ?? nodes[0];
+    if (event.key === 'Delete') {
+      remove();
+    } else if (event.target !== canvas.current || !current) {
+      return;
+    } else if (event.key === 'Enter') {
+      event.preventDefault();
+      goToSource(current.id);
+    } else if (direction && event.altKey) {
+      event.preventDefault();
+      const moved = nodes
+        .filter((node) => picked.has(node.id))
+        .map(({ id, position: { x, y } }) => {
+          const place = { x: x + direction.x * keyStep, y: y + direction.y * keyStep };
+          return [id, place] as const;
+        });
+      change((state) => withPlaces(state, offsets, moved, 'move by keys'));
+    } else if (direction && !event.ctrlKey && !event.metaKey) {
+      event.preventDefault();
+      choose(nextNode(nodes, current.position, direction)?.id ?? current.id);
+    }
+  };
+  useCommands(() => [
+    {
+      name: 'New node',
+      run: () => {
+        add();
+      },
+    },
+    {
+      name: 'Put a node into the shader…',
+      keys: 'double click on the graph',
+      run: () => {
+        const area = canvas.current?.getBoundingClientRect();
+        menus.openNodes({ x: area?.left ?? 0, y: area?.top ?? 0 });
+      },
+    },
+    { name: 'Duplicate the chosen nodes', run: duplicate },
+    { name: 'Delete the chosen nodes', keys: 'Delete', run: remove },
+    ...viewItems,
+  ]);
+  const chosenName = nodes.find((node) => node.id === selected)?.data.name;
+
   return (
     <section className="panel graph" aria-label="Graph">
       <div className="bar">
-        <button onClick={add}>Add node</button>
-        <button onClick={duplicate} disabled={selected === null}>
-          Duplicate
-        </button>
-        <button onClick={remove} disabled={selected === null && edge === null}>
-          Delete
-        </button>
-        <button onClick={fitShader}>Show shader</button>
+        <Toolbar label="Graph">
+          <button
+            onClick={() => {
+              add();
+            }}
+          >
+            Add node
+          </button>
+          <button onClick={duplicate} disabled={picked.size === 0}>
+            Duplicate
+          </button>
+          <button onClick={remove} disabled={picked.size === 0 && edge === null}>
+            Delete
+          </button>
+          <button onClick={arrange} disabled={!isWhole} title="Put all nodes into columns">
+            Arrange
+          </button>
+          <button onClick={fitShader} title="Show the whole shader, or its chosen node">
+            Fit
+          </button>
+          <button
+            aria-pressed={isWhole}
+            onClick={toggleWhole}
+            title="Show the nodes of all shaders, or only those of the chosen one"
+          >
+            All
+          </button>
+        </Toolbar>
         <span className="space" />
         <form
           role="search"
@@ -281,37 +386,59 @@ function Graph() {
       <div
         className="canvas"
         ref={canvas}
-        tabIndex={-1}
-        onKeyDown={(event) => {
-          if (event.key === 'Delete') {
-            remove();
+        role="application"
+        aria-label="Nodes: arrow keys go from one to the next, Enter goes to the source, Alt and arrow keys move"
+        tabIndex={0}
+        onKeyDown={onKeyDown}
+        onDoubleClick={(event) => {
+          if ((event.target as Element).classList.contains('react-flow__pane')) {
+            menus.openNodes(pointOf(event));
           }
         }}
       >
-        <ReactFlow<ShownNode>
-          nodes={nodes}
-          edges={edges}
+        <ReactFlow<Shown, ShownEdge>
+          nodes={elements}
+          edges={edges as ShownEdge[]}
           nodeTypes={nodeTypes}
+          edgeTypes={edgeTypes}
           colorMode={theme}
           minZoom={0.1}
+          nodesFocusable={false}
           edgesFocusable={false}
+          disableKeyboardA11y
           deleteKeyCode={null}
+          zoomOnDoubleClick={false}
+          onlyRenderVisibleElements={elements.length > manyNodes}
           onNodesChange={onNodesChange}
-          onEdgeClick={(event, clicked) => {
+          onNodeClick={() => canvas.current?.focus()}
+          onNodeDoubleClick={(_, { id }) => {
+            goToSource(id);
+          }}
+          onNodeContextMenu={(event, { id }) => {
+            event.preventDefault();
+            const ids = picked.has(id) ? [...picked] : [id];
+            if (!picked.has(id)) {
+              choose(id);
+            }
+            menus.openNode(id, ids, pointOf(event));
+          }}
+          onPaneContextMenu={(event) => {
+            event.preventDefault();
+            menus.openGraph(pointOf(event), viewItems);
+          }}
+          onEdgeClick={(_, clicked) => {
             setEdge(clicked.id);
             // So that the Delete key is about it.
-            (event.target as Element).closest<HTMLElement>('.canvas')?.focus();
+            canvas.current?.focus();
           }}
           onPaneClick={() => {
             setEdge(null);
+            canvas.current?.focus();
           }}
           onConnect={({ source, target }) => {
-            change((whole) =>
-              edited(whole, (project) =>
-                addReference(project, target, nodeById(project, source)?.name ?? ''),
-              ),
-            );
+            change((state) => withReference(state, source, target));
           }}
+          onConnectEnd={onConnectEnd}
         >
           <Background />
           <MiniMap
@@ -321,9 +448,12 @@ function Graph() {
             ariaLabel="Map of the graph"
             style={minimapSize}
           />
-          <Controls showInteractive={false} />
         </ReactFlow>
+        <span className="for-readers" aria-live="polite">
+          {chosenName === undefined ? '' : `node ${chosenName}`}
+        </span>
       </div>
+      {menus.menu && <Palette key={menus.menu.label} {...menus.menu} onClose={menus.close} />}
     </section>
   );
 }

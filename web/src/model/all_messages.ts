@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What is wrong anywhere in the project.
 import type { Message } from '../compiler/protocol';
-import type { Project } from './project';
-import { remarksOn } from './remarks';
+import type { GraphNode, Project, Shader } from './project';
 import { messagesOf, type State } from './store';
 
 /** A message, and the shaders that are not chosen and have it. */
@@ -32,19 +31,21 @@ function keyOf({ node, line, column, text }: Message): string {
   return [node, line, column, text].join('\0');
 }
 
-function contents(project: Project): Map<string, string> {
-  return new Map(project.nodes.map(({ name, content }) => [name, content]));
+function contents(nodes: readonly GraphNode[]): Map<string, string> {
+  return new Map(nodes.map(({ name, content }) => [name, content]));
 }
 
 /** The messages of all shaders. What was said of a node's former text is left out. */
 export function allMessages(
   state: Pick<State, 'answer' | 'driverMessages' | 'others' | 'shader'>,
-  project: Project,
+  nodes: readonly GraphNode[],
+  shaders: readonly Shader[],
+  remarks: readonly Message[],
 ): AllMessages {
   const own = messagesOf(state);
   const known = new Set(own.map(keyOf));
-  const names = new Set(project.shaders.map(({ name }) => name));
-  const now = contents(project);
+  const names = new Set(shaders.map(({ name }) => name));
+  const now = contents(nodes);
   const others = new Map<string, OtherMessage>();
   const worst = new Map<string, Message['severity']>();
   const note = (shader: string, { severity }: Message): void => {
@@ -54,10 +55,10 @@ export function allMessages(
     note(state.shader, message);
   });
   for (const [shader, check] of state.others) {
-    if (shader === state.shader || !names.has(shader)) {
+    if (shader === state.shader || !names.has(shader) || check.messages.length === 0) {
       continue;
     }
-    const then = check.project === project ? now : contents(check.project);
+    const then = check.project.nodes === nodes ? now : contents(check.project.nodes);
     for (const message of check.messages) {
       const key = keyOf(message);
       if (then.get(message.node) !== now.get(message.node)) {
@@ -70,5 +71,5 @@ export function allMessages(
       }
     }
   }
-  return { own, others: [...others.values()], worst, remarks: remarksOn(project) };
+  return { own, others: [...others.values()], worst, remarks };
 }

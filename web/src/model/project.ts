@@ -17,6 +17,9 @@ export interface GraphNode {
   readonly index: number | null;
 }
 
+/** A node without its text: what the graph shows. */
+export type NodeShape = Omit<GraphNode, 'content'>;
+
 /** A file as it was opened, which is what saving it starts from. */
 export interface NodeFile {
   readonly path: string;
@@ -103,26 +106,32 @@ export function moveNodes(
   project: Project,
   moves: readonly { id: string; x: number; y: number }[],
 ): Project {
-  return moves.reduce(
-    (moved, { id, x, y }) => changeNode(moved, id, { x: Math.round(x), y: Math.round(y) }),
-    project,
-  );
+  const places = new Map(moves.map(({ id, x, y }) => [id, { x: Math.round(x), y: Math.round(y) }]));
+  const nodes = project.nodes.map((node) => {
+    const place = places.get(node.id);
+    return place ? { ...node, ...place } : node;
+  });
+  return { ...project, nodes };
 }
 
-/** The nodes that a node builds on, directly or not, in the order in which they are met. */
+/** The nodes of these names and all that they build on, in the order in which they are met. */
+export function reachable<Shape extends NodeShape>(
+  nodes: readonly Shape[],
+  names: readonly string[],
+): Shape[] {
+  // If two nodes have the same name, the later one counts.
+  const byName = new Map(nodes.map((node) => [node.name, node]));
+  const met = new Set(names);
+  // A set goes on over what is added on the way.
+  for (const name of met) {
+    byName.get(name)?.references.forEach((reference) => met.add(reference));
+  }
+  return [...met].flatMap((name) => byName.get(name) ?? []);
+}
+
+/** The nodes that a node builds on, directly or not, the nearest first. */
 export function upstream(project: Project, name: string): GraphNode[] {
-  const found = new Map<string, GraphNode>();
-  const visit = (current: string): void => {
-    for (const reference of findNode(project, current)?.references ?? []) {
-      const node = findNode(project, reference);
-      if (node && !found.has(reference)) {
-        found.set(reference, node);
-        visit(reference);
-      }
-    }
-  };
-  visit(name);
-  return [...found.values()];
+  return reachable(project.nodes, [name]).filter((node) => node.name !== name);
 }
 
 /** Makes a node build on another one. */
@@ -284,11 +293,17 @@ export function setUniform(project: Project, name: string, value: readonly numbe
   return { ...project, values: { ...project.values, [name]: value } };
 }
 
-export function addShader(project: Project, wanted: string): { project: Project; name: string } {
+/** A name that no shader has. */
+function freeShaderName(project: Project, wanted: string): string {
   let name = wanted;
   for (let i = 2; project.shaders.some((shader) => shader.name === name); ++i) {
     name = `${wanted}_${i}`;
   }
+  return name;
+}
+
+export function addShader(project: Project, wanted: string): { project: Project; name: string } {
+  const name = freeShaderName(project, wanted);
   const shader: Shader = {
     name,
     vertex: [],
@@ -300,4 +315,39 @@ export function addShader(project: Project, wanted: string): { project: Project;
     index: null,
   };
   return { project: { ...project, shaders: [...project.shaders, shader] }, name };
+}
+
+export function duplicateShader(
+  project: Project,
+  original: string,
+): { project: Project; name: string } {
+  const shader = project.shaders.find((one) => one.name === original);
+  const name = freeShaderName(project, original);
+  const copies = shader ? [{ ...shader, name, variants: 1, index: null }] : [];
+  return { project: { ...project, shaders: [...project.shaders, ...copies] }, name };
+}
+
+/** Renames a shader; of several of one name, the first, which is the one that can be chosen. */
+export function renameShader(project: Project, name: string, newName: string): Project {
+  const wanted = newName.trim();
+  if (wanted === '') {
+    throw new EditError('a shader needs a name');
+  }
+  if (wanted === name) {
+    return project;
+  }
+  if (project.shaders.some((shader) => shader.name === wanted)) {
+    throw new EditError(`there is a shader '${wanted}' already`);
+  }
+  const at = project.shaders.findIndex((shader) => shader.name === name);
+  const shaders = project.shaders.map((shader, i) =>
+    i === at ? { ...shader, name: wanted } : shader,
+  );
+  return { ...project, shaders };
+}
+
+/** Removes a shader; of several of one name, the first. Its nodes stay. */
+export function removeShader(project: Project, name: string): Project {
+  const at = project.shaders.findIndex((shader) => shader.name === name);
+  return { ...project, shaders: project.shaders.filter((_, i) => i !== at) };
 }

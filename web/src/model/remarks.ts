@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What is odd about a project as a whole.
 import type { Message } from '../compiler/protocol';
-import type { Project } from './project';
+import type { NodeShape, Shader } from './project';
 
 const farthest = 1e5;
 
@@ -21,8 +21,8 @@ function repeated(names: readonly string[]): string[] {
 }
 
 /** Nodes that build on themselves over others, each ring once. */
-function cycles(project: Project): string[][] {
-  const references = new Map(project.nodes.map((node) => [node.name, node.references]));
+function cycles(nodes: readonly NodeShape[]): string[][] {
+  const references = new Map(nodes.map((node) => [node.name, node.references]));
   const done = new Set<string>();
   const found: string[][] = [];
   for (const start of references.keys()) {
@@ -54,16 +54,15 @@ function cycles(project: Project): string[][] {
 }
 
 /** Remarks for the list of messages. */
-export function remarksOn(project: Project): Message[] {
-  const { nodes, shaders } = project;
+export function remarksOn(nodes: readonly NodeShape[], shaders: readonly Shader[]): Message[] {
   return [
     ...repeated(nodes.map(({ name }) => name)).map((name) =>
       remark(name, `two nodes are called '${name}': the last one counts`, 'rename one of them'),
     ),
     ...repeated(shaders.map(({ name }) => name)).map((name) =>
-      remark('', `two shaders are called '${name}'`, 'rename one of them in shaders.json'),
+      remark('', `two shaders are called '${name}'`, 'rename one of them'),
     ),
-    ...cycles(project).map((ring) =>
+    ...cycles(nodes).map((ring) =>
       remark(
         ring[0] ?? '',
         `these nodes build on each other in a ring: ${ring.join(', ')}`,

@@ -7,6 +7,7 @@ import type { TextureName } from '../preview/conventions';
 import type { OtherCheck } from './all_messages';
 import { type History, record, redo, startHistory, undo } from './history';
 import { EditError, findNode, type Project, type StageName } from './project';
+import { revealed } from './reveal';
 
 /** A line of a node. */
 export interface Place {
@@ -138,16 +139,21 @@ export function edited(
   }
 }
 
+/** Another step of the history, with what it has changed in view. */
+function stepped(state: State, step: (history: History) => History): State {
+  if (state.isFollowing) {
+    return { ...state, notice: followingNotice };
+  }
+  const history = step(state.history);
+  return settle({ ...state, history, ...revealed(projectOf(state), history.present) });
+}
+
 export function undone(state: State): State {
-  return state.isFollowing
-    ? { ...state, notice: followingNotice }
-    : settle({ ...state, history: undo(state.history) });
+  return stepped(state, undo);
 }
 
 export function redone(state: State): State {
-  return state.isFollowing
-    ? { ...state, notice: followingNotice }
-    : settle({ ...state, history: redo(state.history) });
+  return stepped(state, redo);
 }
 
 /** Everything that is wrong: what the compiler and the browser say, errors first. */

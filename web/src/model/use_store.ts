@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
-import { createContext, useContext, useMemo } from 'react';
+import { createContext, useContext } from 'react';
 import { useStore } from 'zustand';
 import type { Project } from './project';
-import { type AllMessages, allMessages } from './all_messages';
-import { edited, projectOf, type State, type Store } from './store';
+import type { AllMessages } from './all_messages';
+import { allMessagesOf } from './selectors';
+import { edited, type State, type Store } from './store';
 
 export const StoreContext = createContext<Store | null>(null);
 
@@ -22,15 +23,7 @@ export function usePage<Part>(select: (state: State) => Part): Part {
 
 /** What is wrong anywhere in the project. */
 export function useAllMessages(): AllMessages {
-  const project = usePage(projectOf);
-  const answer = usePage((state) => state.answer);
-  const driverMessages = usePage((state) => state.driverMessages);
-  const others = usePage((state) => state.others);
-  const shader = usePage((state) => state.shader);
-  return useMemo(
-    () => allMessages({ answer, driverMessages, others, shader }, project),
-    [answer, driverMessages, others, shader, project],
-  );
+  return usePage(allMessagesOf);
 }
 
 /** Edits the project as one step of undo. */

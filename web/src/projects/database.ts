@@ -83,6 +83,15 @@ export class ProjectDatabase {
     ]);
   }
 
+  /** Keeps the state of a project that is in the list, also when the page goes right after this call. */
+  async storeLeaving(id: string, state: KeptState): Promise<void> {
+    const transaction = this.database.transaction('states', 'readwrite');
+    const stored = transaction.store.put(state, id);
+    // Browsers drop transactions of pages that are gone, unless they were told to finish them.
+    transaction.commit();
+    await Promise.all([stored, transaction.done]);
+  }
+
   async storeEntry(entry: ProjectEntry): Promise<void> {
     await this.database.put('entries', entry);
   }

@@ -8,8 +8,9 @@ import { initialState, type State, type Store } from '../model/store';
 import { type KeptState, ProjectDatabase, type ProjectEntry } from './database';
 import { TabLock } from './tab_lock';
 
-/** How long after an edit it is kept, in milliseconds. */
+/** So long nothing is edited before edits are kept, in milliseconds; and so long at most after the first of them. */
 const delay = 300;
+const longestDelay = 1500;
 /** So many steps of undo outlive a reload. */
 const keptSteps = 50;
 const lastKey = 'morl.last';
@@ -47,7 +48,9 @@ function restored(kept: KeptState): Partial<State> {
 }
 
 export class Session {
-  private timer = 0; // 0: nothing waits to be kept
+  private timer = 0;
+  /** When the first edit was made that is not kept yet; null: there is none. */
+  private dueSince: number | null = null; // 0: nothing waits to be kept
   private hasUnkeptEdits = false;
   private readonly lock = new TabLock({
     onFree: () => void this.editHere(),
@@ -77,8 +80,7 @@ export class Session {
       const isOwn = state.project === before.project && !state.isFollowing;
       if (isOwn && isKeptDifferently(state, before)) {
         this.hasUnkeptEdits ||= state.history.present !== before.history.present;
-        clearTimeout(this.timer);
-        this.timer = window.setTimeout(() => void this.keepNow(), delay);
+        this.keepSoon();
       }
     });
   }
@@ -116,10 +118,31 @@ export class Session {
     return !isFollowing && (this.hasUnkeptEdits || unkept !== '');
   }
 
+  private keepSoon(): void {
+    this.dueSince ??= Date.now();
+    const rest = this.dueSince + longestDelay - Date.now();
+    clearTimeout(this.timer);
+    this.timer = window.setTimeout(() => void this.keepNow(), Math.max(0, Math.min(delay, rest)));
+  }
+
+  private forgetTimer(): void {
+    clearTimeout(this.timer);
+    this.dueSince = null;
+  }
+
+  /** Keeps edits that are not kept yet, as the page may be gone right after this call. */
+  keepLeaving(): void {
+    const state = this.store.getState();
+    if (this.isPending) {
+      this.database?.storeLeaving(state.project.id, keptState(state)).catch((error: unknown) => {
+        this.store.setState({ unkept: String(error) });
+      });
+    }
+  }
+
   /** Keeps the open project. What cannot be kept is marked until it can. */
   async keepNow(): Promise<void> {
-    clearTimeout(this.timer);
-    this.timer = 0;
+    this.forgetTimer();
     const state = this.store.getState();
     if (state.isFollowing) {
       this.hasUnkeptEdits = false;
@@ -287,8 +310,7 @@ export class Session {
     if (this.hasUnkeptEdits) {
       await this.keepAll();
     }
-    clearTimeout(this.timer);
-    this.timer = 0;
+    this.forgetTimer();
     this.hasUnkeptEdits = false;
     const { theme, unkept } = this.store.getState();
     this.store.setState({

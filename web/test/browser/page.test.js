@@ -325,10 +325,12 @@ const tests = {
     // With the mouse: from the right side of one node to the left side of another.
     const bar = page.locator('.graph .bar');
     await bar.dblclick({ position: { x: 2, y: 2 } });
-    await page.locator('.react-flow__controls-fitview').click();
-    await page.waitForTimeout(400);
     const count = () => page.locator('.react-flow__edge').count();
-    const nodes = () => page.locator('.react-flow__node').count();
+    const nodes = () => page.locator('.react-flow__node-morl').count();
+    // At first only the nodes of the shader are there, and the one in the editor.
+    assert.equal(await nodes(), 10);
+    await page.getByRole('button', { name: 'All', exact: true }).click();
+    await page.waitForTimeout(400);
     const edges = await count();
     const from = await nodeOf(page, 'vertex_static')
       .locator('.react-flow__handle.source')
@@ -348,12 +350,12 @@ const tests = {
     await line.dispatchEvent('click');
     await page.keyboard.press('Delete');
     await until(count, edges);
-    assert.equal(await page.locator('.react-flow__node').count(), 33);
+    assert.equal(await nodes(), 33);
     await page.keyboard.press('Control+z');
     await until(count, edges + 1);
     // A node goes with its edges, and comes back with them.
-    await nodeOf(page, 'transform').focus();
-    await page.keyboard.press('Enter');
+    await page.getByRole('button', { name: 'Fit', exact: true }).click();
+    await nodeOf(page, 'transform').click({ position: { x: 60, y: 10 } });
     await page.keyboard.press('Delete');
     await until(nodes, 32);
     await page.keyboard.press('Control+z');
@@ -380,6 +382,123 @@ const tests = {
     for (let i = 0; i < 6; ++i) await page.keyboard.press('Control+z');
     await until(nodes, before);
     await until(count, edges);
+    await close(page);
+  },
+
+  async 'the graph offers nodes, is walked by keys, and shows what undo changes'() {
+    const page = await open();
+    const palette = page.locator('dialog.palette');
+    const choose = async (text) => {
+      await palette.getByRole('combobox').fill(text);
+      await page.keyboard.press('Enter');
+      await palette.waitFor({ state: 'detached' });
+    };
+    const name = () => page.locator('.node-name').inputValue();
+    const canvas = page.locator('.graph .canvas');
+    // A wire that ends on nothing offers first what declares what is missing.
+    const handle = await nodeOf(page, 'surface_texture')
+      .locator('.react-flow__handle.target')
+      .boundingBox();
+    await page.mouse.move(handle.x + 5, handle.y + 5);
+    await page.mouse.down();
+    await page.mouse.move(handle.x + 60, handle.y + 60, { steps: 5 });
+    await page.mouse.up();
+    await palette.getByRole('option').first().waitFor();
+    await shoot(page, 'palette');
+    await choose('normal_vertex');
+    await page.getByRole('button', { name: "Do not build on 'normal_vertex'" }).waitFor();
+    // Undo shows what it has changed, whatever is in the editor.
+    await select(page, 'blur');
+    await page.keyboard.press('Control+k');
+    await choose('undo');
+    await until(name, 'surface_texture');
+    // A double click offers the nodes of other shaders, by what they declare.
+    const area = await canvas.boundingBox();
+    await page.mouse.dblclick(area.x + area.width - 30, area.y + area.height - 40);
+    await choose('declares normalMap');
+    await until(name, 'normal_map');
+    assert.match(
+      await nodeOf(page, 'normal_map').locator('.fragment').getAttribute('aria-pressed'),
+      /true/,
+    );
+    await page.keyboard.press('Control+z');
+    // Keys go from node to node, and to the source.
+    await select(page, 'view_vector');
+    await canvas.focus();
+    await page.keyboard.press('ArrowRight');
+    assert.notEqual(await name(), 'view_vector');
+    await page.keyboard.press('ArrowLeft');
+    await page.keyboard.press('Enter');
+    await page.waitForFunction(() => document.activeElement.closest('.editor .cm-content'));
+    // Several nodes at once: a box around all of them, in columns, as one step.
+    await page.getByRole('button', { name: 'All', exact: true }).click();
+    const places = () =>
+      page
+        .locator('.react-flow__node-morl')
+        .evaluateAll((all) => all.map((one) => one.style.transform).join());
+    const before = await places();
+    await page.getByRole('button', { name: 'Arrange' }).click();
+    await page.waitForTimeout(300);
+    assert.notEqual(await places(), before);
+    await shoot(page, 'arranged');
+    await page.keyboard.press('Control+z');
+    await until(places, before);
+    await page.keyboard.down('Shift');
+    await page.mouse.move(area.x + 4, area.y + 4);
+    await page.mouse.down();
+    await page.mouse.move(area.x + area.width - 4, area.y + area.height - 4, { steps: 5 });
+    await page.mouse.up();
+    await page.keyboard.up('Shift');
+    const picked = await page.locator('.morl-node.chosen').count();
+    assert.ok(picked > 1, `${picked} nodes are chosen`);
+    const nodes = () => page.locator('.react-flow__node-morl').count();
+    await canvas.focus();
+    await page.keyboard.press('Delete');
+    await until(nodes, 33 - picked);
+    await page.keyboard.press('Control+z');
+    await until(nodes, 33);
+    // The menu of a node.
+    await page.getByRole('button', { name: 'Fit' }).click();
+    await nodeOf(page, 'surface_texture').click({ button: 'right', position: { x: 60, y: 10 } });
+    await choose('take out of the fragment');
+    await page.locator('.messages li').first().waitFor();
+    await close(page);
+  },
+
+  async 'shaders are renamed, copied and deleted'() {
+    const page = await open();
+    const chooser = page.locator('header select');
+    const run = async (command) => {
+      await page.keyboard.press('Control+k');
+      await page.getByRole('dialog').getByRole('combobox').fill(command);
+      await page.keyboard.press('Enter');
+    };
+    await run("rename 'lit_textured'");
+    await page.getByRole('dialog').getByLabel('Name of the shader').fill('chrome');
+    await page.keyboard.press('Enter');
+    await page
+      .locator('.notice.error', { hasText: "there is a shader 'chrome' already" })
+      .waitFor();
+    await page.keyboard.press('Control+k');
+    await page.keyboard.press('Escape');
+    await page.locator('dialog.palette').waitFor({ state: 'detached' });
+    await run("rename 'lit_textured'");
+    await page.getByRole('dialog').getByLabel('Name of the shader').fill('wall');
+    await page.keyboard.press('Enter');
+    await until(() => chooser.inputValue(), 'wall');
+    await run("duplicate 'wall'");
+    await until(() => chooser.inputValue(), 'wall_2');
+    await run("delete 'wall_2'");
+    await page.locator('.notice.info', { hasText: 'Undo brings it back' }).waitFor();
+    await chooser.selectOption('wall');
+    assert.equal(await chooser.locator('option').count(), 16);
+    const downloads = [];
+    page.on('download', (file) => downloads.push(file));
+    await page.getByRole('button', { name: 'Save' }).click();
+    await until(() => downloads.length, 1);
+    const { shaders } = JSON.parse(readFileSync(await downloads[0].path(), 'utf8'));
+    assert.equal(shaders[0].name, 'wall');
+    assert.equal(shaders.length, 16);
     await close(page);
   },
 
@@ -476,7 +595,7 @@ const tests = {
     const page = await open();
     await select(page, 'unlit');
     await type(page, 1, '// MINE');
-    await page.waitForTimeout(500);
+    // Nothing is waited for: the last letter is kept as the page goes.
     await page.reload();
     await page.getByText(/\d+ bytes/).waitFor();
     await select(page, 'unlit');
@@ -790,7 +909,7 @@ const tests = {
     });
     await page.getByRole('button', { name: 'Open…' }).click();
     await nodeOf(page, 'b').waitFor();
-    assert.equal(await page.locator('.react-flow__node').count(), 2);
+    assert.equal(await page.locator('.react-flow__node-morl').count(), 2);
     await select(page, 'a');
     await type(page, 1, ' // mine');
     const save = () => page.getByRole('button', { name: 'Save' }).click();
