@@ -69,7 +69,7 @@ class Document:
         tools = os.path.join(build, "tools")
         self.environment = dict(os.environ, HOME=os.path.join(directory, "home"), PATH=tools + ":" + os.environ["PATH"],
                                 CMAKE_PREFIX_PATH=build, MORL_BUILD=build,
-                                CMAKE_TOOLCHAIN_FILE=os.path.join(source, "tests/docs/quick_toolchain.cmake"))
+                                CMAKE_TOOLCHAIN_FILE=os.path.join(source, "tests/docs/toolchain.cmake"))
 
     def run(self):
         with open(os.path.join(self.source, self.path), encoding="utf-8") as file:
