@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+import { endsInComment } from '../src/editor/completion';
 import { StringStream } from '@codemirror/language';
 import { Text } from '@codemirror/state';
 import { expect, test } from 'vitest';
@@ -86,6 +87,15 @@ test('messages underline words, and texts differ in their middle', () => {
   }
   expect(differenceOf('abcd', 'abXcd')).toEqual({ from: 2, to: 2, insert: 'X' });
   expect(['a\r\nb', 'a\nb', 'a\r\nb\n', 'a'].map(lineBreakOf)).toEqual(['\r\n', '\n', '\n', '\n']);
+});
+
+test('nothing is completed in comments', () => {
+  for (const text of ['// a', 'x; // sat', '/* one\n two', 'a /* b */ c; /*/']) {
+    expect(endsInComment(text), text).toBe(true);
+  }
+  for (const text of ['a', '// a\nb', '/* a */', 'a / b', '/* a */ sat']) {
+    expect(endsInComment(text), text).toBe(false);
+  }
 });
 
 test('what is shown at a point of the canvas is kept there', () => {

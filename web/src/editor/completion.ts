@@ -22,6 +22,13 @@ function declaredWords(project: Project, node: GraphNode): Word[] {
 
 const language = languageWords.map(completionOf);
 
+/** Whether a text ends within a comment. */
+export function endsInComment(text: string): boolean {
+  const last = [...text.matchAll(/\/\/.*|\/\*[^]*?(?:\*\/|$)/g)].at(-1);
+  const isAtEnd = last !== undefined && last.index + last[0].length === text.length;
+  return isAtEnd && (last[0].startsWith('//') || !/^\/\*[^]*\*\/$/.test(last[0]));
+}
+
 /** Completes the language's words and the names that the node can use. */
 export function completeWord(
   current: () => { project: Project; node: GraphNode } | null,
@@ -33,7 +40,7 @@ export function completeWord(
     }
     const isMember = context.matchBefore(/\.\w*/) !== null;
     const place = current();
-    if (isMember || !place) {
+    if (isMember || !place || endsInComment(context.state.sliceDoc(0, context.pos))) {
       return null;
     }
     const unique = new Map(

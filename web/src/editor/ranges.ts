@@ -36,3 +36,8 @@ export function differenceOf(
   while (same < shorter - start && before.at(-1 - same) === after.at(-1 - same)) same += 1;
   return { from: start, to: before.length - same, insert: after.slice(start, after.length - same) };
 }
+
+/** A source as a node has it: blanks at its end are a fault there, and nobody sees them. */
+export function withoutTrailingBlanks(text: string): string {
+  return text.trimEnd();
+}

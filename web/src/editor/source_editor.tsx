@@ -2,7 +2,14 @@
 import { autocompletion, completionKeymap } from '@codemirror/autocomplete';
 import { defaultKeymap } from '@codemirror/commands';
 import { bracketMatching, indentUnit } from '@codemirror/language';
-import { type Diagnostic, lintGutter, setDiagnostics } from '@codemirror/lint';
+import {
+  type Diagnostic,
+  diagnosticCount,
+  lintGutter,
+  nextDiagnostic,
+  previousDiagnostic,
+  setDiagnostics,
+} from '@codemirror/lint';
 import { highlightSelectionMatches, searchKeymap } from '@codemirror/search';
 import { Annotation, EditorState, type Text } from '@codemirror/state';
 import {
@@ -14,12 +21,13 @@ import {
 } from '@codemirror/view';
 import { useEffect, useRef } from 'react';
 import type { Message } from '../compiler/protocol';
-import { nodeById, setContent } from '../model/project';
+import { findNode, nodeById, setContent } from '../model/project';
+import { allMessagesOf } from '../model/selectors';
 import { edited, messagesOf, projectOf, type Store } from '../model/store';
 import { usePageStore } from '../model/use_store';
 import { completeWord } from './completion';
 import { appearance, linkedLines, onHoveredLine, setLinkedLines } from './setup';
-import { differenceOf, lineBreakOf, rangeOf } from './ranges';
+import { differenceOf, lineBreakOf, rangeOf, withoutTrailingBlanks } from './ranges';
 import { morlLanguage } from './text_mate';
 import { findDeclaration, languageWords } from './words';
 
@@ -61,6 +69,24 @@ function goToDeclaration(store: Store, view: EditorView): boolean {
   return true;
 }
 
+/** Goes to the next fault of the node, or to the first one anywhere if it has none. */
+function goToFault(store: Store, view: EditorView, step: typeof nextDiagnostic): boolean {
+  if (diagnosticCount(view.state) > 0) {
+    return step(view);
+  }
+  const state = store.getState();
+  const { own, others, remarks } = allMessagesOf(state);
+  const first = [...own, ...others, ...remarks].find((message) => message.line > 0);
+  const node = first && findNode(projectOf(state), first.node);
+  if (node) {
+    const { line, column } = first;
+    store.setState({ selected: node.id, goTo: { node: node.name, line, column } });
+  } else {
+    store.setState({ notice: { kind: 'info', text: 'no node has a fault' } });
+  }
+  return true;
+}
+
 function makeState(store: Store, content: string): EditorState {
   return EditorState.create({
     doc: content,
@@ -88,6 +114,11 @@ function makeState(store: Store, content: string): EditorState {
       // Tab leaves the editor, as everywhere on the page; Ctrl-] indents.
       keymap.of([
         { key: 'F12', run: (view) => goToDeclaration(store, view) },
+        {
+          key: 'F8',
+          run: (view) => goToFault(store, view, nextDiagnostic),
+          shift: (view) => goToFault(store, view, previousDiagnostic),
+        },
         ...completionKeymap,
         ...searchKeymap,
         ...defaultKeymap,
@@ -107,7 +138,7 @@ function makeState(store: Store, content: string): EditorState {
         const isOwn = update.transactions.some((one) => one.annotation(fromStore));
         const id = store.getState().selected;
         if (update.docChanged && !isOwn && id !== null) {
-          const content = update.state.sliceDoc();
+          const content = withoutTrailingBlanks(update.state.sliceDoc());
           store.setState((state) =>
             edited(state, (project) => setContent(project, id, content), `content ${id}`),
           );
@@ -115,6 +146,12 @@ function makeState(store: Store, content: string): EditorState {
       }),
     ],
   });
+}
+
+/** Whether the editor has this content; blanks at the end that are only in the editor do not count. */
+function isShown(view: EditorView, content: string): boolean {
+  const text = view.state.sliceDoc();
+  return content === text || content === withoutTrailingBlanks(text);
 }
 
 /** Brings what others have changed into the editor. */
@@ -127,7 +164,7 @@ function follow(store: Store, view: EditorView, shown: { id: string | null }): v
   if (shown.id !== state.selected || !hasSameBreaks || view.state.readOnly !== isReadOnly) {
     shown.id = state.selected;
     view.setState(makeState(store, content));
-  } else if (content !== view.state.sliceDoc()) {
+  } else if (!isShown(view, content)) {
     // In the editor, a line break is one character.
     const next = view.state.toText(content).toString();
     const changes = differenceOf(view.state.doc.toString(), next);

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 
-/** Offers a text as a file. */
-export function download(name: string, text: string): void {
-  const url = URL.createObjectURL(new Blob([text], { type: 'text/plain' }));
+/** Offers a text, or something else, as a file. */
+export function download(name: string, content: string | Blob): void {
+  const blob = typeof content === 'string' ? new Blob([content], { type: 'text/plain' }) : content;
+  const url = URL.createObjectURL(blob);
   const link = document.createElement('a');
   link.href = url;
   link.download = name;

@@ -10,12 +10,13 @@ import {
   type Shader,
   type StageName,
 } from '../model/project';
+import { withoutComments } from '../without_comments';
 
 const knownWords = new Set(['main', ...languageWords.map((word) => word.label)]);
 
 /** The names that a source uses and neither it nor the language declares. Macros are not among them. */
 function readNames(node: GraphNode): string[] {
-  const code = node.content.replace(/\/\/.*|\/\*[^]*?\*\/|^\s*#.*/gm, ' ');
+  const code = withoutComments(node.content).replace(/^\s*#.*/gm, ' ');
   const own = new Set(declarationsOf(node).map((one) => one.name));
   const words = code.match(/(?<![\w.$#])[A-Za-z_$][\w$]*/g) ?? [];
   return [...new Set(words)].filter((word) => !own.has(word) && !knownWords.has(word));

@@ -99,7 +99,9 @@ function changeShader(project: Project, name: string, change: Partial<Shader>): 
 }
 
 export function setContent(project: Project, id: string, content: string): Project {
-  return changeNode(project, id, { content });
+  return nodeById(project, id)?.content === content
+    ? project
+    : changeNode(project, id, { content });
 }
 
 export function moveNodes(

@@ -126,14 +126,15 @@ export function rangeFor(declare: Pick<Declare, 'type'>, start: number): Range {
 }
 
 /** The built-in textures. */
-export const textureNames = ['checks', 'bumps', 'landscape', 'shadow', 'gradient'] as const;
+export const textureNames = ['checks', 'bumps', 'landscape', 'glow', 'shadow', 'gradient'] as const;
 export type TextureName = (typeof textureNames)[number];
 
 /** The texture that a sampler begins with. */
 export function startTexture(name: string): TextureName {
   if (/normal|bump/i.test(name)) return 'bumps';
   if (/shadow/i.test(name)) return 'shadow';
-  if (/scene|screen|frame|bloom/i.test(name)) return 'landscape';
+  if (/bloom|glow/i.test(name)) return 'glow';
+  if (/scene|screen|frame/i.test(name)) return 'landscape';
   if (/ramp|gradient|lookup/i.test(name)) return 'gradient';
   return 'checks';
 }

@@ -3,6 +3,7 @@
 import type { Declare, MacroUse } from 'morl';
 import GUI, { type Controller } from 'lil-gui';
 import { type Project, valueIn } from '../model/project';
+import { withoutComments } from '../without_comments';
 import {
   automaticFor,
   isColour,
@@ -18,6 +19,8 @@ export interface PanelActions {
   setUniform(name: string, value: readonly number[]): void;
   setMacro(name: string, value: number): void;
   setTexture(sampler: string, texture: TextureName): void;
+  /** Back to the texture that a sampler begins with. */
+  resetTexture(sampler: string): void;
   /** The name of a sampler's texture; null: one of a person's own. */
   textureName(sampler: string): TextureName | null;
   chooseFile(sampler: string): void;
@@ -35,7 +38,6 @@ export function isSwitch(project: Project, macro: string): boolean {
   const number = new RegExp(
     `#for\\s+${macro}\\b|\\b${macro}\\s*[<>=!+*/-]|[<>=!+*/-]\\s*${macro}\\b`,
   );
-  const withoutComments = (text: string): string => text.replace(/\/\/.*|\/\*[^]*?\*\//g, '');
   return !project.nodes.some((node) => number.test(withoutComments(node.content)));
 }
 
@@ -52,6 +54,9 @@ function panelShape(content: PanelContent): string {
 
 /** What the control shows for a picture of a person's own. */
 const ownTexture = 'own picture';
+
+/** The name of the only cube map that is built in. */
+const builtInSky = 'sky';
 
 const axes = ['x', 'y', 'z', 'w'] as const;
 
@@ -135,18 +140,18 @@ export class Panel {
   }
 
   private addSampler(folder: GUI, declare: Declare): void {
-    if (declare.type === 'samplerCUBE') {
-      folder.add({ value: 'sky' }, 'value', ['sky']).name(declare.name);
-      return;
-    }
+    const isCube = declare.type === 'samplerCUBE';
+    const builtIn: readonly string[] = isCube ? [builtInSky] : textureNames;
     const state: { value: string } = { value: '' };
     const controller = folder
-      .add(state, 'value', [...textureNames, ownTexture, 'file…'])
+      .add(state, 'value', [...builtIn, ownTexture, 'file…'])
       .name(declare.name)
       .onChange((value: string) => {
         const name = textureNames.find((one) => one === value);
         if (name) {
           this.actions.setTexture(declare.name, name);
+        } else if (value === builtInSky) {
+          this.actions.resetTexture(declare.name);
         } else if (value !== ownTexture) {
           this.actions.chooseFile(declare.name);
         }
@@ -154,7 +159,8 @@ export class Panel {
       });
     // The choice may be cancelled, so the control shows what is in use.
     const show = (): void => {
-      state.value = this.actions.textureName(declare.name) ?? ownTexture;
+      const name = this.actions.textureName(declare.name);
+      state.value = name === null ? ownTexture : isCube ? builtInSky : name;
       controller.updateDisplay();
     };
     this.refreshers.push(show);

@@ -1,39 +1,18 @@
 // SPDX-License-Identifier: MIT
 import { useEffect, useRef, useState } from 'react';
 import { Choice } from '../choice';
-import { findNode, setMacro, setUniform } from '../model/project';
-import {
-  edited,
-  type MeshName,
-  projectOf,
-  type State,
-  type Store,
-  type TextureChoice,
-} from '../model/store';
+import { useCommands } from '../commands';
+import { download } from '../files/download';
+import type { MeshName } from '../model/store';
 import { usePage, usePageStore } from '../model/use_store';
-import { mapDriverLog } from './driver_messages';
-import { askedMacros, Panel } from './panel';
-import { type DriverLogs, type Passes, PreviewRenderer, startMesh, uniformsOf } from './renderer';
-import { textureFromFile } from './textures';
+import { wantsStill } from '../motion';
+import { Toolbar } from '../toolbar';
+import { type Mark, PreviewController } from './controller';
+import { meshOf } from './passes';
 
 const meshNames: readonly MeshName[] = ['sphere', 'plane', 'torus knot', 'quad'];
 
-function passesOf(state: State): Passes | null {
-  const texts = state.answer?.texts.glsles;
-  return texts?.vertex && texts.fragment
-    ? { vertex: texts.vertex, fragment: texts.fragment }
-    : null;
-}
-
-/** Whether the compiler has found faults, so that the text is made from what remains. */
-function hasFaults(passes: Passes): boolean {
-  return passes.vertex.faults.length > 0 || passes.fragment.faults.length > 0;
-}
-
-/** How good the picture is. */
-type Mark = 'fresh' | 'none' | 'faults' | 'driver' | 'lost';
-
-const marks: Readonly<Record<Mark, string>> = {
+const marks: Readonly<Record<Exclude<Mark['kind'], 'slow'>, string>> = {
   fresh: '',
   none: 'The shader needs nodes in both passes. The last picture is shown.',
   faults: 'The sources have faults. The last good picture is shown.',
@@ -41,95 +20,13 @@ const marks: Readonly<Record<Mark, string>> = {
   lost: 'The browser has taken the graphics away. The picture comes back by itself.',
 };
 
-/** Gives the renderer the textures that were chosen, as far as they are others than before. */
-async function showTextures(
-  store: Store,
-  renderer: PreviewRenderer,
-  before: State['textures'] | null,
-): Promise<void> {
-  const { textures } = store.getState();
-  for (const sampler of before?.keys() ?? []) {
-    if (!textures.has(sampler)) {
-      renderer.resetTexture(sampler);
-    }
+function markText(mark: Mark): string {
+  if (mark.kind !== 'slow') {
+    return marks[mark.kind];
   }
-  for (const [sampler, texture] of textures) {
-    if (texture === before?.get(sampler)) {
-      continue;
-    }
-    const loaded = typeof texture === 'string' ? texture : await textureFromFile(texture);
-    if (store.getState().textures.get(sampler) === texture) {
-      renderer.setTexture(sampler, loaded);
-    }
-  }
-}
-
-/** Takes a picture of a person's own for a sampler, if the browser can read it. */
-async function putOwnTexture(store: Store, sampler: string, file: Blob): Promise<void> {
-  try {
-    (await textureFromFile(file)).dispose();
-    putTexture(store, sampler, file);
-  } catch {
-    const text = 'the browser cannot read this file as a picture; use PNG, JPEG or WebP';
-    store.setState({ notice: { kind: 'error', text } });
-  }
-}
-
-function putTexture(store: Store, sampler: string, texture: TextureChoice): void {
-  store.setState(({ textures }) => ({ textures: new Map([...textures, [sampler, texture]]) }));
-}
-
-function chooseFile(onFile: (file: File) => void): void {
-  const input = document.createElement('input');
-  input.type = 'file';
-  input.accept = 'image/*';
-  input.onchange = () => {
-    const [file] = input.files ?? [];
-    if (file) {
-      onFile(file);
-    }
-  };
-  input.click();
-}
-
-/** Shows an answer of the compiler. Returns how good the picture is. */
-function showAnswer(store: Store, renderer: PreviewRenderer): Mark {
-  const state = store.getState();
-  const passes = passesOf(state);
-  if (!passes || hasFaults(passes)) {
-    store.setState({ driverMessages: [] });
-    return passes ? 'faults' : 'none';
-  }
-  let logs: DriverLogs | null;
-  try {
-    logs = renderer.show(passes, state.mesh ?? startMesh(passes));
-    renderer.setValues(projectOf(state).values);
-  } catch (error) {
-    logs = { vertex: '', fragment: '', link: `the picture cannot be drawn: ${String(error)}` };
-  }
-  const contentOf = (node: string): string => findNode(projectOf(state), node)?.content ?? '';
-  const driverMessages = logs
-    ? [
-        ...mapDriverLog(logs.vertex, passes.vertex, contentOf),
-        ...mapDriverLog(logs.fragment, passes.fragment, contentOf),
-        ...mapDriverLog(logs.link, null, contentOf),
-      ]
-    : [];
-  store.setState({ driverMessages });
-  // For measuring: the picture of this answer is drawn.
-  performance.clearMarks('morl-picture');
-  performance.mark('morl-picture');
-  return logs ? 'driver' : 'fresh';
-}
-
-function showPanel(store: Store, panel: Panel): void {
-  const state = store.getState();
-  const passes = passesOf(state);
-  if (passes) {
-    const project = projectOf(state);
-    const macros = askedMacros(passes.vertex.macros, passes.fragment.macros);
-    panel.show({ uniforms: uniformsOf(passes), macros, values: project.values }, project);
-  }
+  return mark.time === Infinity
+    ? 'This shader does not finish: it is not drawn until it changes. The last picture is shown.'
+    : `A picture of this shader would take about ${Math.ceil(mark.time / 1000)} s. The last one is shown.`;
 }
 
 /** The picture of the chosen shader, and the controls of what it depends on. */
@@ -138,132 +35,121 @@ export function PreviewView() {
   const canvas = useRef<HTMLCanvasElement>(null);
   const holder = useRef<HTMLDivElement>(null);
   const controls = useRef<HTMLDivElement>(null);
-  const [mark, setMark] = useState<Mark>('fresh');
-  const mesh = usePage((state) => state.mesh);
-  const automatic = usePage((state) => {
-    const passes = passesOf(state);
-    return passes ? startMesh(passes) : 'sphere';
-  });
+  const light = useRef<HTMLDivElement>(null);
+  const controller = useRef<PreviewController | null>(null);
+  const [mark, setMark] = useState<Mark>({ kind: 'fresh' });
+  const [rate, setRate] = useState(0);
+  const [isRunning, setRunning] = useState(() => !wantsStill());
+  const mesh = usePage(meshOf);
   const shader = usePage((state) => state.shader);
 
   useEffect(() => {
     if (!canvas.current || !holder.current || !controls.current) {
       return undefined;
     }
-    const picture = holder.current;
-    let renderer: PreviewRenderer;
+    const elements = {
+      canvas: canvas.current,
+      picture: holder.current,
+      controls: controls.current,
+    };
     try {
-      renderer = new PreviewRenderer(canvas.current, (isLost) => {
-        setMark(isLost ? 'lost' : showAnswer(store, renderer));
+      const made = new PreviewController(store, elements, {
+        onMark: setMark,
+        onRate: setRate,
+        onLight: (place) => {
+          const handle = light.current;
+          if (handle) {
+            handle.hidden = place === null;
+            handle.style.left = `${(place?.x ?? 0) * 100}%`;
+            handle.style.top = `${(place?.y ?? 0) * 100}%`;
+          }
+        },
       });
+      made.clock.run(!wantsStill());
+      controller.current = made;
+      return () => {
+        made.dispose();
+      };
     } catch {
       const text = 'this browser has no WebGL 2, so there is no picture; everything else works';
       store.setState({ notice: { kind: 'error', text } });
       return undefined;
     }
-    const edit = store.setState;
-    const showAllTextures = (before: State['textures'] | null): void => {
-      void showTextures(store, renderer, before).then(() => {
-        showPanel(store, panel);
-      });
-    };
-    const panel = new Panel(controls.current, {
-      setUniform: (name, value) => {
-        edit((state) =>
-          edited(state, (project) => setUniform(project, name, value), `uniform ${name}`),
-        );
-      },
-      setMacro: (name, value) => {
-        edit((state) =>
-          edited(state, (project) => setMacro(project, state.shader, name, value), `macro ${name}`),
-        );
-      },
-      setTexture: (sampler, texture) => {
-        putTexture(store, sampler, texture);
-      },
-      textureName: (sampler) => renderer.textureName(sampler),
-      chooseFile: (sampler) => {
-        chooseFile((file) => void putOwnTexture(store, sampler, file));
-      },
-    });
-    const background = (): void => {
-      renderer.setBackground(getComputedStyle(picture).getPropertyValue('--picture').trim());
-    };
-    const resize = new ResizeObserver(() => {
-      renderer.resize(picture.clientWidth, picture.clientHeight);
-    });
-    resize.observe(picture);
-    background();
-    renderer.setCamera(store.getState().camera);
-    renderer.onTurn(() => {
-      store.setState({ camera: renderer.cameraPlace() });
-    });
-    showAllTextures(null);
-    if (store.getState().answer) {
-      setMark(showAnswer(store, renderer));
-      showPanel(store, panel);
-    }
-    const stop = store.subscribe((state, before) => {
-      if (state.answer !== before.answer) {
-        setMark(showAnswer(store, renderer));
-        showPanel(store, panel);
-      } else if (projectOf(state).values !== projectOf(before).values) {
-        renderer.setValues(projectOf(state).values);
-        showPanel(store, panel);
-      }
-      if (state.mesh !== before.mesh) {
-        const passes = passesOf(state);
-        renderer.setMesh(state.mesh ?? (passes ? startMesh(passes) : 'sphere'));
-        renderer.draw();
-      }
-      if (state.textures !== before.textures) {
-        showAllTextures(before.textures);
-      }
-      if (state.project.id !== before.project.id) {
-        renderer.setCamera(state.camera);
-      }
-      if (state.theme !== before.theme) {
-        background();
-      }
-    });
-    const drop = (event: DragEvent): void => {
-      event.preventDefault();
-      const passes = passesOf(store.getState());
-      const sampler = passes && uniformsOf(passes).find((one) => one.type === 'sampler2D');
-      const [file] = event.dataTransfer?.files ?? [];
-      if (file && sampler) {
-        void putOwnTexture(store, sampler.name, file);
-      } else {
-        const text = 'this shader has no texture to replace';
-        store.setState({ notice: { kind: 'info', text } });
-      }
-    };
-    const allow = (event: DragEvent): void => {
-      event.preventDefault();
-    };
-    picture.addEventListener('drop', drop);
-    picture.addEventListener('dragover', allow);
-    return () => {
-      stop();
-      resize.disconnect();
-      picture.removeEventListener('drop', drop);
-      picture.removeEventListener('dragover', allow);
-      panel.dispose();
-      renderer.dispose();
-    };
   }, [store]);
+
+  const run = (isWanted: boolean): void => {
+    controller.current?.clock.run(isWanted);
+    controller.current?.draw();
+    setRunning(isWanted);
+  };
+  const reset = (): void => {
+    controller.current?.clock.reset();
+    controller.current?.draw();
+  };
+  const save = async (): Promise<void> => {
+    const picture = await controller.current?.picture();
+    if (picture) {
+      download(`${shader}.png`, picture);
+    }
+  };
+  const fill = (): void => {
+    if (document.fullscreenElement) {
+      void document.exitFullscreen();
+    } else {
+      void holder.current?.requestFullscreen();
+    }
+  };
+  useCommands(() => [
+    {
+      name: isRunning ? 'Stop the time' : 'Let the time run',
+      run: () => {
+        run(!isRunning);
+      },
+    },
+    { name: 'Set the time to 0', run: reset },
+    { name: 'Save the picture', run: () => void save() },
+    { name: 'Picture in full screen', run: fill },
+    ...meshNames.map((name) => ({
+      name: `Mesh ${name}`,
+      run: () => {
+        store.setState({ mesh: name });
+      },
+    })),
+  ]);
 
   return (
     <section className="panel preview" aria-label="Preview">
       <div className="bar">
-        <Choice
-          label="Mesh"
-          names={meshNames}
-          isPressed={(name) => name === (mesh ?? automatic)}
-          onPress={(name) => {
-            store.setState({ mesh: name });
-          }}
-        />
+        <Toolbar label="Preview">
+          <Choice
+            label="Mesh"
+            names={meshNames}
+            isPressed={(name) => name === mesh}
+            onPress={(name) => {
+              store.setState({ mesh: name });
+            }}
+          />
+          <button
+            aria-pressed={!isRunning}
+            title="Stop the time, or let it run"
+            onClick={() => {
+              run(!isRunning);
+            }}
+          >
+            Pause
+          </button>
+          <button title="Set the time to 0" onClick={reset}>
+            Reset
+          </button>
+          <button title="Save the picture as a PNG file" onClick={() => void save()}>
+            Picture
+          </button>
+          <button title="The picture in full screen" onClick={fill}>
+            Full screen
+          </button>
+        </Toolbar>
+        <span className="space" />
+        <span className="muted">{rate > 0 ? `${rate} fps` : ''}</span>
       </div>
       <div className="stage">
         <div className="picture" ref={holder}>
@@ -273,9 +159,25 @@ export function PreviewView() {
             role="img"
             aria-label={`Picture of the shader ${shader}; arrow keys turn the camera`}
           />
-          {mark !== 'fresh' && (
+          <div
+            ref={light}
+            className="sun"
+            hidden
+            title="Drag the light"
+            onPointerDown={(event) => {
+              event.currentTarget.setPointerCapture(event.pointerId);
+            }}
+            onPointerMove={(event) => {
+              if (event.currentTarget.hasPointerCapture(event.pointerId)) {
+                controller.current?.dragLight(event.clientX, event.clientY);
+              }
+            }}
+          >
+            ☀
+          </div>
+          {mark.kind !== 'fresh' && (
             <div className="mark" role="alert">
-              {marks[mark]}
+              {markText(mark)}
             </div>
           )}
         </div>

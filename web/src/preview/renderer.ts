@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Draws a shader on a mesh, with the GLSL ES texts as they stand.
 import {
+  type BufferGeometry,
   CustomBlending,
   DoubleSide,
   FrontSide,
@@ -21,7 +22,7 @@ import {
   ZeroFactor,
 } from 'three';
 import { OrbitControls } from 'three/addons/controls/OrbitControls.js';
-import type { Declare, Result } from 'morl';
+import type { Declare } from 'morl';
 import type { MeshName } from '../model/store';
 import {
   type Automatic,
@@ -32,14 +33,15 @@ import {
   type TextureName,
 } from './conventions';
 import { valueIn } from '../model/project';
+import { withoutComments } from '../without_comments';
+import { Clock } from './clock';
 import { boneCount, makeMesh } from './meshes';
+import { type Passes, uniformsOf } from './passes';
 import { builtInCube, builtInTexture } from './textures';
+import { hasLoop, isUnfinished, tryOut } from './trial';
 
-/** Both passes of a shader for GLSL ES. */
-export interface Passes {
-  readonly vertex: Result;
-  readonly fragment: Result;
-}
+/** No mesh reaches farther from its middle. */
+const meshRadius = 1.6;
 
 /** What the driver says of texts that it refuses. */
 export interface DriverLogs {
@@ -48,25 +50,19 @@ export interface DriverLogs {
   readonly link: string;
 }
 
-/** The uniforms of both passes; the first declaration of a name counts. */
-export function uniformsOf(passes: Passes): Declare[] {
-  const byName = new Map<string, Declare>();
-  for (const declare of [...passes.vertex.uniforms, ...passes.fragment.uniforms]) {
-    if (!byName.has(declare.name)) {
-      byName.set(declare.name, declare);
-    }
-  }
-  return [...byName.values()];
-}
+/** What came of showing a shader. */
+export type Outcome =
+  | { readonly kind: 'shown' }
+  /** Another shader was to be shown meanwhile. */
+  | { readonly kind: 'stale' }
+  | { readonly kind: 'refused'; readonly logs: DriverLogs }
+  /** A whole picture would take so many milliseconds; Infinity: it did not finish. */
+  | { readonly kind: 'slow'; readonly time: number };
 
-/** The mesh to begin with: a quad for shaders that have no matrices, which are post effects. */
-export function startMesh(passes: Passes): MeshName {
-  const hasMatrix = passes.vertex.uniforms.some((declare) => declare.type.startsWith('float4x'));
-  return hasMatrix ? 'sphere' : 'quad';
-}
-
-/** A shader that the driver has taken, and what it was made from. */
-interface Accepted {
+/** A shader, and what it was made from. */
+interface Made {
+  /** Both texts without comments, see `keyOf`. */
+  readonly key: string;
   readonly material: RawShaderMaterial;
   readonly uniforms: readonly Declare[];
   readonly inputs: readonly Declare[];
@@ -110,29 +106,54 @@ function valueOf(declare: Declare, value: readonly number[]): unknown {
   return severalOf(declare, one);
 }
 
+/** What decides what a shader draws: comments and blanks do not. */
+function keyOf({ vertex, fragment }: Passes): string {
+  const tokens = (text: string): string => withoutComments(text).replace(/\s+/g, ' ');
+  return [vertex.code, fragment.code].map(tokens).join('\0');
+}
+
+export interface RendererEvents {
+  /** The browser has taken the graphics away, or given them back. */
+  onContext(isLost: boolean): void;
+  onDrawn(): void;
+  /** @param rate in frames a second; 0: the picture stands still */
+  onRate(rate: number): void;
+}
+
+/** How often the number of frames a second is told, in milliseconds. */
+const rateSpan = 500;
+
 export class PreviewRenderer {
   private readonly renderer: WebGLRenderer;
   private readonly scene = new Scene();
-  private readonly camera = new PerspectiveCamera(40, 1, 0.1, 50);
+  readonly camera = new PerspectiveCamera(40, 1, 0.1, 50);
   private readonly controls: OrbitControls;
   private readonly mesh = new Mesh();
   private readonly builtIn = new Map<TextureName, Texture>();
   private readonly own = new Map<string, Texture>();
   private readonly chosen = new Map<string, TextureName>();
   private readonly cube = builtInCube();
-  private accepted: Accepted | null = null;
+  private accepted: Made | null = null;
   private logs: DriverLogs | null = null;
   private background = '#000000';
-  private shape = '';
+  /** Of the picture, in CSS pixels. */
+  private size = { width: 0, height: 0 };
+  /** Counts the calls of `show`. */
+  private turn = 0;
+  private isQuad = false;
   private isDrawing = false;
   private isAnimated = false;
+  private frames = { since: 0, count: 0 };
+  readonly clock = new Clock();
   private values: Readonly<Record<string, readonly number[]>> = {};
 
   /** Where the camera begins. */
   private static readonly start = [1.3, 0.9, 3] as const;
 
-  /** @param onContext is called when the browser takes the graphics away (true) and gives them back (false) */
-  constructor(canvas: HTMLCanvasElement, onContext: (isLost: boolean) => void) {
+  constructor(
+    canvas: HTMLCanvasElement,
+    private readonly events: RendererEvents,
+  ) {
     this.renderer = new WebGLRenderer({ canvas, antialias: true, preserveDrawingBuffer: true });
     keepTextsAsTheyStand(this.renderer.getContext());
     this.renderer.debug.onShaderError = (gl, program, vertex, fragment) => {
@@ -158,18 +179,63 @@ export class PreviewRenderer {
     this.scene.add(this.mesh);
     canvas.addEventListener('webglcontextlost', (event) => {
       event.preventDefault();
-      onContext(true);
+      events.onContext(true);
     });
     canvas.addEventListener('webglcontextrestored', () => {
       keepTextsAsTheyStand(this.renderer.getContext());
       this.renderer.setClearColor(this.background);
-      onContext(false);
+      events.onContext(false);
       this.draw();
     });
   }
 
-  /** Tries a shader. Returns what the driver objects to, and keeps the last good shader then. */
-  show(passes: Passes, meshName: MeshName): DriverLogs | null {
+  /**
+   * Shows a shader, once the driver has linked it beside other work, and pictures of it are known to come in time. Until
+   * then, and if it cannot be shown, the last good one stays.
+   */
+  async show(passes: Passes, meshName: MeshName): Promise<Outcome> {
+    this.turn += 1;
+    const { turn } = this;
+    const key = keyOf(passes);
+    if (key === this.accepted?.key) {
+      this.setMesh(meshName);
+      this.draw();
+      return { kind: 'shown' };
+    }
+    const made = this.make(passes, key);
+    const geometry = this.geometryFor(meshName, made.inputs);
+    const mesh = new Mesh(geometry, made.material);
+    mesh.frustumCulled = false;
+    const scene = new Scene().add(mesh);
+    const outcome = await this.check(scene, made, turn);
+    if (outcome.kind !== 'shown') {
+      made.material.dispose();
+      if (geometry !== this.mesh.geometry) {
+        geometry.dispose();
+      }
+      return outcome;
+    }
+    this.accepted?.material.dispose();
+    this.accepted = made;
+    this.setMesh(meshName);
+    this.setValues(this.values);
+    for (const { name, type } of made.uniforms) {
+      const uniform = made.material.uniforms[name];
+      if (uniform && type.startsWith('sampler')) {
+        uniform.value = this.samplerValue(name, type);
+      }
+    }
+    this.isAnimated = made.uniforms.some((declare) => automaticFor(declare) === 'time');
+    this.drawNow();
+    return outcome;
+  }
+
+  /** Shows the last good shader, and none that is being tried. */
+  keepLast(): void {
+    this.turn += 1;
+  }
+
+  private make(passes: Passes, key: string): Made {
     const uniforms = uniformsOf(passes);
     const material = new RawShaderMaterial({
       vertexShader: passes.vertex.code,
@@ -184,30 +250,54 @@ export class PreviewRenderer {
       blendSrcAlpha: ZeroFactor,
       blendDstAlpha: OneFactor,
     });
-    const { accepted } = this;
-    this.accepted = { material, uniforms, inputs: passes.vertex.inputs };
-    this.logs = null;
-    const goBack = (): void => {
-      material.dispose();
-      this.accepted = accepted;
-      this.setMesh(meshName);
-      this.drawNow();
-    };
-    try {
-      this.setMesh(meshName);
-      this.drawNow();
-    } catch (error) {
-      goBack();
-      throw error;
+    return { key, material, uniforms, inputs: passes.vertex.inputs };
+  }
+
+  /** Whether a shader can be shown. */
+  private async check(scene: Scene, { key, material, uniforms }: Made, turn: number) {
+    const isStale = (): boolean => turn !== this.turn;
+    const stale: Outcome = { kind: 'stale' };
+    await this.renderer.compileAsync(scene, this.camera);
+    if (isStale()) {
+      return stale;
     }
-    const logs = this.takeLogs();
+    const logs = this.logsOf(material);
     if (logs) {
-      goBack();
-      return logs;
+      return { kind: 'refused', logs } satisfies Outcome;
     }
-    accepted?.material.dispose();
-    this.isAnimated = uniforms.some((declare) => automaticFor(declare) === 'time');
-    return null;
+    if (!hasLoop(material.vertexShader + material.fragmentShader)) {
+      return { kind: 'shown' } satisfies Outcome;
+    }
+    if (isUnfinished(key)) {
+      return { kind: 'slow', time: Infinity } satisfies Outcome;
+    }
+    this.fillAutomatic(material, uniforms);
+    const time = await tryOut(this.renderer, scene, this.camera, key);
+    if (isStale()) {
+      return stale;
+    }
+    return (time > 0 ? { kind: 'slow', time } : { kind: 'shown' }) satisfies Outcome;
+  }
+
+  /** What the driver says of a shader that it has refused; null: it has taken it. */
+  private logsOf(material: RawShaderMaterial): DriverLogs | null {
+    this.logs = null;
+    const { currentProgram } = this.renderer.properties.get(material) as {
+      currentProgram?: { getUniforms(): unknown };
+    };
+    // three.js looks at what the driver says when the program is used for the first time.
+    currentProgram?.getUniforms();
+    return this.logs;
+  }
+
+  private geometryFor(name: MeshName, inputs: readonly Declare[]): BufferGeometry {
+    const shape = [name, ...inputs.map((input) => `${input.name} ${input.semantic}`)].join('\n');
+    if (this.mesh.geometry.name === shape) {
+      return this.mesh.geometry;
+    }
+    const geometry = makeMesh(name, inputs);
+    geometry.name = shape;
+    return geometry;
   }
 
   setMesh(name: MeshName): void {
@@ -215,14 +305,14 @@ export class PreviewRenderer {
       return;
     }
     const { inputs, material } = this.accepted;
+    const geometry = this.geometryFor(name, inputs);
+    if (geometry !== this.mesh.geometry) {
+      this.mesh.geometry.dispose();
+      this.mesh.geometry = geometry;
+    }
     material.side = name === 'plane' ? DoubleSide : FrontSide;
     this.mesh.material = material;
-    const shape = [name, ...inputs.map((input) => `${input.name} ${input.semantic}`)].join('\n');
-    if (shape !== this.shape) {
-      this.shape = shape;
-      this.mesh.geometry.dispose();
-      this.mesh.geometry = makeMesh(name, inputs);
-    }
+    this.isQuad = name === 'quad';
   }
 
   setValues(values: Readonly<Record<string, readonly number[]>>): void {
@@ -245,9 +335,10 @@ export class PreviewRenderer {
     } else {
       this.own.set(sampler, texture);
     }
+    const declare = this.accepted?.uniforms.find(({ name }) => name === sampler);
     const uniform = this.accepted?.material.uniforms[sampler];
-    if (uniform) {
-      uniform.value = this.textureOf(sampler);
+    if (uniform && declare) {
+      uniform.value = this.samplerValue(sampler, declare.type);
     }
     this.draw();
   }
@@ -287,6 +378,7 @@ export class PreviewRenderer {
   resize(width: number, height: number): void {
     this.renderer.setPixelRatio(Math.min(window.devicePixelRatio, 2));
     this.renderer.setSize(width, height, false);
+    this.size = { width, height };
     this.camera.aspect = width / Math.max(height, 1);
     this.camera.updateProjectionMatrix();
     this.draw();
@@ -305,11 +397,31 @@ export class PreviewRenderer {
       requestAnimationFrame(() => {
         this.isDrawing = false;
         this.drawNow();
-        if (this.isAnimated) {
+        const isMoving = this.isAnimated && this.clock.isRunning;
+        this.countFrame(isMoving);
+        if (isMoving) {
           this.draw();
         }
       });
     }
+  }
+
+  private countFrame(isMoving: boolean): void {
+    if (!isMoving) {
+      this.frames = { since: 0, count: 0 };
+      this.events.onRate(0);
+      return;
+    }
+    const now = performance.now();
+    const span = now - this.frames.since;
+    if (span < rateSpan) {
+      this.frames.count += 1;
+      return;
+    }
+    if (this.frames.count > 0) {
+      this.events.onRate(Math.round((1000 * (this.frames.count + 1)) / span));
+    }
+    this.frames = { since: now, count: 0 };
   }
 
   dispose(): void {
@@ -319,26 +431,37 @@ export class PreviewRenderer {
     this.renderer.dispose();
   }
 
-  /** What the driver has said since the last call. */
-  private takeLogs(): DriverLogs | null {
-    const { logs } = this;
-    this.logs = null;
-    return logs;
-  }
-
   private drawNow(): void {
-    if (!this.accepted) {
+    const { accepted } = this;
+    if (!accepted) {
       return;
     }
+    // As near and as far as the mesh, so that depths differ.
+    const distance = this.camera.position.length();
+    this.camera.near = Math.max(distance - meshRadius, 0.05);
+    this.camera.far = distance + meshRadius;
+    this.camera.updateProjectionMatrix();
+    this.fillAutomatic(accepted.material, accepted.uniforms);
+    const { width, height } = this.size;
+    const side = Math.min(width, height);
+    this.renderer.setViewport(
+      ...(this.isQuad
+        ? ([(width - side) / 2, (height - side) / 2, side, side] as const)
+        : ([0, 0, width, height] as const)),
+    );
+    this.renderer.render(this.scene, this.camera);
+    this.events.onDrawn();
+  }
+
+  private fillAutomatic(material: RawShaderMaterial, uniforms: readonly Declare[]): void {
     this.camera.updateMatrixWorld();
-    for (const declare of this.accepted.uniforms) {
+    for (const declare of uniforms) {
       const automatic = automaticFor(declare);
-      const uniform = this.accepted.material.uniforms[declare.name];
+      const uniform = material.uniforms[declare.name];
       if (automatic && uniform) {
         uniform.value = this.automaticValue(automatic, declare);
       }
     }
-    this.renderer.render(this.scene, this.camera);
   }
 
   private textureOf(sampler: string): Texture {
@@ -353,12 +476,13 @@ export class PreviewRenderer {
     return texture;
   }
 
+  private samplerValue(name: string, type: string): Texture {
+    return type === 'samplerCUBE' ? (this.own.get(name) ?? this.cube) : this.textureOf(name);
+  }
+
   private makeUniform(declare: Declare): IUniform {
-    if (declare.type === 'samplerCUBE') {
-      return { value: this.cube };
-    }
     if (declare.type.startsWith('sampler')) {
-      return { value: this.textureOf(declare.name) };
+      return { value: this.samplerValue(declare.name, declare.type) };
     }
     if (sizeOf(declare.type) > 0) {
       return { value: valueOf(declare, valueIn(this.values, declare.name) ?? startValue(declare)) };
@@ -376,7 +500,6 @@ export class PreviewRenderer {
 
   private automaticValue(automatic: Automatic, declare: Declare): unknown {
     const { projectionMatrix: projection, matrixWorldInverse: view } = this.camera;
-    const size = this.renderer.getDrawingBufferSize(new Vector2());
     switch (automatic) {
       case 'world':
         return new Matrix4();
@@ -397,9 +520,11 @@ export class PreviewRenderer {
       case 'eye':
         return this.camera.position.clone();
       case 'time':
-        return performance.now() / 1000;
-      case 'resolution':
-        return size;
+        return this.clock.seconds();
+      case 'resolution': {
+        const size = this.renderer.getDrawingBufferSize(new Vector2());
+        return this.isQuad ? size.setScalar(Math.min(size.x, size.y)) : size;
+      }
     }
   }
 }

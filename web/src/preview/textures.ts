@@ -4,7 +4,7 @@ import {
   CubeTexture,
   DataTexture,
   LinearFilter,
-  LinearMipmapLinearFilter,
+  NoColorSpace,
   RepeatWrapping,
   RGBAFormat,
   Texture,
@@ -44,11 +44,23 @@ function shadow(x: number, y: number): Colour {
   return [depth, depth, depth, 1];
 }
 
+function glow(x: number, up: number): Colour {
+  const light = Math.exp(-25 * ((x - 0.7) ** 2 + (1 - up - 0.25) ** 2));
+  return [light, 0.8 * light, 0.5 * light, 1];
+}
+
 function gradient(x: number, y: number): Colour {
   return [x, y, 1 - x, 1];
 }
 
-const paints: Readonly<Record<TextureName, Paint>> = { checks, bumps, landscape, shadow, gradient };
+const paints: Readonly<Record<TextureName, Paint>> = {
+  checks,
+  bumps,
+  landscape,
+  glow,
+  shadow,
+  gradient,
+};
 
 function pixels(paint: Paint): Uint8Array<ArrayBuffer> {
   const data = new Uint8Array(size * size * 4);
@@ -64,14 +76,24 @@ function pixels(paint: Paint): Uint8Array<ArrayBuffer> {
   return data;
 }
 
-function prepare<T extends Texture>(texture: T): T {
+/** Wrapped and filtered as in the pictures of the tests. */
+function prepare(texture: Texture): Texture {
   texture.wrapS = RepeatWrapping;
   texture.wrapT = RepeatWrapping;
   texture.magFilter = LinearFilter;
-  texture.minFilter = LinearMipmapLinearFilter;
-  texture.generateMipmaps = true;
+  texture.minFilter = LinearFilter;
+  texture.generateMipmaps = false;
   texture.needsUpdate = true;
   return texture;
+}
+
+function prepareCube(cube: CubeTexture): CubeTexture {
+  cube.colorSpace = NoColorSpace;
+  cube.magFilter = LinearFilter;
+  cube.minFilter = LinearFilter;
+  cube.generateMipmaps = false;
+  cube.needsUpdate = true;
+  return cube;
 }
 
 export function builtInTexture(name: TextureName): Texture {
@@ -87,28 +109,24 @@ function surroundings(x: number, y: number, z: number): Colour {
     : [0.35 + 0.2 * up, 0.3 + 0.15 * up, 0.25 + 0.1 * up, 1];
 }
 
-/** The sides of a cube map, in the order of OpenGL: right, left, up, down, front, back. */
-const sides: readonly ((u: number, v: number) => Colour)[] = [
-  (u, v) => surroundings(1, -v, -u),
-  (u, v) => surroundings(-1, -v, u),
-  (u, v) => surroundings(u, 1, v),
-  (u, v) => surroundings(u, -1, -v),
-  (u, v) => surroundings(u, -v, 1),
-  (u, v) => surroundings(-u, -v, -1),
+/** The direction that a place on each side of a cube map shows, all from -1 to 1, in the order of OpenGL: right, left, up, down, front, back. */
+const directions: readonly ((u: number, v: number) => readonly [number, number, number])[] = [
+  (u, v) => [1, -v, -u],
+  (u, v) => [-1, -v, u],
+  (u, v) => [u, 1, v],
+  (u, v) => [u, -1, -v],
+  (u, v) => [u, -v, 1],
+  (u, v) => [-u, -v, -1],
 ];
 
 export function builtInCube(): CubeTexture {
-  const images = sides.map((side) => {
-    const data = pixels((x, y) => side(2 * x - 1, 2 * y - 1));
-    return new DataTexture(data, size, size, RGBAFormat);
+  const images = directions.map((direction) => {
+    const data = pixels((x, y) => surroundings(...direction(2 * x - 1, 2 * y - 1)));
+    const image = new DataTexture(data, size, size, RGBAFormat);
+    image.needsUpdate = true;
+    return image;
   });
-  images.forEach((image) => (image.needsUpdate = true));
-  const cube = new CubeTexture(images);
-  cube.magFilter = LinearFilter;
-  cube.minFilter = LinearMipmapLinearFilter;
-  cube.generateMipmaps = true;
-  cube.needsUpdate = true;
-  return cube;
+  return prepareCube(new CubeTexture(images));
 }
 
 /** A picture that a person has chosen, with the numbers that its file has. @throws when the browser cannot read it as one */
@@ -118,5 +136,78 @@ export async function textureFromFile(file: Blob): Promise<Texture> {
     premultiplyAlpha: 'none',
     colorSpaceConversion: 'none',
   });
-  return prepare(new Texture(image as unknown as HTMLImageElement));
+  return prepare(new Texture(image));
+}
+
+interface CubeForm {
+  readonly columns: number;
+  readonly rows: number;
+  /** The column and row of each side. */
+  readonly places: readonly (readonly [number, number])[];
+}
+
+/** How the sides of a cube map stand in a picture: in a row, in a column, or as a cross. */
+// prettier-ignore
+const cubeForms: readonly CubeForm[] = [
+  { columns: 6, rows: 1, places: [[0, 0], [1, 0], [2, 0], [3, 0], [4, 0], [5, 0]] },
+  { columns: 1, rows: 6, places: [[0, 0], [0, 1], [0, 2], [0, 3], [0, 4], [0, 5]] },
+  { columns: 4, rows: 3, places: [[2, 1], [0, 1], [1, 0], [1, 2], [1, 1], [3, 1]] },
+  { columns: 3, rows: 4, places: [[2, 1], [0, 1], [1, 0], [1, 2], [1, 1], [1, 3]] },
+];
+/** The largest side of a cube map that is made from a panorama, in pixels. */
+const largestSide = 512;
+
+/** A side of a cube map from a picture that shows all around, twice as wide as high. */
+function sideOfPanorama(panorama: ImageData, side: number, length: number): ImageData {
+  const { width, height, data } = panorama;
+  const made = new ImageData(length, length);
+  for (let row = 0; row < length; ++row) {
+    for (let column = 0; column < length; ++column) {
+      const place = (one: number): number => (2 * (one + 0.5)) / length - 1;
+      const [x, y, z] = directions[side]?.(place(column), place(row)) ?? [0, 0, 1];
+      const around = 0.5 + Math.atan2(x, -z) / (2 * Math.PI);
+      const down = Math.acos(y / Math.hypot(x, y, z)) / Math.PI;
+      const from = Math.min(Math.floor(down * height), height - 1) * width;
+      const at = 4 * (from + Math.min(Math.floor(around * width), width - 1));
+      made.data.set(data.subarray(at, at + 4), 4 * (row * length + column));
+    }
+  }
+  return made;
+}
+
+/**
+ * A cube map from one picture: its sides in a row, a column or a cross, or a panorama.
+ * @throws when the browser cannot read it, or it has another form
+ */
+export async function cubeFromFile(file: Blob): Promise<CubeTexture> {
+  const image = await createImageBitmap(file, {
+    premultiplyAlpha: 'none',
+    colorSpaceConversion: 'none',
+  });
+  const { width, height } = image;
+  const context = new OffscreenCanvas(width, height).getContext('2d', { willReadFrequently: true });
+  if (!context) {
+    throw new Error('this browser cannot read pictures here');
+  }
+  context.drawImage(image, 0, 0);
+  const form = cubeForms.find(({ columns, rows }) => width * rows === height * columns);
+  if (!form && width !== 2 * height) {
+    throw new Error(
+      `a cube map is a picture with six sides in a row, a column or a cross, or a panorama that is twice as wide as high; this one is ${width} by ${height}`,
+    );
+  }
+  const length = form ? width / form.columns : Math.min(largestSide, height / 2);
+  const whole = form ? null : context.getImageData(0, 0, width, height);
+  const parts = directions.map((_, side) => {
+    const [column, row] = form?.places[side] ?? [0, 0];
+    return whole
+      ? sideOfPanorama(whole, side, length)
+      : context.getImageData(column * length, row * length, length, length);
+  });
+  const images = parts.map(({ data }) => {
+    const made = new DataTexture(new Uint8Array(data), length, length, RGBAFormat);
+    made.needsUpdate = true;
+    return made;
+  });
+  return prepareCube(new CubeTexture(images));
 }

@@ -120,8 +120,8 @@ const openFiles = async (page, files) => {
   await (await chooser).setFiles(buffers);
 };
 
-/** A PNG of one pixel, 200 100 50 without opacity, that says it wants another gamma. */
-const onePixel = () => {
+/** A PNG with a row of pixels, red, green, blue and alpha each, that says it wants another gamma. */
+const png = (...pixels) => {
   const chunk = (type, data) => {
     const body = Buffer.concat([Buffer.from(type), data]);
     const ends = [Buffer.alloc(4), Buffer.alloc(4)];
@@ -129,14 +129,14 @@ const onePixel = () => {
     ends[1].writeUInt32BE(crc32(body));
     return Buffer.concat([ends[0], body, ends[1]]);
   };
-  const header = Buffer.from([0, 0, 0, 1, 0, 0, 0, 1, 8, 6, 0, 0, 0]);
+  const header = Buffer.from([0, 0, 0, pixels.length, 0, 0, 0, 1, 8, 6, 0, 0, 0]);
   const gamma = Buffer.from([0, 1, 0x86, 0xa0]);
-  const pixel = deflateSync(Buffer.from([0, 200, 100, 50, 0]));
+  const rows = deflateSync(Buffer.from([0, ...pixels.flat()]));
   return Buffer.concat([
     Buffer.from('\x89PNG\r\n\x1a\n', 'latin1'),
     chunk('IHDR', header),
     chunk('gAMA', gamma),
-    chunk('IDAT', pixel),
+    chunk('IDAT', rows),
     chunk('IEND', Buffer.alloc(0)),
   ]);
 };
@@ -551,6 +551,33 @@ const tests = {
     await close(page);
   },
 
+  async 'the editor forgives blanks at the end, goes to faults, and searches'() {
+    const page = await open();
+    await select(page, 'surface_texture');
+    await source(page).click();
+    await page.keyboard.press('Control+End');
+    await page.keyboard.type('\n  \n');
+    await page.waitForTimeout(300);
+    await status(page).getByText('No faults, no warnings').waitFor();
+    assert.match(await sourceText(page), /\}\n\n {2}/);
+    await page.getByRole('button', { name: 'Save', exact: true }).waitFor();
+    await type(page, 1, ' // sat');
+    await page.waitForTimeout(200);
+    assert.equal(await page.locator('.cm-tooltip-autocomplete').count(), 0);
+    // The fault of another node is found from here.
+    await select(page, 'fog');
+    await type(page, 6, '\n    lit = 1 +;');
+    await page.locator('.messages li.error').first().waitFor();
+    await select(page, 'surface_texture');
+    await source(page).focus();
+    await page.keyboard.press('F8');
+    await until(() => page.locator('.node-name').inputValue(), 'fog');
+    await page.keyboard.press('Control+f');
+    await page.locator('.cm-panel.cm-search').waitFor();
+    await shoot(page, 'search');
+    await close(page);
+  },
+
   async "a driver's message is shown at the author's line"() {
     const page = await open();
     const good = await pixels(page);
@@ -843,7 +870,9 @@ const tests = {
       .locator('.controls .lil-controller', { hasText: 'map' })
       .locator('select')
       .selectOption('file…');
-    await (await chooser).setFiles([{ name: 'a.png', mimeType: 'image/png', buffer: onePixel() }]);
+    await (
+      await chooser
+    ).setFiles([{ name: 'a.png', mimeType: 'image/png', buffer: png([200, 100, 50, 0]) }]);
     const middle = () =>
       page.evaluate(() => {
         const canvas = document.querySelector('.picture canvas');
@@ -972,6 +1001,100 @@ const tests = {
     await save();
     await page.locator('.notice.info', { hasText: 'no file was edited' }).waitFor();
     assert.equal(await read(path), last);
+    await close(page);
+  },
+
+  async 'a shader that takes too long does not stop the page'() {
+    const page = await open();
+    const good = await pixels(page);
+    await select(page, 'surface_texture');
+    const loop = (count) =>
+      `\n    float k = 0.0;\n    for (int i = 0; i < ${count}; i++) {\n        k += sin(k + oUV.x);\n    }\n    albedo.x += k * 0.001;`;
+    await type(page, 5, loop(200000));
+    await page.locator('.mark', { hasText: /would take about \d+ s/ }).waitFor({ timeout: 20000 });
+    assert.ok((await pixels(page)) === good, 'the picture has changed');
+    await shoot(page, 'slow');
+    // Meanwhile the page answers.
+    await page.keyboard.press('Control+z');
+    await page.waitForFunction(() => document.querySelector('.mark') === null);
+    // One that does not even finish a small picture is not tried again after a reload.
+    await type(page, 5, loop(4000000));
+    await page.locator('.mark', { hasText: 'does not finish' }).waitFor({ timeout: 20000 });
+    await page.waitForTimeout(500);
+    await page.reload();
+    const start = Date.now();
+    await page.locator('.mark', { hasText: 'does not finish' }).waitFor({ timeout: 20000 });
+    console.log(`  after the reload ${Date.now() - start} ms`);
+    await select(page, 'surface_texture');
+    await page.getByRole('button', { name: 'Undo' }).click();
+    await page.waitForFunction(() => document.querySelector('.mark') === null, null, {
+      timeout: 60000,
+    });
+    page.faults = page.faults.filter((fault) => !/context/i.test(fault));
+    await close(page);
+  },
+
+  async 'the picture is linked only when code changes, and its time, light and sky can be set'() {
+    const page = await open();
+    await page.evaluate(() => {
+      const { linkProgram } = WebGL2RenderingContext.prototype;
+      window.links = 0;
+      WebGL2RenderingContext.prototype.linkProgram = function link(program) {
+        window.links += 1;
+        linkProgram.call(this, program);
+      };
+    });
+    const links = () => page.evaluate(() => window.links);
+    await select(page, 'surface_texture');
+    await type(page, 5, ' // a remark');
+    await page.locator('.output', { hasText: 'a remark' }).waitFor();
+    await page.waitForTimeout(200);
+    assert.equal(await links(), 0);
+    await type(page, 5, '\n    albedo.x *= 0.5;');
+    await until(links, 1);
+    const before = await pixels(page);
+    const sun = await page.locator('.sun').boundingBox();
+    await page.mouse.move(sun.x + sun.width / 2, sun.y + sun.height / 2);
+    await page.mouse.down();
+    await page.mouse.move(sun.x - 150, sun.y + 60, { steps: 3 });
+    await page.mouse.up();
+    assert.ok((await pixels(page)) !== before, 'the light is the same');
+    await page.keyboard.press('Control+z');
+    await until(async () => (await pixels(page)) === before, true);
+    const saved = page.waitForEvent('download');
+    await page.getByRole('button', { name: 'Picture', exact: true }).click();
+    assert.equal(
+      readFileSync(await (await saved).path())
+        .subarray(1, 4)
+        .toString(),
+      'PNG',
+    );
+    // The time stands still, runs, and begins again.
+    await type(page, 1, '\nuniform float time;');
+    await type(page, 6, '\n    albedo.x = sin(time);');
+    await page.locator('.preview', { hasText: /\d+ fps/ }).waitFor();
+    await page.getByRole('button', { name: 'Pause' }).click();
+    const still = await pixels(page);
+    await page.waitForTimeout(150);
+    assert.ok((await pixels(page)) === still, 'the time goes on');
+    await page.getByRole('button', { name: 'Pause' }).click();
+    await until(async () => (await pixels(page)) === still, false);
+    // A sky of one's own, of another form than any.
+    await page.locator('header select').selectOption('chrome');
+    await page.locator('.controls', { hasText: 'environmentMap' }).waitFor();
+    const sky = await pixels(page);
+    const choose = async (buffer) => {
+      const chooser = page.waitForEvent('filechooser');
+      await page
+        .locator('.controls .lil-controller', { hasText: 'environmentMap' })
+        .locator('select')
+        .selectOption('file…');
+      await (await chooser).setFiles([{ name: 'sky.png', mimeType: 'image/png', buffer }]);
+    };
+    await choose(png([0, 0, 0, 255]));
+    await page.locator('.notice.error', { hasText: 'six sides' }).waitFor();
+    await choose(png(...Array.from({ length: 6 }, (_, i) => [40 * i, 255 - 40 * i, 0, 255])));
+    await until(async () => (await pixels(page)) === sky, false);
     await close(page);
   },
 
