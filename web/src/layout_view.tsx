@@ -6,7 +6,9 @@ import { EditorView } from './editor/editor_view';
 import { storedText, storeText } from './files/storage';
 import { GraphView } from './graph/graph_view';
 import { MessagesView } from './messages_view';
-import { useAllMessages } from './model/use_store';
+import { allMessagesOf } from './model/selectors';
+import type { State } from './model/store';
+import { usePage } from './model/use_store';
 import { OutputView } from './output/output_view';
 import { PreviewView } from './preview/preview_view';
 
@@ -74,24 +76,24 @@ const openHeight = 150;
 /** So long there are no messages before the list closes, in milliseconds: nothing jumps while somebody types. */
 const closingDelay = 1500;
 
-function useHasMessages(): boolean {
-  const { own, others, remarks } = useAllMessages();
+function hasMessages(state: State): boolean {
+  const { own, others, remarks } = allMessagesOf(state);
   return own.length + others.length + remarks.length > 0;
 }
 
 /** The panels with separators. The list of messages is open while there are some. */
 function WideLayout({ isFixed }: { isFixed: boolean }) {
   const messages = usePanelRef();
-  const hasMessages = useHasMessages();
+  const isOpen = usePage(hasMessages);
   useEffect(() => {
     const resize = (): void => {
-      messages.current?.resize(hasMessages ? openHeight : closedHeight);
+      messages.current?.resize(isOpen ? openHeight : closedHeight);
     };
-    const timer = setTimeout(resize, hasMessages ? 0 : closingDelay);
+    const timer = setTimeout(resize, isOpen ? 0 : closingDelay);
     return () => {
       clearTimeout(timer);
     };
-  }, [messages, hasMessages]);
+  }, [messages, isOpen]);
   return (
     <SizedGroup id="columns" orientation="horizontal" isFixed={isFixed}>
       <Panel id="left" defaultSize="45%" minSize={240}>

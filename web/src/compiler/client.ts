@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 import { type Project, reachable, type Shader } from '../model/project';
+import { startWorker } from './start_worker';
 import { type Answer, failedAnswer, type Job, type Message, type SourceNode } from './protocol';
 
 /** What has to be sent so that the compiler has the nodes of a project. */
@@ -91,12 +92,18 @@ export class CompilerClient {
   }
 
   private start(): Worker {
-    const worker = new Worker(new URL('./worker.ts', import.meta.url), { type: 'module' });
+    const worker = startWorker();
+    // What a worker says that has been given up does not count.
+    const take = (answer: Answer): void => {
+      if (worker === this.worker) {
+        this.take(answer);
+      }
+    };
     worker.onmessage = (event: MessageEvent<Answer>) => {
-      this.take(event.data);
+      take(event.data);
     };
     worker.onerror = () => {
-      this.take(failedAnswer(this.lastId, 'the compiler has stopped'));
+      take(failedAnswer(this.lastId, 'the compiler has stopped'));
     };
     return worker;
   }
@@ -146,7 +153,7 @@ export class CompilerClient {
   }
 
   private checkNext(): void {
-    if (this.isBusy || !this.last) {
+    if (this.isBusy || !this.last || this.hasFailed) {
       return;
     }
     const { project, shader: chosen } = this.last;

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
-import { useState } from 'react';
+import { useMemo, useState } from 'react';
 import { Choice } from '../choice';
 import { stages } from '../compiler/protocol';
 import {
   addReference,
-  nodeById,
+  type NodeShape,
   removeReference,
   renameNode,
   toggleInPass,
 } from '../model/project';
-import { projectOf } from '../model/store';
+import { chosenShapeOf, shaderOf, shapesOf } from '../model/selectors';
 import { useEdit, usePage } from '../model/use_store';
 import { SourceEditor } from './source_editor';
 
@@ -44,9 +44,7 @@ function NameField({ id, name }: { id: string; name: string }) {
 function Passes({ name }: { name: string }) {
   const edit = useEdit();
   const shaderName = usePage((state) => state.shader);
-  const shader = usePage((state) =>
-    projectOf(state).shaders.find((one) => one.name === state.shader),
-  );
+  const shader = usePage(shaderOf);
   return (
     <Choice
       className="small"
@@ -61,16 +59,17 @@ function Passes({ name }: { name: string }) {
 }
 
 /** What the node builds on, for those who do not draw edges with a mouse. */
-function References({ id }: { id: string }) {
+function References({ node }: { node: NodeShape }) {
   const edit = useEdit();
-  const node = usePage((state) => nodeById(projectOf(state), id));
-  const project = usePage(projectOf);
-  if (!node) {
-    return null;
-  }
-  const others = [...new Set(project.nodes.map((one) => one.name))]
-    .filter((name) => name !== node.name && !node.references.includes(name))
-    .sort();
+  const shapes = usePage(shapesOf);
+  const { id } = node;
+  const others = useMemo(
+    () =>
+      [...new Set(shapes.map((one) => one.name))]
+        .filter((name) => name !== node.name && !node.references.includes(name))
+        .sort(),
+    [shapes, node],
+  );
   return (
     <div className="references" role="group" aria-label="Builds on">
       <span>builds on</span>
@@ -106,9 +105,7 @@ function References({ id }: { id: string }) {
 
 /** The selected node: its name, its references and its source. */
 export function EditorView() {
-  const node = usePage((state) =>
-    state.selected === null ? undefined : nodeById(projectOf(state), state.selected),
-  );
+  const node = usePage(chosenShapeOf);
   return (
     <section className="panel editor" aria-label="Source">
       <div className="bar">
@@ -119,7 +116,7 @@ export function EditorView() {
               {node.file}
             </span>
             <Passes name={node.name} />
-            <References id={node.id} />
+            <References node={node} />
           </>
         ) : (
           <span className="muted">Choose a node in the graph to edit its source.</span>

@@ -154,8 +154,20 @@ function isShown(view: EditorView, content: string): boolean {
   return content === text || content === withoutTrailingBlanks(text);
 }
 
+/** What the editor shows besides the text. */
+interface Shown {
+  id: string | null;
+  messages: readonly Message[];
+  /** The line that is linked to another panel; 0: none. */
+  linked: number;
+}
+
+function areSameMessages(some: readonly Message[], others: readonly Message[]): boolean {
+  return some.length === others.length && some.every((message, i) => message === others[i]);
+}
+
 /** Brings what others have changed into the editor. */
-function follow(store: Store, view: EditorView, shown: { id: string | null }): void {
+function follow(store: Store, view: EditorView, shown: Shown): void {
   const state = store.getState();
   const node = selectedNode(store);
   const content = node?.content ?? '';
@@ -163,6 +175,8 @@ function follow(store: Store, view: EditorView, shown: { id: string | null }): v
   const isReadOnly = state.isFollowing;
   if (shown.id !== state.selected || !hasSameBreaks || view.state.readOnly !== isReadOnly) {
     shown.id = state.selected;
+    shown.messages = [];
+    shown.linked = 0;
     view.setState(makeState(store, content));
   } else if (!isShown(view, content)) {
     // In the editor, a line break is one character.
@@ -174,9 +188,16 @@ function follow(store: Store, view: EditorView, shown: { id: string | null }): v
   const messages = messagesOf(state).filter(
     (message) => node && message.node === node.name && message.line > 0,
   );
-  view.dispatch(setDiagnostics(view.state, diagnosticsOf(doc, messages)));
+  // What is underlined moves with the text by itself; each update costs a layout of the page.
+  if (!areSameMessages(messages, shown.messages)) {
+    shown.messages = messages;
+    view.dispatch(setDiagnostics(view.state, diagnosticsOf(doc, messages)));
+  }
   const linked = state.hovered?.node === node?.name ? (state.hovered?.line ?? 0) : 0;
-  view.dispatch({ effects: setLinkedLines.of(linked > 0 ? [linked] : []) });
+  if (linked !== shown.linked) {
+    shown.linked = linked;
+    view.dispatch({ effects: setLinkedLines.of(linked > 0 ? [linked] : []) });
+  }
   if (state.goTo && state.goTo.node === node?.name) {
     const line = doc.line(Math.min(Math.max(state.goTo.line, 1), doc.lines));
     const head = Math.min(line.from + Math.max(state.goTo.column, 1) - 1, line.to);
@@ -191,7 +212,7 @@ export function SourceEditor() {
   const store = usePageStore();
   const parent = useRef<HTMLDivElement>(null);
   useEffect(() => {
-    const shown: { id: string | null } = { id: null };
+    const shown: Shown = { id: null, messages: [], linked: 0 };
     const view = new EditorView({
       state: makeState(store, ''),
       parent: parent.current ?? undefined,

@@ -12,6 +12,7 @@ import {
 import { type KeyboardEvent, useEffect, useMemo, useRef, useState } from 'react';
 import { useCommands } from '../commands';
 import { storedText, storeText } from '../files/storage';
+import type { NodeShape } from '../model/project';
 import { countsOf, orderOf, shaderOf, shapesOf } from '../model/selectors';
 import { projectOf, type State } from '../model/store';
 import { usePage, usePageStore } from '../model/use_store';
@@ -33,12 +34,15 @@ import { useMenus } from './menus';
 import {
   type Drags,
   reuse,
+  type Route,
+  routesOf,
   type Shown,
   type ShownEdge,
   shownEdges,
   shownFiles,
   type ShownNode,
   shownNodes,
+  withDrags,
 } from './shown';
 import { directionOf, nextNode } from './walk';
 
@@ -66,6 +70,22 @@ function pointOf({ clientX, clientY }: { clientX: number; clientY: number }): Po
 
 function middleOf({ position: { x, y } }: ShownNode): Point {
   return { x: x + nodeSize.width / 2, y: y + nodeSize.height / 2 };
+}
+
+/** The lines of references. While nodes are dragged, only their own lines follow. */
+function useRoutes(
+  shapes: readonly NodeShape[],
+  nodes: readonly ShownNode[],
+  isDragging: boolean,
+): ReadonlyMap<string, Route> {
+  const last = useRef<ReadonlyMap<string, Route>>(new Map());
+  const places = useReused(
+    useMemo(() => nodes.map(({ id, position: { x, y } }) => ({ id, x, y })), [nodes]),
+  );
+  return useMemo(() => {
+    last.current = routesOf(shapes, places, isDragging ? last.current : new Map());
+    return last.current;
+  }, [shapes, places, isDragging]);
 }
 
 /** How the canvases of files lie below each other: as when the project was opened, so that nothing jumps. */
@@ -112,20 +132,24 @@ function Graph() {
     }
     return picks.has(selected) ? picks : new Set([selected]);
   }, [edge, selected, picks]);
-  const nodes = useReused<ShownNode>(
+  const standing = useReused<ShownNode>(
     useMemo(
       () =>
         shownNodes({
           ...{ shapes, shader, isWhole, chosen: selected, picked },
-          ...{ counts, order, offsets, drags, search },
+          ...{ counts, order, offsets, search },
         }),
-      [shapes, shader, isWhole, selected, picked, counts, order, offsets, drags, search],
+      [shapes, shader, isWhole, selected, picked, counts, order, offsets, search],
     ),
   );
+  const nodes = useMemo(() => withDrags(standing, drags), [standing, drags]);
   const files = useReused(useMemo(() => shownFiles(shapes, nodes), [shapes, nodes]));
-  const edges = useReused<ShownEdge>(
-    useMemo(() => shownEdges(shapes, nodes, edge), [shapes, nodes, edge]),
-  );
+  const routes = useRoutes(shapes, nodes, Object.keys(drags).length > 0);
+  const edges = useMemo(() => {
+    const names = new Set([...(shader?.vertex ?? []), ...(shader?.fragment ?? [])]);
+    return shownEdges(routes, names, edge);
+  }, [routes, shader, edge]);
+  const shownLines = useReused<ShownEdge>(edges);
   const elements = useMemo((): Shown[] => [...files, ...nodes], [files, nodes]);
 
   const show = (shown: readonly ShownNode[]): void => {
@@ -398,7 +422,7 @@ function Graph() {
       >
         <ReactFlow<Shown, ShownEdge>
           nodes={elements}
-          edges={edges as ShownEdge[]}
+          edges={shownLines as ShownEdge[]}
           nodeTypes={nodeTypes}
           edgeTypes={edgeTypes}
           colorMode={theme}

@@ -50,12 +50,11 @@ export interface View {
   readonly counts: ReadonlyMap<string, Counts>;
   readonly order: readonly string[];
   readonly offsets: Offsets;
-  readonly drags: Drags;
   readonly search: string;
 }
 
 export function shownNodes(view: View): ShownNode[] {
-  const { shapes, shader, counts, offsets, drags } = view;
+  const { shapes, shader, counts, offsets } = view;
   const search = view.search.toLowerCase();
   const places = new Map(view.order.map((name, i) => [name, i + 1]));
   const vertex = new Set(shader?.vertex);
@@ -71,7 +70,7 @@ export function shownNodes(view: View): ShownNode[] {
     return {
       id: node.id,
       type: 'morl',
-      position: drags[node.id] ?? columns?.get(node.id) ?? toScreen(offsets, node.file, node),
+      position: columns?.get(node.id) ?? toScreen(offsets, node.file, node),
       draggable: view.isWhole,
       selected: view.picked.has(node.id),
       ...nodeSize,
@@ -91,6 +90,16 @@ export function shownNodes(view: View): ShownNode[] {
   });
 }
 
+/** The nodes where they are dragged to; all others are the same as before. */
+export function withDrags(nodes: readonly ShownNode[], drags: Drags): readonly ShownNode[] {
+  return Object.keys(drags).length === 0
+    ? nodes
+    : nodes.map((node) => {
+        const position = drags[node.id];
+        return position ? { ...node, position } : node;
+      });
+}
+
 const frame = { margin: 14, title: 22 };
 
 /** A frame around the nodes of each file. */
@@ -99,7 +108,12 @@ export function shownFiles(shapes: readonly NodeShape[], nodes: readonly ShownNo
   const points = new Map<string, Point[]>();
   for (const { id, position } of nodes) {
     const path = fileOf.get(id) ?? '';
-    points.set(path, [...(points.get(path) ?? []), position]);
+    const own = points.get(path);
+    if (own) {
+      own.push(position);
+    } else {
+      points.set(path, [position]);
+    }
   }
   return [...points].map(([path, own]) => {
     const { x, y, width, height } = boundsOf(own);
@@ -126,32 +140,61 @@ export function edgeId({ from, to }: Reference): string {
   return `${from.id}>${to.id}`;
 }
 
-/** The lines between the nodes that are shown. */
-export function shownEdges(
+/** The line of a reference, and where it leads from and to. */
+export interface Route extends Reference {
+  readonly start: Point;
+  readonly end: Point;
+  /** The data of an SVG path. */
+  readonly path: string;
+}
+
+function isAt(one: Point, other: Point): boolean {
+  return one.x === other.x && one.y === other.y;
+}
+
+/**
+ * The lines between the nodes that are shown, by their names.
+ * @param last lines to keep where both ends are as they were; empty: all lines are found anew
+ */
+export function routesOf(
   shapes: readonly NodeShape[],
-  nodes: readonly ShownNode[],
-  chosen: string | null,
-): ShownEdge[] {
-  const byId = new Map(nodes.map((node) => [node.id, node]));
-  const obstacles = new Obstacles(nodes.map(({ position }) => position));
-  return referencesOf(shapes).flatMap((reference) => {
-    const from = byId.get(reference.from.id);
-    const to = byId.get(reference.to.id);
-    if (!from || !to) {
-      return [];
+  nodes: readonly ({ readonly id: string } & Point)[],
+  last: ReadonlyMap<string, Route>,
+): ReadonlyMap<string, Route> {
+  const places = new Map(nodes.map((node) => [node.id, node]));
+  const obstacles = new Obstacles(places.values());
+  const routes = new Map<string, Route>();
+  for (const reference of referencesOf(shapes)) {
+    const start = places.get(reference.from.id);
+    const end = places.get(reference.to.id);
+    if (!start || !end) {
+      continue;
     }
     const id = edgeId(reference);
-    return {
-      id,
-      type: 'routed',
-      source: from.id,
-      target: to.id,
-      selected: id === chosen,
-      className: from.data.isDimmed || to.data.isDimmed ? '' : 'used',
-      ariaLabel: `'${to.data.name}' builds on '${from.data.name}'`,
-      data: { path: route(obstacles, from.position, to.position) },
-    };
-  });
+    const old = last.get(id);
+    const isSame = old && isAt(old.start, start) && isAt(old.end, end);
+    const path = isSame ? old.path : route(obstacles, start, end);
+    routes.set(id, { ...reference, start, end, path });
+  }
+  return routes;
+}
+
+/** @param names of the nodes in the passes of the shader: the lines between them stand out */
+export function shownEdges(
+  routes: ReadonlyMap<string, Route>,
+  names: ReadonlySet<string>,
+  chosen: string | null,
+): ShownEdge[] {
+  return [...routes].map(([id, { from, to, path }]) => ({
+    id,
+    type: 'routed',
+    source: from.id,
+    target: to.id,
+    selected: id === chosen,
+    className: names.has(from.name) && names.has(to.name) ? 'used' : '',
+    ariaLabel: `'${to.name}' builds on '${from.name}'`,
+    data: { path },
+  }));
 }
 
 /** Takes the elements of the last list that are equal, so that only those that differ are drawn again. */

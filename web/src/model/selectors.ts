@@ -32,6 +32,12 @@ export const shapesOf = createSelector([nodesOf], (nodes): readonly NodeShape[] 
   memoizeOptions: { resultEqualityCheck: areSameShapes },
 });
 
+/** The shape of the node in the editor. */
+export const chosenShapeOf = createSelector(
+  [shapesOf, (state) => state.selected],
+  (shapes, selected) => shapes.find(({ id }) => id === selected),
+);
+
 /** The chosen shader. */
 export const shaderOf = createSelector([shadersOf, (state) => state.shader], (shaders, name) =>
   shaders.find((shader) => shader.name === name),

@@ -5,6 +5,7 @@ import type { Result } from 'morl';
 import { useEffect, useRef } from 'react';
 import { Choice } from '../choice';
 import { stages, targets } from '../compiler/protocol';
+import { differenceOf } from '../editor/ranges';
 import { appearance, linkedLines, onHoveredLine, setLinkedLines } from '../editor/setup';
 import type { State } from '../model/store';
 import { usePage, usePageStore } from '../model/use_store';
@@ -53,7 +54,7 @@ function CodeView() {
       const result = resultOf(page);
       const code = result?.code ?? '';
       if (code !== view.state.doc.toString()) {
-        view.dispatch({ changes: { from: 0, to: view.state.doc.length, insert: code } });
+        view.dispatch({ changes: differenceOf(view.state.doc.toString(), code) });
       }
       const linked =
         result && page.hovered ? linesFrom(result, page.hovered.node, page.hovered.line) : [];

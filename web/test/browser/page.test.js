@@ -1098,6 +1098,32 @@ const tests = {
     await close(page);
   },
 
+  async 'the page in one file opens without a server'() {
+    const context = await browser.newContext();
+    context.setDefaultTimeout(5000);
+    const page = await context.newPage();
+    page.faults = [];
+    page.on('console', (message) => {
+      if (message.type() === 'error') page.faults.push(message.text());
+    });
+    page.on('pageerror', (error) => page.faults.push(String(error)));
+    const file = new URL('../../dist/morl.html', import.meta.url);
+    page.on('request', (request) => {
+      const isOwn = request.url() === file.href || /^(data|blob):/.test(request.url());
+      if (!isOwn) page.faults.push(`a request to ${request.url()}`);
+    });
+    await page.goto(file.href);
+    await page.getByText(/\d+ bytes, \d+ texts/).waitFor();
+    await until(async () => (await colours(page)) > 8, true);
+    await select(page, 'unlit');
+    await type(page, 1, '// MINE');
+    await page.reload();
+    await page.getByText(/\d+ bytes/).waitFor();
+    await select(page, 'unlit');
+    assert.match(await sourceText(page), /MINE/);
+    await close(page);
+  },
+
   async 'a lost context comes back'() {
     const page = await open();
     const before = await pixels(page);
