@@ -20,6 +20,7 @@ import {
   type Theme,
 } from './model/store';
 import { StoreContext } from './model/use_store';
+import { wantsPictures } from './preview/node_pictures';
 import { Session } from './projects/session';
 import { SessionContext } from './projects/use_session';
 
@@ -101,7 +102,10 @@ function showTheme(store: Store): void {
 }
 
 async function start(): Promise<void> {
-  const store = makeStore(initialState(sampleProject(), startTheme()));
+  const store = makeStore({
+    ...initialState(sampleProject(), startTheme()),
+    showsPictures: wantsPictures(),
+  });
   const session = await Session.start(store);
   await openLink(store, session);
   window.addEventListener('hashchange', () => void openLink(store, session));

@@ -87,6 +87,16 @@ function goToFault(store: Store, view: EditorView, step: typeof nextDiagnostic):
   return true;
 }
 
+/** Tells where the caret is, when it is in another line. */
+function tellCaret(store: Store, { state }: EditorView): void {
+  const node = selectedNode(store)?.name;
+  const line = state.doc.lineAt(state.selection.main.head).number;
+  const { caret } = store.getState();
+  if (node !== undefined && (caret?.node !== node || caret.line !== line)) {
+    store.setState({ caret: { node, line } });
+  }
+}
+
 function makeState(store: Store, content: string): EditorState {
   return EditorState.create({
     doc: content,
@@ -135,6 +145,7 @@ function makeState(store: Store, content: string): EditorState {
         store.setState({ hovered: node && line > 0 ? { node: node.name, line } : null });
       }),
       EditorView.updateListener.of((update) => {
+        tellCaret(store, update.view);
         const isOwn = update.transactions.some((one) => one.annotation(fromStore));
         const id = store.getState().selected;
         if (update.docChanged && !isOwn && id !== null) {

@@ -32,6 +32,21 @@ function count(number: number, word: string): string {
   return `${number} ${word}${number === 1 ? '' : 's'}`;
 }
 
+/** What the node leaves in the variable that it assigns last, with its place in the text. */
+function NodePicture({ data }: { data: NodeData }) {
+  const picture = usePage((state) => state.pictures.get(data.name));
+  return (
+    <span className={picture === undefined ? '' : 'pictured'}>
+      {picture !== undefined && <img src={picture} alt="" draggable={false} />}
+      {data.place > 0 && (
+        <span className="place" title={`number ${data.place} of the text that is shown`}>
+          {data.place}
+        </span>
+      )}
+    </span>
+  );
+}
+
 /** A node of the graph: its name, the passes that it is in, and how much is wrong with it. */
 export const MorlGraphNode = memo(function MorlGraphNode({ data, selected }: NodeProps<ShownNode>) {
   const isUsed = data.isInVertex || data.isInFragment;
@@ -45,11 +60,7 @@ export const MorlGraphNode = memo(function MorlGraphNode({ data, selected }: Nod
   return (
     <div className={classes.filter(Boolean).join(' ')}>
       <Handle type="target" position={Position.Left} />
-      {data.place > 0 && (
-        <span className="place" title={`number ${data.place} of the text that is shown`}>
-          {data.place}
-        </span>
-      )}
+      <NodePicture data={data} />
       <span className="name" title={data.name}>
         {data.name}
       </span>

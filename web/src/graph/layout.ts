@@ -4,7 +4,7 @@ import { type NodeFile, type NodeShape, nodeFileOf } from '../model/project';
 import { isFar } from '../model/remarks';
 
 /** The size of a node on the screen, the same for all. */
-export const nodeSize = { width: 200, height: 44 };
+export const nodeSize = { width: 210, height: 44 };
 const gap = 160;
 
 /** Canvases are laid out for larger nodes than those of this page, so it shows them narrower. */

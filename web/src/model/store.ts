@@ -60,6 +60,13 @@ export interface State {
   readonly camera: readonly number[] | null;
   /** The textures that were chosen, by sampler. */
   readonly textures: ReadonlyMap<string, TextureChoice>;
+  /** What nodes leave in the variables that they assign last, as the addresses of pictures, by name. */
+  readonly pictures: ReadonlyMap<string, string>;
+  readonly showsPictures: boolean;
+  /** Where the caret is in the editor. */
+  readonly caret: Place | null;
+  /** What is drawn in place of the picture: the value at the caret, or at a pinned place; null: nothing. */
+  readonly value: 'caret' | Place | null;
   readonly theme: Theme;
   readonly notice: Notice | null;
 }
@@ -85,6 +92,10 @@ export function initialState(project: Project, theme: Theme = 'light'): State {
     mesh: null,
     camera: null,
     textures: new Map(),
+    pictures: new Map(),
+    showsPictures: true,
+    caret: null,
+    value: null,
     theme,
     notice: null,
   };

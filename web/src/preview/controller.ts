@@ -1,14 +1,17 @@
 // SPDX-License-Identifier: MIT
 // Keeps the picture and its controls as the state of the page wants them.
-import { findNode, setMacro, setUniform, valueIn } from '../model/project';
+import { messageOf } from '../message_of';
+import { findNode, nodeById, setMacro, setUniform, valueIn } from '../model/project';
 import { edited, projectOf, type State, type Store } from '../model/store';
 import { startValue } from './conventions';
 import { mapDriverLog } from './driver_messages';
 import { draggedLight, lightUniform, placeOfLight } from './light';
 import { chooseFile, dropTexture, putOwnTexture, putTexture, showTextures } from './own_textures';
+import { NodePictures } from './node_pictures';
 import { askedMacros, Panel } from './panel';
 import { hasFaults, meshOf, type Passes, passesOf, uniformsOf } from './passes';
 import { type Outcome, PreviewRenderer } from './renderer';
+import { type ShownValue, shownValue } from './values';
 
 /** How good the picture is. */
 export type Mark =
@@ -29,6 +32,10 @@ export interface PreviewEvents {
   onLight(place: { x: number; y: number } | null): void;
   /** @param rate in frames a second; 0: the picture stands still */
   onRate(rate: number): void;
+  /** Whether the picture depends on the time. */
+  onAnimated(isAnimated: boolean): void;
+  /** What is drawn in place of the picture; null: nothing, it is the picture. */
+  onValue(value: ShownValue | null): void;
 }
 
 function driverMessagesOf(state: State, passes: Passes, outcome: Outcome) {
@@ -44,8 +51,23 @@ function driverMessagesOf(state: State, passes: Passes, outcome: Outcome) {
   ];
 }
 
+/** The value that is to be shown in place of the picture. */
+function valueOf(state: State, passes: Passes): ShownValue | null {
+  if (state.value === null) {
+    return null;
+  }
+  if (state.value !== 'caret') {
+    return shownValue(passes, state.value.node, state.value.line);
+  }
+  const name =
+    state.selected === null ? '' : (nodeById(projectOf(state), state.selected)?.name ?? '');
+  const line = state.caret?.node === name ? state.caret.line : Infinity;
+  return shownValue(passes, name, line);
+}
+
 export class PreviewController {
   private readonly renderer: PreviewRenderer;
+  private readonly pictures: NodePictures;
   private readonly panel: Panel;
   private readonly ends: (() => void)[] = [];
 
@@ -70,6 +92,7 @@ export class PreviewController {
         events.onRate(rate);
       },
     });
+    this.pictures = new NodePictures(store, this.renderer);
     this.panel = this.makePanel();
     this.renderer.setCamera(store.getState().camera);
     this.renderer.onTurn(() => {
@@ -93,6 +116,7 @@ export class PreviewController {
     this.ends.forEach((end) => {
       end();
     });
+    this.pictures.stop();
     this.panel.dispose();
     this.renderer.dispose();
   }
@@ -104,6 +128,12 @@ export class PreviewController {
   /** Draws again, after the clock was changed. */
   draw(): void {
     this.renderer.draw();
+  }
+
+  /** The colour under the pointer, from 0 to 1; the place is in CSS pixels of the page. */
+  colourAt(clientX: number, clientY: number): readonly number[] {
+    const { left, top } = this.elements.canvas.getBoundingClientRect();
+    return this.renderer.colourAt(clientX - left, clientY - top);
   }
 
   /** The picture as a PNG; null: the browser cannot make one. */
@@ -147,7 +177,11 @@ export class PreviewController {
   }
 
   private follow(state: State, before: State): void {
-    if (state.answer !== before.answer) {
+    const isOther =
+      state.value !== before.value ||
+      (state.value === 'caret' &&
+        (state.caret !== before.caret || state.selected !== before.selected));
+    if (state.answer !== before.answer || isOther) {
       void this.showAnswer();
     } else if (projectOf(state).values !== projectOf(before).values) {
       this.renderer.setValues(projectOf(state).values);
@@ -156,6 +190,16 @@ export class PreviewController {
     if (state.mesh !== before.mesh) {
       this.renderer.setMesh(meshOf(state));
       this.renderer.draw();
+    }
+    const isSeenOtherwise =
+      state.mesh !== before.mesh ||
+      state.textures !== before.textures ||
+      state.camera !== before.camera ||
+      state.showsPictures !== before.showsPictures ||
+      projectOf(state).values !== projectOf(before).values;
+    const passes = passesOf(state);
+    if (isSeenOtherwise && state.answer === before.answer && passes && !hasFaults(passes)) {
+      this.pictures.want(passes);
     }
     if (state.textures !== before.textures) {
       this.showTextures(before.textures);
@@ -172,6 +216,7 @@ export class PreviewController {
   private async showAnswer(): Promise<void> {
     const state = this.store.getState();
     const passes = passesOf(state);
+    this.pictures.stop();
     this.showPanel();
     if (!passes || hasFaults(passes)) {
       this.renderer.keepLast();
@@ -180,11 +225,22 @@ export class PreviewController {
       return;
     }
     this.renderer.setValues(projectOf(state).values);
-    const outcome = await this.renderer.show(passes, meshOf(state));
+    const value = valueOf(state, passes);
+    const outcome = await this.renderer
+      .show(value?.passes ?? passes, meshOf(state))
+      .catch((error: unknown): Outcome => {
+        const link = `the picture cannot be drawn: ${messageOf(error)}`;
+        return { kind: 'refused', logs: { vertex: '', fragment: '', link } };
+      });
     if (outcome.kind === 'stale') {
       return;
     }
-    const driverMessages = driverMessagesOf(state, passes, outcome);
+    this.events.onValue(value);
+    this.events.onAnimated(this.renderer.isAnimated);
+    if (outcome.kind === 'shown') {
+      this.pictures.want(passes);
+    }
+    const driverMessages = value ? [] : driverMessagesOf(state, passes, outcome);
     if (driverMessages.length > 0 || this.store.getState().driverMessages.length > 0) {
       this.store.setState({ driverMessages });
     }

@@ -8,7 +8,9 @@ import { usePage, usePageStore } from '../model/use_store';
 import { wantsStill } from '../motion';
 import { Toolbar } from '../toolbar';
 import { type Mark, PreviewController } from './controller';
+import { setWantsPictures } from './node_pictures';
 import { meshOf } from './passes';
+import type { ShownValue } from './values';
 
 const meshNames: readonly MeshName[] = ['sphere', 'plane', 'torus knot', 'quad'];
 
@@ -39,6 +41,11 @@ export function PreviewView() {
   const controller = useRef<PreviewController | null>(null);
   const [mark, setMark] = useState<Mark>({ kind: 'fresh' });
   const [rate, setRate] = useState(0);
+  const [isAnimated, setAnimated] = useState(false);
+  const [shown, setShown] = useState<ShownValue | null>(null);
+  const [colour, setColour] = useState<readonly number[] | null>(null);
+  const value = usePage((state) => state.value);
+  const showsPictures = usePage((state) => state.showsPictures);
   const [isRunning, setRunning] = useState(() => !wantsStill());
   const mesh = usePage(meshOf);
   const shader = usePage((state) => state.shader);
@@ -56,6 +63,8 @@ export function PreviewView() {
       const made = new PreviewController(store, elements, {
         onMark: setMark,
         onRate: setRate,
+        onAnimated: setAnimated,
+        onValue: setShown,
         onLight: (place) => {
           const handle = light.current;
           if (handle) {
@@ -99,7 +108,25 @@ export function PreviewView() {
       void holder.current?.requestFullscreen();
     }
   };
+  const toggleValue = (): void => {
+    store.setState({ value: value === null ? 'caret' : null });
+  };
+  const togglePin = (): void => {
+    store.setState({
+      value: value === 'caret' && shown ? { node: shown.node, line: shown.line } : 'caret',
+    });
+  };
   useCommands(() => [
+    {
+      name: value === null ? 'Show the value at the caret' : 'Show the picture, and no value',
+      run: toggleValue,
+    },
+    {
+      name: showsPictures ? 'No pictures on the nodes' : 'Pictures on the nodes',
+      run: () => {
+        setWantsPictures(store, !showsPictures);
+      },
+    },
     {
       name: isRunning ? 'Stop the time' : 'Let the time run',
       run: () => {
@@ -129,27 +156,56 @@ export function PreviewView() {
               store.setState({ mesh: name });
             }}
           />
-          <button
-            aria-pressed={!isRunning}
-            title="Stop the time, or let it run"
-            onClick={() => {
-              run(!isRunning);
-            }}
-          >
-            Pause
-          </button>
-          <button title="Set the time to 0" onClick={reset}>
-            Reset
-          </button>
+          {isAnimated && (
+            <>
+              <button
+                aria-pressed={!isRunning}
+                title="Stop the time, or let it run"
+                onClick={() => {
+                  run(!isRunning);
+                }}
+              >
+                Pause
+              </button>
+              <button title="Set the time to 0" onClick={reset}>
+                Reset
+              </button>
+            </>
+          )}
           <button title="Save the picture as a PNG file" onClick={() => void save()}>
             Picture
           </button>
           <button title="The picture in full screen" onClick={fill}>
             Full screen
           </button>
+          <button
+            aria-pressed={value !== null}
+            title="Draw what the variable holds that the line of the caret assigns"
+            onClick={toggleValue}
+          >
+            Value
+          </button>
+          {value !== null && (
+            <button
+              aria-pressed={value !== 'caret'}
+              disabled={!shown}
+              title="Keep this value, wherever the caret goes"
+              onClick={togglePin}
+            >
+              Pin
+            </button>
+          )}
         </Toolbar>
         <span className="space" />
         <span className="muted">{rate > 0 ? `${rate} fps` : ''}</span>
+        <span className="muted readout">
+          {colour
+            ? colour
+                .slice(0, 3)
+                .map((one) => one.toFixed(2))
+                .join(' ')
+            : ''}
+        </span>
       </div>
       <div className="stage">
         <div className="picture" ref={holder}>
@@ -158,6 +214,12 @@ export function PreviewView() {
             tabIndex={0}
             role="img"
             aria-label={`Picture of the shader ${shader}; arrow keys turn the camera`}
+            onPointerMove={(event) => {
+              setColour(controller.current?.colourAt(event.clientX, event.clientY) ?? null);
+            }}
+            onPointerLeave={() => {
+              setColour(null);
+            }}
           />
           <div
             ref={light}
@@ -175,6 +237,13 @@ export function PreviewView() {
           >
             ☀
           </div>
+          {value !== null && (
+            <div className="value" role="status">
+              {shown
+                ? `${shown.name} (${shown.node}:${shown.line})`
+                : 'this node assigns no number or vector'}
+            </div>
+          )}
           {mark.kind !== 'fresh' && (
             <div className="mark" role="alert">
               {markText(mark)}

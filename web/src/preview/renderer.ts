@@ -19,6 +19,7 @@ import {
   Vector3,
   Vector4,
   WebGLRenderer,
+  WebGLRenderTarget,
   ZeroFactor,
 } from 'three';
 import { OrbitControls } from 'three/addons/controls/OrbitControls.js';
@@ -112,6 +113,13 @@ function keyOf({ vertex, fragment }: Passes): string {
   return [vertex.code, fragment.code].map(tokens).join('\0');
 }
 
+/** A picture, in rows from the bottom, four bytes a pixel. */
+export interface SmallPicture {
+  readonly data: Uint8Array<ArrayBuffer>;
+  /** How long the page did nothing else for it, in milliseconds. */
+  readonly time: number;
+}
+
 export interface RendererEvents {
   /** The browser has taken the graphics away, or given them back. */
   onContext(isLost: boolean): void;
@@ -140,9 +148,10 @@ export class PreviewRenderer {
   private size = { width: 0, height: 0 };
   /** Counts the calls of `show`. */
   private turn = 0;
-  private isQuad = false;
+  private meshName: MeshName = 'sphere';
   private isDrawing = false;
-  private isAnimated = false;
+  /** Whether the shader depends on the time. */
+  isAnimated = false;
   private frames = { since: 0, count: 0 };
   readonly clock = new Clock();
   private values: Readonly<Record<string, readonly number[]>> = {};
@@ -235,6 +244,51 @@ export class PreviewRenderer {
     this.turn += 1;
   }
 
+  /**
+   * A small picture of other passes on the mesh as it stands. Rejects nothing: what the driver refuses has no picture.
+   * @param size its height and width, in pixels
+   */
+  async pictureOf(passes: Passes, size: number): Promise<SmallPicture | null> {
+    const made = this.make(passes, '');
+    const mesh = new Mesh(this.geometryFor(this.meshName, made.inputs), made.material);
+    mesh.frustumCulled = false;
+    const scene = new Scene().add(mesh);
+    const camera = this.camera.clone();
+    camera.aspect = 1;
+    camera.updateProjectionMatrix();
+    const target = new WebGLRenderTarget(size, size);
+    const data = new Uint8Array(4 * size * size);
+    await this.link(scene, made.material);
+    const start = performance.now();
+    const isTaken = this.logsOf(made.material) === null;
+    if (isTaken) {
+      this.fillAutomatic(made.material, made.uniforms, camera);
+      this.renderer.setRenderTarget(target);
+      this.renderer.render(scene, camera);
+      this.renderer.setRenderTarget(null);
+    }
+    const time = performance.now() - start;
+    if (isTaken) {
+      await this.renderer.readRenderTargetPixelsAsync(target, 0, 0, size, size, data);
+    }
+    target.dispose();
+    made.material.dispose();
+    if (mesh.geometry !== this.mesh.geometry) {
+      mesh.geometry.dispose();
+    }
+    return isTaken ? { data, time } : null;
+  }
+
+  /** The colour of a pixel of the picture, from 0 to 1; at CSS pixels from its top left. */
+  colourAt(x: number, y: number): readonly number[] {
+    const gl = this.renderer.getContext();
+    const scale = this.renderer.getPixelRatio();
+    const data = new Uint8Array(4);
+    const row = gl.drawingBufferHeight - 1 - Math.floor(y * scale);
+    gl.readPixels(Math.floor(x * scale), row, 1, 1, gl.RGBA, gl.UNSIGNED_BYTE, data);
+    return [...data].map((one) => one / 255);
+  }
+
   private make(passes: Passes, key: string): Made {
     const uniforms = uniformsOf(passes);
     const material = new RawShaderMaterial({
@@ -257,7 +311,7 @@ export class PreviewRenderer {
   private async check(scene: Scene, { key, material, uniforms }: Made, turn: number) {
     const isStale = (): boolean => turn !== this.turn;
     const stale: Outcome = { kind: 'stale' };
-    await this.renderer.compileAsync(scene, this.camera);
+    await this.link(scene, material);
     if (isStale()) {
       return stale;
     }
@@ -279,14 +333,27 @@ export class PreviewRenderer {
     return (time > 0 ? { kind: 'slow', time } : { kind: 'shown' }) satisfies Outcome;
   }
 
+  /** What three.js has made of a material; undefined: nothing, or the graphics were taken away. */
+  private programOf(material: RawShaderMaterial) {
+    const { currentProgram } = this.renderer.properties.get(material) as {
+      currentProgram?: { isReady(): boolean; getUniforms(): unknown };
+    };
+    return currentProgram;
+  }
+
+  /** Lets the driver link a material, beside other work where it can (KHR_parallel_shader_compile). */
+  private async link(scene: Scene, material: RawShaderMaterial): Promise<void> {
+    this.renderer.compile(scene, this.camera);
+    while (this.programOf(material)?.isReady() === false) {
+      await new Promise((done) => setTimeout(done, 2));
+    }
+  }
+
   /** What the driver says of a shader that it has refused; null: it has taken it. */
   private logsOf(material: RawShaderMaterial): DriverLogs | null {
     this.logs = null;
-    const { currentProgram } = this.renderer.properties.get(material) as {
-      currentProgram?: { getUniforms(): unknown };
-    };
     // three.js looks at what the driver says when the program is used for the first time.
-    currentProgram?.getUniforms();
+    this.programOf(material)?.getUniforms();
     return this.logs;
   }
 
@@ -312,7 +379,7 @@ export class PreviewRenderer {
     }
     material.side = name === 'plane' ? DoubleSide : FrontSide;
     this.mesh.material = material;
-    this.isQuad = name === 'quad';
+    this.meshName = name;
   }
 
   setValues(values: Readonly<Record<string, readonly number[]>>): void {
@@ -445,7 +512,7 @@ export class PreviewRenderer {
     const { width, height } = this.size;
     const side = Math.min(width, height);
     this.renderer.setViewport(
-      ...(this.isQuad
+      ...(this.meshName === 'quad'
         ? ([(width - side) / 2, (height - side) / 2, side, side] as const)
         : ([0, 0, width, height] as const)),
     );
@@ -453,13 +520,17 @@ export class PreviewRenderer {
     this.events.onDrawn();
   }
 
-  private fillAutomatic(material: RawShaderMaterial, uniforms: readonly Declare[]): void {
-    this.camera.updateMatrixWorld();
+  private fillAutomatic(
+    material: RawShaderMaterial,
+    uniforms: readonly Declare[],
+    camera: PerspectiveCamera = this.camera,
+  ): void {
+    camera.updateMatrixWorld();
     for (const declare of uniforms) {
       const automatic = automaticFor(declare);
       const uniform = material.uniforms[declare.name];
       if (automatic && uniform) {
-        uniform.value = this.automaticValue(automatic, declare);
+        uniform.value = this.automaticValue(automatic, declare, camera);
       }
     }
   }
@@ -498,8 +569,12 @@ export class PreviewRenderer {
     };
   }
 
-  private automaticValue(automatic: Automatic, declare: Declare): unknown {
-    const { projectionMatrix: projection, matrixWorldInverse: view } = this.camera;
+  private automaticValue(
+    automatic: Automatic,
+    declare: Declare,
+    camera: PerspectiveCamera,
+  ): unknown {
+    const { projectionMatrix: projection, matrixWorldInverse: view } = camera;
     switch (automatic) {
       case 'world':
         return new Matrix4();
@@ -523,7 +598,7 @@ export class PreviewRenderer {
         return this.clock.seconds();
       case 'resolution': {
         const size = this.renderer.getDrawingBufferSize(new Vector2());
-        return this.isQuad ? size.setScalar(Math.min(size.x, size.y)) : size;
+        return this.meshName === 'quad' ? size.setScalar(Math.min(size.x, size.y)) : size;
       }
     }
   }

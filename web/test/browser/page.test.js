@@ -613,6 +613,13 @@ const tests = {
       assert.equal(await page.locator('.mark').count(), 0, name);
       const number = await colours(page);
       assert.ok(number >= (name === 'picking' ? 2 : 8), `${name}: ${number} colours`);
+      // Only what assigns nothing has no picture.
+      const bare = () =>
+        page
+          .locator('.morl-node.used:not(:has(img)) .name')
+          .allTextContents()
+          .then((names) => names.join());
+      await until(bare, ['foliage', 'picking'].includes(name) ? 'alpha_test' : '');
       await shoot(page, `sample_${name}`);
     }
     await close(page);
@@ -1036,6 +1043,10 @@ const tests = {
 
   async 'the picture is linked only when code changes, and its time, light and sky can be set'() {
     const page = await open();
+    await page.keyboard.press('Control+k');
+    await page.getByRole('dialog').getByRole('combobox').fill('no pictures on the nodes');
+    await page.keyboard.press('Enter');
+    await page.waitForTimeout(300);
     await page.evaluate(() => {
       const { linkProgram } = WebGL2RenderingContext.prototype;
       window.links = 0;
@@ -1095,6 +1106,42 @@ const tests = {
     await page.locator('.notice.error', { hasText: 'six sides' }).waitFor();
     await choose(png(...Array.from({ length: 6 }, (_, i) => [40 * i, 255 - 40 * i, 0, 255])));
     await until(async () => (await pixels(page)) === sky, false);
+    await close(page);
+  },
+
+  async 'nodes show what they assign, and the preview the value at the caret'() {
+    const page = await open();
+    const picture = (name) => nodeOf(page, name).locator('img');
+    const middle = async (name) =>
+      picture(name).evaluate((image) => {
+        const canvas = document.createElement('canvas');
+        canvas.width = canvas.height = 64;
+        const context = canvas.getContext('2d');
+        context.drawImage(image, 0, 0);
+        return [...context.getImageData(32, 32, 1, 1).data].join();
+      });
+    await select(page, 'surface_texture');
+    await type(page, 5, '\n    albedo = float4(0.2, 0.4, 0.6, 1.0);\n    float2 two = albedo.zy;');
+    await until(() => middle('surface_texture'), '153,102,0,255');
+    // Of vertex passes, what they hand over.
+    await picture('texcoord').waitFor({ state: 'attached' });
+    await shoot(page, 'pictures');
+    await page.getByRole('button', { name: 'Value', exact: true }).click();
+    await page.locator('.value', { hasText: 'two (surface_texture:7)' }).waitFor();
+    await page.keyboard.press('ArrowUp');
+    await source(page).focus();
+    await page.keyboard.press('ArrowUp');
+    await page.locator('.value', { hasText: 'albedo (surface_texture:6)' }).waitFor();
+    const box = await page.locator('.picture canvas').boundingBox();
+    await page.mouse.move(box.x + box.width / 2, box.y + box.height / 2);
+    await page.locator('.readout', { hasText: '0.20 0.40 0.60' }).waitFor();
+    await page.getByRole('button', { name: 'Pin' }).click();
+    await source(page).focus();
+    await page.keyboard.press('ArrowDown');
+    await page.waitForTimeout(200);
+    assert.equal(await page.locator('.value').textContent(), 'albedo (surface_texture:6)');
+    await page.getByRole('button', { name: 'Value', exact: true }).click();
+    await until(() => page.locator('.value').count(), 0);
     await close(page);
   },
 
