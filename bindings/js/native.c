@@ -12,7 +12,7 @@ _Static_assert(sizeof(morl_node) == 9 * 4, "node");
 _Static_assert(sizeof(morl_request) == 18 * 4, "request");
 _Static_assert(sizeof(morl_declare) == 27 * 4, "declare");
 _Static_assert(sizeof(morl_macro) == 5 * 4, "macro");
-_Static_assert(sizeof(morl_warning) == 9 * 4, "warning");
+_Static_assert(sizeof(morl_warning) == 10 * 4, "warning");
 _Static_assert(sizeof(morl_output) == 20 * 4, "output");
 _Static_assert(sizeof(morl_program_uniform) == 5 * 4, "uniform");
 _Static_assert(sizeof(morl_varying) == 5 * 4, "varying");

@@ -233,12 +233,13 @@ typedef struct morl_macro {
 
 /** Something that is probably a mistake, although the source has no fault. */
 typedef struct morl_warning {
-    size_t size;     /**< sizeof(morl_warning) */
-    morl_text check; /**< the name of the check, such as "undeclared-name" */
-    morl_text node;  /**< empty: the request as a whole */
-    morl_text text;  /**< what happens, and what to do */
-    int32_t line;    /**< 1-based, in the node's content; 0: no place */
-    int32_t column;  /**< 1-based, in bytes; 0: no place */
+    size_t size;        /**< sizeof(morl_warning) */
+    morl_text check;    /**< the name of the check, such as "undeclared-name" */
+    morl_text node;     /**< empty: the request as a whole */
+    morl_text text;     /**< what happens, and what to do */
+    int32_t line;       /**< 1-based, in the node's content; 0: no place */
+    int32_t column;     /**< 1-based, in bytes; 0: no place */
+    int32_t is_refused; /**< whether compilers refuse the text because of it; 0 or 1 */
 } morl_warning;
 
 /** The output of a request, and the sizes of the lists of its report. */

@@ -31,7 +31,7 @@ void Add(CheckKind kind, const PassReport& report, const ReportDeclare& declare,
     const CheckInfo& info = InfoOf(kind);
     warnings.push_back({info.name, report.nodes[static_cast<std::size_t>(declare.node)],
                         declare.line, declare.column, declare.name,
-                        WarningText(info, declare.name, hint)});
+                        WarningText(info, declare.name, hint), info.isRefused});
 }
 
 std::string Suggestion(const std::vector<const ReportDeclare*>& outputs, const std::string& name)
@@ -58,7 +58,8 @@ void CheckMacros(const PassReport& vertex, const PassReport& fragment,
     const CheckInfo& info = InfoOf(CheckKind::UnusedMacro);
     for (const std::string& name : vertex.unusedMacros) {
         if (std::binary_search(fragment.unusedMacros.begin(), fragment.unusedMacros.end(), name)) {
-            warnings.push_back({info.name, "", 0, 0, name, WarningText(info, name, "")});
+            warnings.push_back(
+                {info.name, "", 0, 0, name, WarningText(info, name, ""), info.isRefused});
         }
     }
 }

@@ -20,6 +20,7 @@ struct ReportWarning {
     int column = 0;          ///< 1-based, in bytes; 0: no place
     std::string name;        ///< what the text is about, such as a variable; may be empty
     std::string text;        ///< what happens, and what to do
+    bool isRefused = false;  ///< whether compilers refuse the text because of it
 };
 
 /// What a line of a written shader was made from.

@@ -459,9 +459,10 @@ TEST_F(CInterface, DescribesBothPassesAsOneProgram)
     auto warning = Sized<morl_warning>();
     for (std::size_t i = 0; morl_get_program_warning(program, i, &warning) == MORL_OK; ++i) {
         shown += Shown(warning.check) + " " + Shown(warning.node) + ":" +
-                 std::to_string(warning.line) + "\n";
+                 std::to_string(warning.line) + (warning.is_refused != 0 ? " refused" : "") + "\n";
     }
-    EXPECT_EQ(shown, "tint 0 1\nk -1 0\nuv 1 0\nrest 2 -1\nlost -1 1\nunmatched-input n:1\n");
+    EXPECT_EQ(shown,
+              "tint 0 1\nk -1 0\nuv 1 0\nrest 2 -1\nlost -1 1\nunmatched-input n:1 refused\n");
     auto place = Sized<morl_place>();
     auto output = Sized<morl_output>();
     ASSERT_EQ(morl_get_output(fragment, &output), MORL_OK);

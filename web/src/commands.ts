@@ -6,6 +6,8 @@ export interface Command {
   readonly name: string;
   /** The keys that do the same, as a person presses them. */
   readonly keys?: string;
+  /** Whether it is one of many, such as the names of shaders, which are listed last. */
+  readonly isChoice?: boolean;
   readonly run: () => void;
 }
 
@@ -24,7 +26,8 @@ export class CommandList {
 
   /** What can be done now. */
   all(): Command[] {
-    return [...this.sources].flatMap((source) => source());
+    const all = [...this.sources].flatMap((source) => source());
+    return [...all.filter((one) => !one.isChoice), ...all.filter((one) => one.isChoice)];
   }
 }
 

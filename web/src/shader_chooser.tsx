@@ -76,6 +76,7 @@ export function ShaderChooser() {
     ...items,
     ...shaders.map(({ name }) => ({
       name: `Shader ${name}`,
+      isChoice: true,
       run: () => {
         choose(name);
       },

@@ -474,7 +474,8 @@ function readWarning(reader: Reader, columns: ColumnReader): Warning {
   const text = reader.text();
   const line = reader.word();
   const column = reader.word();
-  return { check, node, text, line, column: columns(node, line, column) };
+  const isRefused = reader.word() !== 0;
+  return { check, node, text, line, column: columns(node, line, column), isRefused };
 }
 
 /** In the order of the C interface's numbers. */

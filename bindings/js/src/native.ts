@@ -65,7 +65,7 @@ export const sizes = {
   request: 18,
   declare: 27,
   macro: 5,
-  warning: 9,
+  warning: 10,
   output: 20,
   uniform: 5,
   varying: 5,

@@ -76,6 +76,8 @@ export interface Warning {
   line: number;
   /** 1-based, in UTF-16 code units; 0: no place. */
   column: number;
+  /** Whether compilers refuse the text because of it. */
+  isRefused: boolean;
 }
 
 /** What a line of the code was made from. */

@@ -68,7 +68,9 @@ test("a result tells what the code was made from", async () => {
   assert.equal(result.uniforms.find((uniform) => uniform.elements === 8)?.arraySize, "8");
   const written = result.code.split("\n").findIndex((line) => line.includes("tex2D"));
   assert.deepEqual(result.lines[written], { node: "n", line: 4 });
-  assert.ok(result.warnings.some((warning) => warning.check === "undeclared-name" && warning.node === "n" && warning.line === 4));
+  assert.ok(result.warnings.some((warning) => warning.check === "undeclared-name" && warning.node === "n" && warning.line === 4 && warning.isRefused));
+  const unset = compiler.compile({ ...request, warnings: true }).warnings.find((warning) => warning.check === "unset-macro");
+  assert.equal(unset?.isRefused, false);
   assert.equal(compiler.compile(request).code.includes("light_"), false);
   const tint = { vertex: "uniform float4 tint; out float2 uv : TEXAUTO; void main() { uv = tint.xy; }" };
   compiler.setNode({ name: "v", content: tint.vertex });

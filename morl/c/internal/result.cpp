@@ -130,6 +130,7 @@ morl_warning ToWarning(const ReportWarning& warning)
     result.text = ToText(warning.text);
     result.line = warning.line;
     result.column = warning.column;
+    result.is_refused = warning.isRefused ? 1 : 0;
     return result;
 }
 

@@ -17,6 +17,7 @@ void WarningList::Add(CheckKind kind, int node, std::uint32_t offset, std::strin
     warning.check = info.name;
     warning.name = name;
     warning.text = WarningText(info, name, hint);
+    warning.isRefused = info.isRefused;
     if (node >= 0) {
         warning.node = link.origins[static_cast<std::size_t>(node)].node->GetName();
     }

@@ -50,7 +50,9 @@ function compilePass(
       messages.add(request.target, { ...fault, severity: 'error', check: '' });
     }
     for (const warning of result.warnings.filter((one) => isWanted(one, optionalMacros))) {
-      messages.add(request.target, { ...warning, severity: 'warning', hint: '' });
+      const { isRefused, ...rest } = warning;
+      const severity = isRefused ? 'error' : 'warning';
+      messages.add(request.target, { ...rest, severity, hint: '' });
     }
     return result;
   } catch (error) {

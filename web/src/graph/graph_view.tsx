@@ -6,6 +6,7 @@ import {
   type NodeChange,
   ReactFlow,
   ReactFlowProvider,
+  SelectionMode,
   useNodesInitialized,
   useReactFlow,
 } from '@xyflow/react';
@@ -431,6 +432,7 @@ function Graph() {
           edgesFocusable={false}
           disableKeyboardA11y
           deleteKeyCode={null}
+          selectionMode={SelectionMode.Partial}
           zoomOnDoubleClick={false}
           onlyRenderVisibleElements={elements.length > manyNodes}
           onNodesChange={onNodesChange}

@@ -169,7 +169,14 @@ export function redone(state: State): State {
 
 /** Everything that is wrong: what the compiler and the browser say, errors first. */
 export function messagesOf(state: Pick<State, 'answer' | 'driverMessages'>): readonly Message[] {
-  const all = [...(state.answer?.messages ?? []), ...state.driverMessages];
+  const compiler = state.answer?.messages ?? [];
+  const lineOf = ({ node, line }: Message): string => `${node}:${line}`;
+  const refused = new Set(
+    compiler.filter(({ severity, line }) => severity === 'error' && line > 0).map(lineOf),
+  );
+  // Drivers have their own words for what the compiler has said of a line already.
+  const driver = state.driverMessages.filter((message) => !refused.has(lineOf(message)));
+  const all = [...compiler, ...driver];
   return [
     ...all.filter((message) => message.severity === 'error'),
     ...all.filter((message) => message.severity === 'warning'),

@@ -62,7 +62,8 @@ function valueOf(state: State, passes: Passes): ShownValue | null {
   const name =
     state.selected === null ? '' : (nodeById(projectOf(state), state.selected)?.name ?? '');
   const line = state.caret?.node === name ? state.caret.line : Infinity;
-  return shownValue(passes, name, line);
+  // Before its first assignment, the caret means the node as a whole.
+  return shownValue(passes, name, line) ?? shownValue(passes, name);
 }
 
 export class PreviewController {

@@ -138,6 +138,7 @@ export function PreviewView() {
     { name: 'Picture in full screen', run: fill },
     ...meshNames.map((name) => ({
       name: `Mesh ${name}`,
+      isChoice: true,
       run: () => {
         store.setState({ mesh: name });
       },

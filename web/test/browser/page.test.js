@@ -258,12 +258,12 @@ const tests = {
     assert.equal(await nodeOf(page, 'unlit').locator('.badge').textContent(), '1');
     const chooser = page.locator('header select');
     await chooser
-      .locator('option', { hasText: 'unlit_textured – warnings' })
+      .locator('option', { hasText: 'unlit_textured – errors' })
       .waitFor({ state: 'attached' });
     assert.equal(await chooser.locator('option', { hasText: ' – ' }).count(), 2);
     await shoot(page, 'other_shaders');
     await chooser.selectOption('unlit_textured');
-    await status(page).getByText('1 warning').waitFor();
+    await status(page).getByText('1 error').waitFor();
     await page.keyboard.press('Control+z');
     await status(page)
       .getByText(/^No faults, no warnings$/)
@@ -582,8 +582,8 @@ const tests = {
     const page = await open();
     const good = await pixels(page);
     await select(page, 'surface_texture');
-    // The compiler takes it: only a driver knows the types of operands.
-    await type(page, 5, '\n    albedo.x = albedo * oUV.y;');
+    // The compiler takes it: only a driver knows of how many components this is.
+    await type(page, 5, '\n    albedo.x = cross(albedo, albedo).x;');
     await page.locator('.messages li', { hasText: "the browser's driver" }).first().waitFor();
     const texts = await page
       .locator('.messages li', { hasText: "the browser's driver" })
