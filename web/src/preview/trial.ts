@@ -57,34 +57,52 @@ async function timeOf(
   return isDone ? performance.now() - start : Infinity;
 }
 
+/** Calls a function while a shader's texts are known as unfinished, so that the next visit knows if this one ends there. */
+async function markedAsUnfinished(key: string, run: () => Promise<number>): Promise<number> {
+  const begin = performance.now();
+  // Who leaves at once does not leave because of the shader.
+  const leave = (): void => {
+    if (performance.now() - begin < longest) {
+      storeText(unfinishedKey, '');
+    }
+  };
+  storeText(unfinishedKey, key);
+  window.addEventListener('pagehide', leave);
+  try {
+    const time = await run();
+    if (time < Infinity) {
+      storeText(unfinishedKey, '');
+    } else {
+      unfinished.add(key);
+    }
+    return time;
+  } finally {
+    window.removeEventListener('pagehide', leave);
+  }
+}
+
 /**
  * Draws small pictures, larger and larger, as long as the next one is sure to take no second.
  * @param key the texts of the shader; one that does not finish is known by them
  * @returns how long a whole picture would take, in milliseconds, if that is too long; otherwise 0
  */
-export async function tryOut(
+export function tryOut(
   renderer: WebGLRenderer,
   scene: Scene,
   camera: Camera,
   key: string,
 ): Promise<number> {
-  // If the browser gives up the page meanwhile, the next visit knows.
-  storeText(unfinishedKey, key);
-  for (const size of sizes) {
-    // The first time has what is done once, such as compiling; the second has not.
-    const first = await timeOf(renderer, scene, camera, size);
-    const isSlow = first < Infinity && first * growth > longest;
-    const time = isSlow ? await timeOf(renderer, scene, camera, size) : first;
-    if (time === Infinity) {
-      unfinished.add(key);
-      return Infinity;
+  return markedAsUnfinished(key, async () => {
+    for (const size of sizes) {
+      // The first time has what is done once, such as compiling; the second has not.
+      const first = await timeOf(renderer, scene, camera, size);
+      const isSlow = first < Infinity && first * growth > longest;
+      const time = isSlow ? await timeOf(renderer, scene, camera, size) : first;
+      if (time * growth > longest) {
+        const { width, height } = renderer.domElement;
+        return (time * width * height) / (size * size);
+      }
     }
-    if (time * growth > longest) {
-      const { width, height } = renderer.domElement;
-      storeText(unfinishedKey, '');
-      return (time * width * height) / (size * size);
-    }
-  }
-  storeText(unfinishedKey, '');
-  return 0;
+    return 0;
+  });
 }
