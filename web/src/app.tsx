@@ -127,7 +127,7 @@ export function App() {
   return (
     <>
       <SkipLinks />
-      <FilesBar onHelp={openPalette} />
+      <FilesBar onCommands={openPalette} />
       <Banners />
       <LayoutView />
       <Notice />

@@ -9,7 +9,7 @@ import {
   removeShader,
   renameShader,
 } from './model/project';
-import { edited, projectOf } from './model/store';
+import { editedWith, type Notice, projectOf } from './model/store';
 import { useAllMessages, usePage, usePageStore } from './model/use_store';
 import { Palette, type PaletteItem } from './palette';
 
@@ -33,21 +33,19 @@ export function ShaderChooser() {
   const addAs = (make: (project: Project) => { project: Project; name: string }): void => {
     store.setState((state) => {
       const added = make(projectOf(state));
-      return { ...edited(state, () => added.project), shader: added.name };
+      return editedWith(state, () => added.project, { shader: added.name });
     });
   };
   const rename = (name: string): void => {
-    store.setState((state) => {
-      const next = edited(state, (project) => renameShader(project, shader, name));
-      return next.history === state.history ? next : { ...next, shader: name.trim() };
-    });
+    store.setState((state) =>
+      editedWith(state, (project) => renameShader(project, shader, name), { shader: name.trim() }),
+    );
   };
   const remove = (): void => {
-    store.setState((state) => ({
-      ...edited(state, (project) => removeShader(project, shader)),
-      mesh: null,
-      notice: { kind: 'info', text: `'${shader}' is deleted; Undo brings it back` },
-    }));
+    const notice: Notice = { kind: 'info', text: `'${shader}' is deleted; Undo brings it back` };
+    store.setState((state) =>
+      editedWith(state, (project) => removeShader(project, shader), { mesh: null, notice }),
+    );
   };
   const items: PaletteItem[] = [
     {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 import { useRef, useState } from 'react';
 import { useCommands } from '../commands';
+import { Help } from '../help';
 import { messageOf } from '../message_of';
 import type { Project } from '../model/project';
 import { isUnsaved, projectOf, redone, type Theme, undone } from '../model/store';
@@ -22,13 +23,14 @@ function isCancelled(error: unknown): boolean {
 
 /**
  * Opening, saving, sharing, and what goes over everything.
- * @param onHelp opens the list of all commands
+ * @param onCommands opens the list of all commands
  */
-export function FilesBar({ onHelp }: { onHelp: () => void }) {
+export function FilesBar({ onCommands }: { onCommands: () => void }) {
   const store = usePageStore();
   const chooser = useRef<HTMLInputElement>(null);
   const session = useSession();
   const [isListOpen, setListOpen] = useState(false);
+  const [isHelpOpen, setHelpOpen] = useState(false);
   const projectName = usePage((state) => state.project.name);
   const hasUnsaved = usePage(isUnsaved);
   const canUndo = usePage((state) => state.history.past.length > 0);
@@ -89,7 +91,11 @@ export function FilesBar({ onHelp }: { onHelp: () => void }) {
   const openList = (): void => {
     setListOpen(true);
   };
+  const openHelp = (): void => {
+    setHelpOpen(true);
+  };
   useCommands(() => [
+    { name: 'First steps and keys', run: openHelp },
     { name: 'Save', keys: 'Ctrl+S', run: () => void saveEdits(store) },
     {
       name: 'Undo',
@@ -122,6 +128,13 @@ export function FilesBar({ onHelp }: { onHelp: () => void }) {
         <ProjectsDialog
           onClose={() => {
             setListOpen(false);
+          }}
+        />
+      )}
+      {isHelpOpen && (
+        <Help
+          onClose={() => {
+            setHelpOpen(false);
           }}
         />
       )}
@@ -160,9 +173,12 @@ export function FilesBar({ onHelp }: { onHelp: () => void }) {
         <button
           aria-haspopup="dialog"
           title="Everything that can be done (Ctrl+K)"
-          onClick={onHelp}
+          onClick={onCommands}
         >
           Commands
+        </button>
+        <button aria-haspopup="dialog" title="First steps and keys" onClick={openHelp}>
+          Help
         </button>
       </Toolbar>
       <input

@@ -11,7 +11,7 @@ import {
   removeNodes,
   removeReference,
 } from '../model/project';
-import { edited, projectOf, type State } from '../model/store';
+import { edited, editedWith, projectOf, type State } from '../model/store';
 import { arranged, type Offsets, type Point, toCanvas } from './layout';
 
 function movedTo(
@@ -63,7 +63,7 @@ export function withNewNode(
   const below = chosen ? { x: chosen.x + 40, y: chosen.y + 90 } : toCanvas(offsets, file, middle);
   const { x, y } = at ? toCanvas(offsets, file, at) : below;
   const added = addNode(projectOf(state), { x: Math.round(x), y: Math.round(y), file });
-  return { ...edited(state, () => added.project), selected: added.id };
+  return editedWith(state, () => added.project, { selected: added.id });
 }
 
 export function withDuplicates(state: State, ids: Iterable<string>): State {
@@ -74,7 +74,7 @@ export function withDuplicates(state: State, ids: Iterable<string>): State {
     project = copied.project;
     selected = copied.id;
   }
-  return { ...edited(state, () => project), selected };
+  return editedWith(state, () => project, { selected });
 }
 
 export function withoutNodes(state: State, ids: readonly string[]): State {

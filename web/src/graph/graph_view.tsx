@@ -323,7 +323,7 @@ function Graph() {
     } else if (event.key === 'Enter') {
       event.preventDefault();
       goToSource(current.id);
-    } else if (direction && event.altKey) {
+    } else if (direction && event.altKey && isWhole) {
       event.preventDefault();
       const moved = nodes
         .filter((node) => picked.has(node.id))
@@ -332,7 +332,7 @@ function Graph() {
           return [id, place] as const;
         });
       change((state) => withPlaces(state, offsets, moved, 'move by keys'));
-    } else if (direction && !event.ctrlKey && !event.metaKey) {
+    } else if (direction && !event.altKey && !event.ctrlKey && !event.metaKey) {
       event.preventDefault();
       choose(nextNode(nodes, current.position, direction)?.id ?? current.id);
     }

@@ -159,6 +159,16 @@ function stepped(state: State, step: (history: History) => History): State {
   return settle({ ...state, history, ...revealed(projectOf(state), history.present) });
 }
 
+/** Applies an edit, and shows what it has made: of a refused one there is nothing to show. */
+export function editedWith(
+  state: State,
+  edit: (project: Project) => Project,
+  made: Partial<Pick<State, 'selected' | 'shader' | 'mesh' | 'notice'>>,
+): State {
+  const next = edited(state, edit);
+  return next.history === state.history ? next : { ...next, ...made };
+}
+
 export function undone(state: State): State {
   return stepped(state, undo);
 }

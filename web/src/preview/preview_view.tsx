@@ -238,7 +238,7 @@ export function PreviewView() {
           >
             ☀
           </div>
-          {value !== null && (
+          {value !== null && (shown ?? mark.kind === 'fresh') && (
             <div className="value" role="status">
               {shown
                 ? `${shown.name} (${shown.node}:${shown.line})`

@@ -1243,37 +1243,87 @@ const tests = {
   },
 
   async 'it is usable by keyboard, in light and dark, small and large'() {
-    for (const [name, options] of [
-      ['light', { colorScheme: 'light' }],
-      ['dark', { colorScheme: 'dark' }],
-      ['small', { viewport: { width: 1280, height: 720 } }],
-      ['large_text', { viewport: { width: 720, height: 450 }, deviceScaleFactor: 2 }],
+    const escape = async (page) => {
+      await page.keyboard.press('Escape');
+      await until(() => page.locator('dialog[open]').count(), 0);
+    };
+    /** What is done to get from one state of the page to the next. */
+    const states = {
+      start: async () => undefined,
+      commands: (page) => page.keyboard.press('Control+k'),
+      help: async (page) => {
+        await escape(page);
+        await page.getByRole('button', { name: 'Help' }).click();
+      },
+      projects: async (page) => {
+        await escape(page);
+        await projects(page).click();
+      },
+      shaders: async (page) => {
+        await escape(page);
+        await page.getByRole('button', { name: 'Change shaders' }).click();
+      },
+      name: async (page) => {
+        await page.getByRole('dialog').getByRole('combobox').fill('rename');
+        await page.keyboard.press('Enter');
+      },
+      all_nodes: async (page) => {
+        await escape(page);
+        await page.getByRole('button', { name: 'All', exact: true }).click();
+        await page.waitForTimeout(400);
+      },
+      menu: (page) => page.locator('.morl-node.chosen').click({ button: 'right' }),
+      faults: async (page) => {
+        await escape(page);
+        await type(page, 5, '\n    lit = 1 +;');
+        await page.locator('.messages li.error').first().waitFor();
+        await page.waitForTimeout(300);
+      },
+      value: (page) => page.getByRole('button', { name: 'Value', exact: true }).click(),
+      search_source: (page) => source(page).press('Control+f'),
+    };
+    for (const [name, options, wanted] of [
+      ['light', { colorScheme: 'light' }, Object.keys(states)],
+      ['dark', { colorScheme: 'dark' }, Object.keys(states)],
+      ['small', { viewport: { width: 1280, height: 720 } }, ['start']],
+      ['large_text', { viewport: { width: 720, height: 450 }, deviceScaleFactor: 2 }, ['start']],
     ]) {
       const page = await open(options);
       await page.evaluate(axe);
-      const { violations } = await page.evaluate(() => window.axe.run());
-      const serious = violations.filter(
-        ({ impact }) => impact === 'serious' || impact === 'critical',
-      );
-      const found = serious.map(({ id, nodes }) => `${id}: ${nodes.map((n) => n.html).join(' ')}`);
-      assert.deepEqual(found, [], name);
-      await shoot(page, name);
+      for (const state of wanted) {
+        await states[state](page);
+        const { violations } = await page.evaluate(() => window.axe.run());
+        const found = violations.map(
+          ({ id, nodes }) => `${id}: ${nodes.map((n) => n.html).join(' ')}`,
+        );
+        assert.deepEqual(found, [], `${name} ${state}`);
+        if (state === 'start')
+          await page.locator('.morl-node img').first().waitFor({ state: 'attached' });
+        await shoot(page, state === 'start' ? name : `${name}_${state}`);
+      }
       await close(page);
     }
     const page = await open();
     const reached = new Set();
-    for (let i = 0; i < 180; ++i) {
+    let toSource = 0;
+    for (let i = 1; i <= 180; ++i) {
       await page.keyboard.press('Tab');
-      reached.add(
-        await page.evaluate(
-          () => document.activeElement?.closest('section, header')?.ariaLabel ?? 'header',
-        ),
+      const part = await page.evaluate(
+        () => document.activeElement?.closest('section, header')?.ariaLabel ?? 'header',
       );
+      reached.add(part);
+      const isSource = await page.evaluate(
+        () => document.activeElement?.closest('.cm-content') !== null,
+      );
+      toSource ||= part === 'Source' && isSource ? i : 0;
     }
     assert.deepEqual(
       [...reached].sort(),
       ['Generated texts', 'Graph', 'Preview', 'Source', 'header'].sort(),
     );
+    assert.ok(toSource > 0 && toSource <= 15, `${toSource} times Tab to the source`);
+    await page.keyboard.press('F6');
+    await page.waitForFunction(() => document.activeElement?.closest('.graph .canvas'));
     await close(page);
   },
 };
